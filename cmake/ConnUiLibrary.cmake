@@ -1,0 +1,66 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+
+# connui_add_library(<target>
+#     PACKAGE <CMake package>         # also names the exported set and the package's folder
+#     NAMESPACE <ns> NAME <name>      # programs link <ns>::<name>
+#     DESCRIPTION <one line>          # for the pkg-config file
+#     INCLUDE <dir>                   # the public headers' folder, relative to the current one
+#     CLASSES <Class>...              # each has <class>.h in INCLUDE and gets a forwarding header <Class>
+#     SOURCES <file>...
+#     [PUBLIC <target>...]            # libraries that the public headers need
+#     [PRIVATE <target>...]
+#     [FIND <package and components>...]  # one string each: what a program's find_package must bring
+#     [REQUIRES <pkg-config module>...])
+#
+# One shared library with everything that a program outside needs to build against it: hidden symbols and an
+# export header <target>_export.h, forwarding headers, a CMake package and a pkg-config file, all of it installed.
+# The code is compiled once, into <target>-objects, so that a test can look at private classes as well.
+function(connui_add_library target)
+    cmake_parse_arguments(ARG "" "PACKAGE;NAMESPACE;NAME;DESCRIPTION;INCLUDE"
+        "CLASSES;SOURCES;PUBLIC;PRIVATE;FIND;REQUIRES" ${ARGN})
+
+    set(forwarding ${CMAKE_CURRENT_BINARY_DIR}/include)
+    ecm_generate_headers(forwarding_headers
+        HEADER_NAMES ${ARG_CLASSES} RELATIVE ${ARG_INCLUDE} OUTPUT_DIR ${forwarding} REQUIRED_HEADERS headers)
+
+    add_library(${target}-objects OBJECT ${ARG_SOURCES} ${headers})
+    add_library(${target} SHARED)
+    add_library(${ARG_NAMESPACE}::${ARG_NAME} ALIAS ${target})
+    target_link_libraries(${target}-objects PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
+    target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${target}-objects ${ARG_PRIVATE})
+
+    string(REPLACE "-" "_" base ${target})
+    ecm_generate_export_header(${target}-objects
+        VERSION ${PROJECT_VERSION} BASE_NAME ${base} EXPORT_FILE_NAME ${forwarding}/${base}_export.h)
+    target_compile_definitions(${target}-objects PRIVATE ${target}_EXPORTS)
+    set_target_properties(${target}-objects PROPERTIES DEFINE_SYMBOL ${target}_EXPORTS)
+
+    set(installed ${KDE_INSTALL_INCLUDEDIR}/${target})
+    foreach(built ${target}-objects ${target})
+        target_include_directories(${built} PUBLIC
+            $<BUILD_INTERFACE:${CMAKE_CURRENT_SOURCE_DIR}/${ARG_INCLUDE}> $<BUILD_INTERFACE:${forwarding}>)
+    endforeach()
+    target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${installed}>)
+    set_target_properties(${target} PROPERTIES
+        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${ARG_NAME})
+
+    install(TARGETS ${target} EXPORT ${ARG_PACKAGE}Targets ${KDE_INSTALL_TARGETS_DEFAULT_ARGS})
+    install(FILES ${headers} ${forwarding_headers} ${forwarding}/${base}_export.h DESTINATION ${installed})
+
+    set(package ${KDE_INSTALL_CMAKEPACKAGEDIR}/${ARG_PACKAGE})
+    set(config "include(CMakeFindDependencyMacro)\n")
+    foreach(dependency ${ARG_FIND})
+        string(APPEND config "find_dependency(${dependency})\n")
+    endforeach()
+    string(APPEND config "include(\"\${CMAKE_CURRENT_LIST_DIR}/${ARG_PACKAGE}Targets.cmake\")\n")
+    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}Config.cmake ${config})
+    write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake
+        VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}Config.cmake
+        ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake DESTINATION ${package})
+    install(EXPORT ${ARG_PACKAGE}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${package})
+
+    ecm_generate_pkgconfig_file(BASE_NAME ${target} LIB_NAME ${target} DEPS ${ARG_REQUIRES}
+        INCLUDE_INSTALL_DIR ${installed} DESCRIPTION ${ARG_DESCRIPTION} URL "https://connui.example" INSTALL)
+endfunction()
