@@ -33,8 +33,6 @@ function(connui_add_library target)
     string(REPLACE "-" "_" base ${target})
     ecm_generate_export_header(${target}-objects
         VERSION ${PROJECT_VERSION} BASE_NAME ${base} EXPORT_FILE_NAME ${forwarding}/${base}_export.h)
-    target_compile_definitions(${target}-objects PRIVATE ${target}_EXPORTS)
-    set_target_properties(${target}-objects PROPERTIES DEFINE_SYMBOL ${target}_EXPORTS)
 
     set(installed ${KDE_INSTALL_INCLUDEDIR}/${target})
     foreach(built ${target}-objects ${target})

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CONNECTIVITYSETTINGS_H
+#define CONNUI_CONNECTIVITYSETTINGS_H
+
+#include <connui_common_export.h>
+#include <QString>
+#include <QVariant>
+
+namespace ConnUi {
+
+/**
+ * Reads and writes the user's connectivity settings, which every process of the user shares.
+ *
+ * Nothing is cached: each get() sees what any process stored last, each set() is on the disk when it returns.
+ * A process that dies in the middle of a set() leaves either the old or the new value.
+ *
+ * The settings live in $XDG_CONFIG_HOME/connui/settings.cbor (CBOR, RFC 8949). Where that file is damaged
+ * every setting reads as unset, with one warning for as long as it stays damaged.
+ */
+class CONNUI_COMMON_EXPORT ConnectivitySettings
+{
+public:
+    /**
+     * Opens the settings of one type: a group of keys of its own. Does not touch the disk.
+     */
+    explicit ConnectivitySettings(int type);
+
+    /**
+     * Returns the value stored under \p key with the type it was stored with, or an invalid QVariant when
+     * there is none. Integers of every width come back as qlonglong.
+     */
+    QVariant get(const QString &key) const;
+
+    /**
+     * Stores \p value under \p key; an invalid value removes the key. Booleans, numbers, strings, byte
+     * arrays, and lists and string maps of these can be stored.
+     *
+     * Blocks while another process writes, for two seconds at most. When the value cannot be stored (another
+     * kind of value, full disk, no permission, file locked for too long) one warning says why and the old
+     * value stays.
+     */
+    void set(const QString &key, const QVariant &value);
+
+private:
+    QString m_group;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "radiostate.h"
+#include "settingsstore_p.h"
+
+#include <QCborValue>
+
+namespace ConnUi {
+
+// The radios that are switched off, joined by "|". So a radio that is not mentioned is on.
+static const auto Group = QStringLiteral("radios");
+static const auto Off = QStringLiteral("off");
+
+RadioState::RadioState(int radios, QObject *parent) : QObject(parent), m_radios(radios) {}
+
+bool RadioState::enabled() const
+{
+    return !(SettingsStore::read(Group).value(Off).toInteger() & m_radios);
+}
+
+void RadioState::setEnabled(bool enabled)
+{
+    SettingsStore::change(Group, [&](QCborMap &group) {
+        const qint64 off = group.value(Off).toInteger();
+        group.insert(Off, enabled ? off & ~qint64(m_radios) : off | m_radios);
+    });
+}
+
+} // namespace ConnUi

@@ -1,0 +1,304 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <ConnectivitySettings>
+#include <csignal>
+#include <QDir>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QStandardPaths>
+#include <QtTest>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+using ConnUi::ConnectivitySettings;
+
+namespace {
+
+const auto Key = QStringLiteral("nfc_show_confirmations");
+
+QString folder()
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/connui");
+}
+
+QString storePath()
+{
+    return folder() + QStringLiteral("/settings.cbor");
+}
+
+void writeStore(const QByteArray &content)
+{
+    QVERIFY(QDir().mkpath(folder()));
+    QFile file(storePath());
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+void expectWarning(const char *what, const QString &reason)
+{
+    QTest::ignoreMessage(QtWarningMsg,
+                         qUtf8Printable(QStringLiteral("ConnectivitySettings: unable to %1 %2: %3")
+                                            .arg(QLatin1String(what), storePath(), reason)));
+}
+
+struct Writer
+{
+    explicit Writer(const QString &key, int count)
+    {
+        process.start(QStringLiteral(SETTINGS_WRITER), {key, QString::number(count)});
+    }
+
+    // The number in the last line that starts with a word; 0 without such a line.
+    static int last(const QByteArray &output, const QByteArray &word)
+    {
+        int found = 0;
+        for (const QByteArray &line : output.split('\n')) {
+            if (line.startsWith(word + ' '))
+                found = line.mid(word.size() + 1).toInt();
+        }
+        return found;
+    }
+
+    QProcess process;
+};
+
+} // namespace
+
+class TestConnectivitySettings : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void unsetKeyIsInvalid();
+    void valueKeepsItsType_data();
+    void valueKeepsItsType();
+    void typesAreGroupsOfTheirOwn();
+    void invalidValueRemovesTheKey();
+    void valueWithoutStoredFormIsRefused();
+    void rubbishMeansDefaultsAndOneWarning_data();
+    void rubbishMeansDefaultsAndOneWarning();
+    void rubbishIsReplacedByTheNextWrite();
+    void unwritableFolderKeepsTheOldValue();
+    void fullDiskKeepsTheOldValue();
+    void heldLockEndsTheWriteInTime();
+    void otherProcessSeesTheValueAtItsNextRead();
+    void twoProcessesLoseNothing();
+    void killedWriterLeavesOldOrNewValue();
+};
+
+void TestConnectivitySettings::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+void TestConnectivitySettings::cleanup()
+{
+    QVERIFY(QDir(folder()).removeRecursively());
+    // A whole store ends the silence about a damaged one.
+    ConnectivitySettings(1).set(Key, QVariant());
+    ConnectivitySettings(1).get(Key);
+    QVERIFY(QDir(folder()).removeRecursively());
+}
+
+void TestConnectivitySettings::unsetKeyIsInvalid()
+{
+    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
+    QVERIFY(!QFile::exists(folder()));
+}
+
+void TestConnectivitySettings::valueKeepsItsType_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::newRow("true") << QVariant(true);
+    QTest::newRow("false") << QVariant(false);
+    QTest::newRow("string that reads as a boolean") << QVariant(QStringLiteral("true"));
+    QTest::newRow("empty string") << QVariant(QString::fromLatin1(""));
+    QTest::newRow("integer") << QVariant(qlonglong(1));
+    QTest::newRow("whole double") << QVariant(1.0);
+    QTest::newRow("string list") << QVariant(QVariantList{QStringLiteral("a"), true});
+    QTest::newRow("bytes") << QVariant(QByteArray("\0\xff", 2));
+    QTest::newRow("map") << QVariant(QVariantMap{{QStringLiteral("a"), false}});
+}
+
+void TestConnectivitySettings::valueKeepsItsType()
+{
+    QFETCH(QVariant, value);
+    ConnectivitySettings settings(1);
+    settings.set(Key, value);
+    QCOMPARE(settings.get(Key).typeName(), value.typeName());
+    QCOMPARE(settings.get(Key), value);
+}
+
+void TestConnectivitySettings::typesAreGroupsOfTheirOwn()
+{
+    ConnectivitySettings(1).set(Key, true);
+    ConnectivitySettings(2).set(Key, QStringLiteral("other"));
+    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(true));
+    QCOMPARE(ConnectivitySettings(2).get(Key), QVariant(QStringLiteral("other")));
+    QVERIFY(!ConnectivitySettings(3).get(Key).isValid());
+}
+
+void TestConnectivitySettings::invalidValueRemovesTheKey()
+{
+    ConnectivitySettings settings(1);
+    settings.set(Key, true);
+    settings.set(Key, QVariant());
+    QVERIFY(!settings.get(Key).isValid());
+}
+
+void TestConnectivitySettings::valueWithoutStoredFormIsRefused()
+{
+    ConnectivitySettings settings(1);
+    settings.set(Key, true);
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        "ConnectivitySettings: unable to store nfc_show_confirmations: a QObject* has no stored form");
+    settings.set(Key, QVariant::fromValue<QObject *>(this));
+    QCOMPARE(settings.get(Key), QVariant(true));
+}
+
+void TestConnectivitySettings::rubbishMeansDefaultsAndOneWarning_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("not the format") << QByteArray("\xff\xff rubbish")
+                                    << QStringLiteral("Invalid CBOR stream: unexpected 'break' byte");
+    QTest::newRow("cut") << QByteArray("\xa1\x61")
+                         << QStringLiteral("Unexpected end of input data (more bytes needed)");
+    QTest::newRow("empty") << QByteArray()
+                           << QStringLiteral("Unexpected end of input data (more bytes needed)");
+    QTest::newRow("more after the map")
+        << QByteArray("\xa0 rubbish") << QStringLiteral("not a settings file");
+    QTest::newRow("not a map") << QByteArray("\x01") << QStringLiteral("not a settings file");
+    QTest::newRow("huge") << QByteArray((1 << 20) + 1, '\0') << QStringLiteral("not a settings file");
+}
+
+void TestConnectivitySettings::rubbishMeansDefaultsAndOneWarning()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, reason);
+    writeStore(content);
+    expectWarning("understand", reason);
+    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
+    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
+    QVERIFY(!ConnectivitySettings(2).get(Key).isValid());
+}
+
+void TestConnectivitySettings::rubbishIsReplacedByTheNextWrite()
+{
+    writeStore("rubbish");
+    expectWarning("understand", QStringLiteral("Unexpected end of input data (more bytes needed)"));
+    ConnectivitySettings(1).set(Key, true);
+    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(true));
+}
+
+void TestConnectivitySettings::unwritableFolderKeepsTheOldValue()
+{
+    // A folder in the lock's place, as permissions do not stop root.
+    ConnectivitySettings(1).set(Key, QStringLiteral("old"));
+    QVERIFY(QFile::remove(folder() + QStringLiteral("/settings.lock")));
+    QVERIFY(QDir().mkdir(folder() + QStringLiteral("/settings.lock")));
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qUtf8Printable(QStringLiteral("ConnectivitySettings: unable to lock %1/settings.lock: Is a directory")
+                           .arg(folder())));
+    ConnectivitySettings(1).set(Key, QStringLiteral("new"));
+    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(QStringLiteral("old")));
+}
+
+void TestConnectivitySettings::fullDiskKeepsTheOldValue()
+{
+    ConnectivitySettings settings(1);
+    settings.set(Key, QStringLiteral("old"));
+
+    rlimit before;
+    QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto ignored = signal(SIGXFSZ, SIG_IGN);
+    const rlimit small = {64, before.rlim_max};
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+    expectWarning("write", QStringLiteral("File too large"));
+    settings.set(Key, QString(1000, QLatin1Char('x')));
+    QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
+    signal(SIGXFSZ, ignored);
+
+    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
+}
+
+void TestConnectivitySettings::heldLockEndsTheWriteInTime()
+{
+    ConnectivitySettings settings(1);
+    settings.set(Key, QStringLiteral("old"));
+    QFile held(folder() + QStringLiteral("/settings.lock"));
+    QVERIFY(held.open(QIODevice::WriteOnly));
+    QCOMPARE(flock(held.handle(), LOCK_EX), 0);
+
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qUtf8Printable(
+            QStringLiteral("ConnectivitySettings: unable to lock %1: Resource temporarily unavailable")
+                .arg(held.fileName())));
+    settings.set(Key, QStringLiteral("new"));
+    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
+
+    held.close();
+    settings.set(Key, QStringLiteral("new"));
+    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("new")));
+}
+
+void TestConnectivitySettings::otherProcessSeesTheValueAtItsNextRead()
+{
+    ConnectivitySettings settings(1);
+    settings.set(Key, 0);
+    Writer writer(Key, 3);
+    QVERIFY(writer.process.waitForFinished());
+    QCOMPARE(settings.get(Key), QVariant(qlonglong(3)));
+}
+
+void TestConnectivitySettings::twoProcessesLoseNothing()
+{
+    constexpr int Count = 100;
+    Writer first(QStringLiteral("first"), Count);
+    Writer second(QStringLiteral("second"), Count);
+    ConnectivitySettings settings(1);
+    for (int i = 1; i <= Count; ++i)
+        settings.set(QStringLiteral("own%1").arg(i), i);
+    QVERIFY(first.process.waitForFinished());
+    QVERIFY(second.process.waitForFinished());
+
+    QCOMPARE(settings.get(QStringLiteral("first")), QVariant(qlonglong(Count)));
+    QCOMPARE(settings.get(QStringLiteral("second")), QVariant(qlonglong(Count)));
+    for (int i = 1; i <= Count; ++i)
+        QCOMPARE(settings.get(QStringLiteral("own%1").arg(i)), QVariant(qlonglong(i)));
+}
+
+void TestConnectivitySettings::killedWriterLeavesOldOrNewValue()
+{
+    ConnectivitySettings settings(1);
+    settings.set(QStringLiteral("other"), true);
+    for (int kills = 0; kills < 500; ++kills) {
+        settings.set(Key, 0);
+        Writer writer(Key, 1000000);
+        QVERIFY(writer.process.waitForReadyRead());
+        usleep(QRandomGenerator::global()->bounded(3000));
+        QCOMPARE(::kill(pid_t(writer.process.processId()), SIGKILL), 0);
+        QVERIFY(writer.process.waitForFinished());
+
+        const QByteArray output = writer.process.readAll();
+        const int begun = Writer::last(output, "begin");
+        const int ended = Writer::last(output, "end");
+        const QVariant value = settings.get(Key);
+        QCOMPARE(value.typeName(), "qlonglong");
+        QVERIFY2(
+            value == begun || value == ended,
+            qPrintable(QStringLiteral("%1 after begin %2, end %3").arg(value.toInt()).arg(begun).arg(ended)));
+        QCOMPARE(settings.get(QStringLiteral("other")), QVariant(true));
+    }
+}
+
+QTEST_GUILESS_MAIN(TestConnectivitySettings)
+#include "tst_connectivitysettings.moc"
