@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_APPLICATIONTRACKER_H
+#define CONNUI_APPLICATIONTRACKER_H
+
+#include <QObject>
+
+#include <connui_nfc_export.h>
+
+class ApplicationTrackerProxy;
+
+namespace ConnUi {
+
+/**
+ * Knows the process id of the application in the foreground, as the policy daemon reports it.
+ *
+ * The policy daemon is "org.freedesktop.ohm" on the system bus. Handler records share one tracker that lives
+ * as long as any of them; there is no need to make another.
+ */
+class CONNUI_NFC_EXPORT ApplicationTracker : public QObject
+{
+    Q_OBJECT
+
+public:
+    /**
+     * Subscribes to the policy daemon's news.
+     *
+     * Blocks until it has answered, at most the bus's default reply timeout of 25 seconds. When it cannot be
+     * reached, "ApplicationTracker: Unable to subscribe to track applications" is logged, and the process id
+     * stays 0 until the first news.
+     */
+    explicit ApplicationTracker(QObject *parent = nullptr);
+
+    /** Ends the subscription. Blocks until the policy daemon has answered, at most 25 seconds. */
+    ~ApplicationTracker() override;
+
+    /** Returns the process id of the application in the foreground, 0 while unknown. Does not block. */
+    uint currentForegroundApplicationPid() const;
+
+private Q_SLOTS:
+    void notify(const QString &binary, const QString &group, const QString &argv1, uint pid);
+
+private:
+    ApplicationTrackerProxy *interface;
+    quint32 pid = 0;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NDEFMESSAGEHANDLER_H
+#define CONNUI_NDEFMESSAGEHANDLER_H
+
+#include <QByteArray>
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QList>
+#include <QMetaType>
+#include <QString>
+
+#include <connui_nfc_export.h>
+
+namespace ConnUi {
+
+class NdefMessageHandlerPrivate;
+
+/**
+ * Names one application that can take the content of a tag.
+ *
+ * The daemon sends a list of these records with every data delivery. On the wire a record is the structure
+ * (ssos): bus type, service, object path, application id.
+ *
+ * While any record lives, the process follows the application in the foreground (ApplicationTracker). Making
+ * the first record of a process therefore blocks until the policy daemon has answered, at most 25 seconds,
+ * and so does deleting the last. Records live on the thread that runs the application's event loop; a program
+ * that sends records marshals them into a QDBusArgument first, because a record left in an outgoing message
+ * would die on another thread.
+ */
+class CONNUI_NFC_EXPORT NdefMessageHandler
+{
+public:
+    /** Makes a record whose fields are all empty. */
+    NdefMessageHandler();
+
+    /**
+     * Names the application \a applicationId (its desktop file's base name) that answers at \a path of \a
+     * service, on the system bus when \a busType is "system" and on the session bus otherwise.
+     *
+     * A malformed path becomes an empty one, with a warning from the D-Bus library.
+     */
+    NdefMessageHandler(const QString &applicationId, const QString &busType, const QString &service,
+                       const QDBusObjectPath &path);
+
+    /** Copies all fields; nothing is shared. */
+    NdefMessageHandler(const NdefMessageHandler &other);
+
+    /** Takes over all fields of \a other. */
+    NdefMessageHandler &operator=(const NdefMessageHandler &other);
+
+    /** Deletes the record. */
+    virtual ~NdefMessageHandler();
+
+    /**
+     * Returns whether both records name the same handler: the same bus type, service and path, letter case
+     * included. The application id does not count.
+     */
+    bool operator==(const NdefMessageHandler &other) const;
+
+    /** Returns "system" for a handler on the system bus; anything else means the session bus. */
+    QString busType() const;
+
+    /** Returns the handler's D-Bus service name. */
+    QString service() const;
+
+    /** Returns the path at which the handler exports "com.tavix.nfc.NDEFHandler". */
+    QDBusObjectPath path() const;
+
+    /** Returns the base name of the application's desktop file. */
+    QString applicationId() const;
+
+    /**
+     * Returns whether the handler's service belongs to the application in the foreground.
+     *
+     * Blocks on the bus, not on the handler. False when the service is not there, or when nothing is known of
+     * the foreground.
+     */
+    bool isRunningOnForeground() const;
+
+    /**
+     * Hands the NDEF message \a data of \a target to the handler and brings an application of the session bus
+     * up.
+     *
+     * Blocks until the handler has answered "NDEFData", at most the bus's default reply timeout of 25
+     * seconds; the "launch" that follows is sent without waiting, and also when the handler failed. A failure
+     * is logged as "NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: <name> <message>". The
+     * daemon's request stays open: answer it with NfcAgent::dataDeliveryGranted().
+     */
+    void forwardData(const QDBusObjectPath &target, const QByteArray &data);
+
+private:
+    NdefMessageHandlerPrivate *d;
+};
+
+/** Handler records in the daemon's order; a(ssos) on the wire. */
+using NdefMessageHandlerList = QList<NdefMessageHandler>;
+
+} // namespace ConnUi
+
+/** Writes \a handler as the structure (ssos). */
+CONNUI_NFC_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
+                                            const ConnUi::NdefMessageHandler &handler);
+
+/** Reads a structure (ssos) into \a handler. */
+CONNUI_NFC_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
+                                                  ConnUi::NdefMessageHandler &handler);
+
+Q_DECLARE_METATYPE(ConnUi::NdefMessageHandler)
+
+#endif

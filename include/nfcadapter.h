@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCADAPTER_H
+#define CONNUI_NFCADAPTER_H
+
+#include <QObject>
+#include <QVariant>
+
+#include <connui_nfc_export.h>
+
+namespace ConnUi {
+
+class NfcAdapterPrivate;
+class NfcAgent;
+
+/**
+ * Follows the default adapter of the NFC daemon, "com.tavix.nfc" on the system bus.
+ *
+ * All adapters of a process share one binding to the daemon: it is made with the first adapter and goes with
+ * the last. The binding watches the daemon come and go, starts it while the NFC radio is switched on, and
+ * gives it up as broken when it dies within three seconds of coming up; a daemon that registers again by
+ * other means is taken back.
+ *
+ * Nothing here fails by return value or exception. Availability is announced by adapterValid() and
+ * adapterInvalid(); on an adapter that is not valid the operations do nothing. A failed blocking call is
+ * logged as
+ * "<method> returned error '<name>': <message>".
+ *
+ * Blocking: unless said otherwise a call waits for the daemon, at most the bus's default reply timeout of 25
+ * seconds. Making the first adapter of a process asks the bus whether the daemon is there, then the daemon
+ * for its default adapter, or the bus to start it.
+ *
+ * For use on the thread that runs the application's event loop. Deleting adapters, this one included, and
+ * making new ones is safe in every slot connected to the signals below: a deleted adapter hears nothing more,
+ * a new one nothing of the event that is being announced.
+ */
+class CONNUI_NFC_EXPORT NfcAdapter : public QObject
+{
+    Q_OBJECT
+    /** Whether the adapter is switched on. A change is announced by propertyChanged("powered"). */
+    Q_PROPERTY(bool powered READ isPowered WRITE setPowered)
+
+public:
+    /** Returns a new adapter without a parent at every call; the caller owns it. */
+    static NfcAdapter *defaultAdapter();
+
+    /** Makes an adapter owned by \a parent. */
+    explicit NfcAdapter(QObject *parent = nullptr);
+
+    /** Leaves the shared binding. Handovers that this adapter requested go on, but their refusal is not
+     * reported. */
+    ~NfcAdapter() override;
+
+    /** Returns whether the daemon is there and bound. Does not block. */
+    bool isValid() const;
+
+    /**
+     * Returns whether the adapter is switched on: whether its property "State" is "on".
+     *
+     * Blocks on the daemon's GetProperties after a bind and after each successful setPowered(), otherwise
+     * answers from what the daemon has announced since. False without any traffic while the adapter is not
+     * valid.
+     */
+    bool isPowered() const;
+
+    /**
+     * Switches the adapter on or off.
+     *
+     * Switching on while the daemon is not on the bus only starts the daemon. Otherwise the NFC radio setting
+     * becomes \a on, and the daemon is asked to follow when the adapter is valid. Blocks on the daemon's
+     * SetProperty, or on the bus while the daemon is started. Watch propertyChanged("powered") for the
+     * outcome.
+     */
+    void setPowered(bool on);
+
+    /**
+     * Returns whether the user wants to be asked for confirmation: the setting "nfc_show_confirmations".
+     *
+     * False when nothing or no boolean is stored. Read anew at every call; does not need the daemon.
+     */
+    bool isConfirmationEnabled() const;
+
+    /** Stores whether the user wants to be asked for confirmation. Does not need the daemon; no signal
+     * follows. */
+    void setConfirmationEnabled(bool enabled);
+
+    /**
+     * Tells the daemon to ask \a agent for the user's decisions.
+     *
+     * Not remembered: register again at each adapterValid(). Does nothing when \a agent is null or the
+     * adapter is not valid. Blocks on the daemon.
+     */
+    void registerAgent(NfcAgent *agent);
+
+    /** Takes back registerAgent(). Pending requests of \a agent stay pending. Blocks on the daemon. */
+    void unregisterAgent(NfcAgent *agent);
+
+public Q_SLOTS:
+    /**
+     * Asks the daemon to hand the connection over to \a carrier, in the manner \a type; both are the daemon's
+     * own words.
+     *
+     * Does not block. Progress arrives through the handover signals, at every adapter of the process; a
+     * refusal arrives as handoverFailed().
+     */
+    void requestHandover(const QString &carrier, const QString &type);
+
+    /** Asks the daemon to give up the handover to \a carrier. Does not block, and reports nothing. */
+    void cancelHandoverRequest(const QString &carrier);
+
+Q_SIGNALS:
+    /** The value of \a property has changed; "powered" is the only one there is. */
+    void propertyChanged(const QString &property);
+    /** The daemon has left the bus. Emitted also when it could not be bound before. */
+    void adapterInvalid();
+    /** The daemon has been bound: time to register agents. A daemon that the constructor binds is not
+     * announced. */
+    void adapterValid();
+    /** A handover has begun. */
+    void handoverStarted();
+    /** The handover goes on over \a carrier. */
+    void handoverCarrierSelected(const QString &carrier);
+    /** The handover to \a carrier is complete; \a data is the carrier's own, see NfcBluetoothHandoverInfo. */
+    void handoverCompleted(const QString &carrier, const QVariant &data);
+    /** The handover has failed, or could not be started; \a reason is for the log, not for the user. */
+    void handoverFailed(const QString &reason);
+
+private:
+    NfcAdapterPrivate *d;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfcadapter.h"
+
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <ConnectivitySettings>
+#include <RadioState>
+
+#include "nfcadapter_p.h"
+#include "nfcadapterproxy.h"
+#include "nfcagent.h"
+#include "nfcservice.h"
+
+namespace ConnUi {
+
+namespace {
+
+constexpr int userSettings = 1;
+
+QString showConfirmations()
+{
+    return QStringLiteral("nfc_show_confirmations");
+}
+
+} // namespace
+
+NfcAdapter *NfcAdapter::defaultAdapter()
+{
+    return new NfcAdapter;
+}
+
+NfcAdapter::NfcAdapter(QObject *parent) : QObject(parent)
+{
+    if (!NfcAdapterPrivate::instance)
+        NfcAdapterPrivate::instance = new NfcAdapterPrivate;
+    d = NfcAdapterPrivate::instance;
+    NfcAdapterPrivate::adapters.append(this);
+}
+
+NfcAdapter::~NfcAdapter()
+{
+    NfcAdapterPrivate::adapters.removeAll(this);
+    d = nullptr;
+    if (!NfcAdapterPrivate::adapters.isEmpty())
+        return;
+    delete NfcAdapterPrivate::instance;
+    NfcAdapterPrivate::instance = nullptr;
+}
+
+bool NfcAdapter::isValid() const
+{
+    return d->isValid();
+}
+
+bool NfcAdapter::isPowered() const
+{
+    if (!isValid())
+        return false;
+    d->getProperties();
+    return d->properties[QStringLiteral("State")].toString() == QLatin1String("on");
+}
+
+void NfcAdapter::setPowered(bool on)
+{
+    if (on && !d->isNfcServiceStarted()) {
+        d->startNfcService();
+        return;
+    }
+    d->radioState->setEnabled(on);
+    d->setProperty(QStringLiteral("State"), on ? QStringLiteral("on") : QStringLiteral("off"));
+}
+
+bool NfcAdapter::isConfirmationEnabled() const
+{
+    const QVariant stored = ConnectivitySettings(userSettings).get(showConfirmations());
+    return stored.metaType() == QMetaType::fromType<bool>() && stored.toBool();
+}
+
+void NfcAdapter::setConfirmationEnabled(bool enabled)
+{
+    ConnectivitySettings(userSettings).set(showConfirmations(), enabled);
+}
+
+void NfcAdapter::registerAgent(NfcAgent *agent)
+{
+    if (!isValid() || !agent)
+        return;
+    QDBusPendingReply<> reply = d->adapterProxy->RegisterUIAgent(QDBusObjectPath(agent->path()));
+    reply.waitForFinished();
+    if (reply.isError())
+        NfcAdapterPrivate::warnFailedCall("RegisterUIAgent", reply.error());
+}
+
+void NfcAdapter::unregisterAgent(NfcAgent *agent)
+{
+    if (!isValid() || !agent)
+        return;
+    QDBusPendingReply<> reply = d->adapterProxy->UnregisterUIAgent(QDBusObjectPath(agent->path()));
+    reply.waitForFinished();
+    if (reply.isError())
+        NfcAdapterPrivate::warnFailedCall("UnregisterUIAgent", reply.error());
+}
+
+void NfcAdapter::requestHandover(const QString &carrier, const QString &type)
+{
+    if (!isValid())
+        return;
+    const QDBusObjectPath requestor(NfcService::handoverRequestorPath());
+    auto *watcher =
+        new QDBusPendingCallWatcher(d->adapterProxy->RequestHandover(requestor, carrier, type), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, d, &NfcAdapterPrivate::handoverCallFinished);
+}
+
+void NfcAdapter::cancelHandoverRequest(const QString &carrier)
+{
+    if (!isValid())
+        return;
+    d->adapterProxy->call(QDBus::NoBlock, QStringLiteral("CancelHandoverRequest"), carrier);
+}
+
+} // namespace ConnUi

@@ -1,0 +1,139 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ndefmessagehandler.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDBusPendingReply>
+
+#include "applicationtracker.h"
+#include "dbusnames.h"
+#include "ndefhandlerproxy.h"
+#include "ndefmessagehandler_p.h"
+
+namespace ConnUi {
+
+namespace {
+
+void warnFailedDelivery(const QString &name, const QString &message)
+{
+    qWarning("NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: %s %s", qUtf8Printable(name),
+             qUtf8Printable(message));
+}
+
+} // namespace
+
+NdefMessageHandler::NdefMessageHandler() : d(new NdefMessageHandlerPrivate) {}
+
+NdefMessageHandler::NdefMessageHandler(const QString &applicationId, const QString &busType,
+                                       const QString &service, const QDBusObjectPath &path)
+    : NdefMessageHandler()
+{
+    d->applicationId = applicationId;
+    d->busType = busType;
+    d->service = service;
+    d->path = path;
+}
+
+NdefMessageHandler::NdefMessageHandler(const NdefMessageHandler &other) : NdefMessageHandler()
+{
+    *this = other;
+}
+
+NdefMessageHandler &NdefMessageHandler::operator=(const NdefMessageHandler &other)
+{
+    d->busType = other.d->busType;
+    d->service = other.d->service;
+    // A path object has been checked when it was made, and may well be empty.
+    d->path = other.d->path;
+    d->applicationId = other.d->applicationId;
+    return *this;
+}
+
+NdefMessageHandler::~NdefMessageHandler()
+{
+    delete d;
+}
+
+bool NdefMessageHandler::operator==(const NdefMessageHandler &other) const
+{
+    return d->busType == other.d->busType && d->service == other.d->service && d->path == other.d->path;
+}
+
+QString NdefMessageHandler::busType() const
+{
+    return d->busType;
+}
+
+QString NdefMessageHandler::service() const
+{
+    return d->service;
+}
+
+QDBusObjectPath NdefMessageHandler::path() const
+{
+    return d->path;
+}
+
+QString NdefMessageHandler::applicationId() const
+{
+    return d->applicationId;
+}
+
+bool NdefMessageHandler::isRunningOnForeground() const
+{
+    QDBusConnectionInterface *bus = d->bus().interface();
+    if (!bus)
+        return false;
+    const QDBusReply<uint> pid = bus->servicePid(d->service);
+    return pid.isValid() &&
+           pid.value() == NdefMessageHandlerPrivate::applicationTracker->currentForegroundApplicationPid();
+}
+
+void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteArray &data)
+{
+    // The daemon's record may name anything; a name that is none would end the process inside the D-Bus
+    // library.
+    if (!DBusNames::isBusName(d->service)) {
+        warnFailedDelivery(QDBusError::errorString(QDBusError::InvalidService),
+                           QStringLiteral("Invalid service name: %1").arg(d->service));
+        return;
+    }
+
+    NdefHandlerProxy handler(d->service, d->path.path(), d->bus());
+    QDBusPendingReply<> reply = handler.NDEFData(target, data);
+    reply.waitForFinished();
+    if (reply.isError())
+        warnFailedDelivery(reply.error().name(), reply.error().message());
+    if (d->isOnSystemBus())
+        return;
+
+    // Sent without a proxy: making one asks for the owner of the service, and nothing may block any more now
+    // that the handler has the data.
+    QDBusConnection::sessionBus().send(
+        QDBusMessage::createMethodCall(d->service, QStringLiteral("/org/orvik/m"),
+                                       QStringLiteral("com.tavix.MApplicationIf"), QStringLiteral("launch")));
+}
+
+} // namespace ConnUi
+
+QDBusArgument &operator<<(QDBusArgument &argument, const ConnUi::NdefMessageHandler &handler)
+{
+    argument.beginStructure();
+    argument << handler.busType() << handler.service() << handler.path() << handler.applicationId();
+    argument.endStructure();
+    return argument;
+}
+
+const QDBusArgument &operator>>(const QDBusArgument &argument, ConnUi::NdefMessageHandler &handler)
+{
+    QString busType;
+    QString service;
+    QDBusObjectPath path;
+    QString applicationId;
+    argument.beginStructure();
+    argument >> busType >> service >> path >> applicationId;
+    argument.endStructure();
+    handler = ConnUi::NdefMessageHandler(applicationId, busType, service, path);
+    return argument;
+}

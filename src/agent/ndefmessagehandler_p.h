@@ -1,0 +1,36 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NDEFMESSAGEHANDLER_P_H
+#define CONNUI_NDEFMESSAGEHANDLER_P_H
+
+#include <QDBusConnection>
+#include <QDBusObjectPath>
+#include <QString>
+
+namespace ConnUi {
+
+class ApplicationTracker;
+
+/** A record's fields, and its share in the tracker of the foreground application. */
+class NdefMessageHandlerPrivate
+{
+public:
+    NdefMessageHandlerPrivate();
+    virtual ~NdefMessageHandlerPrivate();
+    Q_DISABLE_COPY_MOVE(NdefMessageHandlerPrivate)
+
+    bool isOnSystemBus() const;
+    QDBusConnection bus() const;
+
+    QString busType;
+    QString service;
+    QDBusObjectPath path;
+    QString applicationId;
+
+    static ApplicationTracker *applicationTracker;
+    static int refCount;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,95 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfcagent.h"
+
+#include <QDBusConnection>
+#include <QDBusMetaType>
+
+#include "dbusnames.h"
+#include "nfcagent_p.h"
+
+namespace ConnUi {
+
+namespace {
+
+QString rejected()
+{
+    return QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
+}
+
+// The D-Bus library looks the types of an adaptor's method up by the plain names that stand in its signature;
+// a method with a type of an unknown name is not exported.
+void registerHandlerTypes()
+{
+    qRegisterMetaType<NdefMessageHandler>("NdefMessageHandler");
+    qDBusRegisterMetaType<NdefMessageHandler>();
+    qRegisterMetaType<NdefMessageHandlerList>("NdefMessageHandlerList");
+    qDBusRegisterMetaType<NdefMessageHandlerList>();
+}
+
+} // namespace
+
+NfcAgent::NfcAgent(QObject *parent) : QObject(parent), d(new NfcAgentPrivate(this))
+{
+    registerHandlerTypes();
+    QDBusConnection::systemBus().registerObject(d->path, this, QDBusConnection::ExportAdaptors);
+}
+
+NfcAgent::~NfcAgent()
+{
+    QDBusConnection::systemBus().unregisterObject(d->path);
+    delete d;
+}
+
+QString NfcAgent::path() const
+{
+    return d->path;
+}
+
+void NfcAgent::btPairingRequestGranted(const QDBusObjectPath &target)
+{
+    d->replyRequest(NfcAgentPrivate::BtPairingRequest, target.path());
+}
+
+void NfcAgent::btConnectionRequestGranted(const QDBusObjectPath &target)
+{
+    d->replyRequest(NfcAgentPrivate::BtConnectionRequest, target.path());
+}
+
+void NfcAgent::btDisconnectionRequestGranted(const QDBusObjectPath &target)
+{
+    d->replyRequest(NfcAgentPrivate::BtDisconnectionRequest, target.path());
+}
+
+void NfcAgent::dataDeliveryGranted(const QDBusObjectPath &target)
+{
+    d->replyRequest(NfcAgentPrivate::DataDeliveryRequest, target.path());
+}
+
+void NfcAgent::rejectDevice(const QDBusObjectPath &target)
+{
+    replyError(target, rejected());
+}
+
+void NfcAgent::replyError(const QDBusObjectPath &target, const QString &error)
+{
+    QString name = error;
+    if (!DBusNames::isErrorName(name)) {
+        qWarning("NfcAgent: '%s' is no D-Bus error name, replying %s", qUtf8Printable(name),
+                 qUtf8Printable(rejected()));
+        name = rejected();
+    }
+    d->replyRequest(NfcAgentPrivate::AnyRequest, target.path(), QVariant(), name);
+}
+
+void NfcAgent::acceptSharing(const QVariant &info)
+{
+    d->replyRequest(NfcAgentPrivate::SharingRequest, info);
+}
+
+void NfcAgent::rejectSharing(const QVariant &info)
+{
+    d->replyRequest(NfcAgentPrivate::SharingRequest, info, QVariant(), rejected());
+}
+
+} // namespace ConnUi

@@ -1,0 +1,142 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfcagent_p.h"
+
+#include <algorithm>
+
+#include <QDBusConnection>
+
+#include "nfcagent.h"
+#include "variantcontent.h"
+
+namespace ConnUi {
+
+NfcAgentPrivate::NfcAgentPrivate(NfcAgent *agent) : QDBusAbstractAdaptor(agent), q(agent)
+{
+    static int counter = 0;
+    path = QStringLiteral("/com/tavix/nfcUIAgent/%1").arg(counter++);
+}
+
+NfcAgentPrivate::~NfcAgentPrivate()
+{
+    cancelPendingRequests();
+}
+
+void NfcAgentPrivate::addPendingRequest(RequestType type, const QDBusObjectPath &target,
+                                        const QDBusMessage &message)
+{
+    addPendingRequest(type, QVariant(target.path()), message);
+}
+
+void NfcAgentPrivate::addPendingRequest(RequestType type, const QVariant &key, const QDBusMessage &message)
+{
+    message.setDelayedReply(true);
+    requests.append(new Request{type, key, message});
+}
+
+void NfcAgentPrivate::replyRequest(RequestType type, const QVariant &key, const QVariant &value,
+                                   const QString &error)
+{
+    const auto match = std::find_if(requests.cbegin(), requests.cend(), [type, &key](const Request *request) {
+        return (type == AnyRequest || type == request->type) && sameContent(request->key, key);
+    });
+    if (match == requests.cend()) {
+        qWarning("No request for agent request type %d", int(type));
+        return;
+    }
+    answer(*match, value, error);
+}
+
+void NfcAgentPrivate::cancelPendingRequests()
+{
+    // By entry: a key may be a value that equals nothing, not even itself.
+    while (!requests.isEmpty())
+        answer(requests.first(), QVariant(), QStringLiteral("com.tavix.nfc.UIAgent.Canceled"));
+}
+
+void NfcAgentPrivate::answer(Request *request, const QVariant &value, const QString &error)
+{
+    requests.removeAll(request);
+
+    QDBusMessage reply;
+    if (!error.isEmpty()) {
+        reply = request->message.createErrorReply(error, QString());
+    } else {
+        reply = request->message.createReply();
+        if (value.isValid())
+            reply << value;
+    }
+    QDBusConnection::systemBus().send(reply);
+    delete request;
+}
+
+// A slot connected to the agent's signals may delete the agent, and this adaptor with it: nothing follows an
+// emission.
+
+void NfcAgentPrivate::Release()
+{
+    Q_EMIT q->release();
+}
+
+void NfcAgentPrivate::RequestBTPairing(const QDBusObjectPath &target, const QString &addr,
+                                       const QString &name, uint cod, const QString &pin,
+                                       const QDBusMessage &message)
+{
+    addPendingRequest(BtPairingRequest, target, message);
+    Q_EMIT q->btPairingRequested(target, addr, name, cod, pin);
+}
+
+void NfcAgentPrivate::RequestBTConnection(const QDBusObjectPath &target, const QString &addr,
+                                          const QString &name, uint cod, const QDBusMessage &message)
+{
+    addPendingRequest(BtConnectionRequest, target, message);
+    Q_EMIT q->btConnectionRequested(target, addr, name, cod);
+}
+
+void NfcAgentPrivate::RequestBTDisconnection(const QDBusObjectPath &target, const QString &addr,
+                                             const QString &name, uint cod, const QDBusMessage &message)
+{
+    addPendingRequest(BtDisconnectionRequest, target, message);
+    Q_EMIT q->btDisconnectionRequested(target, addr, name, cod);
+}
+
+void NfcAgentPrivate::RequestNDEFDataDelivery(const NdefMessageHandlerList &handlers,
+                                              const QDBusObjectPath &target, const QByteArray &data,
+                                              const QDBusMessage &message)
+{
+    addPendingRequest(DataDeliveryRequest, target, message);
+    Q_EMIT q->dataDeliveryRequested(handlers, target, data);
+}
+
+void NfcAgentPrivate::RequestSharingPermission(const QString &carrier, const QDBusVariant &info,
+                                               const QStringList &resources, const QDBusMessage &message)
+{
+    const QVariant plain = info.variant();
+    addPendingRequest(SharingRequest, plain, message);
+    Q_EMIT q->sharingPermissionRequested(carrier, plain, resources);
+}
+
+void NfcAgentPrivate::RequestSharingSelection(const QString &carrier, const QDBusVariant &info,
+                                              const QDBusMessage &message)
+{
+    const QVariant plain = info.variant();
+    addPendingRequest(SharingRequest, plain, message);
+    Q_EMIT q->sharingSelectionRequested(carrier, plain);
+}
+
+void NfcAgentPrivate::NotifyTouch(const QDBusObjectPath &target, const QString &status)
+{
+    int result = NfcAgent::Ok;
+    if (status != QLatin1String("ok")) {
+        qWarning("NfcAgent: failed touch status '%s' detected", qUtf8Printable(status));
+        if (status == QLatin1String("unsupported-tag-type"))
+            result = NfcAgent::UnsupportedTagTypeError;
+        else if (status == QLatin1String("malformed-content"))
+            result = NfcAgent::MalformedContentError;
+        else
+            result = NfcAgent::UnknownError;
+    }
+    Q_EMIT q->notifyTouch(target, result);
+}
+
+} // namespace ConnUi

@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCAGENT_P_H
+#define CONNUI_NFCAGENT_P_H
+
+#include <QDBusAbstractAdaptor>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusVariant>
+#include <QList>
+#include <QStringList>
+#include <QVariant>
+
+#include "ndefmessagehandler.h"
+
+namespace ConnUi {
+
+class NfcAgent;
+
+/** The agent on the bus, and the daemon's calls that wait for the user. */
+class NfcAgentPrivate : public QDBusAbstractAdaptor
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "com.tavix.nfc.UIAgent")
+
+public:
+    // The numbers appear in the log.
+    enum RequestType : int {
+        BtPairingRequest = 0,
+        BtConnectionRequest = 1,
+        BtDisconnectionRequest = 2,
+        DataDeliveryRequest = 3,
+        SharingRequest = 4,
+        AnyRequest = 5
+    };
+
+    struct Request
+    {
+        RequestType type;
+        QVariant key;
+        QDBusMessage message;
+    };
+
+    explicit NfcAgentPrivate(NfcAgent *agent);
+    ~NfcAgentPrivate() override;
+
+    void addPendingRequest(RequestType type, const QDBusObjectPath &target, const QDBusMessage &message);
+    void addPendingRequest(RequestType type, const QVariant &key, const QDBusMessage &message);
+    void replyRequest(RequestType type, const QVariant &key, const QVariant &value = {},
+                      const QString &error = {});
+    void cancelPendingRequests();
+
+    NfcAgent *q;
+    QList<Request *> requests;
+    QString path;
+
+public Q_SLOTS:
+    void Release();
+    void RequestBTPairing(const QDBusObjectPath &target, const QString &addr, const QString &name, uint cod,
+                          const QString &pin, const QDBusMessage &message);
+    void RequestBTConnection(const QDBusObjectPath &target, const QString &addr, const QString &name,
+                             uint cod, const QDBusMessage &message);
+    void RequestBTDisconnection(const QDBusObjectPath &target, const QString &addr, const QString &name,
+                                uint cod, const QDBusMessage &message);
+    void RequestNDEFDataDelivery(const NdefMessageHandlerList &handlers, const QDBusObjectPath &target,
+                                 const QByteArray &data, const QDBusMessage &message);
+    void RequestSharingPermission(const QString &carrier, const QDBusVariant &info,
+                                  const QStringList &resources, const QDBusMessage &message);
+    void RequestSharingSelection(const QString &carrier, const QDBusVariant &info,
+                                 const QDBusMessage &message);
+    void NotifyTouch(const QDBusObjectPath &target, const QString &status);
+
+private:
+    void answer(Request *request, const QVariant &value, const QString &error);
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,98 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "variantcontent.h"
+
+#include <QDataStream>
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDBusSignature>
+#include <QDBusUnixFileDescriptor>
+#include <QDBusVariant>
+
+namespace ConnUi {
+
+namespace {
+
+void write(QDataStream &out, const QVariant &value);
+
+// Reads the element at the argument's cursor and moves the cursor behind it.
+void writeNext(QDataStream &out, const QDBusArgument &argument)
+{
+    out << argument.currentSignature();
+    switch (argument.currentType()) {
+    case QDBusArgument::BasicType:
+    case QDBusArgument::VariantType:
+        write(out, argument.asVariant());
+        return;
+    case QDBusArgument::ArrayType:
+        argument.beginArray();
+        while (!argument.atEnd()) {
+            out << true;
+            writeNext(out, argument);
+        }
+        argument.endArray();
+        break;
+    case QDBusArgument::StructureType:
+        argument.beginStructure();
+        while (!argument.atEnd()) {
+            out << true;
+            writeNext(out, argument);
+        }
+        argument.endStructure();
+        break;
+    case QDBusArgument::MapType:
+        argument.beginMap();
+        while (!argument.atEnd()) {
+            out << true;
+            argument.beginMapEntry();
+            writeNext(out, argument);
+            writeNext(out, argument);
+            argument.endMapEntry();
+        }
+        argument.endMap();
+        break;
+    case QDBusArgument::MapEntryType:
+    case QDBusArgument::UnknownType:
+        break;
+    }
+    out << false;
+}
+
+void write(QDataStream &out, const QVariant &value)
+{
+    const QMetaType type = value.metaType();
+    out << QByteArray(type.name());
+    if (type == QMetaType::fromType<QDBusArgument>()) {
+        const QDBusArgument copy = value.value<QDBusArgument>();
+        writeNext(out, copy);
+    } else if (type == QMetaType::fromType<QDBusVariant>()) {
+        write(out, value.value<QDBusVariant>().variant());
+    } else if (type == QMetaType::fromType<QDBusObjectPath>()) {
+        out << value.value<QDBusObjectPath>().path();
+    } else if (type == QMetaType::fromType<QDBusSignature>()) {
+        out << value.value<QDBusSignature>().signature();
+    } else if (type == QMetaType::fromType<QDBusUnixFileDescriptor>()) {
+        out << value.value<QDBusUnixFileDescriptor>().fileDescriptor();
+    } else if (type.isValid()) {
+        type.save(out, value.constData());
+    }
+}
+
+QByteArray content(const QVariant &value)
+{
+    QByteArray bytes;
+    QDataStream out(&bytes, QIODevice::WriteOnly);
+    write(out, value);
+    return bytes;
+}
+
+} // namespace
+
+bool sameContent(const QVariant &left, const QVariant &right)
+{
+    if (left == right)
+        return true;
+    return left.metaType() == right.metaType() && content(left) == content(right);
+}
+
+} // namespace ConnUi
