@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcadapter_p.h"
 
+#include <span>
+
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMetaType>
@@ -32,13 +34,18 @@ struct Relay
     const char *slot;
 };
 
-constexpr Relay relays[] = {
-    {"PropertyChanged", SLOT(propertyChanged(QString, QDBusVariant))},
-    {"HandoverStarted", SLOT(handoverStarted())},
-    {"HandoverCarrierSelected", SLOT(handoverCarrierSelected(QString))},
-    {"HandoverCompleted", SLOT(handoverCompleted(QString, QDBusVariant))},
-    {"HandoverFailed", SLOT(handoverFailed(QString))},
-};
+// What the daemon's adapter announces, and who passes it on.
+std::span<const Relay> relays()
+{
+    static const Relay table[] = {
+        {"PropertyChanged", SLOT(propertyChanged(QString, QDBusVariant))},
+        {"HandoverStarted", SLOT(handoverStarted())},
+        {"HandoverCarrierSelected", SLOT(handoverCarrierSelected(QString))},
+        {"HandoverCompleted", SLOT(handoverCompleted(QString, QDBusVariant))},
+        {"HandoverFailed", SLOT(handoverFailed(QString))},
+    };
+    return table;
+}
 
 // Emits on every adapter that lives when the event comes, in their order. A slot may delete adapters or make
 // new ones; when it deletes the last, this binding goes too, so callers touch no member afterwards.
@@ -234,7 +241,7 @@ void NfcAdapterPrivate::handoverFailed(const QString &reason)
 void NfcAdapterPrivate::connectAdapterSignals()
 {
     QDBusConnection bus = adapterProxy->connection();
-    for (const Relay &relay : relays) {
+    for (const Relay &relay : relays()) {
         bus.connect(adapterProxy->service(), adapterProxy->path(), adapterProxy->interface(),
                     QLatin1String(relay.signal), this, relay.slot);
     }
@@ -247,7 +254,7 @@ void NfcAdapterPrivate::dropAdapterProxy()
 
     // The next daemon's default adapter may have another path; nothing of the old one may be heard then.
     QDBusConnection bus = adapterProxy->connection();
-    for (const Relay &relay : relays) {
+    for (const Relay &relay : relays()) {
         bus.disconnect(adapterProxy->service(), adapterProxy->path(), adapterProxy->interface(),
                        QLatin1String(relay.signal), this, relay.slot);
     }

@@ -3,6 +3,7 @@
 #include "variantcontent.h"
 
 #include <QDataStream>
+#include <QIODevice>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusSignature>
