@@ -1,0 +1,221 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "fakeservice.h"
+
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QThread>
+
+#include <csignal>
+#include <sys/prctl.h>
+
+namespace {
+
+QString controlInterface()
+{
+    return QStringLiteral("org.connui.FakeService");
+}
+
+// Not the connection of the code under test: its traffic is watched.
+QDBusConnection controlBus(QDBusConnection::BusType bus)
+{
+    return QDBusConnection::connectToBus(bus, QStringLiteral("fake-control-%1").arg(bus));
+}
+
+QString busWord(QDBusConnection::BusType bus)
+{
+    return bus == QDBusConnection::SystemBus ? QStringLiteral("system") : QStringLiteral("session");
+}
+
+QString serviceFolder(QDBusConnection::BusType bus)
+{
+    if (bus == QDBusConnection::SystemBus)
+        return qEnvironmentVariable("CONNUI_SYSTEM_SERVICES");
+    return qEnvironmentVariable("XDG_DATA_HOME") + QLatin1String("/dbus-1/services");
+}
+
+void reloadServiceFiles(const QDBusConnection &bus)
+{
+    const QString name = QStringLiteral("org.freedesktop.DBus");
+    bus.call(QDBusMessage::createMethodCall(name, QStringLiteral("/"), name, QStringLiteral("ReloadConfig")));
+}
+
+} // namespace
+
+FakeService::FakeService(QDBusConnection::BusType bus, const QString &service)
+    : m_bus(controlBus(bus))
+    , m_busType(bus)
+    , m_service(service)
+    , m_controlName(QLatin1String("org.connui.fake.") + service)
+{
+    registerFakeRecords();
+    m_bus.connect(m_controlName, QStringLiteral("/"), controlInterface(), QStringLiteral("Called"), this,
+                  SIGNAL(called(QString)));
+    m_bus.connect(m_controlName, QStringLiteral("/"), controlInterface(), QStringLiteral("Replied"), this,
+                  SIGNAL(replied(int)));
+    // Nobody is left behind by a test program that crashes.
+    m_process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+}
+
+FakeService::~FakeService()
+{
+    if (!m_serviceFile.isEmpty()) {
+        QFile::remove(m_serviceFile);
+        reloadServiceFiles(m_bus);
+    }
+    kill();
+}
+
+QString FakeService::service() const
+{
+    return m_service;
+}
+
+void FakeService::start()
+{
+    control(QStringLiteral("Own"));
+}
+
+void FakeService::stop()
+{
+    if (isRunning())
+        control(QStringLiteral("Leave"));
+}
+
+void FakeService::kill()
+{
+    if (isRunning()) {
+        ::kill(m_bus.interface()->servicePid(m_controlName), SIGKILL);
+        // The bus answers for a dead peer until it has read the end of its socket.
+        const QDeadlineTimer deadline(10000);
+        while (isRunning() || isOnBus()) {
+            if (deadline.hasExpired())
+                qFatal("%s outlives its process", qPrintable(m_service));
+            QThread::msleep(1);
+        }
+    }
+    m_process.waitForFinished();
+}
+
+bool FakeService::isOnBus() const
+{
+    return m_bus.interface()->isServiceRegistered(m_service);
+}
+
+void FakeService::makeActivatable(const QString &command)
+{
+    const QString fake = QStringLiteral(FAKE_SERVICE " %1 %2 own").arg(busWord(m_busType), m_service);
+    const QString exec = command.isEmpty() ? fake : command;
+    m_serviceFile = QDir(serviceFolder(m_busType)).filePath(m_service + QLatin1String(".service"));
+    QFile file(m_serviceFile);
+    if (!file.open(QFile::WriteOnly))
+        qFatal("cannot write %s", qPrintable(m_serviceFile));
+    file.write(QStringLiteral("[D-BUS Service]\nName=%1\nExec=%2\n").arg(m_service, exec).toUtf8());
+    file.close();
+    reloadServiceFiles(m_bus);
+}
+
+void FakeService::reply(const QString &member, const QVariantList &arguments)
+{
+    control(QStringLiteral("Reply"), {member, QVariant(arguments)});
+}
+
+void FakeService::fail(const QString &member, const QString &error, const QString &message)
+{
+    control(QStringLiteral("Fail"), {member, error, message});
+}
+
+void FakeService::hold(const QString &member)
+{
+    control(QStringLiteral("Hold"), {member});
+}
+
+void FakeService::release(const QString &member)
+{
+    control(QStringLiteral("Release"), {member});
+}
+
+void FakeService::delay(const QString &member, int milliseconds)
+{
+    control(QStringLiteral("Delay"), {member, milliseconds});
+}
+
+void FakeService::dieOn(const QString &member)
+{
+    control(QStringLiteral("DieOn"), {member});
+}
+
+QList<FakeCall> FakeService::calls(const QString &member)
+{
+    auto calls = qdbus_cast<QList<FakeCall>>(control(QStringLiteral("Calls")).arguments().constFirst());
+    if (!member.isEmpty())
+        calls.removeIf([member](const FakeCall &call) { return call.member != member; });
+    return calls;
+}
+
+QStringList FakeService::members()
+{
+    QStringList members;
+    for (const FakeCall &call : calls())
+        members.append(call.member);
+    return members;
+}
+
+void FakeService::clearCalls()
+{
+    control(QStringLiteral("ClearCalls"));
+}
+
+void FakeService::emitSignal(const QString &path, const QString &interface, const QString &member,
+                             const QVariantList &arguments)
+{
+    control(QStringLiteral("EmitSignal"), {path, interface, member, QVariant(arguments)});
+}
+
+int FakeService::call(const QString &service, const QString &path, const QString &interface,
+                      const QString &member, const QVariantList &arguments)
+{
+    const QDBusMessage answer =
+        control(QStringLiteral("Call"), {service, path, interface, member, QVariant(arguments)});
+    return answer.arguments().value(0).toInt();
+}
+
+QList<FakeReply> FakeService::replies()
+{
+    return qdbus_cast<QList<FakeReply>>(control(QStringLiteral("Replies")).arguments().constFirst());
+}
+
+QDBusMessage FakeService::control(const QString &method, const QVariantList &arguments)
+{
+    ensureRunning();
+    QDBusMessage message =
+        QDBusMessage::createMethodCall(m_controlName, QStringLiteral("/"), controlInterface(), method);
+    message.setArguments(arguments);
+    const QDBusMessage answer = m_bus.call(message);
+    if (answer.type() != QDBusMessage::ReplyMessage)
+        qFatal("fake %s: %s: %s", qPrintable(m_service), qPrintable(method),
+               qPrintable(answer.errorMessage()));
+    return answer;
+}
+
+bool FakeService::isRunning() const
+{
+    return m_bus.interface()->isServiceRegistered(m_controlName);
+}
+
+void FakeService::ensureRunning()
+{
+    if (isRunning())
+        return;
+    m_process.waitForFinished(); // the one that died in mid call
+    m_process.start(QStringLiteral(FAKE_SERVICE), {busWord(m_busType), m_service});
+    while (!m_process.canReadLine()) {
+        if (!m_process.waitForReadyRead())
+            qFatal("fake %s does not start", qPrintable(m_service));
+    }
+    m_process.readLine();
+}

@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// fake-service system|session NAME [own]: the process behind FakeService.
+//
+// Two connections: one is the service that the code under test sees, the other takes the test's orders.
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusVirtualObject>
+#include <QHash>
+#include <QTimer>
+
+#include <climits>
+#include <csignal>
+#include <cstdio>
+#include <utility>
+
+#include "fakerecords.h"
+
+namespace {
+
+struct Script
+{
+    QVariantList arguments;
+    QString error;
+    QString message;
+    int delay = 0;
+    bool hold = false;
+    bool die = false;
+    QList<QDBusMessage> held;
+};
+
+// What healthy services answer.
+QHash<QString, Script> usualScripts()
+{
+    QHash<QString, Script> scripts;
+    scripts[QStringLiteral("DefaultAdapter")].arguments = {
+        QVariant::fromValue(QDBusObjectPath(QStringLiteral("/com/tavix/nfc/adapter0")))};
+    scripts[QStringLiteral("GetProperties")].arguments = {
+        QVariantMap{{QStringLiteral("State"), QStringLiteral("on")}}};
+    scripts[QStringLiteral("Subscribe")].arguments = {QString(), QString(), QString(), 0u};
+    return scripts;
+}
+
+} // namespace
+
+class Process : public QDBusVirtualObject
+{
+    Q_OBJECT
+    Q_CLASSINFO("D-Bus Interface", "org.connui.FakeService")
+
+public:
+    Process(const QDBusConnection &bus, const QString &service)
+        : m_bus(bus)
+        , m_service(service)
+        , m_scripts(usualScripts())
+    {}
+
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &call, const QDBusConnection &) override
+    {
+        Script &script = m_scripts[call.member()];
+        if (script.die)
+            raise(SIGKILL);
+        m_calls.append({call.service(), call.path(), call.interface(), call.member(), call.signature(),
+                        call.arguments()});
+        Q_EMIT Called(call.member());
+        if (script.hold)
+            script.held.append(call);
+        else if (script.delay)
+            QTimer::singleShot(script.delay, this, [this, call] { answer(call); });
+        else
+            answer(call);
+        return true;
+    }
+
+public Q_SLOTS:
+    void Own() { m_bus.registerService(m_service); }
+
+    void Leave() { m_bus.unregisterService(m_service); }
+
+    void Reply(const QString &member, const QVariantList &arguments)
+    {
+        Script &script = m_scripts[member];
+        script.error.clear();
+        script.arguments = arguments;
+    }
+
+    void Fail(const QString &member, const QString &error, const QString &message)
+    {
+        m_scripts[member].error = error;
+        m_scripts[member].message = message;
+    }
+
+    void Hold(const QString &member) { m_scripts[member].hold = true; }
+
+    void Release(const QString &member)
+    {
+        Script &script = m_scripts[member];
+        script.hold = false;
+        const QList<QDBusMessage> held = std::exchange(script.held, {});
+        for (const QDBusMessage &call : held)
+            answer(call);
+    }
+
+    void Delay(const QString &member, int milliseconds) { m_scripts[member].delay = milliseconds; }
+
+    void DieOn(const QString &member) { m_scripts[member].die = true; }
+
+    QList<FakeCall> Calls() const { return m_calls; }
+
+    void ClearCalls() { m_calls.clear(); }
+
+    void EmitSignal(const QString &path, const QString &interface, const QString &member,
+                    const QVariantList &arguments)
+    {
+        QDBusMessage signal = QDBusMessage::createSignal(path, interface, member);
+        signal.setArguments(arguments);
+        m_bus.send(signal);
+    }
+
+    int Call(const QString &service, const QString &path, const QString &interface, const QString &member,
+             const QVariantList &arguments)
+    {
+        QDBusMessage call = QDBusMessage::createMethodCall(service, path, interface, member);
+        call.setArguments(arguments);
+        auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, INT_MAX), this);
+        const int id = ++m_callsMade;
+        connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, id] {
+            const QDBusMessage reply = watcher->reply();
+            const bool failed = reply.type() == QDBusMessage::ErrorMessage;
+            m_replies.append(
+                {id, reply.errorName(), reply.errorMessage(), failed ? QVariantList() : reply.arguments()});
+            watcher->deleteLater();
+            Q_EMIT Replied(id);
+        });
+        return id;
+    }
+
+    QList<FakeReply> Replies() const { return m_replies; }
+
+Q_SIGNALS:
+    void Called(const QString &member);
+    void Replied(int id);
+
+private:
+    void answer(const QDBusMessage &call)
+    {
+        const Script &script = m_scripts[call.member()];
+        m_bus.send(script.error.isEmpty() ? call.createReply(script.arguments)
+                                          : call.createErrorReply(script.error, script.message));
+    }
+
+    QDBusConnection m_bus;
+    QString m_service;
+    QHash<QString, Script> m_scripts;
+    QList<FakeCall> m_calls;
+    QList<FakeReply> m_replies;
+    int m_callsMade = 0;
+};
+
+int main(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    const QStringList words = application.arguments();
+    if (words.size() < 3)
+        qFatal("usage: fake-service system|session NAME [own]");
+    const auto bus =
+        words[1] == QLatin1String("system") ? QDBusConnection::SystemBus : QDBusConnection::SessionBus;
+    registerFakeRecords();
+
+    QDBusConnection service = QDBusConnection::connectToBus(bus, QStringLiteral("service"));
+    QDBusConnection control = QDBusConnection::connectToBus(bus, QStringLiteral("control"));
+    Process process(service, words[2]);
+    service.registerVirtualObject(QStringLiteral("/"), &process, QDBusConnection::SubPath);
+    control.registerObject(QStringLiteral("/"), &process,
+                           QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals);
+    control.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                    QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"),
+                    &application, SLOT(quit()));
+    if (!control.registerService(QLatin1String("org.connui.fake.") + words[2]))
+        qFatal("%s is faked already", qPrintable(words[2]));
+    if (words.size() > 3)
+        process.Own();
+    puts("ready");
+    fflush(stdout);
+    return application.exec();
+}
+
+#include "fakeserviceprocess.moc"
