@@ -1,0 +1,118 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NDEFGENERATOR_H
+#define CONNUI_NDEFGENERATOR_H
+
+#include <connui_nfc_export.h>
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+class NDEFGeneratorPrivate;
+
+/**
+ * Encodes URIs and MIME data as one NDEF message.
+ *
+ * The bytes are those of the NFC Forum's NFC Data Exchange Format and URI Record Type Definition, ready to be
+ * written to a tag or pushed to a peer. Records appear in the message in the order in which they were added.
+ *
+ * @code
+ * NDEFGenerator generator;
+ * generator.addRecord(NDEFGenerator::Record(QStringLiteral("https://www.example.org/")));
+ * const QByteArray message = generator.data();
+ * @endcode
+ *
+ * A generator is used from one thread.
+ */
+class CONNUI_NFC_EXPORT NDEFGenerator : public QObject
+{
+    Q_OBJECT
+
+public:
+    /**
+     * A URI, or a MIME type with its data, that awaits encoding. Fixed once it is built; a copy is deep.
+     */
+    class CONNUI_NFC_EXPORT Record
+    {
+    public:
+        /** Makes a record of a URI. Any text is taken; an empty one makes a record that encodes to nothing.
+         */
+        Record(const QString &uri);
+
+        /**
+         * Makes a record of data and its MIME type, as in "text/vcard".
+         *
+         * Data without a type is kept, but NDEFGenerator::data() leaves it out. A type that is not two parts
+         * around one "/" is written with the type name format 0, which other decoders read as an empty
+         * record.
+         */
+        Record(const QString &mimeType, const QByteArray &mimeData);
+
+        /** Copies the record and all that it holds. */
+        Record(const Record &other);
+
+        /** Takes over what the other record holds, which may only be destroyed after that. */
+        Record(Record &&other) noexcept;
+
+        Record &operator=(const Record &) = delete;
+
+        virtual ~Record();
+
+        /** Returns the URI, empty in a MIME record. */
+        QString uri() const;
+
+        /** Returns the MIME type, empty in a URI record. */
+        QString mimeType() const;
+
+        /** Returns the MIME data, empty in a URI record. */
+        QByteArray mimeData() const;
+
+        /**
+         * Tells whether both records have the same URI, or else the same MIME type and data.
+         *
+         * Since only one of the two is ever set, any two URI records are equal, any two MIME records are
+         * equal, and a record with nothing in it equals every other. NDEFGenerator::data() marks the
+         * message's begin and end by this.
+         */
+        bool operator==(const Record &other) const;
+
+    private:
+        friend class NDEFGenerator;
+        class Private;
+        Private *d;
+    };
+
+    /** Makes a generator without records. */
+    explicit NDEFGenerator(QObject *parent = nullptr);
+    ~NDEFGenerator() override;
+
+    /** Appends a copy of the record. It is not validated, and may be one that was added before. */
+    void addRecord(const NDEFGenerator::Record &record);
+
+    /** Appends the record itself. */
+    void addRecord(NDEFGenerator::Record &&record);
+
+    /** Removes all records. */
+    void clear();
+
+    /**
+     * Returns the message, in time linear in its size; empty when there is no record that can be written.
+     *
+     * Every record that equals the first one carries the flag Message Begin and every record that equals the
+     * last one Message End, so both stand on every record of a message that is all URIs or all MIME data. A
+     * MIME record with data but no type is left out with a warning, one that is empty altogether without.
+     *
+     * Nothing is ever split into chunks or given an ID. The type's length is written as one byte even where
+     * the type is longer than 255 bytes.
+     */
+    QByteArray data() const;
+
+private:
+    NDEFGeneratorPrivate *const d;
+};
+
+// A record is a pointer to its own data, whatever its address: a growing list may move it byte by byte.
+Q_DECLARE_TYPEINFO(NDEFGenerator::Record, Q_RELOCATABLE_TYPE);
+
+#endif

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NDEFGENERATOR_P_H
+#define CONNUI_NDEFGENERATOR_P_H
+
+#include "ndefgenerator.h"
+
+#include <QList>
+
+class NDEFGenerator::Record::Private
+{
+public:
+    QString uri;
+    QString mimeType;
+    QByteArray mimeData;
+};
+
+class NDEFGeneratorPrivate
+{
+public:
+    /**
+     * Returns one encoded record.
+     *
+     * The type name format follows from the type: "U" and "Sp" are well-known types, two parts around one "/"
+     * are a media type, and anything else is written as Empty, though with its type.
+     */
+    QByteArray generateRecord(const QByteArray &type, const QByteArray &payload, bool messageBegin,
+                              bool messageEnd, const QByteArray &id) const;
+
+    /** Returns the record of a URI, its beginning abbreviated to an identifier code where there is one for
+     * it. */
+    QByteArray generateUriRecord(const QString &uri, bool messageBegin, bool messageEnd,
+                                 const QByteArray &id) const;
+
+    QList<NDEFGenerator::Record> records;
+};
+
+#endif
