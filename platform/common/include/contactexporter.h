@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CONTACTEXPORTER_H
+#define CONNUI_CONTACTEXPORTER_H
+
+#include <connui_common_export.h>
+#include <QFileInfo>
+#include <QImage>
+#include <QString>
+#include <QTemporaryFile>
+
+namespace ConnUi {
+
+/**
+ * Hands out the user's contacts as vCard files and reads names and pictures from such cards.
+ *
+ * A contact is named by "contact:" and its id, and is the card $XDG_DATA_HOME/contacts/<id>.vcf. An id that
+ * holds a slash or ".." names no contact. Cards are vCard 2.1 or 3.0 (RFC 2426); one that is larger than 4
+ * MiB is refused with a warning. All calls block for as long as the file takes to read.
+ */
+class CONNUI_COMMON_EXPORT ContactExporter
+{
+public:
+    /**
+     * Writes the card of \p contact into a new file that only the user can read, and returns that file,
+     * closed.
+     *
+     * The caller owns the object; deleting it removes the file. Where there is no such contact, or it cannot
+     * be copied, the file is empty and a warning says so. Never returns null.
+     */
+    static QTemporaryFile *createContactCardFile(const QString &contact);
+
+    /**
+     * Reads the name in the card \p file: \p first becomes the given name and \p second the family name, each
+     * empty when the card has none. A card without either gives its formatted name as \p first.
+     *
+     * A file that cannot be read or is no card leaves both empty, with a warning unless it is an empty file.
+     */
+    static void resolveContactInfo(const QFileInfo &file, QString &first, QString &second);
+
+    /**
+     * Reads the picture in the card of \p contact into \p avatar.
+     *
+     * Returns false, with \p avatar untouched, when there is no such contact or no picture in its card that
+     * can be decoded. Pictures that a card only refers to are not fetched.
+     */
+    static bool resolveContactAvatar(const QString &contact, QImage &avatar);
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_OFFLINEMODE_H
+#define CONNUI_OFFLINEMODE_H
+
+#include <connui_common_export.h>
+#include <QObject>
+
+namespace ConnUi {
+
+/**
+ * Tells whether the device is in offline (flight) mode, as the connection manager on the system bus sees it.
+ */
+class CONNUI_COMMON_EXPORT OfflineMode : public QObject
+{
+    Q_OBJECT
+public:
+    /**
+     * Creates an object that asks at every currentStatus(). Sends nothing by itself.
+     */
+    explicit OfflineMode(QObject *parent = nullptr);
+
+    /**
+     * Returns 0 in offline mode, 1 otherwise.
+     *
+     * Asks "net.connman" and blocks until it answers, for 100 ms at most. Without a connection manager on the
+     * bus, which is not started for this, the device is not offline. The same is said, with one warning,
+     * where the manager is too slow, refuses or answers nonsense.
+     */
+    int currentStatus() const;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_TEST_DBUSMOCK_H
+#define CONNUI_TEST_DBUSMOCK_H
+
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
+#include <QDBusMessage>
+#include <QProcess>
+#include <QtTest>
+
+// A service of python3-dbusmock on the system bus, in a process of its own, for as long as the object lives.
+class DBusMock
+{
+public:
+    // Arguments as "python3 -m dbusmock" takes them.
+    DBusMock(const QString &service, const QStringList &arguments) : m_service(service)
+    {
+        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // Debian's own interpreter: another one first in the path would not find Debian's modules.
+        m_process.start(
+            QStringLiteral("/usr/bin/python3"),
+            QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system")} +
+                arguments);
+    }
+
+    ~DBusMock()
+    {
+        m_process.terminate();
+        m_process.waitForFinished();
+        // The bus may learn of the end later than we do.
+        (void)QTest::qWaitFor([this] { return !isRegistered(); });
+    }
+
+    bool waitForRegistered() const
+    {
+        const auto settled = [this] { return isRegistered() || m_process.state() == QProcess::NotRunning; };
+        return QTest::qWaitFor(settled, 30000) && isRegistered();
+    }
+
+    // Calls and waits for the answer; an error message when that is what came.
+    QDBusMessage call(const QString &path, const QString &interface, const QString &method,
+                      const QVariantList &arguments) const
+    {
+        auto message = QDBusMessage::createMethodCall(m_service, path, interface, method);
+        message.setArguments(arguments);
+        return QDBusConnection::systemBus().call(message);
+    }
+
+    // Adds a method with a body in Python.
+    QDBusMessage addMethod(const QString &path, const QString &interface, const QString &name,
+                           const QString &in, const QString &out, const QString &body) const
+    {
+        return call(path, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("AddMethod"),
+                    {interface, name, in, out, body});
+    }
+
+    // How often a method was called since the start.
+    int callCount(const QString &path, const QString &method) const
+    {
+        const auto reply = call(path, QStringLiteral("org.freedesktop.DBus.Mock"),
+                                QStringLiteral("GetMethodCalls"), {method});
+        const auto calls = reply.arguments().value(0).value<QDBusArgument>();
+        int count = 0;
+        for (calls.beginArray(); !calls.atEnd(); ++count) {
+            qulonglong time;
+            QVariantList arguments;
+            calls.beginStructure();
+            calls >> time >> arguments;
+            calls.endStructure();
+        }
+        return count;
+    }
+
+private:
+    bool isRegistered() const
+    {
+        return QDBusConnection::systemBus().interface()->isServiceRegistered(m_service);
+    }
+
+    QString m_service;
+    QProcess m_process;
+};
+
+#endif

@@ -1,0 +1,171 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "dbusmock.h"
+
+#include <OfflineMode>
+#include <QElapsedTimer>
+#include <QtTest>
+
+using ConnUi::OfflineMode;
+
+namespace {
+
+const auto Service = QStringLiteral("net.connman");
+const auto Manager = QStringLiteral("net.connman.Manager");
+
+// A connection manager whose GetProperties has the given body.
+struct ConnectionManager : DBusMock
+{
+    explicit ConnectionManager(const QString &out, const QString &body)
+        : DBusMock(Service, {Service, QStringLiteral("/"), Manager})
+    {
+        ready = waitForRegistered() &&
+                addMethod(QStringLiteral("/"), Manager, QStringLiteral("GetProperties"), QString(), out, body)
+                        .type() == QDBusMessage::ReplyMessage;
+    }
+
+    bool ready;
+};
+
+const auto Properties = QStringLiteral("a{sv}");
+
+} // namespace
+
+class TestOfflineMode : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void noServiceIsNotOffline();
+    void serviceIsNotStarted();
+    void offlineIsZero();
+    void onlineIsNot();
+    void everyCallAsksAnew();
+    void slowAnswerIsNotOfflineInTime();
+    void nonsenseIsNotOffline_data();
+    void nonsenseIsNotOffline();
+    void refusalIsNotOffline();
+};
+
+void TestOfflineMode::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+void TestOfflineMode::noServiceIsNotOffline()
+{
+    QCOMPARE(OfflineMode().currentStatus(), 1);
+}
+
+void TestOfflineMode::serviceIsNotStarted()
+{
+    const QString path =
+        qEnvironmentVariable("CONNUI_SYSTEM_SERVICES") + QStringLiteral("/net.connman.service");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[D-BUS Service]\nName=net.connman\nExec=/usr/bin/python3 -m dbusmock --system net.connman / "
+               "net.connman.Manager\n");
+    file.close();
+    const auto cleanup = qScopeGuard([&] { file.remove(); });
+    auto *bus = QDBusConnection::systemBus().interface();
+    QVERIFY(bus->call(QStringLiteral("ReloadConfig")).type() == QDBusMessage::ReplyMessage);
+    QTRY_VERIFY(bus->activatableServiceNames().value().contains(Service));
+
+    QCOMPARE(OfflineMode().currentStatus(), 1);
+    QVERIFY(!bus->isServiceRegistered(Service));
+}
+
+void TestOfflineMode::offlineIsZero()
+{
+    ConnectionManager manager(Properties, QStringLiteral("ret = {'State': 'offline', 'OfflineMode': True}"));
+    QVERIFY(manager.ready);
+    QCOMPARE(OfflineMode().currentStatus(), 0);
+}
+
+void TestOfflineMode::onlineIsNot()
+{
+    ConnectionManager manager(Properties, QStringLiteral("ret = {'State': 'online', 'OfflineMode': False}"));
+    QVERIFY(manager.ready);
+    QCOMPARE(OfflineMode().currentStatus(), 1);
+}
+
+void TestOfflineMode::everyCallAsksAnew()
+{
+    OfflineMode offline;
+    {
+        ConnectionManager manager(Properties, QStringLiteral("ret = {'OfflineMode': True}"));
+        QVERIFY(manager.ready);
+        QCOMPARE(offline.currentStatus(), 0);
+        QCOMPARE(offline.currentStatus(), 0);
+        QCOMPARE(manager.callCount(QStringLiteral("/"), QStringLiteral("GetProperties")), 2);
+    }
+    QCOMPARE(offline.currentStatus(), 1);
+}
+
+void TestOfflineMode::slowAnswerIsNotOfflineInTime()
+{
+    ConnectionManager manager(Properties,
+                              QStringLiteral("import time; time.sleep(5); ret = {'OfflineMode': True}"));
+    QVERIFY(manager.ready);
+    // A loaded machine may wake us late, but hardly every time.
+    qint64 shortest = 5000;
+    for (int i = 0; i < 5; ++i) {
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            "OfflineMode: GetProperties returned error 'org.freedesktop.DBus.Error.NoReply': Did not receive "
+            "a "
+            "reply. Possible causes include: the remote application did not send a reply, the message bus "
+            "security policy blocked the reply, the reply timeout expired, or the network connection was "
+            "broken.");
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(OfflineMode().currentStatus(), 1);
+        shortest = qMin(shortest, timer.elapsed());
+    }
+    QVERIFY2(shortest <= 100, qPrintable(QString::number(shortest)));
+}
+
+void TestOfflineMode::nonsenseIsNotOffline_data()
+{
+    QTest::addColumn<QString>("signature");
+    QTest::addColumn<QString>("body");
+    QTest::addColumn<QByteArray>("warning");
+    const QByteArray notBoolean("OfflineMode: the connection manager's OfflineMode is not a boolean");
+    QTest::newRow("property missing")
+        << Properties << QStringLiteral("ret = {'State': 'idle'}") << notBoolean;
+    QTest::newRow("a string") << Properties << QStringLiteral("ret = {'OfflineMode': 'true'}") << notBoolean;
+    QTest::newRow("a number") << Properties << QStringLiteral("ret = {'OfflineMode': 1}") << notBoolean;
+    QTest::newRow("no properties") << QStringLiteral("s") << QStringLiteral("ret = 'offline'")
+                                   << QByteArray(
+                                          "OfflineMode: GetProperties returned error "
+                                          "'org.freedesktop.DBus.Error.InvalidSignature': Unexpected reply "
+                                          "signature: got \"s\" (QString), expected \"a{sv}\" (QVariantMap)");
+}
+
+void TestOfflineMode::nonsenseIsNotOffline()
+{
+    QFETCH(QString, signature);
+    QFETCH(QString, body);
+    QFETCH(QByteArray, warning);
+    ConnectionManager manager(signature, body);
+    QVERIFY(manager.ready);
+    QTest::ignoreMessage(QtWarningMsg, warning.constData());
+    QCOMPARE(OfflineMode().currentStatus(), 1);
+}
+
+void TestOfflineMode::refusalIsNotOffline()
+{
+    ConnectionManager manager(
+        Properties,
+        QStringLiteral(
+            "raise dbus.exceptions.DBusException('not for you', name='net.connman.Error.Denied')"));
+    QVERIFY(manager.ready);
+    QTest::ignoreMessage(QtWarningMsg,
+                         "OfflineMode: GetProperties returned error 'net.connman.Error.Denied': not for you");
+    QCOMPARE(OfflineMode().currentStatus(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestOfflineMode)
+#include "tst_offlinemode.moc"
