@@ -50,7 +50,7 @@ QList<Content> mixed(int count)
     QList<Content> contents;
     for (int i = 0; i < count; ++i) {
         if (i % 2)
-            contents.append({{}, types[i % std::size(types)], QByteArray(16 + i % 400, 'x')});
+            contents.append({{}, types[i % std::size(types)], QByteArray(60 * (1 + i % 5), 'x')});
         else
             contents.append({uri(i), {}, {}});
     }
