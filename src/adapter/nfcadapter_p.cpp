@@ -26,7 +26,7 @@ namespace ConnUi {
 namespace {
 
 // A daemon that lives shorter than this is not started again.
-constexpr qint64 shortestLife = 3000; // milliseconds
+constexpr std::chrono::milliseconds shortestLife(3000);
 
 struct Relay
 {
@@ -65,6 +65,7 @@ void announce(Emit emitOn)
 NfcAdapterPrivate *NfcAdapterPrivate::instance = nullptr;
 QList<NfcAdapter *> NfcAdapterPrivate::adapters;
 bool NfcAdapterPrivate::adapterBroken = false;
+NfcAdapterPrivate::Clock::time_point (*NfcAdapterPrivate::now)() = Clock::now;
 
 NfcAdapterPrivate::NfcAdapterPrivate() : radioState(new RadioState(RadioState::NFC, this))
 {
@@ -174,7 +175,7 @@ void NfcAdapterPrivate::propertyChanged(const QString &property, const QDBusVari
 void NfcAdapterPrivate::serviceRegistered()
 {
     dropAdapterProxy();
-    launchTime.start();
+    launchTime = now();
 
     const QDBusConnection bus = QDBusConnection::systemBus();
     NfcManagerProxy manager(NfcService::name(), QStringLiteral("/"), bus);
@@ -265,13 +266,14 @@ void NfcAdapterPrivate::dropAdapterProxy()
 void NfcAdapterPrivate::checkForBrokenDaemon()
 {
     // A daemon that this binding never saw coming up cannot have come up just now.
-    if (!launchTime.isValid() || !radioState->enabled())
+    if (!launchTime || !radioState->enabled())
         return;
-    const qint64 life = launchTime.elapsed();
+    const auto life = std::chrono::duration_cast<std::chrono::milliseconds>(now() - *launchTime);
     if (life >= shortestLife)
         return;
 
-    qWarning("NfcAdapterPrivate: nfcd stopped %d msec after launch when adapter is powered", int(life));
+    qWarning("NfcAdapterPrivate: nfcd stopped %d msec after launch when adapter is powered",
+             int(life.count()));
     qWarning("NfcAdapterPrivate: marking adapter as broken");
     radioState->setEnabled(false);
     adapterBroken = true;

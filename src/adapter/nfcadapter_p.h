@@ -4,9 +4,11 @@
 #define CONNUI_NFCADAPTER_P_H
 
 #include <QDBusVariant>
-#include <QElapsedTimer>
 #include <QList>
 #include <QVariantMap>
+
+#include <chrono>
+#include <optional>
 
 class NfcAdapterProxy;
 class QDBusError;
@@ -24,6 +26,9 @@ class NfcAdapterPrivate : public QObject
     Q_OBJECT
 
 public:
+    // A clock that no change of the date can fool.
+    using Clock = std::chrono::steady_clock;
+
     NfcAdapterPrivate();
     ~NfcAdapterPrivate() override;
 
@@ -38,8 +43,9 @@ public:
     static NfcAdapterPrivate *instance;
     static QList<NfcAdapter *> adapters;
     static bool adapterBroken;
+    static Clock::time_point (*now)();
 
-    QElapsedTimer launchTime;
+    std::optional<Clock::time_point> launchTime;
     bool propertiesFetched = false;
     QVariantMap properties;
     NfcAdapterProxy *adapterProxy = nullptr;

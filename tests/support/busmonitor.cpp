@@ -51,6 +51,8 @@ QStringList BusMonitor::takeCalls()
             continue;
         if (columns[Member] == mark)
             return calls;
+        if (columns[Interface] == QLatin1String("org.connui.FakeService"))
+            continue; // the fakes' own
         calls.append(columns[Interface] + u'.' + columns[Member]);
     }
 }

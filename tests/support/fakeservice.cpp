@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "fakeservice.h"
 
+#include <QCoreApplication>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDeadlineTimer>
@@ -43,6 +44,28 @@ void reloadServiceFiles(const QDBusConnection &bus)
     bus.call(QDBusMessage::createMethodCall(name, QStringLiteral("/"), name, QStringLiteral("ReloadConfig")));
 }
 
+// The shared connections deliver nothing until the event loop has run once.
+void startDelivery()
+{
+    static const bool started = [] {
+        QDBusConnection::systemBus();
+        QDBusConnection::sessionBus();
+        QCoreApplication::processEvents();
+        return true;
+    }();
+    Q_UNUSED(started)
+}
+
+// The answer, an error, comes after everything that the bus has sent before.
+void settle(QDBusConnection::BusType bus)
+{
+    QDBusConnection connection =
+        bus == QDBusConnection::SystemBus ? QDBusConnection::systemBus() : QDBusConnection::sessionBus();
+    connection.call(
+        QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
+                                       QStringLiteral("org.connui.FakeService"), QStringLiteral("Settle")));
+}
+
 } // namespace
 
 FakeService::FakeService(QDBusConnection::BusType bus, const QString &service)
@@ -52,6 +75,7 @@ FakeService::FakeService(QDBusConnection::BusType bus, const QString &service)
     , m_controlName(QLatin1String("org.connui.fake.") + service)
 {
     registerFakeRecords();
+    startDelivery();
     m_bus.connect(m_controlName, QStringLiteral("/"), controlInterface(), QStringLiteral("Called"), this,
                   SIGNAL(called(QString)));
     m_bus.connect(m_controlName, QStringLiteral("/"), controlInterface(), QStringLiteral("Replied"), this,
@@ -97,6 +121,7 @@ void FakeService::kill()
                 qFatal("%s outlives its process", qPrintable(m_service));
             QThread::msleep(1);
         }
+        settle(m_busType);
     }
     m_process.waitForFinished();
 }
@@ -149,6 +174,11 @@ void FakeService::dieOn(const QString &member)
     control(QStringLiteral("DieOn"), {member});
 }
 
+void FakeService::leaveOn(const QString &member)
+{
+    control(QStringLiteral("LeaveOn"), {member});
+}
+
 QList<FakeCall> FakeService::calls(const QString &member)
 {
     auto calls = qdbus_cast<QList<FakeCall>>(control(QStringLiteral("Calls")).arguments().constFirst());
@@ -199,6 +229,7 @@ QDBusMessage FakeService::control(const QString &method, const QVariantList &arg
     if (answer.type() != QDBusMessage::ReplyMessage)
         qFatal("fake %s: %s: %s", qPrintable(m_service), qPrintable(method),
                qPrintable(answer.errorMessage()));
+    settle(m_busType);
     return answer;
 }
 

@@ -16,6 +16,9 @@
  * with the usual answer of the daemon or of the policy daemon where there is one (see
  * fakeserviceprocess.cpp), else with an empty reply. Scripts go by member name.
  *
+ * What a function below does has reached the program's own connection to the bus when it returns: the events
+ * that it causes wait in the event queue.
+ *
  * The process starts when it is first needed, so a fake can be scripted before start() lets the world see it.
  * It does not survive this object.
  */
@@ -52,6 +55,8 @@ public:
     void delay(const QString &member, int milliseconds);
     /** Kills the process when the next call of \a member arrives. */
     void dieOn(const QString &member);
+    /** Gives the service name up before the next call of \a member is answered. */
+    void leaveOn(const QString &member);
 
     /** Returns the calls received, in their order; of one member when it is given. */
     QList<FakeCall> calls(const QString &member = {});

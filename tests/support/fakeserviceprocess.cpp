@@ -6,6 +6,7 @@
 // Two connections: one is the service that the code under test sees, the other takes the test's orders.
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -30,6 +31,7 @@ struct Script
     int delay = 0;
     bool hold = false;
     bool die = false;
+    bool leave = false;
     QList<QDBusMessage> held;
 };
 
@@ -66,6 +68,8 @@ public:
         Script &script = m_scripts[call.member()];
         if (script.die)
             raise(SIGKILL);
+        if (script.leave)
+            Leave();
         m_calls.append({call.service(), call.path(), call.interface(), call.member(), call.signature(),
                         call.arguments()});
         Q_EMIT Called(call.member());
@@ -111,6 +115,8 @@ public Q_SLOTS:
 
     void DieOn(const QString &member) { m_scripts[member].die = true; }
 
+    void LeaveOn(const QString &member) { m_scripts[member].leave = true; }
+
     QList<FakeCall> Calls() const { return m_calls; }
 
     void ClearCalls() { m_calls.clear(); }
@@ -121,6 +127,8 @@ public Q_SLOTS:
         QDBusMessage signal = QDBusMessage::createSignal(path, interface, member);
         signal.setArguments(arguments);
         m_bus.send(signal);
+        // The bus has it when it has answered.
+        m_bus.interface()->isServiceRegistered(m_service);
     }
 
     int Call(const QString &service, const QString &path, const QString &interface, const QString &member,
