@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QProcess>
+#include <QtTest>
+
+class TestNdefWrite : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void uriIsPrintedInHex();
+    void fileBecomesAMimeRecord();
+    void messageIsWrittenToAFile();
+    void fileThatCannotBeReadEndsTheProgram();
+
+private:
+    QByteArray run(const QStringList &arguments);
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    QProcess m_program;
+};
+
+void TestNdefWrite::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    m_folder = std::make_unique<QTemporaryDir>();
+    QFile card(m_folder->filePath(QStringLiteral("card.vcf")));
+    QVERIFY(card.open(QIODevice::WriteOnly));
+    card.write("BEGIN:VCARD\r\n");
+}
+
+QByteArray TestNdefWrite::run(const QStringList &arguments)
+{
+    m_program.setWorkingDirectory(m_folder->path());
+    m_program.start(QStringLiteral(NDEF_WRITE), arguments);
+    if (!m_program.waitForFinished())
+        qFatal("%s does not end", NDEF_WRITE);
+    return m_program.readAllStandardOutput();
+}
+
+void TestNdefWrite::uriIsPrintedInHex()
+{
+    QCOMPARE(run({QStringLiteral("tel:12345")}), "d1 01 06 55 05 31 32 33 34 35\n");
+    QCOMPARE(m_program.exitCode(), 0);
+}
+
+void TestNdefWrite::fileBecomesAMimeRecord()
+{
+    const QByteArray message = "\xD2\x0A\x0Dtext/vcardBEGIN:VCARD\r\n";
+    QCOMPARE(run({QStringLiteral("card.vcf")}), message.toHex(' ') + '\n');
+}
+
+void TestNdefWrite::messageIsWrittenToAFile()
+{
+    QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("x.ndef"), QStringLiteral("tel:1"),
+                  QStringLiteral("card.vcf")}),
+             "");
+    QFile file(m_folder->filePath(QStringLiteral("x.ndef")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), "\x91\x01\x02U\x05\x31\x52\x0A\x0Dtext/vcardBEGIN:VCARD\r\n");
+}
+
+void TestNdefWrite::fileThatCannotBeReadEndsTheProgram()
+{
+    QCOMPARE(run({QStringLiteral("tel:1"), QStringLiteral("none.vcf")}), "");
+    QCOMPARE(m_program.readAllStandardError(), "ndef-write: none.vcf: No such file or directory\n");
+    QCOMPARE(m_program.exitCode(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestNdefWrite)
+#include "tst_ndefwrite.moc"
