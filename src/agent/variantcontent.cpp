@@ -3,16 +3,25 @@
 #include "variantcontent.h"
 
 #include <QDataStream>
-#include <QIODevice>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDBusSignature>
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
+#include <QIODevice>
+#include <sys/stat.h>
 
 namespace ConnUi {
 
 namespace {
+
+// The file behind a descriptor, not its number: every reading of an argument makes a new descriptor.
+void writeFile(QDataStream &out, const QDBusUnixFileDescriptor &descriptor)
+{
+    struct stat file;
+    if (::fstat(descriptor.fileDescriptor(), &file) == 0)
+        out << quint64(file.st_dev) << quint64(file.st_ino);
+}
 
 void write(QDataStream &out, const QVariant &value);
 
@@ -73,7 +82,7 @@ void write(QDataStream &out, const QVariant &value)
     } else if (type == QMetaType::fromType<QDBusSignature>()) {
         out << value.value<QDBusSignature>().signature();
     } else if (type == QMetaType::fromType<QDBusUnixFileDescriptor>()) {
-        out << value.value<QDBusUnixFileDescriptor>().fileDescriptor();
+        writeFile(out, value.value<QDBusUnixFileDescriptor>());
     } else if (type.isValid()) {
         type.save(out, value.constData());
     }
