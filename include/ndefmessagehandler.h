@@ -98,7 +98,7 @@ using NdefMessageHandlerList = QList<NdefMessageHandler>;
 
 } // namespace ConnUi
 
-/** Writes \a handler as the structure (ssos). */
+/** Writes \a handler as the structure (ssos). Its path may not be empty: D-Bus has no such path. */
 CONNUI_NFC_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
                                             const ConnUi::NdefMessageHandler &handler);
 

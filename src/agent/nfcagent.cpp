@@ -4,6 +4,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMetaType>
+#include <QDBusVariant>
 
 #include "dbusnames.h"
 #include "nfcagent_p.h"
@@ -18,9 +19,12 @@ QString rejected()
 }
 
 // The D-Bus library looks the types of an adaptor's method up by the plain names that stand in its signature;
-// a method with a type of an unknown name is not exported.
-void registerHandlerTypes()
+// a method with a type of an unknown name is not exported. Its own types are no exception as long as nobody
+// in the process has used them.
+void registerArgumentTypes()
 {
+    qRegisterMetaType<QDBusObjectPath>("QDBusObjectPath");
+    qRegisterMetaType<QDBusVariant>("QDBusVariant");
     qRegisterMetaType<NdefMessageHandler>("NdefMessageHandler");
     qDBusRegisterMetaType<NdefMessageHandler>();
     qRegisterMetaType<NdefMessageHandlerList>("NdefMessageHandlerList");
@@ -31,7 +35,7 @@ void registerHandlerTypes()
 
 NfcAgent::NfcAgent(QObject *parent) : QObject(parent), d(new NfcAgentPrivate(this))
 {
-    registerHandlerTypes();
+    registerArgumentTypes();
     QDBusConnection::systemBus().registerObject(d->path, this, QDBusConnection::ExportAdaptors);
 }
 
