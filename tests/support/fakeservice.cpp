@@ -169,6 +169,11 @@ void FakeService::delay(const QString &member, int milliseconds)
     control(QStringLiteral("Delay"), {member, milliseconds});
 }
 
+void FakeService::hangAfter(const QString &member)
+{
+    control(QStringLiteral("HangAfter"), {member});
+}
+
 void FakeService::dieOn(const QString &member)
 {
     control(QStringLiteral("DieOn"), {member});

@@ -53,6 +53,8 @@ public:
     void release(const QString &member);
     /** Answers further calls of \a member after some time. */
     void delay(const QString &member, int milliseconds);
+    /** Has the process answer the next call of \a member and then do nothing more; only kill() is left. */
+    void hangAfter(const QString &member);
     /** Kills the process when the next call of \a member arrives. */
     void dieOn(const QString &member);
     /** Gives the service name up before the next call of \a member is answered. */

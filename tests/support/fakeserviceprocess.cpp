@@ -17,6 +17,7 @@
 #include <climits>
 #include <csignal>
 #include <cstdio>
+#include <unistd.h>
 #include <utility>
 
 #include "fakerecords.h"
@@ -30,6 +31,7 @@ struct Script
     QString message;
     int delay = 0;
     bool hold = false;
+    bool hang = false;
     bool die = false;
     bool leave = false;
     QList<QDBusMessage> held;
@@ -79,6 +81,8 @@ public:
             QTimer::singleShot(script.delay, this, [this, call] { answer(call); });
         else
             answer(call);
+        while (script.hang)
+            pause();
         return true;
     }
 
@@ -112,6 +116,8 @@ public Q_SLOTS:
     }
 
     void Delay(const QString &member, int milliseconds) { m_scripts[member].delay = milliseconds; }
+
+    void HangAfter(const QString &member) { m_scripts[member].hang = true; }
 
     void DieOn(const QString &member) { m_scripts[member].die = true; }
 
