@@ -1,0 +1,29 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_HANDLERFOLDER_H
+#define CONNUI_SIM_HANDLERFOLDER_H
+
+#include <QList>
+#include <QStringList>
+
+#include "handler.h"
+
+/** Folders of announcement files (*.handler); nfcd-sim(1) describes their format. */
+class HandlerFolder
+{
+public:
+    explicit HandlerFolder(const QStringList &folders);
+
+    /**
+     * The handlers that take content of \a kind (see ndefKind()), by file name.
+     *
+     * The files are read anew each time, so that an application can be added while the daemon runs. A file
+     * that announces nothing usable is skipped with a warning.
+     */
+    QList<Handler> handlersFor(const QString &kind) const;
+
+private:
+    const QStringList folders;
+};
+
+#endif

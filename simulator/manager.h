@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_MANAGER_H
+#define CONNUI_SIM_MANAGER_H
+
+#include <QDBusObjectPath>
+#include <QObject>
+
+/** The daemon's entry at "/": tells where the adapter is. */
+class Manager : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Manager(const QDBusObjectPath &adapter, QObject *parent = nullptr);
+
+    QDBusObjectPath DefaultAdapter() const;
+
+private:
+    const QDBusObjectPath adapter;
+};
+
+#endif

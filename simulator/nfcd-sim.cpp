@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <cstdio>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusMetaType>
+#include <QStandardPaths>
+
+#include "adapter.h"
+#include "adapteradaptor.h"
+#include "bluetoothpeer.h"
+#include "manager.h"
+#include "manageradaptor.h"
+#include "simulator.h"
+#include "simulatoradaptor.h"
+
+namespace {
+
+enum ExitCode { Failed = 1, BadArguments = 64 };
+
+int fail(ExitCode code, const QString &reason)
+{
+    std::fprintf(stderr, "nfcd-sim: %s\n", qUtf8Printable(reason));
+    return code;
+}
+
+QStringList announcementFolders()
+{
+    return QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
+                                     QStringLiteral("connui-nfc/handlers"), QStandardPaths::LocateDirectory);
+}
+
+void registerTypes()
+{
+    qRegisterMetaType<QDBusObjectPath>();
+    qRegisterMetaType<QDBusVariant>();
+    qDBusRegisterMetaType<BluetoothPeer>();
+    qDBusRegisterMetaType<Handler>();
+    qDBusRegisterMetaType<QList<Handler>>();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "The NFC daemon com.tavix.nfc, simulated: owns its name on the system bus and does without a "
+        "reader. nfctap holds tags and devices against it."));
+    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption handlers(
+        QStringLiteral("handlers"),
+        QStringLiteral(
+            "Read the announcement files of handler applications from <folder> (may be repeated) instead "
+            "of connui-nfc/handlers in the data folders."),
+        QStringLiteral("folder"));
+    const QCommandLineOption step(
+        QStringLiteral("handover-step"),
+        QStringLiteral("Let <ms> milliseconds pass between the steps of a handover."), QStringLiteral("ms"),
+        QStringLiteral("300"));
+    parser.addOptions({handlers, step});
+
+    const bool understood = parser.parse(QCoreApplication::arguments());
+    if (parser.isSet(help))
+        parser.showHelp();
+    if (parser.isSet(version))
+        parser.showVersion();
+    if (!understood)
+        return fail(BadArguments, parser.errorText());
+    bool isNumber = false;
+    const int handoverStep = parser.value(step).toInt(&isNumber);
+    if (!isNumber || handoverStep < 0 || !parser.positionalArguments().isEmpty())
+        return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-sim --help"));
+
+    QDBusConnection bus = QDBusConnection::systemBus();
+    if (!bus.isConnected())
+        return fail(Failed, QStringLiteral("no system bus: %1").arg(bus.lastError().message()));
+
+    registerTypes();
+    const QDBusObjectPath adapterPath(QStringLiteral("/com/tavix/nfc/adapter0"));
+    Manager manager(adapterPath);
+    new ManagerAdaptor(&manager);
+    Adapter adapter(handoverStep);
+    new AdapterAdaptor(&adapter);
+    Simulator simulator(
+        &adapter, HandlerFolder(parser.isSet(handlers) ? parser.values(handlers) : announcementFolders()));
+    new SimulatorAdaptor(&simulator);
+
+    // The objects first: whoever waits for the name may call them at once.
+    bus.registerObject(QStringLiteral("/"), &manager);
+    bus.registerObject(adapterPath.path(), &adapter);
+    bus.registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
+    if (!bus.registerService(QStringLiteral("com.tavix.nfc")))
+        return fail(Failed, QStringLiteral("com.tavix.nfc belongs to another process"));
+    return application.exec();
+}

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <cstdio>
+#include <limits>
+
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QHash>
+
+#include "tapcommand.h"
+
+namespace {
+
+enum ExitCode { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3, BadArguments = 64 };
+
+void printHelp()
+{
+    std::printf("Usage: nfctap COMMAND [ARGUMENT...]\n"
+                "Holds something against the simulated NFC daemon and prints what the person decided.\n\n");
+    for (const TapCommand &command : TapCommand::all()) {
+        const QByteArray usage = QByteArray(command.name) + ' ' + command.synopsis;
+        std::printf("  %-26s %s\n", usage.constData(), command.help);
+    }
+    std::printf(
+        "\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d bad arguments.\n",
+        Granted, Rejected, Canceled, Nobody, BadArguments);
+}
+
+int fail(ExitCode code, const QString &reason)
+{
+    std::fprintf(stderr, "nfctap: %s\n", qUtf8Printable(reason));
+    return code;
+}
+
+// What the daemon says, and what that means to a script. Anything else is an error name of the client's own.
+ExitCode exitCode(const QString &outcome)
+{
+    static const QHash<QString, ExitCode> codes = {
+        {QStringLiteral("granted"), Granted},   {QStringLiteral("announced"), Granted},
+        {QStringLiteral("completed"), Granted}, {QStringLiteral("done"), Granted},
+        {QStringLiteral("canceled"), Canceled}, {QStringLiteral("no-agent"), Nobody},
+        {QStringLiteral("off"), Nobody},
+    };
+    return codes.value(outcome, Rejected);
+}
+
+QString explanation(const QString &outcome)
+{
+    static const QHash<QString, QString> explanations = {
+        {QStringLiteral("no-agent"), QStringLiteral("no agent is registered with the daemon")},
+        {QStringLiteral("off"), QStringLiteral("the adapter is switched off")},
+    };
+    return explanations.value(outcome, outcome);
+}
+
+bool isDeath(const QDBusMessage &reply)
+{
+    return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
+}
+
+int hold(const Tap &tap)
+{
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"),
+                                                       QStringLiteral("/com/tavix/nfc/simulator"),
+                                                       QStringLiteral("com.tavix.nfc.Simulator"), tap.method);
+    call.setArguments(tap.arguments);
+    // A tag does not start a daemon.
+    call.setAutoStartService(false);
+    constexpr int noTimeLimit = std::numeric_limits<int>::max();
+    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, noTimeLimit);
+
+    if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
+        std::printf("done: %s\n", qUtf8Printable(tap.what));
+        return Granted;
+    }
+    if (isDeath(reply))
+        return fail(Nobody, QStringLiteral("%1: the daemon has died").arg(tap.what));
+    if (reply.type() == QDBusMessage::ErrorMessage)
+        return fail(Nobody,
+                    QStringLiteral("%1: no simulated daemon: %2").arg(tap.what, reply.errorMessage()));
+
+    const QString outcome = reply.arguments().value(0).toString();
+    const ExitCode code = exitCode(outcome);
+    if (code == Nobody)
+        return fail(code, QStringLiteral("%1: %2").arg(tap.what, explanation(outcome)));
+    std::printf("%s: %s\n", qUtf8Printable(outcome), qUtf8Printable(tap.what));
+    return code;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments().mid(1);
+    if (arguments == QStringList{QStringLiteral("--help")} ||
+        arguments == QStringList{QStringLiteral("-h")}) {
+        printHelp();
+        return Granted;
+    }
+    if (arguments.isEmpty())
+        return fail(BadArguments, QStringLiteral("what shall be held against the daemon? See nfctap --help"));
+
+    const TapCommand *command = TapCommand::named(arguments.first());
+    if (!command)
+        return fail(BadArguments,
+                    QStringLiteral("no command '%1'; see nfctap --help").arg(arguments.first()));
+    const QStringList own = arguments.mid(1);
+    if (own.size() < command->fewestArguments || own.size() > command->mostArguments) {
+        return fail(BadArguments, QStringLiteral("usage: nfctap %1 %2")
+                                      .arg(QLatin1String(command->name), QLatin1String(command->synopsis)));
+    }
+    QString fault;
+    const std::optional<Tap> tap = command->make(own, fault);
+    if (!tap)
+        return fail(BadArguments, fault);
+    return hold(*tap);
+}

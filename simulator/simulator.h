@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_SIMULATOR_H
+#define CONNUI_SIM_SIMULATOR_H
+
+#include <QDBusContext>
+#include <QDBusObjectPath>
+#include <QObject>
+#include <QVariantList>
+
+#include "handlerfolder.h"
+
+class Adapter;
+
+/**
+ * The simulated world around the adapter: what touches it, and what befalls the daemon.
+ *
+ * The methods are those of "com.tavix.nfc.Simulator". Each returns an outcome, the touches once the person
+ * has decided.
+ */
+class Simulator : public QObject, protected QDBusContext
+{
+    Q_OBJECT
+
+public:
+    Simulator(Adapter *adapter, const HandlerFolder &handlers, QObject *parent = nullptr);
+
+    QString TouchTag(const QByteArray &message);
+    QString TouchFaultyTag(const QString &status);
+    QString TouchToPair(const QString &address, const QString &name, uint cod, const QString &pin);
+    QString TouchToConnect(const QString &address, const QString &name, uint cod);
+    QString TouchToDisconnect(const QString &address, const QString &name, uint cod);
+    QString TouchToShare(const QStringList &resources);
+    QString TouchToSelect();
+    QString TouchForHandover(const QString &carrier);
+    QString SetPowered(bool on);
+    QString Release();
+    QString Hang(uint seconds);
+    QString Crash();
+
+private:
+    QString touch(const QDBusObjectPath &target, const QString &request, const QVariantList &arguments);
+    QString ask(const QString &method, const QVariantList &arguments, const QString &success);
+    QString nobodyToAsk() const;
+
+    Adapter *const adapter;
+    const HandlerFolder handlers;
+};
+
+#endif

@@ -1,0 +1,21 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_TAGMESSAGES_H
+#define CONNUI_SIM_TAGMESSAGES_H
+
+#include <QByteArray>
+#include <QString>
+
+/** NDEF messages of one record, as a shop's tags hold them. */
+namespace TagMessages {
+
+QByteArray uri(const QString &uri);
+QByteArray text(const QString &text);
+QByteArray mime(const QString &type, const QByteArray &data);
+
+/** The message of a tag that has been formatted and never written. */
+QByteArray empty();
+
+} // namespace TagMessages
+
+#endif

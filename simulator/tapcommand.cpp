@@ -1,0 +1,213 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "tapcommand.h"
+
+#include <algorithm>
+#include <limits>
+
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+
+#include "tagmessages.h"
+
+namespace {
+
+constexpr int any = std::numeric_limits<int>::max();
+
+Tap tag(const QByteArray &message, const QString &what)
+{
+    return {QStringLiteral("TouchTag"), {message}, what};
+}
+
+std::optional<QByteArray> contents(const QString &name, QString &fault)
+{
+    QFile file(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        fault = QStringLiteral("cannot read %1: %2").arg(name, file.errorString());
+        return std::nullopt;
+    }
+    return file.readAll();
+}
+
+std::optional<Tap> uriTag(const QStringList &arguments, QString &)
+{
+    return tag(TagMessages::uri(arguments[0]), QStringLiteral("tag with %1").arg(arguments[0]));
+}
+
+std::optional<Tap> textTag(const QStringList &arguments, QString &)
+{
+    return tag(TagMessages::text(arguments[0]), QStringLiteral("tag with text '%1'").arg(arguments[0]));
+}
+
+std::optional<Tap> mimeTag(const QStringList &arguments, QString &fault)
+{
+    static const QRegularExpression mimeType(QStringLiteral("^[^\\s/]+/[^\\s/]+$"));
+    if (!mimeType.match(arguments[0]).hasMatch()) {
+        fault = QStringLiteral("'%1' is no MIME type").arg(arguments[0]);
+        return std::nullopt;
+    }
+    const std::optional<QByteArray> data = contents(arguments[1], fault);
+    if (!data)
+        return std::nullopt;
+    return tag(TagMessages::mime(arguments[0], *data), QStringLiteral("tag with %1").arg(arguments[0]));
+}
+
+std::optional<Tap> dumpedTag(const QStringList &arguments, QString &fault)
+{
+    const std::optional<QByteArray> message = contents(arguments[0], fault);
+    if (!message)
+        return std::nullopt;
+    return tag(*message, QStringLiteral("tag from %1").arg(arguments[0]));
+}
+
+std::optional<Tap> emptyTag(const QStringList &, QString &)
+{
+    return tag(TagMessages::empty(), QStringLiteral("empty tag"));
+}
+
+std::optional<Tap> unsupportedTag(const QStringList &, QString &)
+{
+    return Tap{QStringLiteral("TouchFaultyTag"),
+               {QStringLiteral("unsupported-tag-type")},
+               QStringLiteral("unsupported tag")};
+}
+
+std::optional<Tap> malformedTag(const QStringList &, QString &)
+{
+    return Tap{QStringLiteral("TouchFaultyTag"),
+               {QStringLiteral("malformed-content")},
+               QStringLiteral("malformed tag")};
+}
+
+std::optional<Tap> device(const QString &method, const QString &purpose, const QStringList &arguments,
+                          QString &fault)
+{
+    static const QRegularExpression address(QStringLiteral("^([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}$"));
+    if (!address.match(arguments[0]).hasMatch()) {
+        fault = QStringLiteral("'%1' is no Bluetooth address").arg(arguments[0]);
+        return std::nullopt;
+    }
+    bool isNumber = false;
+    const uint classOfDevice = arguments[2].toUInt(&isNumber, 0);
+    if (!isNumber) {
+        fault = QStringLiteral("'%1' is no Class of Device; try 0x240404").arg(arguments[2]);
+        return std::nullopt;
+    }
+    return Tap{method,
+               {arguments[0], arguments[1], classOfDevice},
+               QStringLiteral("%1 %2 (%3)").arg(purpose, arguments[1], arguments[0])};
+}
+
+std::optional<Tap> pairing(const QStringList &arguments, QString &fault)
+{
+    std::optional<Tap> tap =
+        device(QStringLiteral("TouchToPair"), QStringLiteral("pairing with"), arguments, fault);
+    if (tap)
+        tap->arguments.append(arguments.value(3));
+    return tap;
+}
+
+std::optional<Tap> connection(const QStringList &arguments, QString &fault)
+{
+    return device(QStringLiteral("TouchToConnect"), QStringLiteral("connection to"), arguments, fault);
+}
+
+std::optional<Tap> disconnection(const QStringList &arguments, QString &fault)
+{
+    return device(QStringLiteral("TouchToDisconnect"), QStringLiteral("disconnection from"), arguments,
+                  fault);
+}
+
+// The client may run in another folder; what is no file (as "contact:7") goes as it is.
+QString resource(const QString &name)
+{
+    const QFileInfo file(name);
+    return file.exists() ? file.absoluteFilePath() : name;
+}
+
+std::optional<Tap> sharing(const QStringList &arguments, QString &)
+{
+    QStringList resources;
+    std::transform(arguments.cbegin(), arguments.cend(), std::back_inserter(resources), resource);
+    return Tap{QStringLiteral("TouchToShare"),
+               {resources},
+               QStringLiteral("sharing %1").arg(arguments.join(QStringLiteral(", ")))};
+}
+
+std::optional<Tap> selection(const QStringList &, QString &)
+{
+    return Tap{QStringLiteral("TouchToSelect"), {}, QStringLiteral("selection of what to share")};
+}
+
+std::optional<Tap> handover(const QStringList &arguments, QString &)
+{
+    return Tap{QStringLiteral("TouchForHandover"),
+               {arguments[0]},
+               QStringLiteral("handover to %1").arg(arguments[0])};
+}
+
+std::optional<Tap> power(const QStringList &arguments, QString &fault)
+{
+    const bool on = arguments[0] == QLatin1String("on");
+    if (!on && arguments[0] != QLatin1String("off")) {
+        fault = QStringLiteral("'%1' is neither on nor off").arg(arguments[0]);
+        return std::nullopt;
+    }
+    return Tap{QStringLiteral("SetPowered"), {on}, QStringLiteral("power %1").arg(arguments[0])};
+}
+
+std::optional<Tap> release(const QStringList &, QString &)
+{
+    return Tap{QStringLiteral("Release"), {}, QStringLiteral("release of the agent")};
+}
+
+std::optional<Tap> hang(const QStringList &arguments, QString &fault)
+{
+    bool isNumber = false;
+    const uint seconds = arguments[0].toUInt(&isNumber);
+    if (!isNumber) {
+        fault = QStringLiteral("'%1' is no number of seconds").arg(arguments[0]);
+        return std::nullopt;
+    }
+    return Tap{QStringLiteral("Hang"), {seconds}, QStringLiteral("daemon that hangs for %1 s").arg(seconds)};
+}
+
+std::optional<Tap> crash(const QStringList &, QString &)
+{
+    return Tap{QStringLiteral("Crash"), {}, QStringLiteral("crash of the daemon")};
+}
+
+} // namespace
+
+const QList<TapCommand> &TapCommand::all()
+{
+    static const QList<TapCommand> commands = {
+        {"uri", "URI", "a tag with a URI", 1, 1, uriTag},
+        {"text", "TEXT", "a tag with a plain text", 1, 1, textTag},
+        {"mime", "TYPE FILE", "a tag with the file's content, of that MIME type", 2, 2, mimeTag},
+        {"message", "FILE.ndef", "a tag with the file as its NDEF bytes", 1, 1, dumpedTag},
+        {"unsupported", "", "a tag that the reader cannot read", 0, 0, unsupportedTag},
+        {"malformed", "", "a tag whose content is no NDEF message", 0, 0, malformedTag},
+        {"empty", "", "a tag with nothing on it", 0, 0, emptyTag},
+        {"pair", "ADDR NAME COD [PIN]", "a Bluetooth device to pair with", 3, 4, pairing},
+        {"connect", "ADDR NAME COD", "a Bluetooth device to connect to", 3, 3, connection},
+        {"disconnect", "ADDR NAME COD", "a Bluetooth device to disconnect from", 3, 3, disconnection},
+        {"share-permission", "FILE...", "a phone that gets these files, or contact:ID", 1, any, sharing},
+        {"share-selection", "", "a phone that gets what is yet to be selected", 0, 0, selection},
+        {"handover", "CARRIER", "a phone that goes on over CARRIER (bluetooth)", 1, 1, handover},
+        {"power", "on|off", "switch the adapter", 1, 1, power},
+        {"release", "", "let the daemon release its agent", 0, 0, release},
+        {"hang", "SECONDS", "let the daemon answer nothing for so long", 1, 1, hang},
+        {"crash", "", "let the daemon die", 0, 0, crash},
+    };
+    return commands;
+}
+
+const TapCommand *TapCommand::named(const QString &name)
+{
+    const auto command = std::find_if(all().cbegin(), all().cend(), [&name](const TapCommand &candidate) {
+        return name == QLatin1String(candidate.name);
+    });
+    return command == all().cend() ? nullptr : &*command;
+}

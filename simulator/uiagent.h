@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_UIAGENT_H
+#define CONNUI_SIM_UIAGENT_H
+
+#include <QDBusObjectPath>
+#include <QDBusPendingCall>
+#include <QDBusServiceWatcher>
+#include <QObject>
+#include <QVariant>
+
+/** The client's agent, which puts questions to the person. */
+class UiAgent : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** An agent at \a path of the process that owns the unique bus name \a service. */
+    UiAgent(const QString &service, const QDBusObjectPath &path, QObject *parent = nullptr);
+
+    bool is(const QString &service, const QDBusObjectPath &path) const;
+    QString name() const;
+
+    /** Calls a method of the agent without a time limit: people take their time. */
+    QDBusPendingCall call(const QString &method, const QVariantList &arguments = {}) const;
+
+Q_SIGNALS:
+    /** The agent's process has left the bus. */
+    void left();
+
+private:
+    const QString service;
+    const QDBusObjectPath path;
+    QDBusServiceWatcher watcher;
+};
+
+#endif
