@@ -98,5 +98,6 @@ int main(int argc, char *argv[])
     bus.registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
     if (!bus.registerService(QStringLiteral("com.tavix.nfc")))
         return fail(Failed, QStringLiteral("com.tavix.nfc belongs to another process"));
+    qInfo("nfcd-sim: ready");
     return application.exec();
 }

@@ -2,16 +2,24 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tagmessages.h"
 
+#include <NDEFGenerator>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
-#include <QNdefNfcUriRecord>
-#include <QUrl>
+
+namespace {
+
+QByteArray messageOf(const NDEFGenerator::Record &record)
+{
+    NDEFGenerator generator;
+    generator.addRecord(record);
+    return generator.data();
+}
+
+} // namespace
 
 QByteArray TagMessages::uri(const QString &uri)
 {
-    QNdefNfcUriRecord record;
-    record.setUri(QUrl(uri));
-    return QNdefMessage(record).toByteArray();
+    return messageOf(NDEFGenerator::Record(uri));
 }
 
 QByteArray TagMessages::text(const QString &text)
@@ -25,11 +33,7 @@ QByteArray TagMessages::text(const QString &text)
 
 QByteArray TagMessages::mime(const QString &type, const QByteArray &data)
 {
-    QNdefRecord record;
-    record.setTypeNameFormat(QNdefRecord::Mime);
-    record.setType(type.toUtf8());
-    record.setPayload(data);
-    return QNdefMessage(record).toByteArray();
+    return messageOf(NDEFGenerator::Record(type, data));
 }
 
 QByteArray TagMessages::empty()

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QCoreApplication>
+#include <QDBusConnection>
+#include <QTextStream>
+
+#include "application.h"
+#include "ndefhandler.h"
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication program(argc, argv);
+    qRegisterMetaType<QDBusObjectPath>();
+
+    QObject handlerObject;
+    new NdefHandler(&handlerObject);
+    QObject applicationObject;
+    new Application(&applicationObject);
+
+    // The objects first, then the name: whoever waits for the name may call them at once.
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    const bool ready = bus.registerObject(QStringLiteral("/org/connui/SampleHandler"), &handlerObject) &&
+                       bus.registerObject(QStringLiteral("/org/orvik/m"), &applicationObject) &&
+                       bus.registerService(QStringLiteral("org.connui.SampleHandler"));
+    if (!ready) {
+        QTextStream(stderr) << "sample-handler: no session bus, or another one is running" << Qt::endl;
+        return 1;
+    }
+    QTextStream(stdout) << "waiting for tags" << Qt::endl;
+    return program.exec();
+}

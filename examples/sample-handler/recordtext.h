@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SAMPLE_RECORDTEXT_H
+#define CONNUI_SAMPLE_RECORDTEXT_H
+
+#include <QNdefRecord>
+#include <QString>
+
+/** Describes an NDEF record in one line. */
+QString recordText(const QNdefRecord &record);
+
+#endif

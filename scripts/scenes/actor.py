@@ -1,0 +1,93 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""A program on the stage: what it says, line by line, and what it is told."""
+
+import signal
+import subprocess
+import threading
+
+# Generous: a machine may be busy, a scene that works never waits this long.
+PATIENCE = 60
+
+
+class Unmet(Exception):
+    """What a scene expected did not come to pass."""
+
+
+class Actor:
+    """Runs a program and keeps every line that it prints."""
+
+    def __init__(self, role, command, heard=None):
+        self.role = role
+        self.lines = []
+        self._heard = heard or (lambda role, line: None)
+        self._read = 0
+        self._ended = False
+        self._news = threading.Condition()
+        self._process = subprocess.Popen(
+            command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
+            encoding="utf-8", errors="replace")
+        self._reader = threading.Thread(target=self._listen, daemon=True)
+        self._reader.start()
+
+    def _listen(self):
+        for line in self._process.stdout:
+            with self._news:
+                self.lines.append(line.rstrip("\n"))
+                self._news.notify_all()
+            self._heard(self.role, self.lines[-1])
+        with self._news:
+            self._ended = True
+            self._news.notify_all()
+
+    def says(self, text):
+        """Waits for a line with this text, after those that were waited for before, and returns it."""
+        with self._news:
+            self._news.wait_for(lambda: self._next(text) is not None or self._ended, PATIENCE)
+            found = self._next(text)
+            if found is None:
+                raise Unmet(f"{self.role} did not say '{text}', but: {self.lines[self._read:]}")
+            self._read = found + 1
+            return self.lines[found]
+
+    def _next(self, text):
+        return next((i for i in range(self._read, len(self.lines)) if text in self.lines[i]), None)
+
+    def hears(self, line):
+        """Types a line into the program."""
+        self._process.stdin.write(line + "\n")
+        self._process.stdin.flush()
+
+    def hears_the_end(self):
+        """Ends the program's input."""
+        self._process.stdin.close()
+
+    def is_killed(self):
+        """Ends the program as kill -9 does."""
+        self._process.kill()
+        self._process.wait()
+
+    def leaves(self, code=0):
+        """Waits for the program's end, which comes with this exit code."""
+        try:
+            self._process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            raise Unmet(f"{self.role} is still running, after: {self.lines}") from None
+        self._reader.join()
+        if self._process.returncode != code:
+            raise Unmet(f"{self.role} left with exit code {self._process.returncode}, after: {self.lines}")
+
+    def is_dismissed(self):
+        """Ends the program, unless it has ended before, and returns whether it left in good order."""
+        dismissed = self._process.poll() is None
+        self._process.terminate()
+        try:
+            self._process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            self._process.kill()
+            self._process.wait()
+        self._reader.join()
+        self._process.stdout.close()
+        if not self._process.stdin.closed:
+            self._process.stdin.close()
+        return not dismissed or self._process.returncode in (0, -signal.SIGTERM)

@@ -1,0 +1,60 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""Plays every scene and prints a transcript: a line per step and, last, how many passed and failed."""
+
+import argparse
+import sys
+
+from actor import Unmet
+from scenes import SCENES
+from stage import Stage
+
+
+class Transcript:
+    """Takes the steps of all scenes and counts them."""
+
+    def __init__(self):
+        self.passed = 0
+        self.failed = 0
+
+    def title(self, scene):
+        print(f"\n{scene.__doc__}", flush=True)
+
+    def step(self, words, happens):
+        try:
+            happens()
+        except (Unmet, AssertionError, OSError, ValueError) as reason:
+            self.failed += 1
+            print(f"  FAILED  {words}\n          {reason}", flush=True)
+            raise Unmet(words) from None
+        self.passed += 1
+        print(f"  ok  {words}", flush=True)
+
+    def play(self, scene, programs):
+        self.title(scene)
+        try:
+            with Stage(programs) as stage:
+                scene(stage, self.step)
+                self.step("everybody leaves in good order", stage.all_leave)
+        except Unmet:
+            print("  the rest of the scene is not played", flush=True)
+
+
+def arguments():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("programs", help="the folder with nfcd-sim, nfctap, nfc-ui and sample-handler")
+    return parser.parse_args()
+
+
+def main():
+    programs = arguments().programs
+    transcript = Transcript()
+    for scene in SCENES:
+        transcript.play(scene, programs)
+    print(f"\n{transcript.passed} passed, {transcript.failed} failed")
+    return 0 if transcript.failed == 0 else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,81 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""The stage of a scene: the simulated daemon, the client and the handler application, on the current buses."""
+
+import os
+import pathlib
+import shutil
+import tempfile
+
+from actor import Actor, Unmet
+
+REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
+
+
+class Stage:
+    """Starts the programs that every scene needs, and ends all of them with the scene."""
+
+    def __init__(self, programs, heard=None):
+        self.programs = pathlib.Path(programs).resolve()
+        self._heard = heard
+        self._actors = []
+        self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
+        self._announce_handler()
+
+    def __enter__(self):
+        self.handler = self.start("handler", "sample-handler")
+        self.handler.says("waiting for tags")
+        self.daemon_comes()
+        self.client_comes()
+        return self
+
+    def __exit__(self, *_):
+        self.all_leave()
+        self._activation_file().unlink(missing_ok=True)
+        self._folder.cleanup()
+
+    def all_leave(self):
+        """Ends every program, those first that came last."""
+        while self._actors:
+            actor = self._actors.pop()
+            if not actor.is_dismissed():
+                raise Unmet(f"{actor.role} did not leave in good order: {actor.lines}")
+
+    def _announce_handler(self):
+        handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
+        handlers.mkdir(parents=True, exist_ok=True)
+        shutil.copy(REPOSITORY / "examples/sample-handler/sample-handler.handler", handlers)
+
+    @staticmethod
+    def _activation_file():
+        return pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], "com.tavix.nfc.service")
+
+    def lets_the_bus_start_the_daemon(self):
+        # A private bus knows its own address only as the starter's; the real system bus is found without.
+        bus = os.environ["DBUS_SYSTEM_BUS_ADDRESS"]
+        self._activation_file().write_text(
+            "[D-BUS Service]\nName=com.tavix.nfc\nUser=root\n"
+            f"Exec=/usr/bin/env 'DBUS_SYSTEM_BUS_ADDRESS={bus}' '{self.programs}/nfcd-sim'\n")
+
+    def start(self, role, program, *arguments):
+        actor = Actor(role, [self.programs / program, *arguments], self._heard)
+        self._actors.append(actor)
+        return actor
+
+    def daemon_comes(self):
+        self.daemon = self.start("daemon", "nfcd-sim", "--handover-step", "50")
+        self.daemon.says("ready")
+
+    def client_comes(self):
+        self.client = self.start("client", "nfc-ui", "--console")
+        self.client.says("the NFC daemon is here")
+
+    def tap(self, *arguments):
+        """Holds something against the daemon; the actor returned leaves when the person has decided."""
+        return self.start("nfctap", "nfctap", *arguments)
+
+    def file(self, name, content):
+        """A file of the scene's own."""
+        path = pathlib.Path(self._folder.name, name)
+        path.write_bytes(content)
+        return str(path)
