@@ -1,0 +1,102 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MDIALOG_H
+#define MDIALOG_H
+
+#include <MButtonModel>
+#include <MSceneWindow>
+#include <MTypes>
+#include <QList>
+
+class MDialogPrivate;
+
+/**
+ * A question or a notice in front of everything else in its window: a title bar, contents and buttons.
+ *
+ * What is higher than the screen scrolls; the buttons stay in reach.
+ */
+class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
+{
+    Q_OBJECT
+    Q_PROPERTY(QString title READ title WRITE setTitle)
+    Q_PROPERTY(QString titleBarIconId READ titleBarIconId WRITE setTitleBarIconId)
+    Q_PROPERTY(
+        bool progressIndicatorVisible READ isProgressIndicatorVisible WRITE setProgressIndicatorVisible)
+public:
+    /** Makes a dialog without a title that has @p buttons. */
+    explicit MDialog(M::StandardButtons buttons = M::NoStandardButton);
+    /** Makes a dialog with @p title that has @p buttons. */
+    explicit MDialog(const QString &title, M::StandardButtons buttons = M::NoStandardButton);
+    ~MDialog() override;
+
+    /** Returns the text of the title bar. */
+    QString title() const;
+    /** Shows @p title in the title bar. The bar goes away while it has nothing to show. */
+    void setTitle(const QString &title);
+
+    /** Returns the theme id or the absolute path of the icon in the title bar. */
+    QString titleBarIconId() const;
+    /** Shows the theme's icon @p id, or the file when it is an absolute path, in the title bar; none when
+     * empty. */
+    void setTitleBarIconId(const QString &id);
+
+    /** Returns whether the title bar shows that something goes on. */
+    bool isProgressIndicatorVisible() const;
+    /** Shows in the title bar that something goes on. */
+    void setProgressIndicatorVisible(bool visible);
+
+    /** Returns the contents, or null. */
+    QGraphicsWidget *centralWidget() const;
+    /** Makes @p widget the contents. The dialog owns it and deletes the earlier contents. */
+    void setCentralWidget(QGraphicsWidget *widget);
+
+    /**
+     * Returns the buttons: first the standard ones, Ok before Cancel and Yes before No, then the added ones
+     * in the order of adding.
+     */
+    QList<MButtonModel *> buttons() const;
+    /** Returns the button for @p button, or null when the dialog was made without it. */
+    MButtonModel *button(M::StandardButton button) const;
+    /** Adds a button that shows @p text and has the role M::InvalidRole. The dialog owns it. */
+    MButtonModel *addButton(const QString &text);
+    /** Adds a button that shows @p text. The dialog owns it. */
+    MButtonModel *addButton(const QString &text, M::ButtonRole role);
+
+    /** Returns the button whose press closes or closed the dialog; null when it goes away without a press. */
+    MButtonModel *clickedButton() const;
+
+    /** Returns the code that the dialog was closed with, 0 while it never was. */
+    int result() const;
+
+public Q_SLOTS:
+    /**
+     * Closes the dialog: stores @p result, emits finished() and goes away as its deletion policy says. Until
+     * it appears again, further calls do nothing.
+     *
+     * A press calls it with the standard button's code, or 0 for an added button.
+     */
+    virtual void done(int result);
+    /** Closes the dialog as without a press, with the code of M::OkButton. */
+    virtual void accept();
+    /** Closes the dialog as without a press, with the code of M::CancelButton. */
+    virtual void reject();
+
+    /** Calls reject(). */
+    void dismiss() override;
+
+Q_SIGNALS:
+    /** The dialog was closed with @p result. A slot may delete it. */
+    void finished(int result);
+
+protected:
+    void aboutToAppear() override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void resizeEvent(QGraphicsSceneResizeEvent *event) override;
+    void styleChanged() override;
+
+private:
+    const std::unique_ptr<MDialogPrivate> d;
+};
+
+#endif

@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MLABEL_H
+#define MLABEL_H
+
+#include <MWidgetController>
+#include <QTextOption>
+
+class MLabelPrivate;
+
+/**
+ * A text. It is always drawn as plain text, and directional control characters in it reorder nothing outside
+ * of it.
+ *
+ * A text that holds variants of different length, separated by U+009C, shows the longest one that fits.
+ */
+class QUENZOTOUCHCORE_EXPORT MLabel : public MWidgetController
+{
+    Q_OBJECT
+    Q_PROPERTY(QString text READ text WRITE setText)
+    Q_PROPERTY(bool wordWrap READ wordWrap WRITE setWordWrap)
+    Q_PROPERTY(QTextOption::WrapMode wrapMode READ wrapMode WRITE setWrapMode)
+    Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
+    Q_PROPERTY(bool textElide READ textElide WRITE setTextElide)
+public:
+    /** Makes an empty label inside @p parent, which then owns it. */
+    explicit MLabel(QGraphicsItem *parent = nullptr);
+    /** Makes a label that shows @p text inside @p parent, which then owns it. */
+    explicit MLabel(const QString &text, QGraphicsItem *parent = nullptr);
+    ~MLabel() override;
+
+    /** Returns the whole text, with all of its length variants. */
+    QString text() const;
+    /** Shows @p text. */
+    void setText(const QString &text);
+
+    /** Returns whether the text may take several lines; unless set, the style decides. */
+    bool wordWrap() const;
+    /** Lets the text take several lines when it is wider than the label. */
+    void setWordWrap(bool wrap);
+
+    /** Returns where lines may break, QTextOption::WordWrap by default. */
+    QTextOption::WrapMode wrapMode() const;
+    /**
+     * Sets where lines may break while wordWrap() is on. A word that is wider than a line is broken even with
+     * QTextOption::WordWrap, because it would be cut otherwise.
+     */
+    void setWrapMode(QTextOption::WrapMode mode);
+
+    /** Returns where the text stands in the label, at the left and in the middle of its height by default. */
+    Qt::Alignment alignment() const;
+    /** Sets where the text stands. Left and right change places in a right-to-left layout. */
+    void setAlignment(Qt::Alignment alignment);
+
+    /** Returns whether a text that does not fit ends in an ellipsis; unless set, the style decides. */
+    bool textElide() const;
+    /** Lets a text that does not fit end in an ellipsis, so that the label may become narrower than its text.
+     */
+    void setTextElide(bool elide);
+
+    void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
+
+protected:
+    void styleChanged() override;
+    QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
+
+private:
+    const std::unique_ptr<MLabelPrivate> d;
+};
+
+#endif

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTHEME_H
+#define MTHEME_H
+
+#include <memory>
+#include <QIcon>
+#include <QObject>
+#include <QPixmap>
+#include <quenzotouchcore_export.h>
+
+class MThemePrivate;
+struct MStyle;
+
+/**
+ * The look of the touch interface: the styles of the theme file, and the pictures of the icon theme.
+ *
+ * The theme file is quenzotouchcore/theme.ini in the first of the XDG data folders that has it, or the file
+ * that the environment variable QUENZO_TOUCH_THEME names. One that cannot be read or holds a mistake is
+ * logged and the built-in theme used in its place. Pictures come from the freedesktop icon theme, then from
+ * the toolkit's own set.
+ */
+class QUENZOTOUCHCORE_EXPORT MTheme : public QObject
+{
+    Q_OBJECT
+public:
+    /** The colours that a theme comes in. */
+    enum Variant { Light, Dark };
+    Q_ENUM(Variant)
+
+    /** Returns the theme of this process. It lives until the application object goes. */
+    static MTheme *instance();
+
+    /** Returns the variant in use: "light" or "dark" in QUENZO_TOUCH_VARIANT, or else as the theme file says.
+     */
+    Variant variant() const;
+    /** Shows everything in the colours of @p variant. */
+    void setVariant(Variant variant);
+
+    /**
+     * Returns the picture @p id at its natural size; its pixel ratio is the application's, so that
+     * deviceIndependentSize() is its size in a scene. An id that is nowhere gives a neutral placeholder and
+     * one warning. The picture is shared and stays until each caller has handed it back with releasePixmap().
+     */
+    static const QPixmap *pixmap(const QString &id);
+    /** Hands back a picture that pixmap() gave; anything else is ignored. */
+    static void releasePixmap(const QPixmap *pixmap);
+
+Q_SIGNALS:
+    /** Colours have changed. */
+    void changed();
+
+private:
+    friend class MThemePrivate;
+    MTheme();
+    ~MTheme() override;
+    const std::unique_ptr<MThemePrivate> d;
+};
+
+#endif

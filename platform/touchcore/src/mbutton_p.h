@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MBUTTON_P_H
+#define MBUTTON_P_H
+
+#include <MButton>
+#include <optional>
+
+#include "mtextblock_p.h"
+
+class MButtonPrivate
+{
+public:
+    explicit MButtonPrivate(MButton *button) : q(button) {}
+
+    void setDown(bool isDown);
+    void paintPush(QPainter *painter, const MStyle &style);
+    void paintSwitch(QPainter *painter, const MStyle &style);
+    MTextBlock block(qreal width, const MStyle &style) const;
+
+    MButton *const q;
+    QString text;
+    MButton::ViewType type = MButton::pushType;
+    bool checkable = false;
+    bool checked = false;
+    bool down = false;
+};
+
+#endif

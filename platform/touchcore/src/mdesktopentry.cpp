@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mdesktopentry.h"
+
+#include <glib.h>
+#include <memory>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+constexpr qint64 maximumFileSize = 1 << 20;
+
+QString localized(GKeyFile *file, const char *key)
+{
+    gchar *value = g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr);
+    const QString text = QString::fromUtf8(value);
+    g_free(value);
+    return text;
+}
+
+} // namespace
+
+MDesktopEntry::MDesktopEntry(const QString &path)
+{
+    QFile file(path);
+    // Opening a pipe would wait for its writer.
+    if (!QFileInfo(path).isFile() || file.size() > maximumFileSize || !file.open(QIODevice::ReadOnly)) {
+        return;
+    }
+    const QByteArray data = file.read(maximumFileSize);
+    const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
+    if (data.isEmpty() || !g_key_file_load_from_data(keys.get(), data.constData(), gsize(data.size()),
+                                                     G_KEY_FILE_KEEP_TRANSLATIONS, nullptr)) {
+        return;
+    }
+    localizedName = localized(keys.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    localizedIcon = localized(keys.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
+}
+
+QString MDesktopEntry::name() const
+{
+    return localizedName;
+}
+
+QString MDesktopEntry::icon() const
+{
+    return localizedIcon;
+}

@@ -1,0 +1,57 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MDIALOG_P_H
+#define MDIALOG_P_H
+
+#include <MDialog>
+#include <QHash>
+#include <QPointer>
+
+class MButton;
+class MImageWidget;
+class MLabel;
+class MProgressIndicator;
+class MScrollArea;
+class MWidget;
+class MWidgetController;
+
+class MDialogPrivate
+{
+public:
+    explicit MDialogPrivate(MDialog *dialog);
+
+    void build(const QString &title, M::StandardButtons standard);
+    MButtonModel *addButton(const QString &text, M::ButtonRole role, M::StandardButton standard);
+    void press(MButtonModel *model);
+
+    /** Puts what the title bar shows into it. */
+    void fillTitleBar();
+    /** Puts what the dialog holds into the body, from top to bottom. */
+    void fillBody();
+    /** Fits the card with its parts into the dialog. */
+    void layOut();
+    /** Puts the buttons side by side if they fit into @p width, or below one another. */
+    void arrangeButtons(qreal width);
+
+    MDialog *const q;
+    MWidgetController *card;
+    MWidget *body;
+    MScrollArea *bodyArea;
+    MWidget *buttonBox;
+    MScrollArea *buttonArea;
+    MWidgetController *titleBar;
+    MImageWidget *titleIcon;
+    MLabel *titleLabel;
+    MProgressIndicator *spinner;
+    QPointer<QGraphicsWidget> centralWidget;
+
+    QList<MButtonModel *> models;
+    QHash<const MButtonModel *, MButton *> views;
+    MButtonModel *clicked = nullptr;
+    bool busy = false;
+    bool done = false;
+    int result = 0;
+};
+
+#endif

@@ -1,0 +1,119 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mscrollarea_p.h"
+
+#include <MWidgetController>
+#include <QGraphicsSceneWheelEvent>
+#include <QScroller>
+
+#include "mtheme_p.h"
+
+MScrollArea::MScrollArea(QGraphicsWidget *content, QGraphicsItem *parent)
+    : MWidget(parent)
+    , m_content(content)
+    , m_indicator(new MWidgetController(this))
+{
+    setFlag(ItemClipsChildrenToShape);
+    content->setParentItem(this);
+    content->installEventFilter(this);
+    m_indicator->setStyleName(QStringLiteral("MScrollIndicator"));
+    m_indicator->setZValue(1);
+    QScroller::grabGesture(this, QScroller::LeftMouseButtonGesture);
+}
+
+MScrollArea::~MScrollArea() = default;
+
+qreal MScrollArea::contentHeight(qreal width) const
+{
+    return m_content->effectiveSizeHint(Qt::PreferredSize, QSizeF(width, -1)).height();
+}
+
+qreal MScrollArea::range() const
+{
+    return qMax(qreal(0), m_content->size().height() - size().height());
+}
+
+bool MScrollArea::scrollTo(qreal position)
+{
+    const qreal bounded = qBound(qreal(0), position, range());
+    if (bounded == m_position) {
+        return false;
+    }
+    m_position = bounded;
+    place();
+    Q_EMIT scrolled();
+    return true;
+}
+
+void MScrollArea::reveal(qreal top, qreal bottom)
+{
+    if (top < m_position) {
+        scrollTo(top);
+    } else if (bottom > m_position + size().height()) {
+        scrollTo(bottom - size().height());
+    }
+}
+
+void MScrollArea::layOut()
+{
+    const qreal width = size().width();
+    const qreal needed = m_content->effectiveSizeHint(Qt::MinimumSize, QSizeF(width, -1)).height();
+    m_content->resize(width, qMax(needed, size().height()));
+    m_position = qBound(qreal(0), m_position, range());
+    place();
+    Q_EMIT scrolled();
+}
+
+void MScrollArea::place(qreal overshoot)
+{
+    m_content->setPos(0, -m_position - overshoot);
+    m_indicator->setVisible(range() > 0);
+    if (range() > 0) {
+        const qreal thumb = size().height() * size().height() / m_content->size().height();
+        const qreal length = qMax(thumb, m_indicator->minimumHeight());
+        const qreal width = m_indicator->preferredWidth();
+        const qreal left = layoutDirection() == Qt::RightToLeft ? 0 : size().width() - width;
+        m_indicator->setGeometry(
+            QRectF(left, (size().height() - length) * m_position / range(), width, length));
+    }
+}
+
+bool MScrollArea::event(QEvent *event)
+{
+    if (event->type() == QEvent::ScrollPrepare) {
+        auto prepare = static_cast<QScrollPrepareEvent *>(event);
+        prepare->setViewportSize(size());
+        prepare->setContentPosRange(QRectF(0, 0, 0, range()));
+        prepare->setContentPos(QPointF(0, m_position));
+        prepare->setAccepted(range() > 0);
+        return true;
+    }
+    if (event->type() == QEvent::Scroll) {
+        auto scroll = static_cast<QScrollEvent *>(event);
+        scrollTo(scroll->contentPos().y());
+        place(scroll->overshootDistance().y());
+        return true;
+    }
+    return MWidget::event(event);
+}
+
+bool MScrollArea::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_content && event->type() == QEvent::LayoutRequest) {
+        layOut();
+        Q_EMIT contentChanged();
+    }
+    return MWidget::eventFilter(watched, event);
+}
+
+void MScrollArea::resizeEvent(QGraphicsSceneResizeEvent *event)
+{
+    MWidget::resizeEvent(event);
+    layOut();
+}
+
+void MScrollArea::wheelEvent(QGraphicsSceneWheelEvent *event)
+{
+    event->setAccepted(scrollTo(m_position - event->delta()));
+}

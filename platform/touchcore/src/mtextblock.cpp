@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mtextblock_p.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QStyle>
+#include <QtMath>
+
+namespace {
+
+// Greater than any text is wide.
+constexpr qreal unlimited = 1e7;
+
+QStringList paragraphs(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const QChar &end : {QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)}) {
+        text.replace(end, QChar(u'\n'));
+    }
+    return text.split(QChar(u'\n'));
+}
+
+} // namespace
+
+MTextBlock::MTextBlock(const QString &text, const Shape &shape) : m_shape(shape)
+{
+    const QStringList parts = paragraphs(text);
+    for (const QString &part : parts) {
+        addParagraph(part);
+    }
+}
+
+void MTextBlock::addParagraph(const QString &text)
+{
+    QTextLayout &layout = m_paragraphs.emplace_back(text, m_shape.font);
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(m_shape.wrapMode);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    layout.setTextOption(option);
+    layout.setCacheEnabled(true);
+
+    const qreal advance = qCeil(QFontMetricsF(m_shape.font).height() * m_shape.lineHeight);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(m_shape.width < 0 ? unlimited : m_shape.width);
+        line.setPosition(QPointF(0, m_size.height() + (advance - line.height()) / 2));
+        m_size =
+            QSizeF(qMax(m_size.width(), qreal(qCeil(line.naturalTextWidth()))), m_size.height() + advance);
+    }
+    layout.endLayout();
+}
+
+void MTextBlock::draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment,
+                      Qt::LayoutDirection direction, const QRectF &exposed) const
+{
+    const Qt::Alignment visual = QStyle::visualAlignment(direction, alignment);
+    const qreal top = visual & Qt::AlignVCenter  ? (rect.height() - m_size.height()) / 2
+                      : visual & Qt::AlignBottom ? rect.height() - m_size.height()
+                                                 : 0;
+    for (const QTextLayout &layout : m_paragraphs) {
+        for (int i = 0; i < layout.lineCount(); ++i) {
+            const QTextLine line = layout.lineAt(i);
+            const qreal left = visual & Qt::AlignHCenter ? (rect.width() - line.naturalTextWidth()) / 2
+                               : visual & Qt::AlignRight ? rect.width() - line.naturalTextWidth()
+                                                         : 0;
+            const QRectF natural = line.naturalTextRect();
+            const QPointF place = rect.topLeft() + QPointF(left - natural.left(), qMax(top, qreal(0)));
+            const QRectF taken = natural.translated(place);
+            if (taken.bottom() >= exposed.top() && taken.top() <= exposed.bottom()) {
+                line.draw(painter, place);
+            }
+        }
+    }
+}

@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTEXTBLOCK_P_H
+#define MTEXTBLOCK_P_H
+
+#include <deque>
+#include <QFont>
+#include <QSizeF>
+#include <QString>
+#include <QTextLayout>
+#include <QTextOption>
+
+class QColor;
+class QPainter;
+class QRectF;
+
+/**
+ * A plain text broken into lines. Every paragraph is laid out by itself, so that directional control
+ * characters end with it.
+ */
+class MTextBlock
+{
+public:
+    /** How text is broken into lines. */
+    struct Shape
+    {
+        QFont font;
+        qreal width = 0; ///< Of a line; unlimited when negative
+        QTextOption::WrapMode wrapMode = QTextOption::NoWrap;
+        qreal lineHeight = 1; ///< Factor on the font's own
+
+        bool operator==(const Shape &other) const = default;
+    };
+
+    MTextBlock(const QString &text, const Shape &shape);
+
+    /** Returns the size that the text takes. */
+    QSizeF size() const { return m_size; }
+
+    /**
+     * Draws what is inside of @p exposed of the text, which stands in @p rect as @p alignment says for a
+     * layout that runs to @p direction.
+     */
+    void draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment, Qt::LayoutDirection direction,
+              const QRectF &exposed) const;
+
+private:
+    void addParagraph(const QString &text);
+
+    Shape m_shape;
+    std::deque<QTextLayout> m_paragraphs;
+    QSizeF m_size;
+};
+
+#endif
