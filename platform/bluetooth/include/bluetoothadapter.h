@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_BLUETOOTHADAPTER_H
+#define CONNUI_BLUETOOTHADAPTER_H
+
+#include "bluetoothdevice.h"
+
+#include <connui_bluetooth_export.h>
+#include <QObject>
+
+namespace ConnUi {
+
+class BluetoothAdapterPrivate;
+
+/**
+ * Gives access to a Bluetooth adapter of this device, by way of BlueZ on the system bus.
+ */
+class CONNUI_BLUETOOTH_EXPORT BluetoothAdapter : public QObject
+{
+    Q_OBJECT
+public:
+    /**
+     * Returns a new object for the default adapter, which is the first that BlueZ has, or null when there is
+     * none. The caller owns the object.
+     *
+     * Blocks until BlueZ answers, for 500 ms at most. BlueZ is not started for this; where it is too slow,
+     * refuses or answers nonsense there is no adapter, and one warning.
+     */
+    static BluetoothAdapter *defaultAdapter();
+
+    /** Ends all that is under way, without a signal. */
+    ~BluetoothAdapter() override;
+
+    /** Returns whether the adapter is still there. One that was removed does not become valid again. */
+    bool isValid() const;
+
+    /**
+     * Starts to create \p device, of which only the address counts, and returns at once. The outcome is
+     * announced by either deviceCreated() or deviceCreationFailed(), always from the event loop.
+     *
+     * A device that BlueZ knows is taken as it is. Any other is connected, or, where BlueZ cannot connect by
+     * address, discovered; discovery stops with the outcome. It fails when there was no such device within 30
+     * seconds, when the address is none, and when the adapter goes away.
+     */
+    void startCreatingDevice(const BluetoothDevice &device);
+
+Q_SIGNALS:
+    /** Announces a device that was asked for. Its address is spelled as it was in the request. */
+    void deviceCreated(const BluetoothDevice &device);
+
+    /** Announces that a device could not be created, with the reason in BlueZ's words where it gave one. */
+    void deviceCreationFailed(const QString &reason);
+
+private:
+    explicit BluetoothAdapter(const QString &path);
+
+    BluetoothAdapterPrivate *d;
+};
+
+} // namespace ConnUi
+
+#endif
