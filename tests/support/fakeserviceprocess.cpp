@@ -198,10 +198,12 @@ int main(int argc, char **argv)
                     &application, SLOT(quit()));
     if (!control.registerService(QLatin1String("org.connui.fake.") + words[2]))
         qFatal("%s is faked already", qPrintable(words[2]));
-    if (words.size() > 3)
+    if (words.size() > 3) {
         process.Own();
-    puts("ready");
-    fflush(stdout);
+    } else {
+        puts("ready");
+        fflush(stdout);
+    }
     return application.exec();
 }
 

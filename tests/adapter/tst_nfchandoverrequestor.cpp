@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QSignalSpy>
+#include <QTest>
+
+#include <NfcAdapter>
+#include <RadioState>
+
+#include "fakedaemon.h"
+
+using namespace Qt::Literals::StringLiterals;
+using ConnUi::NfcAdapter;
+using ConnUi::RadioState;
+
+class TestNfcHandoverRequestor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void callsAreAcceptedAndDoNothing_data();
+    void callsAreAcceptedAndDoNothing();
+    void callsOfWrongTypesAreRefused();
+    void pathGoesWithTheLastAdapter();
+
+private:
+    static FakeReply callRequestor(FakeDaemon &daemon, const QString &member,
+                                   const QVariantList &arguments = {});
+};
+
+void TestNfcHandoverRequestor::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    RadioState(RadioState::NFC).setEnabled(false);
+}
+
+FakeReply TestNfcHandoverRequestor::callRequestor(FakeDaemon &daemon, const QString &member,
+                                                  const QVariantList &arguments)
+{
+    QSignalSpy replied(&daemon, &FakeService::replied);
+    daemon.call(QDBusConnection::systemBus().baseService(), u"/com/tavix/nfcHandoverRequestor"_s,
+                u"com.tavix.nfc.HandoverRequestor"_s, member, arguments);
+    if (replied.isEmpty() && !replied.wait())
+        return {};
+    return daemon.replies().constLast();
+}
+
+void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing_data()
+{
+    QTest::addColumn<QVariantList>("arguments");
+    const QVariant data = QVariant::fromValue(QDBusVariant(u"data"_s));
+    QTest::newRow("HandoverStarted") << QVariantList();
+    QTest::newRow("HandoverCarrierSelected") << QVariantList{u"bluetooth"_s};
+    QTest::newRow("HandoverCompleted") << QVariantList{u"bluetooth"_s, data};
+    QTest::newRow("HandoverFailed") << QVariantList{u"reason"_s};
+}
+
+void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing()
+{
+    QFETCH(QVariantList, arguments);
+    FakeDaemon daemon;
+    daemon.start();
+    NfcAdapter adapter;
+    QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
+    QSignalSpy selected(&adapter, &NfcAdapter::handoverCarrierSelected);
+    QSignalSpy completed(&adapter, &NfcAdapter::handoverCompleted);
+    QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
+    const FakeReply reply = callRequestor(daemon, QString::fromLatin1(QTest::currentDataTag()), arguments);
+    QCOMPARE(reply.id, 1);
+    QCOMPARE(reply.error, QString());
+    QCOMPARE(reply.arguments, QVariantList());
+    QCOMPARE(started.count() + selected.count() + completed.count() + failed.count(), 0);
+    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+}
+
+void TestNfcHandoverRequestor::callsOfWrongTypesAreRefused()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    NfcAdapter adapter;
+    QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
+    const FakeReply reply = callRequestor(daemon, u"HandoverFailed"_s, {7});
+    QCOMPARE(reply.error, u"org.freedesktop.DBus.Error.UnknownMethod"_s);
+    QCOMPARE(failed.count(), 0);
+    QVERIFY(adapter.isValid());
+}
+
+void TestNfcHandoverRequestor::pathGoesWithTheLastAdapter()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    {
+        const NfcAdapter adapter;
+        QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error, QString());
+    }
+    QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error,
+             u"org.freedesktop.DBus.Error.UnknownObject"_s);
+    const NfcAdapter adapter;
+    QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error, QString());
+}
+
+QTEST_GUILESS_MAIN(TestNfcHandoverRequestor)
+#include "tst_nfchandoverrequestor.moc"
