@@ -49,7 +49,12 @@ protected:
     /** Is called after style() has become another one. Does nothing here. */
     virtual void styleChanged();
 
+    /** Returns whether the widget has the focus and the user moves it with the keyboard. */
+    bool showsFocus() const;
+
     bool event(QEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 
 private:

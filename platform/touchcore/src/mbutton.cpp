@@ -139,7 +139,7 @@ void MButton::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget
     } else {
         d->paintPush(painter, style());
     }
-    if (hasFocus()) {
+    if (showsFocus()) {
         MPaint::focusRing(painter, rect(), style());
     }
 }
@@ -189,7 +189,7 @@ void MButton::keyPressEvent(QKeyEvent *event)
 void MButton::styleChanged()
 {
     QSizePolicy policy = sizePolicy();
-    policy.setHeightForWidth(d && d->type == pushType);
+    policy.setHeightForWidth(d->type == pushType);
     setSizePolicy(policy);
 }
 

@@ -370,8 +370,5 @@ void MDialog::resizeEvent(QGraphicsSceneResizeEvent *event)
 
 void MDialog::styleChanged()
 {
-    // Not before construction has come this far.
-    if (d) {
-        d->fillBody();
-    }
+    d->fillBody();
 }

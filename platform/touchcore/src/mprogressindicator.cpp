@@ -145,8 +145,7 @@ void MProgressIndicator::timerEvent(QTimerEvent *event)
 
 QVariant MProgressIndicator::itemChange(GraphicsItemChange change, const QVariant &value)
 {
-    // Not before construction has come this far.
-    if (d && (change == ItemVisibleHasChanged || change == ItemSceneHasChanged)) {
+    if (change == ItemVisibleHasChanged || change == ItemSceneHasChanged) {
         d->turnWhileVisible();
     }
     return MWidgetController::itemChange(change, value);

@@ -4,7 +4,7 @@
 #include "mwidgetcontroller.h"
 
 #include <MTheme>
-#include <QEvent>
+#include <QFocusEvent>
 #include <QPainter>
 
 #include "mpaint_p.h"
@@ -79,6 +79,25 @@ bool MWidgetController::event(QEvent *event)
         applyStyle();
     }
     return MWidget::event(event);
+}
+
+bool MWidgetController::showsFocus() const
+{
+    return d->focusShown;
+}
+
+void MWidgetController::focusInEvent(QFocusEvent *event)
+{
+    MWidget::focusInEvent(event);
+    d->focusShown = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    update();
+}
+
+void MWidgetController::focusOutEvent(QFocusEvent *event)
+{
+    MWidget::focusOutEvent(event);
+    d->focusShown = false;
+    update();
 }
 
 void MWidgetController::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)

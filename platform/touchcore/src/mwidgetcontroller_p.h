@@ -13,6 +13,7 @@ class MWidgetControllerPrivate
 public:
     QString styleName;
     const MStyle *style = nullptr;
+    bool focusShown = false;
 };
 
 #endif

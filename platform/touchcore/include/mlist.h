@@ -1,0 +1,67 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MLIST_H
+#define MLIST_H
+
+#include <MWidgetController>
+
+class MCellCreator;
+class MListPrivate;
+class QAbstractItemModel;
+class QItemSelectionModel;
+class QModelIndex;
+
+/** The rows of a model below one another. Only the cells that are seen exist, so that a model may be of any
+ * length. */
+class QUENZOTOUCHCORE_EXPORT MList : public MWidgetController
+{
+    Q_OBJECT
+    Q_PROPERTY(SelectionMode selectionMode READ selectionMode WRITE setSelectionMode)
+public:
+    /** What a touch does to a row. */
+    enum SelectionMode {
+        NoSelection = 0,     ///< Nothing
+        SingleSelection = 1, ///< It selects the row instead of any other
+    };
+    Q_ENUM(SelectionMode)
+
+    /** Makes an empty list inside @p parent, which then owns it. */
+    explicit MList(QGraphicsItem *parent = nullptr);
+    ~MList() override;
+
+    /** Returns the model, or null. */
+    QAbstractItemModel *itemModel() const;
+    /** Shows the rows of @p model, which stays with its owner, with nothing selected. */
+    void setItemModel(QAbstractItemModel *model);
+
+    /** Returns what makes the cells, or null. */
+    const MCellCreator *cellCreator() const;
+    /** Lets @p creator make the cells. The list owns it and deletes the earlier one. */
+    void setCellCreator(MCellCreator *creator);
+
+    /** Returns what a touch does, NoSelection by default. */
+    SelectionMode selectionMode() const;
+    /** Sets what a touch does. */
+    void setSelectionMode(SelectionMode mode);
+
+    /** Returns what is selected; null until there is a model. */
+    QItemSelectionModel *selectionModel() const;
+
+    /** Selects the row of @p index instead of any other and brings it into sight. An invalid index does
+     * nothing. */
+    void selectItem(const QModelIndex &index);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
+    void resizeEvent(QGraphicsSceneResizeEvent *event) override;
+    void styleChanged() override;
+    QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
+
+private:
+    const std::unique_ptr<MListPrivate> d;
+};
+
+#endif

@@ -1,0 +1,216 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mlistrows_p.h"
+
+#include <QAbstractItemModel>
+#include <QGraphicsSceneMouseEvent>
+#include <QItemSelectionModel>
+#include <QPainter>
+
+#include "mpaint_p.h"
+#include "mstyle_p.h"
+
+MListRows::MListRows() = default;
+
+MListRows::~MListRows() = default;
+
+void MListRows::setModel(QAbstractItemModel *model)
+{
+    if (m_model) {
+        m_model->disconnect(this);
+    }
+    delete m_selection;
+    m_model = model;
+    m_selection = model ? new QItemSelectionModel(model, this) : nullptr;
+    if (model) {
+        connect(m_selection, &QItemSelectionModel::selectionChanged, this, [this] { update(); });
+        connect(model, &QAbstractItemModel::modelReset, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::layoutChanged, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::rowsInserted, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::rowsMoved, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::renew);
+        connect(model, &QObject::destroyed, this, &MListRows::renew);
+    }
+    renew();
+}
+
+void MListRows::setCreator(MCellCreator *creator)
+{
+    m_creator.reset(creator);
+    renew();
+}
+
+void MListRows::setStyle(const MStyle &style)
+{
+    m_style = &style;
+    update();
+}
+
+void MListRows::setFocusShown(bool shown)
+{
+    m_focusShown = shown;
+    update();
+}
+
+qreal MListRows::rowHeight() const
+{
+    return m_creator ? m_creator->cellSize().height() : 0;
+}
+
+int MListRows::rowCount() const
+{
+    return m_model && rowHeight() > 0 ? m_model->rowCount() : 0;
+}
+
+int MListRows::selectedRow() const
+{
+    const QModelIndexList rows = m_selection ? m_selection->selectedRows() : QModelIndexList();
+    return rows.isEmpty() ? -1 : rows.first().row();
+}
+
+void MListRows::select(int row)
+{
+    if (row < 0 || row >= rowCount()) {
+        return;
+    }
+    m_selection->setCurrentIndex(m_model->index(row, 0),
+                                 QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    Q_EMIT selected(row);
+}
+
+void MListRows::showBetween(qreal top, qreal bottom)
+{
+    m_top = top;
+    m_bottom = bottom;
+    const int rows = rowCount();
+    const int first = rows > 0 ? qBound(0, int(top / rowHeight()), rows) : 0;
+    const int end = rows > 0 ? qBound(first, int(std::ceil(bottom / rowHeight())), rows) : 0;
+    for (auto cell = m_cells.begin(); cell != m_cells.end();) {
+        if (cell->first >= first && cell->first < end) {
+            ++cell;
+            continue;
+        }
+        m_recycler.recycle(cell->second);
+        cell = m_cells.erase(cell);
+    }
+    for (int row = first; row < end; ++row) {
+        MWidget *&cell = m_cells[row];
+        if (!cell) {
+            cell = m_creator->createCell(m_model->index(row, 0), m_recycler);
+            cell->setParentItem(this);
+        }
+        cell->setGeometry(rowRect(row));
+    }
+}
+
+void MListRows::recycleAll()
+{
+    for (const auto &[row, cell] : m_cells) {
+        m_recycler.recycle(cell);
+    }
+    m_cells.clear();
+}
+
+void MListRows::renew()
+{
+    recycleAll();
+    updateGeometry();
+    showBetween(m_top, m_bottom);
+    update();
+}
+
+QRectF MListRows::rowRect(int row) const
+{
+    return QRectF(0, row * rowHeight(), size().width(), rowHeight());
+}
+
+int MListRows::rowAt(const QPointF &position) const
+{
+    const qreal row = rowCount() > 0 && rect().contains(position) ? position.y() / rowHeight() : -1;
+    return row < rowCount() ? int(row) : -1;
+}
+
+void MListRows::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    const int chosen = selectedRow();
+    if (m_pressed >= 0) {
+        MPaint::panel(painter, rowRect(m_pressed), *m_style, m_style->pressedBackground);
+    }
+    if (chosen >= 0) {
+        MPaint::panel(painter, rowRect(chosen), *m_style, m_style->checkedBackground);
+        paintMark(painter, rowRect(chosen));
+    }
+    if (m_focusShown) {
+        MPaint::focusRing(painter, rowRect(qMax(chosen, 0)), *m_style);
+    }
+}
+
+void MListRows::paintMark(QPainter *painter, const QRectF &row)
+{
+    const qreal glyph = m_style->glyph;
+    const qreal inset = (row.height() - glyph) / 2;
+    const bool left = layoutDirection() == Qt::RightToLeft;
+    const qreal x = left ? row.left() + inset : row.right() - inset - glyph;
+    const QPointF origin(x, row.top() + inset);
+    const QPointF tick[] = {origin + QPointF(0, 0.55) * glyph, origin + QPointF(0.36, 0.88) * glyph,
+                            origin + QPointF(1, 0.16) * glyph};
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(
+        QPen(m_style->checkedColor, m_style->strokeWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter->drawPolyline(tick, int(std::size(tick)));
+}
+
+void MListRows::setPressed(int row)
+{
+    if (m_pressed != row) {
+        m_pressed = row;
+        update();
+    }
+}
+
+bool MListRows::event(QEvent *event)
+{
+    // A finger that begins to scroll takes the press away.
+    if (event->type() == QEvent::UngrabMouse) {
+        setPressed(-1);
+    }
+    return MWidget::event(event);
+}
+
+void MListRows::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    const int row = m_selectable ? rowAt(event->pos()) : -1;
+    setPressed(row);
+    event->setAccepted(row >= 0);
+}
+
+void MListRows::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (rowAt(event->pos()) != m_pressed) {
+        setPressed(-1);
+    }
+}
+
+void MListRows::mouseReleaseEvent(QGraphicsSceneMouseEvent *)
+{
+    const int row = m_pressed;
+    setPressed(-1);
+    select(row);
+}
+
+void MListRows::resizeEvent(QGraphicsSceneResizeEvent *event)
+{
+    MWidget::resizeEvent(event);
+    showBetween(m_top, m_bottom);
+}
+
+QSizeF MListRows::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
+{
+    QSizeF size = MWidget::sizeHint(which, constraint);
+    if (which == Qt::MinimumSize || which == Qt::PreferredSize) {
+        size.setHeight(rowCount() * rowHeight());
+    }
+    return size;
+}
