@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCAPPLICATIONSELECTIONDIALOG_H
+#define CONNUI_NFCAPPLICATIONSELECTIONDIALOG_H
+
+#include <QStringList>
+
+#include <connui_nfc_export.h>
+#include <MDialog>
+
+namespace ConnUi {
+
+class NfcApplicationSelectionDialogPrivate;
+
+/**
+ * Lets the user pick the application that gets what a tag holds.
+ *
+ * Shows a row with icon and name for each application that has a usable desktop file, and an Ok button: the
+ * dialog finishes with M::OkButton (0x400) when it is pressed and with M::CancelButton when it is dismissed.
+ */
+class CONNUI_NFC_EXPORT NfcApplicationSelectionDialog : public MDialog
+{
+    Q_OBJECT
+    /** The application id of the row that was selected when the dialog closed; empty until then. */
+    Q_PROPERTY(QString selectedApplication READ selectedApplication)
+
+public:
+    /**
+     * Lists \a applications, given by their ids (base names of desktop files), and selects the row \a
+     * selected.
+     *
+     * Ids without a desktop file are left out, with the warning "NfcApplicationSelectionDialog: No desktop
+     * file provided for '<id>'", and so are those whose desktop file has no name or no icon. \a selected
+     * counts the rows that are left; one beyond the last selects the first, a negative one none.
+     */
+    NfcApplicationSelectionDialog(const QStringList &applications, int selected);
+
+    ~NfcApplicationSelectionDialog() override;
+
+    /** Returns the application id of the row that was selected when the dialog closed, empty when none was.
+     */
+    QString selectedApplication() const;
+
+public Q_SLOTS:
+    /** Takes down the selection and closes the dialog with \a result. */
+    void done(int result) override;
+
+private:
+    NfcApplicationSelectionDialogPrivate *d;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCENABLEDIALOG_H
+#define CONNUI_NFCENABLEDIALOG_H
+
+#include <connui_nfc_export.h>
+#include <MMessageBox>
+
+namespace ConnUi {
+
+/**
+ * Asks whether to switch NFC on: finishes with M::YesButton, M::NoButton or, dismissed, M::CancelButton.
+ *
+ * In flight mode the question says so. The mode is read once, by the constructor, which may wait up to 100 ms
+ * for the connection manager.
+ */
+class CONNUI_NFC_EXPORT NfcEnableDialog : public MMessageBox
+{
+    Q_OBJECT
+
+public:
+    /** Asks. */
+    NfcEnableDialog();
+
+    /** Returns the question's title for the mode the phone is in now. May wait up to 100 ms. */
+    virtual QString title() const;
+
+    /** Returns the question's text for the mode the phone is in now. May wait up to 100 ms. */
+    virtual QString text() const;
+};
+
+} // namespace ConnUi
+
+#endif

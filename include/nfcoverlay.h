@@ -1,0 +1,47 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCOVERLAY_H
+#define CONNUI_NFCOVERLAY_H
+
+#include <connui_nfc_export.h>
+#include <MWindow>
+
+namespace ConnUi {
+
+class NfcOverlayPrivate;
+
+/**
+ * Shows for two seconds that something was touched: a banner that slides in from the edge that is on top for
+ * the user.
+ *
+ * A translucent window of its own that never takes the focus, masked to the banner's strip so that the rest
+ * of the screen stays usable. Follows the orientation of its scene manager. Does nothing until
+ * showIndication().
+ */
+class CONNUI_NFC_EXPORT NfcOverlay : public MWindow
+{
+    Q_OBJECT
+
+public:
+    /** Makes the window, hidden. */
+    NfcOverlay();
+
+    ~NfcOverlay() override;
+
+public Q_SLOTS:
+    /** Slides the banner in, from the start when it is there already, and lets it stay for 2000 ms. */
+    void showIndication();
+
+    /** Slides the banner out now. Does nothing while it is hidden or on its way out. */
+    void hideIndication();
+
+protected:
+    void enterDisplayEvent() override;
+
+private:
+    NfcOverlayPrivate *d;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCSETTINGSVIEW_H
+#define CONNUI_NFCSETTINGSVIEW_H
+
+#include <connui_nfc_export.h>
+#include <MWidget>
+
+namespace ConnUi {
+
+class NfcAdapter;
+class NfcSettingsViewPrivate;
+
+/**
+ * The NFC page of a settings application: a switch for NFC, and one for asking before tags are opened.
+ *
+ * Switching on in flight mode asks first; a start that has not led to power after 20 seconds is told in a
+ * message box.
+ *
+ * Blocking: the view asks the adapter for its power (NfcAdapter::isPowered(), NfcAdapter::setPowered()),
+ * which waits for the daemon, at most the bus's default reply timeout of 25 seconds.
+ */
+class CONNUI_NFC_EXPORT NfcSettingsView : public MWidget
+{
+    Q_OBJECT
+
+public:
+    /** Shows and switches \a adapter, which the caller keeps. Without it, null or deleted, the switches do
+     * nothing. */
+    explicit NfcSettingsView(NfcAdapter *adapter, QGraphicsItem *parent = nullptr);
+
+    ~NfcSettingsView() override;
+
+private:
+    NfcSettingsViewPrivate *d;
+};
+
+} // namespace ConnUi
+
+#endif

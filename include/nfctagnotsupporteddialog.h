@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCTAGNOTSUPPORTEDDIALOG_H
+#define CONNUI_NFCTAGNOTSUPPORTEDDIALOG_H
+
+#include <connui_nfc_export.h>
+#include <MMessageBox>
+
+namespace ConnUi {
+
+/** Tells that a tag cannot be read, or that there is nothing on it: finishes with M::OkButton. */
+class CONNUI_NFC_EXPORT NfcTagNotSupportedDialog : public MMessageBox
+{
+    Q_OBJECT
+
+public:
+    /** What is wrong with the tag. */
+    enum ErrorType {
+        UnsupportedTagError = 0, /**< It cannot be read. */
+        EmptyTagError = 1        /**< It holds nothing. */
+    };
+    Q_ENUM(ErrorType)
+
+    /** Tells \a error; any value but EmptyTagError tells that the tag cannot be read. */
+    explicit NfcTagNotSupportedDialog(ErrorType error);
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "iconwidget.h"
+
+#include <QFileInfo>
+#include <QPixmap>
+
+#include <MImageWidget>
+
+namespace ConnUi {
+
+MImageWidget *newIconWidget(const QString &icon)
+{
+    auto *widget = new MImageWidget;
+    if (QFileInfo(icon).isAbsolute())
+        widget->setPixmap(QPixmap(icon));
+    else
+        widget->setImage(icon);
+    return widget;
+}
+
+} // namespace ConnUi

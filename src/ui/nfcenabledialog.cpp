@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfcenabledialog.h"
+
+#include <OfflineMode>
+
+namespace ConnUi {
+
+namespace {
+
+bool isInFlightMode()
+{
+    return OfflineMode().currentStatus() == 0;
+}
+
+} // namespace
+
+NfcEnableDialog::NfcEnableDialog() : MMessageBox(QString(), M::YesButton | M::NoButton)
+{
+    setTitle(NfcEnableDialog::title());
+    setText(NfcEnableDialog::text());
+}
+
+QString NfcEnableDialog::title() const
+{
+    return isInFlightMode() ? qtTrId("qtn_nfc_start_flightmode_tit") : qtTrId("qtn_nfc_enablenfc_tit");
+}
+
+QString NfcEnableDialog::text() const
+{
+    return isInFlightMode() ? qtTrId("qtn_nfc_start_flightmode") : qtTrId("qtn_nfc_enablenfc_text");
+}
+
+} // namespace ConnUi

@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfcsettingsview_p.h"
+
+#include <QTimer>
+
+#include <MButton>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
+#include <MMessageBox>
+#include <OfflineMode>
+#include <SimpleCheckBoxLabel>
+
+#include "nfcenabledialog.h"
+#include "nfcsettingsview.h"
+
+namespace ConnUi {
+
+namespace {
+
+constexpr int startTimeout = 20000; // milliseconds
+
+} // namespace
+
+NfcSettingsViewPrivate::NfcSettingsViewPrivate(NfcSettingsView *view, NfcAdapter *adapter)
+    : QObject(view)
+    , q(view)
+    , adapter(adapter)
+    , statusTimer(new QTimer(this))
+    , offlineMode(new OfflineMode(this))
+{
+    connect(statusTimer, &QTimer::timeout, this, &NfcSettingsViewPrivate::statusTimeout);
+    if (!adapter)
+        return;
+    connect(adapter, &NfcAdapter::adapterValid, this, &NfcSettingsViewPrivate::updatePoweredStatus);
+    connect(adapter, &NfcAdapter::adapterInvalid, this, &NfcSettingsViewPrivate::updatePoweredStatus);
+}
+
+void NfcSettingsViewPrivate::initWidget()
+{
+    powerSwitch = new MButton;
+    powerLabel = new SimpleCheckBoxLabel(powerSwitch, qtTrId("qtn_nfc_fullname"), MButton::switchType);
+    updatePoweredStatus();
+    // Only now: what the switch shows at first is no wish of the user's.
+    if (adapter)
+        connect(adapter, &NfcAdapter::propertyChanged, this, &NfcSettingsViewPrivate::adapterPropertyChanged);
+    connect(powerSwitch, &MButton::toggled, this, &NfcSettingsViewPrivate::onOffToggled);
+
+    auto *confirmationSwitch = new MButton;
+    auto *confirmationLabel =
+        new SimpleCheckBoxLabel(confirmationSwitch, qtTrId("qtn_nfc_sett_confs"), MButton::switchType);
+    confirmationSwitch->setChecked(adapter && adapter->isConfirmationEnabled());
+    connect(confirmationSwitch, &MButton::toggled, this, &NfcSettingsViewPrivate::confirmationToggled);
+
+    auto *layout = new MLayout(q);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+    policy->addItem(powerLabel);
+    policy->addItem(confirmationLabel);
+}
+
+void NfcSettingsViewPrivate::updatePoweredStatus()
+{
+    powerLabel->setShowProgressIndicator(false);
+    const bool powered = isPowered();
+    if (powerSwitch->isChecked() != powered)
+        powerSwitch->setChecked(powered);
+}
+
+void NfcSettingsViewPrivate::adapterPropertyChanged(const QString &property)
+{
+    if (property != QLatin1String("powered"))
+        return;
+    if (isPowered() && statusTimer->isActive())
+        statusTimer->stop();
+    updatePoweredStatus();
+}
+
+void NfcSettingsViewPrivate::onOffToggled(bool checked)
+{
+    // A switch that follows the adapter asks for nothing.
+    if (!adapter || adapter->isPowered() == checked)
+        return;
+    if (checked && offlineMode->currentStatus() == 0) {
+        auto *query = new NfcEnableDialog;
+        connect(query, &MDialog::finished, this, &NfcSettingsViewPrivate::offlineQueryfinished);
+        query->appear(MSceneWindow::DestroyWhenDone);
+        return;
+    }
+    requestedPowered = checked;
+    adapter->setPowered(checked);
+    if (checked)
+        watchStart();
+}
+
+void NfcSettingsViewPrivate::offlineQueryfinished(int result)
+{
+    if (result == M::CancelButton) {
+        powerSwitch->setChecked(false);
+        return;
+    }
+    requestedPowered = true;
+    if (adapter)
+        adapter->setPowered(true);
+    watchStart();
+}
+
+void NfcSettingsViewPrivate::confirmationToggled(bool checked)
+{
+    if (adapter)
+        adapter->setConfirmationEnabled(checked);
+}
+
+void NfcSettingsViewPrivate::statusTimeout()
+{
+    statusTimer->stop();
+    const bool asWished = adapter && adapter->isValid() && (!requestedPowered || adapter->isPowered());
+    if (!asWished)
+        showStartFailQueryDialog();
+    updatePoweredStatus();
+}
+
+void NfcSettingsViewPrivate::showStartFailQueryDialog()
+{
+    auto *box = new MMessageBox(qtTrId("qtn_nfc_startfail_tit"), qtTrId("qtn_nfc_fail_txt"), M::OkButton);
+    box->appear(MSceneWindow::DestroyWhenDone);
+}
+
+bool NfcSettingsViewPrivate::isPowered() const
+{
+    return adapter && adapter->isPowered();
+}
+
+void NfcSettingsViewPrivate::watchStart()
+{
+    powerLabel->setShowProgressIndicator(true);
+    statusTimer->start(startTimeout);
+}
+
+} // namespace ConnUi

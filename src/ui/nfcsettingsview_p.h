@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCSETTINGSVIEW_P_H
+#define CONNUI_NFCSETTINGSVIEW_P_H
+
+#include <QObject>
+#include <QPointer>
+
+#include "nfcadapter.h"
+
+class MButton;
+class QTimer;
+
+namespace ConnUi {
+
+class NfcSettingsView;
+class OfflineMode;
+class SimpleCheckBoxLabel;
+
+class NfcSettingsViewPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    NfcSettingsViewPrivate(NfcSettingsView *view, NfcAdapter *adapter);
+
+    void initWidget();
+
+    NfcSettingsView *q;
+    QPointer<NfcAdapter> adapter;
+    MButton *powerSwitch = nullptr;
+    QTimer *statusTimer;
+    bool requestedPowered = true;
+    OfflineMode *offlineMode;
+    SimpleCheckBoxLabel *powerLabel = nullptr;
+
+private Q_SLOTS:
+    void updatePoweredStatus();
+    void adapterPropertyChanged(const QString &property);
+    void onOffToggled(bool checked);
+    void offlineQueryfinished(int result);
+    void confirmationToggled(bool checked);
+    void statusTimeout();
+    void showStartFailQueryDialog();
+
+private:
+    bool isPowered() const;
+    void watchStart();
+};
+
+} // namespace ConnUi
+
+#endif

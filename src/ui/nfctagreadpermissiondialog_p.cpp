@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "nfctagreadpermissiondialog_p.h"
+
+#include <MButtonModel>
+#include <MDesktopEntry>
+#include <MImageWidget>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
+#include <MWidget>
+
+#include "applicationdesktopfile.h"
+#include "iconwidget.h"
+#include "nfcapplicationselectiondialog.h"
+#include "nfctagreadpermissiondialog.h"
+#include "querylabel.h"
+
+namespace ConnUi {
+
+namespace {
+
+constexpr QChar lengthVariant{0x9c};
+constexpr QChar leftToRightEmbedding{0x202a};
+constexpr QChar popDirectionalFormatting{0x202c};
+
+} // namespace
+
+NfcTagReadPermissionDialogPrivate::NfcTagReadPermissionDialogPrivate(NfcTagReadPermissionDialog *dialog)
+    : q(dialog)
+{}
+
+void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, const QString &description,
+                                                      const QString &detail)
+{
+    auto *central = new MWidget;
+    auto *layout = new MLayout(central);
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+
+    if (iconWidget) {
+        iconWidget->setStyleName(QStringLiteral("CommonQueryIcon"));
+        policy->addItem(iconWidget, Qt::AlignCenter);
+    }
+    policy->addItem(newTitleLabel(title), Qt::AlignCenter);
+    const bool described = !description.trimmed().isEmpty();
+    if (described)
+        policy->addItem(newWrappedLabel(description, QStringLiteral("CommonQueryText")), Qt::AlignCenter);
+    if (!detail.isEmpty()) {
+        const QString style =
+            described ? QStringLiteral("CommonSubTitleInverted") : QStringLiteral("CommonQueryText");
+        policy->addItem(newWrappedLabel(detail, style), Qt::AlignCenter);
+    }
+    if (extraWidget)
+        policy->addItem(extraWidget);
+
+    q->setCentralWidget(central);
+}
+
+bool NfcTagReadPermissionDialogPrivate::getApplicationInfo(const QString &application, QString &name,
+                                                           QString &icon) const
+{
+    const QString path = applicationDesktopFile(application);
+    if (path.isEmpty()) {
+        qWarning("NfcTagReadPermissionDialog: No desktop file provided for application %s",
+                 application.toUtf8().constData());
+        return false;
+    }
+    const MDesktopEntry entry(path);
+    const QString entryName = entry.name();
+    const QString entryIcon = entry.icon();
+    if (entryName.isEmpty() || entryIcon.isEmpty())
+        return false;
+    name = entryName.section(lengthVariant, 0, 0);
+    icon = entryIcon;
+    return true;
+}
+
+void NfcTagReadPermissionDialogPrivate::addLeftToRightMark(QString &text) const
+{
+    text.prepend(leftToRightEmbedding);
+    text.append(popDirectionalFormatting);
+}
+
+void NfcTagReadPermissionDialogPrivate::setButtonTexts(const QString &yes)
+{
+    q->button(M::YesButton)->setText(yes);
+    q->button(M::NoButton)->setText(qtTrId("qtn_nfc_tags_discard"));
+}
+
+void NfcTagReadPermissionDialogPrivate::addDirectAction(const QString &yes)
+{
+    q->button(M::YesButton)->setText(yes);
+    q->addButton(qtTrId("qtn_nfc_tags_view"), M::ApplyRole);
+    directActionSelected = true;
+}
+
+void NfcTagReadPermissionDialogPrivate::setIcon(const QString &icon)
+{
+    iconWidget = newIconWidget(icon);
+}
+
+void NfcTagReadPermissionDialogPrivate::openSelection()
+{
+    const int current = int(applications.indexOf(selectedApplication));
+    selection = new NfcApplicationSelectionDialog(applications, current);
+    connect(selection, &MDialog::finished, this,
+            &NfcTagReadPermissionDialogPrivate::applicationSelectionFinished);
+    selection->appear(MSceneWindow::DestroyWhenDone);
+}
+
+void NfcTagReadPermissionDialogPrivate::applicationSelectionFinished(int result)
+{
+    const auto *finished = qobject_cast<NfcApplicationSelectionDialog *>(sender());
+    if (!finished) {
+        qWarning("NfcTagReadPermissionDialog: Unable cast to NfcApplicationSelectionDialog");
+        return;
+    }
+    if (result != M::OkButton)
+        return;
+    if (!finished->selectedApplication().isEmpty())
+        selectedApplication = finished->selectedApplication();
+    q->applicationSelected();
+}
+
+} // namespace ConnUi

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCTAGREADPERMISSIONDIALOG_P_H
+#define CONNUI_NFCTAGREADPERMISSIONDIALOG_P_H
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+
+class MImageWidget;
+class MWidgetController;
+
+namespace ConnUi {
+
+class NfcApplicationSelectionDialog;
+class NfcTagReadPermissionDialog;
+
+class NfcTagReadPermissionDialogPrivate : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit NfcTagReadPermissionDialogPrivate(NfcTagReadPermissionDialog *dialog);
+    ~NfcTagReadPermissionDialogPrivate() override;
+
+    void createContent(const QString &title, const QString &description, const QString &detail);
+    bool getApplicationInfo(const QString &application, QString &name, QString &icon) const;
+    void addLeftToRightMark(QString &text) const;
+
+    void setButtonTexts(const QString &yes);
+    void addDirectAction(const QString &yes);
+    void setIcon(const QString &icon);
+    void openSelection();
+
+    NfcTagReadPermissionDialog *q;
+    MImageWidget *iconWidget = nullptr;
+    MWidgetController *extraWidget = nullptr;
+    QStringList applications;
+    QString selectedApplication;
+    bool changeButtonAdded = false;
+    bool directActionSelected = false;
+    QPointer<NfcApplicationSelectionDialog> selection;
+
+public Q_SLOTS:
+    void applicationSelectionFinished(int result);
+};
+
+} // namespace ConnUi
+
+#endif

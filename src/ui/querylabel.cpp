@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "querylabel.h"
+
+#include <MLabel>
+
+namespace ConnUi {
+
+MLabel *newTitleLabel(const QString &title)
+{
+    auto *label = new MLabel(title);
+    label->setStyleName(QStringLiteral("CommonQueryTitle"));
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+MLabel *newWrappedLabel(const QString &text, const QString &style)
+{
+    auto *label = new MLabel(text);
+    label->setStyleName(style);
+    label->setWordWrap(true);
+    label->setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    label->setAlignment(Qt::AlignCenter);
+    return label;
+}
+
+} // namespace ConnUi

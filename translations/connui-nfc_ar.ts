@@ -1,0 +1,269 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+     SPDX-License-Identifier: LGPL-2.1-or-later -->
+<TS version="2.1" language="ar" sourcelanguage="en">
+<context>
+    <name></name>
+    <message id="qtn_comm_call">
+        <source>Call</source>
+        <extracomment>Button: call the number on the tag</extracomment>
+        <translation>اتصال</translation>
+    </message>
+    <message id="qtn_comm_cancel">
+        <source>Cancel</source>
+        <extracomment>Button: give up sending or receiving</extracomment>
+        <translation>إلغاء</translation>
+    </message>
+    <message id="qtn_comm_command_continue">
+        <source>Continue</source>
+        <extracomment>Button: go on to picking what to share</extracomment>
+        <translation>متابعة</translation>
+    </message>
+    <message id="qtn_comm_command_done">
+        <source>Done</source>
+        <extracomment>Button: close the sheet</extracomment>
+        <translation>تم</translation>
+    </message>
+    <message id="qtn_comm_command_no">
+        <source>No</source>
+        <extracomment>Button: do not pair</extracomment>
+        <translation>لا</translation>
+    </message>
+    <message id="qtn_comm_command_yes">
+        <source>Yes</source>
+        <extracomment>Button: pair</extracomment>
+        <translation>نعم</translation>
+    </message>
+    <message id="qtn_comm_gigabytes">
+        <source>%1 GB</source>
+        <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
+        <translation>%1 غ.ب</translation>
+    </message>
+    <message id="qtn_comm_kilobytes">
+        <source>%1 kB</source>
+        <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
+        <translation>%1 ك.ب</translation>
+    </message>
+    <message id="qtn_comm_megabytes">
+        <source>%1 MB</source>
+        <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
+        <translation>%1 م.ب</translation>
+    </message>
+    <message id="qtn_comm_send">
+        <source>Send</source>
+        <extracomment>Button: send the text message that is on the tag</extracomment>
+        <translation>إرسال</translation>
+    </message>
+    <message id="qtn_nfc_connect_text">
+        <source>The device you touched wants to connect over Bluetooth.</source>
+        <extracomment>Question: pairing</extracomment>
+        <translation>يريد الجهاز الذي لمسته الاتصال عبر البلوتوث.</translation>
+    </message>
+    <message id="qtn_nfc_connect_tit">
+        <source>Pair with this device?</source>
+        <extracomment>Title: pairing</extracomment>
+        <translation>هل تريد الاقتران بهذا الجهاز؟</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_text">
+        <source>NFC is off. Switch it on to read tags and to share by touch.</source>
+        <extracomment>Question: NFC is needed and off</extracomment>
+        <translation>‏NFC مغلق. شغّله لقراءة العلامات والمشاركة باللمس.</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_tit">
+        <source>Switch NFC on?</source>
+        <extracomment>Title: NFC is needed and off</extracomment>
+        <translation>هل تريد تشغيل NFC؟</translation>
+    </message>
+    <message id="qtn_nfc_fail_txt">
+        <source>NFC did not start. Try again, or restart the phone.</source>
+        <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
+        <translation>لم يبدأ NFC. حاول مرة أخرى أو أعد تشغيل الهاتف.</translation>
+    </message>
+    <message id="qtn_nfc_fullname">
+        <source>Near Field Communication (NFC)</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>الاتصال قريب المدى (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_receive_text">
+        <source>From %1</source>
+        <extracomment>%1 is the sender's name</extracomment>
+        <translation>من %1</translation>
+    </message>
+    <message id="qtn_nfc_receive_time_remaining">
+        <source>%1 remaining</source>
+        <extracomment>%1 is a time, 4:59 or 1:02:03</extracomment>
+        <translation>الوقت المتبقي %1</translation>
+    </message>
+    <message id="qtn_nfc_receive_tit">
+        <source>Receiving file</source>
+        <extracomment>Title of the sheet</extracomment>
+        <translation>جارٍ استلام ملف</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_contact_text">
+        <source>Choose the contact to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>اختر جهة الاتصال التي تريد مشاركتها، ثم المس الجهاز الآخر مرة أخرى.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_img_text">
+        <source>Choose the picture to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>اختر الصورة التي تريد مشاركتها، ثم المس الجهاز الآخر مرة أخرى.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_tit">
+        <source>Choose what to share</source>
+        <extracomment>Title: what to share</extracomment>
+        <translation>اختر ما تريد مشاركته</translation>
+    </message>
+    <message id="qtn_nfc_sett_confs">
+        <source>Ask before opening what is on a tag</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>السؤال قبل فتح محتوى العلامة</lengthvariant><lengthvariant>السؤال قبل الفتح</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_share_contact">
+        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
+        <translation>سيتم إرسال جهة الاتصال %1 %2 إلى الجهاز الذي لمسته.</translation>
+    </message>
+    <message id="qtn_nfc_share_img">
+        <source>%1 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is a file name</extracomment>
+        <translation>سيتم إرسال %1 إلى الجهاز الذي لمسته.</translation>
+    </message>
+    <message id="qtn_nfc_share_multi">
+        <source>%1 items will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is the number of things, two or more</extracomment>
+        <translation>سيتم إرسال %1 من العناصر إلى الجهاز الذي لمسته.</translation>
+    </message>
+    <message id="qtn_nfc_share_tit">
+        <source>Share by touch?</source>
+        <extracomment>Title: sharing</extracomment>
+        <translation>هل تريد المشاركة باللمس؟</translation>
+    </message>
+    <message id="qtn_nfc_startfail_tit">
+        <source>NFC not available</source>
+        <extracomment>Title: NFC did not come up</extracomment>
+        <translation>NFC غير متاح</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode">
+        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <extracomment>Question: NFC is wanted in flight mode</extracomment>
+        <translation>الهاتف في وضع الطيران. هل تريد تشغيل NFC مع ذلك؟</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode_tit">
+        <source>Flight mode is on</source>
+        <extracomment>Title: NFC is wanted in flight mode</extracomment>
+        <translation>وضع الطيران مفعّل</translation>
+    </message>
+    <message id="qtn_nfc_tags_app_txt">
+        <source>Open with %1?</source>
+        <extracomment>Question: %1 is an application's name</extracomment>
+        <translation>هل تريد الفتح باستخدام %1؟</translation>
+    </message>
+    <message id="qtn_nfc_tags_change_app_open">
+        <source>Choose another application</source>
+        <extracomment>Button: pick another application</extracomment>
+        <translation variants="yes"><lengthvariant>اختيار تطبيق آخر</lengthvariant><lengthvariant>تطبيق آخر</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_tags_contact_tit">
+        <source>Contact on tag</source>
+        <extracomment>Title: a phone number or a contact card</extracomment>
+        <translation>جهة اتصال على العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_discard">
+        <source>Discard</source>
+        <extracomment>Button: do nothing with what is on the tag</extracomment>
+        <translation>تجاهل</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_text">
+        <source>There is nothing on this tag.</source>
+        <extracomment>Notice: empty tag</extracomment>
+        <translation>لا يوجد شيء على هذه العلامة.</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_tit">
+        <source>Empty tag</source>
+        <extracomment>Title: empty tag</extracomment>
+        <translation>علامة فارغة</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_text">
+        <source>This tag cannot be read.</source>
+        <extracomment>Notice: unreadable tag</extracomment>
+        <translation>لا يمكن قراءة هذه العلامة.</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_tit">
+        <source>Tag not supported</source>
+        <extracomment>Title: unreadable tag</extracomment>
+        <translation>العلامة غير مدعومة</translation>
+    </message>
+    <message id="qtn_nfc_tags_gen_tit">
+        <source>Tag content</source>
+        <extracomment>Title: content for an application</extracomment>
+        <translation>محتوى العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_handler_nfc">
+        <source>These applications can open what is on the tag.</source>
+        <extracomment>Explanation above the list of applications</extracomment>
+        <translation>يمكن لهذه التطبيقات فتح محتوى العلامة.</translation>
+    </message>
+    <message id="qtn_nfc_tags_open">
+        <source>Open</source>
+        <extracomment>Button: open with the application named</extracomment>
+        <translation>فتح</translation>
+    </message>
+    <message id="qtn_nfc_tags_selapp_tit">
+        <source>Choose application</source>
+        <extracomment>Title: list of applications</extracomment>
+        <translation>اختيار تطبيق</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_receiver">
+        <source>To: %1</source>
+        <extracomment>%1 is a phone number</extracomment>
+        <translation>إلى: %1</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_tit">
+        <source>Text message on tag</source>
+        <extracomment>Title: a text message ready to be sent</extracomment>
+        <translation>رسالة نصية على العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_store_tit">
+        <source>Store link on tag</source>
+        <extracomment>Title: a link into the application store</extracomment>
+        <translation>رابط متجر على العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_text_tit">
+        <source>Text on tag</source>
+        <extracomment>Title: plain text</extracomment>
+        <translation>نص على العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_url_tit">
+        <source>Web link on tag</source>
+        <extracomment>Title: a web link</extracomment>
+        <translation>رابط ويب على العلامة</translation>
+    </message>
+    <message id="qtn_nfc_tags_view">
+        <source>View</source>
+        <extracomment>Button: show what is on the tag</extracomment>
+        <translation>عرض</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_img_text">
+        <source>Touch the other device with the back of this phone.</source>
+        <extracomment>Notice: touch to share</extracomment>
+        <translation>المس الجهاز الآخر بظهر هذا الهاتف.</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_tit">
+        <source>Touch to share</source>
+        <extracomment>Title: touch to share</extracomment>
+        <translation>المس للمشاركة</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_text">
+        <source>Waiting for the other device.</source>
+        <extracomment>Notice: the other device has to answer</extracomment>
+        <translation>في انتظار الجهاز الآخر.</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_tit">
+        <source>Sharing</source>
+        <extracomment>Title: the other device has to answer</extracomment>
+        <translation>جارٍ المشاركة</translation>
+    </message>
+</context>
+</TS>

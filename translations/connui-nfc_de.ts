@@ -1,0 +1,269 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+     SPDX-License-Identifier: LGPL-2.1-or-later -->
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name></name>
+    <message id="qtn_comm_call">
+        <source>Call</source>
+        <extracomment>Button: call the number on the tag</extracomment>
+        <translation>Anrufen</translation>
+    </message>
+    <message id="qtn_comm_cancel">
+        <source>Cancel</source>
+        <extracomment>Button: give up sending or receiving</extracomment>
+        <translation>Abbrechen</translation>
+    </message>
+    <message id="qtn_comm_command_continue">
+        <source>Continue</source>
+        <extracomment>Button: go on to picking what to share</extracomment>
+        <translation>Weiter</translation>
+    </message>
+    <message id="qtn_comm_command_done">
+        <source>Done</source>
+        <extracomment>Button: close the sheet</extracomment>
+        <translation>Fertig</translation>
+    </message>
+    <message id="qtn_comm_command_no">
+        <source>No</source>
+        <extracomment>Button: do not pair</extracomment>
+        <translation>Nein</translation>
+    </message>
+    <message id="qtn_comm_command_yes">
+        <source>Yes</source>
+        <extracomment>Button: pair</extracomment>
+        <translation>Ja</translation>
+    </message>
+    <message id="qtn_comm_gigabytes">
+        <source>%1 GB</source>
+        <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
+        <translation>%1 GB</translation>
+    </message>
+    <message id="qtn_comm_kilobytes">
+        <source>%1 kB</source>
+        <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
+        <translation>%1 kB</translation>
+    </message>
+    <message id="qtn_comm_megabytes">
+        <source>%1 MB</source>
+        <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
+        <translation>%1 MB</translation>
+    </message>
+    <message id="qtn_comm_send">
+        <source>Send</source>
+        <extracomment>Button: send the text message that is on the tag</extracomment>
+        <translation>Senden</translation>
+    </message>
+    <message id="qtn_nfc_connect_text">
+        <source>The device you touched wants to connect over Bluetooth.</source>
+        <extracomment>Question: pairing</extracomment>
+        <translation>Das berührte Gerät möchte sich über Bluetooth verbinden.</translation>
+    </message>
+    <message id="qtn_nfc_connect_tit">
+        <source>Pair with this device?</source>
+        <extracomment>Title: pairing</extracomment>
+        <translation>Mit diesem Gerät koppeln?</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_text">
+        <source>NFC is off. Switch it on to read tags and to share by touch.</source>
+        <extracomment>Question: NFC is needed and off</extracomment>
+        <translation>NFC ist aus. Zum Lesen von Tags und zum Teilen durch Berühren einschalten.</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_tit">
+        <source>Switch NFC on?</source>
+        <extracomment>Title: NFC is needed and off</extracomment>
+        <translation>NFC einschalten?</translation>
+    </message>
+    <message id="qtn_nfc_fail_txt">
+        <source>NFC did not start. Try again, or restart the phone.</source>
+        <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
+        <translation>NFC ist nicht gestartet. Versuchen Sie es erneut oder starten Sie das Telefon neu.</translation>
+    </message>
+    <message id="qtn_nfc_fullname">
+        <source>Near Field Communication (NFC)</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>Nahfeldkommunikation (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_receive_text">
+        <source>From %1</source>
+        <extracomment>%1 is the sender's name</extracomment>
+        <translation>Von %1</translation>
+    </message>
+    <message id="qtn_nfc_receive_time_remaining">
+        <source>%1 remaining</source>
+        <extracomment>%1 is a time, 4:59 or 1:02:03</extracomment>
+        <translation>Noch %1</translation>
+    </message>
+    <message id="qtn_nfc_receive_tit">
+        <source>Receiving file</source>
+        <extracomment>Title of the sheet</extracomment>
+        <translation>Datei wird empfangen</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_contact_text">
+        <source>Choose the contact to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>Wählen Sie den Kontakt zum Teilen und berühren Sie das andere Gerät erneut.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_img_text">
+        <source>Choose the picture to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>Wählen Sie das Bild zum Teilen und berühren Sie das andere Gerät erneut.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_tit">
+        <source>Choose what to share</source>
+        <extracomment>Title: what to share</extracomment>
+        <translation>Was möchten Sie teilen?</translation>
+    </message>
+    <message id="qtn_nfc_sett_confs">
+        <source>Ask before opening what is on a tag</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>Vor dem Öffnen von Tag-Inhalten fragen</lengthvariant><lengthvariant>Vor dem Öffnen fragen</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_share_contact">
+        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
+        <translation>Der Kontakt %1 %2 wird an das berührte Gerät gesendet.</translation>
+    </message>
+    <message id="qtn_nfc_share_img">
+        <source>%1 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is a file name</extracomment>
+        <translation>%1 wird an das berührte Gerät gesendet.</translation>
+    </message>
+    <message id="qtn_nfc_share_multi">
+        <source>%1 items will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is the number of things, two or more</extracomment>
+        <translation>%1 Objekte werden an das berührte Gerät gesendet.</translation>
+    </message>
+    <message id="qtn_nfc_share_tit">
+        <source>Share by touch?</source>
+        <extracomment>Title: sharing</extracomment>
+        <translation>Durch Berühren teilen?</translation>
+    </message>
+    <message id="qtn_nfc_startfail_tit">
+        <source>NFC not available</source>
+        <extracomment>Title: NFC did not come up</extracomment>
+        <translation>NFC nicht verfügbar</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode">
+        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <extracomment>Question: NFC is wanted in flight mode</extracomment>
+        <translation>Das Telefon ist im Flugmodus. NFC trotzdem einschalten?</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode_tit">
+        <source>Flight mode is on</source>
+        <extracomment>Title: NFC is wanted in flight mode</extracomment>
+        <translation>Flugmodus ist an</translation>
+    </message>
+    <message id="qtn_nfc_tags_app_txt">
+        <source>Open with %1?</source>
+        <extracomment>Question: %1 is an application's name</extracomment>
+        <translation>Mit %1 öffnen?</translation>
+    </message>
+    <message id="qtn_nfc_tags_change_app_open">
+        <source>Choose another application</source>
+        <extracomment>Button: pick another application</extracomment>
+        <translation variants="yes"><lengthvariant>Andere Anwendung wählen</lengthvariant><lengthvariant>Andere Anwendung</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_tags_contact_tit">
+        <source>Contact on tag</source>
+        <extracomment>Title: a phone number or a contact card</extracomment>
+        <translation>Kontakt auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_discard">
+        <source>Discard</source>
+        <extracomment>Button: do nothing with what is on the tag</extracomment>
+        <translation>Verwerfen</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_text">
+        <source>There is nothing on this tag.</source>
+        <extracomment>Notice: empty tag</extracomment>
+        <translation>Auf diesem Tag ist nichts gespeichert.</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_tit">
+        <source>Empty tag</source>
+        <extracomment>Title: empty tag</extracomment>
+        <translation>Leerer Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_text">
+        <source>This tag cannot be read.</source>
+        <extracomment>Notice: unreadable tag</extracomment>
+        <translation>Dieser Tag kann nicht gelesen werden.</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_tit">
+        <source>Tag not supported</source>
+        <extracomment>Title: unreadable tag</extracomment>
+        <translation>Tag nicht unterstützt</translation>
+    </message>
+    <message id="qtn_nfc_tags_gen_tit">
+        <source>Tag content</source>
+        <extracomment>Title: content for an application</extracomment>
+        <translation>Inhalt des Tags</translation>
+    </message>
+    <message id="qtn_nfc_tags_handler_nfc">
+        <source>These applications can open what is on the tag.</source>
+        <extracomment>Explanation above the list of applications</extracomment>
+        <translation>Diese Anwendungen können den Inhalt des Tags öffnen.</translation>
+    </message>
+    <message id="qtn_nfc_tags_open">
+        <source>Open</source>
+        <extracomment>Button: open with the application named</extracomment>
+        <translation>Öffnen</translation>
+    </message>
+    <message id="qtn_nfc_tags_selapp_tit">
+        <source>Choose application</source>
+        <extracomment>Title: list of applications</extracomment>
+        <translation>Anwendung wählen</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_receiver">
+        <source>To: %1</source>
+        <extracomment>%1 is a phone number</extracomment>
+        <translation>An: %1</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_tit">
+        <source>Text message on tag</source>
+        <extracomment>Title: a text message ready to be sent</extracomment>
+        <translation>SMS auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_store_tit">
+        <source>Store link on tag</source>
+        <extracomment>Title: a link into the application store</extracomment>
+        <translation>Store-Link auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_text_tit">
+        <source>Text on tag</source>
+        <extracomment>Title: plain text</extracomment>
+        <translation>Text auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_url_tit">
+        <source>Web link on tag</source>
+        <extracomment>Title: a web link</extracomment>
+        <translation>Weblink auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_tags_view">
+        <source>View</source>
+        <extracomment>Button: show what is on the tag</extracomment>
+        <translation>Ansehen</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_img_text">
+        <source>Touch the other device with the back of this phone.</source>
+        <extracomment>Notice: touch to share</extracomment>
+        <translation>Berühren Sie das andere Gerät mit der Rückseite dieses Telefons.</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_tit">
+        <source>Touch to share</source>
+        <extracomment>Title: touch to share</extracomment>
+        <translation>Zum Teilen berühren</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_text">
+        <source>Waiting for the other device.</source>
+        <extracomment>Notice: the other device has to answer</extracomment>
+        <translation>Auf das andere Gerät wird gewartet.</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_tit">
+        <source>Sharing</source>
+        <extracomment>Title: the other device has to answer</extracomment>
+        <translation>Wird geteilt</translation>
+    </message>
+</context>
+</TS>

@@ -1,0 +1,269 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<!-- SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+     SPDX-License-Identifier: LGPL-2.1-or-later -->
+<TS version="2.1" language="fi" sourcelanguage="en">
+<context>
+    <name></name>
+    <message id="qtn_comm_call">
+        <source>Call</source>
+        <extracomment>Button: call the number on the tag</extracomment>
+        <translation>Soita</translation>
+    </message>
+    <message id="qtn_comm_cancel">
+        <source>Cancel</source>
+        <extracomment>Button: give up sending or receiving</extracomment>
+        <translation>Peruuta</translation>
+    </message>
+    <message id="qtn_comm_command_continue">
+        <source>Continue</source>
+        <extracomment>Button: go on to picking what to share</extracomment>
+        <translation>Jatka</translation>
+    </message>
+    <message id="qtn_comm_command_done">
+        <source>Done</source>
+        <extracomment>Button: close the sheet</extracomment>
+        <translation>Valmis</translation>
+    </message>
+    <message id="qtn_comm_command_no">
+        <source>No</source>
+        <extracomment>Button: do not pair</extracomment>
+        <translation>Ei</translation>
+    </message>
+    <message id="qtn_comm_command_yes">
+        <source>Yes</source>
+        <extracomment>Button: pair</extracomment>
+        <translation>Kyllä</translation>
+    </message>
+    <message id="qtn_comm_gigabytes">
+        <source>%1 GB</source>
+        <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
+        <translation>%1 Gt</translation>
+    </message>
+    <message id="qtn_comm_kilobytes">
+        <source>%1 kB</source>
+        <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
+        <translation>%1 kt</translation>
+    </message>
+    <message id="qtn_comm_megabytes">
+        <source>%1 MB</source>
+        <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
+        <translation>%1 Mt</translation>
+    </message>
+    <message id="qtn_comm_send">
+        <source>Send</source>
+        <extracomment>Button: send the text message that is on the tag</extracomment>
+        <translation>Lähetä</translation>
+    </message>
+    <message id="qtn_nfc_connect_text">
+        <source>The device you touched wants to connect over Bluetooth.</source>
+        <extracomment>Question: pairing</extracomment>
+        <translation>Koskettamasi laite haluaa muodostaa Bluetooth-yhteyden.</translation>
+    </message>
+    <message id="qtn_nfc_connect_tit">
+        <source>Pair with this device?</source>
+        <extracomment>Title: pairing</extracomment>
+        <translation>Muodostetaanko laitepari?</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_text">
+        <source>NFC is off. Switch it on to read tags and to share by touch.</source>
+        <extracomment>Question: NFC is needed and off</extracomment>
+        <translation>NFC on pois päältä. Ota se käyttöön, niin voit lukea tageja ja jakaa koskettamalla.</translation>
+    </message>
+    <message id="qtn_nfc_enablenfc_tit">
+        <source>Switch NFC on?</source>
+        <extracomment>Title: NFC is needed and off</extracomment>
+        <translation>Otetaanko NFC käyttöön?</translation>
+    </message>
+    <message id="qtn_nfc_fail_txt">
+        <source>NFC did not start. Try again, or restart the phone.</source>
+        <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
+        <translation>NFC ei käynnistynyt. Yritä uudelleen tai käynnistä puhelin uudelleen.</translation>
+    </message>
+    <message id="qtn_nfc_fullname">
+        <source>Near Field Communication (NFC)</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>Lähikenttäviestintä (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_receive_text">
+        <source>From %1</source>
+        <extracomment>%1 is the sender's name</extracomment>
+        <translation>Lähettäjä: %1</translation>
+    </message>
+    <message id="qtn_nfc_receive_time_remaining">
+        <source>%1 remaining</source>
+        <extracomment>%1 is a time, 4:59 or 1:02:03</extracomment>
+        <translation>%1 jäljellä</translation>
+    </message>
+    <message id="qtn_nfc_receive_tit">
+        <source>Receiving file</source>
+        <extracomment>Title of the sheet</extracomment>
+        <translation>Vastaanotetaan tiedostoa</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_contact_text">
+        <source>Choose the contact to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>Valitse jaettava yhteystieto ja kosketa toista laitetta uudelleen.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_img_text">
+        <source>Choose the picture to share, then touch the other device again.</source>
+        <extracomment>Question: what to share</extracomment>
+        <translation>Valitse jaettava kuva ja kosketa toista laitetta uudelleen.</translation>
+    </message>
+    <message id="qtn_nfc_selecttoshare_tit">
+        <source>Choose what to share</source>
+        <extracomment>Title: what to share</extracomment>
+        <translation>Valitse jaettava</translation>
+    </message>
+    <message id="qtn_nfc_sett_confs">
+        <source>Ask before opening what is on a tag</source>
+        <extracomment>Label of the switch in the settings</extracomment>
+        <translation variants="yes"><lengthvariant>Kysy ennen tagin sisällön avaamista</lengthvariant><lengthvariant>Kysy ennen avaamista</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_share_contact">
+        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
+        <translation>Yhteystieto %1 %2 lähetetään koskettamaasi laitteeseen.</translation>
+    </message>
+    <message id="qtn_nfc_share_img">
+        <source>%1 will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is a file name</extracomment>
+        <translation>%1 lähetetään koskettamaasi laitteeseen.</translation>
+    </message>
+    <message id="qtn_nfc_share_multi">
+        <source>%1 items will be sent to the device you touched.</source>
+        <extracomment>Question: %1 is the number of things, two or more</extracomment>
+        <translation>%1 kohdetta lähetetään koskettamaasi laitteeseen.</translation>
+    </message>
+    <message id="qtn_nfc_share_tit">
+        <source>Share by touch?</source>
+        <extracomment>Title: sharing</extracomment>
+        <translation>Jaetaanko koskettamalla?</translation>
+    </message>
+    <message id="qtn_nfc_startfail_tit">
+        <source>NFC not available</source>
+        <extracomment>Title: NFC did not come up</extracomment>
+        <translation>NFC ei ole käytettävissä</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode">
+        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <extracomment>Question: NFC is wanted in flight mode</extracomment>
+        <translation>Puhelin on lentotilassa. Otetaanko NFC silti käyttöön?</translation>
+    </message>
+    <message id="qtn_nfc_start_flightmode_tit">
+        <source>Flight mode is on</source>
+        <extracomment>Title: NFC is wanted in flight mode</extracomment>
+        <translation>Lentotila on päällä</translation>
+    </message>
+    <message id="qtn_nfc_tags_app_txt">
+        <source>Open with %1?</source>
+        <extracomment>Question: %1 is an application's name</extracomment>
+        <translation>Avataanko sovelluksella %1?</translation>
+    </message>
+    <message id="qtn_nfc_tags_change_app_open">
+        <source>Choose another application</source>
+        <extracomment>Button: pick another application</extracomment>
+        <translation variants="yes"><lengthvariant>Valitse toinen sovellus</lengthvariant><lengthvariant>Toinen sovellus</lengthvariant></translation>
+    </message>
+    <message id="qtn_nfc_tags_contact_tit">
+        <source>Contact on tag</source>
+        <extracomment>Title: a phone number or a contact card</extracomment>
+        <translation>Tagin yhteystieto</translation>
+    </message>
+    <message id="qtn_nfc_tags_discard">
+        <source>Discard</source>
+        <extracomment>Button: do nothing with what is on the tag</extracomment>
+        <translation>Hylkää</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_text">
+        <source>There is nothing on this tag.</source>
+        <extracomment>Notice: empty tag</extracomment>
+        <translation>Tässä tagissa ei ole sisältöä.</translation>
+    </message>
+    <message id="qtn_nfc_tags_empty_tit">
+        <source>Empty tag</source>
+        <extracomment>Title: empty tag</extracomment>
+        <translation>Tyhjä tagi</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_text">
+        <source>This tag cannot be read.</source>
+        <extracomment>Notice: unreadable tag</extracomment>
+        <translation>Tätä tagia ei voi lukea.</translation>
+    </message>
+    <message id="qtn_nfc_tags_fail_tit">
+        <source>Tag not supported</source>
+        <extracomment>Title: unreadable tag</extracomment>
+        <translation>Tagia ei tueta</translation>
+    </message>
+    <message id="qtn_nfc_tags_gen_tit">
+        <source>Tag content</source>
+        <extracomment>Title: content for an application</extracomment>
+        <translation>Tagin sisältö</translation>
+    </message>
+    <message id="qtn_nfc_tags_handler_nfc">
+        <source>These applications can open what is on the tag.</source>
+        <extracomment>Explanation above the list of applications</extracomment>
+        <translation>Nämä sovellukset voivat avata tagin sisällön.</translation>
+    </message>
+    <message id="qtn_nfc_tags_open">
+        <source>Open</source>
+        <extracomment>Button: open with the application named</extracomment>
+        <translation>Avaa</translation>
+    </message>
+    <message id="qtn_nfc_tags_selapp_tit">
+        <source>Choose application</source>
+        <extracomment>Title: list of applications</extracomment>
+        <translation>Valitse sovellus</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_receiver">
+        <source>To: %1</source>
+        <extracomment>%1 is a phone number</extracomment>
+        <translation>Vastaanottaja: %1</translation>
+    </message>
+    <message id="qtn_nfc_tags_sms_tit">
+        <source>Text message on tag</source>
+        <extracomment>Title: a text message ready to be sent</extracomment>
+        <translation>Tagin tekstiviesti</translation>
+    </message>
+    <message id="qtn_nfc_tags_store_tit">
+        <source>Store link on tag</source>
+        <extracomment>Title: a link into the application store</extracomment>
+        <translation>Tagin kauppalinkki</translation>
+    </message>
+    <message id="qtn_nfc_tags_text_tit">
+        <source>Text on tag</source>
+        <extracomment>Title: plain text</extracomment>
+        <translation>Tagin teksti</translation>
+    </message>
+    <message id="qtn_nfc_tags_url_tit">
+        <source>Web link on tag</source>
+        <extracomment>Title: a web link</extracomment>
+        <translation>Tagin verkkolinkki</translation>
+    </message>
+    <message id="qtn_nfc_tags_view">
+        <source>View</source>
+        <extracomment>Button: show what is on the tag</extracomment>
+        <translation>Näytä</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_img_text">
+        <source>Touch the other device with the back of this phone.</source>
+        <extracomment>Notice: touch to share</extracomment>
+        <translation>Kosketa toista laitetta tämän puhelimen takaosalla.</translation>
+    </message>
+    <message id="qtn_nfc_touchtoshare_tit">
+        <source>Touch to share</source>
+        <extracomment>Title: touch to share</extracomment>
+        <translation>Jaa koskettamalla</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_text">
+        <source>Waiting for the other device.</source>
+        <extracomment>Notice: the other device has to answer</extracomment>
+        <translation>Odotetaan toista laitetta.</translation>
+    </message>
+    <message id="qtn_nfc_waiting_dialog_tit">
+        <source>Sharing</source>
+        <extracomment>Title: the other device has to answer</extracomment>
+        <translation>Jaetaan</translation>
+    </message>
+</context>
+</TS>
