@@ -5,6 +5,7 @@
 #include <MButtonModel>
 #include <MDesktopEntry>
 #include <MImageWidget>
+#include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
 #include <MWidget>
