@@ -96,6 +96,7 @@ protected:
     void styleChanged() override;
 
 private:
+    friend class MDialogPrivate;
     const std::unique_ptr<MDialogPrivate> d;
 };
 

@@ -68,6 +68,7 @@ MDialogPrivate::MDialogPrivate(MDialog *dialog)
     , bodyArea(new MScrollArea(body, card))
     , buttonBox(new MWidget)
     , buttonArea(new MScrollArea(buttonBox, card))
+    , headIcon(new MImageWidget(body))
     , titleBar(new MWidgetController(body))
     , titleIcon(new MImageWidget(titleBar))
     , titleLabel(new MLabel(titleBar))
@@ -76,6 +77,7 @@ MDialogPrivate::MDialogPrivate(MDialog *dialog)
 
 void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
 {
+    headIcon->setStyleName(QStringLiteral("CommonQueryIcon"));
     titleBar->setStyleName(QStringLiteral("MDialogTitleBar"));
     titleIcon->setStyleName(QStringLiteral("MDialogTitleIcon"));
     titleLabel->setStyleName(QStringLiteral("MDialogTitle"));
@@ -112,6 +114,12 @@ void MDialogPrivate::press(MButtonModel *model)
     q->done(model->standardButton());
 }
 
+void MDialogPrivate::setHeadIcon(const QString &id)
+{
+    headIcon->setImage(id);
+    fillBody();
+}
+
 void MDialogPrivate::fillTitleBar()
 {
     const bool hasIcon = !titleIcon->imageId().isEmpty();
@@ -137,7 +145,12 @@ void MDialogPrivate::fillTitleBar()
 void MDialogPrivate::fillBody()
 {
     fillTitleBar();
+    headIcon->setVisible(!headIcon->imageId().isEmpty());
     QGraphicsLinearLayout *column = plainLayout(Qt::Vertical, MThemePrivate::named("MDialogBody").spacing);
+    if (headIcon->isVisibleTo(body)) {
+        column->addItem(headIcon);
+        column->setAlignment(headIcon, Qt::AlignCenter);
+    }
     if (titleBar->isVisibleTo(body)) {
         column->addItem(titleBar);
     }
@@ -152,17 +165,30 @@ void MDialogPrivate::fillBody()
 void MDialogPrivate::arrangeButtons(qreal width)
 {
     const qreal spacing = MThemePrivate::named("MDialogButtons").spacing;
+    const qreal gaps = spacing * (models.size() - 1);
     qreal widest = 0;
-    for (const MButtonModel *model : std::as_const(models)) {
-        widest = qMax(widest, views.value(model)->effectiveSizeHint(Qt::PreferredSize).width());
+    qreal together = 0;
+    for (MButton *view : std::as_const(views)) {
+        const qreal wanted = view->effectiveSizeHint(Qt::PreferredSize).width();
+        widest = qMax(widest, wanted);
+        together += wanted;
     }
-    const bool sideBySide = widest * models.size() + spacing * (models.size() - 1) <= width;
-    QGraphicsLinearLayout *layout = plainLayout(sideBySide ? Qt::Horizontal : Qt::Vertical, spacing);
+    const Arrangement wanted = widest * models.size() + gaps <= width ? EqualRow
+                               : together + gaps <= width             ? Row
+                                                                      : Column;
+    // A new layout asks for another round of laying out, so it is only made when it is a different one.
+    if (buttonBox->layout() && wanted == arrangement && buttonBox->layout()->count() == models.size()) {
+        return;
+    }
+    arrangement = wanted;
+    QGraphicsLinearLayout *layout = plainLayout(wanted == Column ? Qt::Vertical : Qt::Horizontal, spacing);
     for (const MButtonModel *model : std::as_const(models)) {
         MButton *view = views.value(model);
-        view->setPreferredWidth(sideBySide ? widest : -1);
         // The first button stands where the thumb is: on top of the others, or at the end of the row.
-        layout->insertItem(sideBySide ? 0 : -1, view);
+        layout->insertItem(wanted == Column ? -1 : 0, view);
+        if (wanted == EqualRow) {
+            layout->setStretchFactor(view, 1);
+        }
     }
     buttonBox->setLayout(layout);
 }

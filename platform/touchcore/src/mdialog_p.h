@@ -21,10 +21,14 @@ class MDialogPrivate
 public:
     explicit MDialogPrivate(MDialog *dialog);
 
+    static MDialogPrivate *of(const MDialog *dialog) { return dialog->d.get(); }
+
     void build(const QString &title, M::StandardButtons standard);
     MButtonModel *addButton(const QString &text, M::ButtonRole role, M::StandardButton standard);
     void press(MButtonModel *model);
 
+    /** Shows the picture @p id above the title; none when empty. */
+    void setHeadIcon(const QString &id);
     /** Puts what the title bar shows into it. */
     void fillTitleBar();
     /** Puts what the dialog holds into the body, from top to bottom. */
@@ -34,12 +38,15 @@ public:
     /** Puts the buttons side by side if they fit into @p width, or below one another. */
     void arrangeButtons(qreal width);
 
+    enum Arrangement { Column, Row, EqualRow };
+
     MDialog *const q;
     MWidgetController *card;
     MWidget *body;
     MScrollArea *bodyArea;
     MWidget *buttonBox;
     MScrollArea *buttonArea;
+    MImageWidget *headIcon;
     MWidgetController *titleBar;
     MImageWidget *titleIcon;
     MLabel *titleLabel;
@@ -48,6 +55,7 @@ public:
 
     QList<MButtonModel *> models;
     QHash<const MButtonModel *, MButton *> views;
+    Arrangement arrangement = Column;
     MButtonModel *clicked = nullptr;
     bool busy = false;
     bool done = false;

@@ -5,34 +5,24 @@
 
 #include <MImageWidget>
 #include <MLabel>
-#include <MLayout>
-#include <MLinearLayoutPolicy>
 
+#include "mdialog_p.h"
 #include "mmessagebox_p.h"
 
 void MMessageBoxPrivate::show(MMessageBox *box)
 {
-    if (box->centralWidget() != contents) {
+    if (box->centralWidget() != label) {
         return;
     }
-    auto widget = new MWidget;
-    auto layout = new MLayout(widget);
-    auto policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
-    if (!iconId.isEmpty()) {
-        auto icon = new MImageWidget(iconId);
-        icon->setStyleName(QStringLiteral("CommonQueryIcon"));
-        policy->addItem(icon, Qt::AlignCenter);
-    }
-    if (!text.isEmpty()) {
-        auto label = new MLabel(text);
+    if (!label) {
+        label = new MLabel;
         label->setStyleName(QStringLiteral("CommonQueryText"));
         label->setWordWrap(true);
         label->setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         label->setAlignment(Qt::AlignCenter);
-        policy->addItem(label, Qt::AlignCenter);
+        box->setCentralWidget(label);
     }
-    contents = widget;
-    box->setCentralWidget(widget);
+    label->setText(text);
 }
 
 MMessageBox::MMessageBox(const QString &title, const QString &text, M::StandardButtons buttons)
@@ -61,11 +51,10 @@ void MMessageBox::setText(const QString &text)
 
 QString MMessageBox::iconId() const
 {
-    return d->iconId;
+    return MDialogPrivate::of(this)->headIcon->imageId();
 }
 
 void MMessageBox::setIconId(const QString &id)
 {
-    d->iconId = id;
-    d->show(this);
+    MDialogPrivate::of(this)->setHeadIcon(id);
 }

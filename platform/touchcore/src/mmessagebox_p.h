@@ -4,23 +4,20 @@
 #ifndef MMESSAGEBOX_P_H
 #define MMESSAGEBOX_P_H
 
+#include <MLabel>
 #include <QPointer>
 #include <QString>
 
-class MImageWidget;
-class MLabel;
 class MMessageBox;
-class MWidget;
 
 class MMessageBoxPrivate
 {
 public:
-    /** Shows text and icon, unless the box has contents of somebody else. */
+    /** Shows the text, unless the box has contents of somebody else. */
     void show(MMessageBox *box);
 
     QString text;
-    QString iconId;
-    QPointer<MWidget> contents;
+    QPointer<MLabel> label;
 };
 
 #endif
