@@ -9,19 +9,23 @@
 #include <QProcess>
 #include <QtTest>
 
-// A service of python3-dbusmock on the system bus, in a process of its own, for as long as the object lives.
+// A service of python3-dbusmock, in a process of its own, for as long as the object lives.
 class DBusMock
 {
 public:
     // Arguments as "python3 -m dbusmock" takes them.
-    DBusMock(const QString &service, const QStringList &arguments) : m_service(service)
+    DBusMock(const QString &service, const QStringList &arguments,
+             QDBusConnection::BusType type = QDBusConnection::SystemBus)
+        : m_service(service)
+        , m_bus(type == QDBusConnection::SystemBus ? QDBusConnection::systemBus()
+                                                   : QDBusConnection::sessionBus())
     {
+        const auto option =
+            type == QDBusConnection::SystemBus ? QStringLiteral("--system") : QStringLiteral("--session");
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         // Debian's own interpreter: another one first in the path would not find Debian's modules.
-        m_process.start(
-            QStringLiteral("/usr/bin/python3"),
-            QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system")} +
-                arguments);
+        m_process.start(QStringLiteral("/usr/bin/python3"),
+                        QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), option} + arguments);
     }
 
     ~DBusMock()
@@ -44,7 +48,7 @@ public:
     {
         auto message = QDBusMessage::createMethodCall(m_service, path, interface, method);
         message.setArguments(arguments);
-        return QDBusConnection::systemBus().call(message);
+        return m_bus.call(message);
     }
 
     // Adds a method with a body in Python.
@@ -73,12 +77,10 @@ public:
     }
 
 private:
-    bool isRegistered() const
-    {
-        return QDBusConnection::systemBus().interface()->isServiceRegistered(m_service);
-    }
+    bool isRegistered() const { return m_bus.interface()->isServiceRegistered(m_service); }
 
     QString m_service;
+    QDBusConnection m_bus;
     QProcess m_process;
 };
 

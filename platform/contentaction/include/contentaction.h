@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CONTENTACTION_H
+#define CONNUI_CONTENTACTION_H
+
+#include <contentaction_export.h>
+#include <QString>
+#include <QUrl>
+
+namespace ContentAction {
+
+/**
+ * Names the application that opens some content by default: the user's choice, else the system's
+ * (freedesktop.org's specification of MIME type associations, mimeapps.list).
+ */
+class CONTENTACTION_EXPORT Action
+{
+public:
+    /**
+     * Returns the default application for the scheme of \p uri, which may also be the bare scheme with its
+     * colon.
+     */
+    static Action defaultActionForScheme(const QString &uri);
+
+    /**
+     * Returns the default application for a piece of text: the one for its scheme when it is a URI, else the
+     * one for the content type that its first bytes show.
+     */
+    static Action defaultActionForString(const QString &data);
+
+    /**
+     * Returns the default application for content of the type \p mimeType (its case does not matter). The \p
+     * file itself is not looked at.
+     */
+    static Action defaultActionForFile(const QUrl &file, const QString &mimeType);
+
+    /**
+     * Returns the default application for the content type of the local \p file, as far as its name and its
+     * content tell. Blocks to read the file's beginning. There is none for a file that does not exist.
+     */
+    static Action defaultActionForFile(const QUrl &file);
+
+    /** Makes an invalid action. */
+    Action() = default;
+
+    /** Returns whether there is such an application. */
+    bool isValid() const;
+
+    /** Returns the application's id, the base name of its desktop file without ".desktop"; empty when
+     * invalid. */
+    QString name() const;
+
+private:
+    explicit Action(const QString &name);
+
+    QString m_name;
+};
+
+} // namespace ContentAction
+
+#endif

@@ -1,0 +1,182 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <ContentAction>
+#include <QDir>
+#include <QStandardPaths>
+#include <QtTest>
+
+using ContentAction::Action;
+
+namespace {
+
+void writeFile(const QString &path, const QByteArray &content)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+void installApplication(const QString &id, const QByteArray &program = "/bin/true")
+{
+    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                  QStringLiteral("/applications/%1.desktop").arg(id),
+              "[Desktop Entry]\nType=Application\nName=Test\nExec=" + program + " %u\n");
+}
+
+} // namespace
+
+class TestContentAction : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void defaultActionIsInvalid();
+    void schemeHasItsApplication_data();
+    void schemeHasItsApplication();
+    void stringHasItsApplication_data();
+    void stringHasItsApplication();
+    void typeHasItsApplication_data();
+    void typeHasItsApplication();
+    void fileHasTheApplicationOfItsContent_data();
+    void fileHasTheApplicationOfItsContent();
+    void missingFileHasNone();
+    void remoteFileHasNone();
+
+private:
+    QTemporaryDir m_folder;
+};
+
+void TestContentAction::initTestCase()
+{
+    installApplication(QStringLiteral("browser"));
+    installApplication(QStringLiteral("mailer"));
+    installApplication(QStringLiteral("org.example.Viewer"));
+    installApplication(QStringLiteral("editor"));
+    installApplication(QStringLiteral("broken"), "/nowhere/program");
+    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                  QStringLiteral("/mimeapps.list"),
+              "[Default Applications]\n"
+              "x-scheme-handler/http=missing.desktop;browser.desktop;\n"
+              "x-scheme-handler/mailto=mailer.desktop\n"
+              "x-scheme-handler/geo=missing.desktop\n"
+              "x-scheme-handler/market=broken.desktop\n"
+              "image/jpeg=org.example.Viewer.desktop\n"
+              "text/plain=editor.desktop\n");
+}
+
+void TestContentAction::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+void TestContentAction::defaultActionIsInvalid()
+{
+    QVERIFY(!Action().isValid());
+    QCOMPARE(Action().name(), QString());
+}
+
+void TestContentAction::schemeHasItsApplication_data()
+{
+    QTest::addColumn<QString>("uri");
+    QTest::addColumn<QString>("application");
+    QTest::newRow("web") << QStringLiteral("http://example.com/a?b#c") << QStringLiteral("browser");
+    QTest::newRow("capitals") << QStringLiteral("HTTP://EXAMPLE.COM") << QStringLiteral("browser");
+    QTest::newRow("mail") << QStringLiteral("mailto:a@example.com") << QStringLiteral("mailer");
+    QTest::newRow("scheme alone") << QStringLiteral("mailto:") << QStringLiteral("mailer");
+    QTest::newRow("blanks in the rest") << QStringLiteral("mailto:a b") << QStringLiteral("mailer");
+    QTest::newRow("application not installed") << QStringLiteral("geo:1,2") << QString();
+    QTest::newRow("program not installed") << QStringLiteral("market:1") << QString();
+    QTest::newRow("nobody's") << QStringLiteral("nobody:1") << QString();
+    QTest::newRow("no scheme") << QStringLiteral("example.com") << QString();
+    QTest::newRow("empty") << QString() << QString();
+}
+
+void TestContentAction::schemeHasItsApplication()
+{
+    QFETCH(QString, uri);
+    QFETCH(QString, application);
+    const Action action = Action::defaultActionForScheme(uri);
+    QCOMPARE(action.name(), application);
+    QCOMPARE(action.isValid(), !application.isEmpty());
+}
+
+void TestContentAction::stringHasItsApplication_data()
+{
+    QTest::addColumn<QString>("data");
+    QTest::addColumn<QString>("application");
+    QTest::newRow("URI") << QStringLiteral("mailto:a@example.com") << QStringLiteral("mailer");
+    QTest::newRow("text") << QStringLiteral("Hello") << QStringLiteral("editor");
+    QTest::newRow("text with a colon") << QStringLiteral("Note: hello") << QStringLiteral("editor");
+    QTest::newRow("picture") << QStringLiteral("%PDF-1.5") << QString();
+    QTest::newRow("empty") << QString() << QString();
+}
+
+void TestContentAction::stringHasItsApplication()
+{
+    QFETCH(QString, data);
+    QFETCH(QString, application);
+    QCOMPARE(Action::defaultActionForString(data).name(), application);
+}
+
+void TestContentAction::typeHasItsApplication_data()
+{
+    QTest::addColumn<QString>("mimeType");
+    QTest::addColumn<QString>("application");
+    QTest::newRow("picture") << QStringLiteral("image/jpeg") << QStringLiteral("org.example.Viewer");
+    QTest::newRow("capitals") << QStringLiteral("Image/JPEG") << QStringLiteral("org.example.Viewer");
+    QTest::newRow("kind of text") << QStringLiteral("text/x-csrc") << QStringLiteral("editor");
+    QTest::newRow("nobody's") << QStringLiteral("image/x-nobody") << QString();
+    QTest::newRow("no type") << QStringLiteral("nonsense") << QString();
+    QTest::newRow("empty") << QString() << QString();
+}
+
+void TestContentAction::typeHasItsApplication()
+{
+    QFETCH(QString, mimeType);
+    QFETCH(QString, application);
+    const QUrl file = QUrl::fromLocalFile(QStringLiteral("/nowhere/a"));
+    QCOMPARE(Action::defaultActionForFile(file, mimeType).name(), application);
+}
+
+void TestContentAction::fileHasTheApplicationOfItsContent_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("application");
+    QTest::newRow("by name") << QStringLiteral("picture.jpg") << QByteArray("\x01\x02")
+                             << QStringLiteral("org.example.Viewer");
+    QTest::newRow("by content") << QStringLiteral("picture") << QByteArray("\xff\xd8\xff\xe0\0\x10JFIF", 10)
+                                << QStringLiteral("org.example.Viewer");
+    QTest::newRow("blanks and umlauts")
+        << QStringLiteral(u"\u00e4 b#c%20.txt") << QByteArray("text") << QStringLiteral("editor");
+    QTest::newRow("nobody's") << QStringLiteral("a.pdf") << QByteArray("%PDF-1.5") << QString();
+}
+
+void TestContentAction::fileHasTheApplicationOfItsContent()
+{
+    QFETCH(QString, name);
+    QFETCH(QByteArray, content);
+    QFETCH(QString, application);
+    const QString path = m_folder.filePath(name);
+    writeFile(path, content);
+    QCOMPARE(Action::defaultActionForFile(QUrl::fromLocalFile(path)).name(), application);
+}
+
+void TestContentAction::missingFileHasNone()
+{
+    QVERIFY(!Action::defaultActionForFile(QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("none.jpg"))))
+                 .isValid());
+}
+
+void TestContentAction::remoteFileHasNone()
+{
+    QVERIFY(!Action::defaultActionForFile(QUrl(QStringLiteral("http://example.com/a.jpg"))).isValid());
+    QVERIFY(!Action::defaultActionForFile(QUrl()).isValid());
+}
+
+QTEST_GUILESS_MAIN(TestContentAction)
+#include "tst_contentaction.moc"

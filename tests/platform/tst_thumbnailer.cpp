@@ -1,0 +1,313 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "dbusmock.h"
+
+#include <memory>
+#include <QDir>
+#include <QImage>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QtTest>
+#include <Thumbnailer>
+
+using Thumbnails::Thumbnailer;
+
+namespace {
+
+const auto Service = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
+const auto Path = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
+
+// Asks as the dialogs do.
+void request(Thumbnailer &thumbnailer, QList<QUrl> uris, QStringList mimeTypes, bool sendPixmap = false)
+{
+    thumbnailer.request(uris, mimeTypes, sendPixmap, QString(), QString(), false, true);
+}
+
+// A service whose Queue has the given body, in place of the real one.
+struct OddService : DBusMock
+{
+    explicit OddService(const QString &out, const QString &body)
+        : DBusMock(Service, {Service, Path, Service}, QDBusConnection::SessionBus)
+    {
+        ready =
+            waitForRegistered() &&
+            addMethod(Path, Service, QStringLiteral("Queue"), QStringLiteral("asasssu"), out, body).type() ==
+                QDBusMessage::ReplyMessage;
+    }
+
+    bool emitReady(const QStringList &uris) const
+    {
+        return call(Path, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("EmitSignal"),
+                    {Service, QStringLiteral("Ready"), QStringLiteral("uas"), QVariantList{1u, uris}})
+                   .type() == QDBusMessage::ReplyMessage;
+    }
+
+    bool ready;
+};
+
+} // namespace
+
+class TestThumbnailer : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    // The real service keeps its name once it has started, so the stand-ins come first.
+    void refusingServiceGivesOneWarning();
+    void nonsenseGivesOneWarning();
+    void missingServiceGivesOneWarning();
+    void slowServiceDoesNotBlock();
+    void cancelledRequestIsForgotten();
+    void serviceMakesThumbnails_data();
+    void serviceMakesThumbnails();
+    void pathWithoutSchemeIsALocalFile();
+    void pixmapComesWhenAskedFor();
+    void flavorIsTheSize();
+    void failureIsSilentWithoutDefaults();
+    void failureAnnouncesTheDefaults();
+    void thumbnailsOfOthersAreIgnored();
+    void deletionByTheReceiverIsFine();
+    void signalCarriesItsSignature();
+
+private:
+    QString picture(const QString &name);
+
+    QTemporaryDir m_folder;
+};
+
+void TestThumbnailer::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+QString TestThumbnailer::picture(const QString &name)
+{
+    const QString path = m_folder.filePath(name);
+    QImage image(400, 200, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    return image.save(path, "PNG") ? path : QString();
+}
+
+void TestThumbnailer::serviceMakesThumbnails_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << QStringLiteral("plain.png");
+    QTest::newRow("blanks") << QStringLiteral("two words.png");
+    QTest::newRow("umlauts") << QStringLiteral(u"\u00e4\u00f6\u00fc.png");
+    QTest::newRow("marks") << QStringLiteral("a'b(c)#d%20e?f&g.png");
+}
+
+void TestThumbnailer::serviceMakesThumbnails()
+{
+    QFETCH(QString, name);
+    const QUrl uri = QUrl::fromLocalFile(picture(name));
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {uri}, {QStringLiteral("image/png")});
+    QVERIFY(spy.isEmpty());
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][0].toUrl(), uri);
+    QVERIFY(spy[0][1].toUrl().isLocalFile());
+    const QImage made(spy[0][1].toUrl().toLocalFile());
+    QCOMPARE(made.size(), QSize(128, 64));
+    QCOMPARE(made.pixelColor(64, 32), QColor(Qt::blue));
+    QVERIFY(spy[0][2].value<QPixmap>().isNull());
+    QCOMPARE(spy[0][3].toString(), QStringLiteral("normal"));
+}
+
+void TestThumbnailer::pathWithoutSchemeIsALocalFile()
+{
+    const QUrl uri(picture(QStringLiteral("path.png")));
+    QVERIFY(uri.isRelative());
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {uri}, {QStringLiteral("image/png")});
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][0].toUrl(), uri);
+}
+
+void TestThumbnailer::pixmapComesWhenAskedFor()
+{
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {QUrl::fromLocalFile(picture(QStringLiteral("pixels.png")))},
+            {QStringLiteral("image/png")}, true);
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][2].value<QPixmap>().size(), QSize(128, 64));
+}
+
+void TestThumbnailer::flavorIsTheSize()
+{
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QList<QUrl> uris = {QUrl::fromLocalFile(picture(QStringLiteral("large.png")))};
+    QStringList types = {QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QStringLiteral("large"), QStringLiteral("foreground"), false,
+                        true);
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(QImage(spy[0][1].toUrl().toLocalFile()).size(), QSize(256, 128));
+    QCOMPARE(spy[0][3].toString(), QStringLiteral("large"));
+}
+
+void TestThumbnailer::failureIsSilentWithoutDefaults()
+{
+    const QUrl good = QUrl::fromLocalFile(picture(QStringLiteral("good.png")));
+    const QUrl missing = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("missing.png")));
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {missing}, {QStringLiteral("image/png")});
+    request(thumbnailer, {good}, {QStringLiteral("image/png")});
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][0].toUrl(), good);
+}
+
+void TestThumbnailer::failureAnnouncesTheDefaults()
+{
+    const QUrl missing = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("missing.png")));
+    const QUrl defaultThumbnail(QStringLiteral("file:///default.png"));
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap(3, 3));
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {missing}, {QStringLiteral("image/png")});
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][0].toUrl(), missing);
+    QCOMPARE(spy[0][1].toUrl(), defaultThumbnail);
+    QCOMPARE(spy[0][2].value<QPixmap>().size(), QSize(3, 3));
+}
+
+void TestThumbnailer::thumbnailsOfOthersAreIgnored()
+{
+    const QUrl mine = QUrl::fromLocalFile(picture(QStringLiteral("mine.png")));
+    const QUrl theirs = QUrl::fromLocalFile(picture(QStringLiteral("theirs.png")));
+    Thumbnailer thumbnailer({}, {});
+    Thumbnailer other({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QSignalSpy otherSpy(&other, &Thumbnailer::thumbnail);
+    // Theirs comes first, and mine in their size as well.
+    QList<QUrl> uris = {theirs, mine};
+    QStringList types = {QStringLiteral("image/png"), QStringLiteral("image/png")};
+    other.request(uris, types, false, QStringLiteral("large"), QString(), false, true);
+    QTRY_COMPARE_WITH_TIMEOUT(otherSpy.size(), 2, 30000);
+    request(thumbnailer, {mine}, {QStringLiteral("image/png")});
+    QTRY_COMPARE_WITH_TIMEOUT(spy.size(), 1, 30000);
+    QCOMPARE(spy[0][0].toUrl(), mine);
+    QCOMPARE(otherSpy.size(), 2);
+}
+
+void TestThumbnailer::deletionByTheReceiverIsFine()
+{
+    auto *thumbnailer = new Thumbnailer({}, {});
+    int announced = 0;
+    connect(thumbnailer, &Thumbnailer::thumbnail, this, [&] {
+        ++announced;
+        delete thumbnailer;
+    });
+    request(*thumbnailer,
+            {QUrl::fromLocalFile(picture(QStringLiteral("one.png"))),
+             QUrl::fromLocalFile(picture(QStringLiteral("two.png")))},
+            {QStringLiteral("image/png"), QStringLiteral("image/png")});
+    QTRY_COMPARE_WITH_TIMEOUT(announced, 1, 30000);
+}
+
+void TestThumbnailer::refusingServiceGivesOneWarning()
+{
+    OddService service(
+        QStringLiteral("u"),
+        QStringLiteral("raise dbus.exceptions.DBusException('full', name='org.example.Full')"));
+    QVERIFY(service.ready);
+    Thumbnailer thumbnailer(QUrl(QStringLiteral("file:///default.png")), QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QTest::ignoreMessage(QtWarningMsg, "Thumbnailer: Queue returned error 'org.example.Full': full");
+    request(thumbnailer, {QUrl(QStringLiteral("file:///a.png"))}, {QStringLiteral("image/png")});
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][1].toUrl(), QUrl(QStringLiteral("file:///default.png")));
+}
+
+void TestThumbnailer::nonsenseGivesOneWarning()
+{
+    OddService service(QStringLiteral("s"), QStringLiteral("ret = 'yes'"));
+    QVERIFY(service.ready);
+    Thumbnailer thumbnailer(QUrl(QStringLiteral("file:///default.png")), QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        "Thumbnailer: Queue returned error 'org.freedesktop.DBus.Error.InvalidSignature': Unexpected reply "
+        "signature: got \"s\", expected \"u\"");
+    request(thumbnailer, {QUrl(QStringLiteral("file:///a.png"))}, {QStringLiteral("image/png")});
+    QTRY_COMPARE(spy.size(), 1);
+}
+
+void TestThumbnailer::slowServiceDoesNotBlock()
+{
+    OddService service(QStringLiteral("u"), QStringLiteral("import time; time.sleep(20); ret = 1"));
+    QVERIFY(service.ready);
+    Thumbnailer thumbnailer({}, {});
+    QElapsedTimer timer;
+    timer.start();
+    request(thumbnailer, {QUrl(QStringLiteral("file:///a.png"))}, {QStringLiteral("image/png")});
+    QVERIFY(timer.elapsed() < 10000);
+}
+
+void TestThumbnailer::cancelledRequestIsForgotten()
+{
+    OddService service(QStringLiteral("u"), QStringLiteral("ret = 7"));
+    QVERIFY(service.ready);
+    // Both exist, as if they were made.
+    const auto first = QStringLiteral("file:///first.png");
+    const auto second = QStringLiteral("file:///second.png");
+    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+                           QStringLiteral("/thumbnails/normal/");
+    QVERIFY(QDir().mkpath(folder));
+    for (const QString &uri : {first, second}) {
+        const QByteArray hash = QCryptographicHash::hash(uri.toUtf8(), QCryptographicHash::Md5).toHex();
+        QVERIFY(
+            QFile(folder + QString::fromLatin1(hash) + QStringLiteral(".png")).open(QIODevice::WriteOnly));
+    }
+
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QList<QUrl> uris = {QUrl(first)};
+    QStringList types = {QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QString(), QString(), false, true);
+    QTRY_COMPARE(service.callCount(Path, QStringLiteral("Queue")), 1);
+    uris = {QUrl(second)};
+    thumbnailer.request(uris, types, false, QString(), QString(), true, false);
+    QTRY_COMPARE(service.callCount(Path, QStringLiteral("Queue")), 2);
+    QVERIFY(service.emitReady({first, second}));
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][0].toUrl(), QUrl(second));
+}
+
+void TestThumbnailer::missingServiceGivesOneWarning()
+{
+    // A service file of the user's own comes before the system's.
+    const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+                         QStringLiteral("/dbus-1/services/%1.service").arg(Service);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[D-BUS Service]\nName=org.freedesktop.thumbnails.Thumbnailer1\nExec=/bin/false\n");
+    file.close();
+    QDBusConnectionInterface *bus = QDBusConnection::sessionBus().interface();
+    QCOMPARE(bus->call(QStringLiteral("ReloadConfig")).type(), QDBusMessage::ReplyMessage);
+
+    Thumbnailer thumbnailer(QUrl(QStringLiteral("file:///default.png")), QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        "Thumbnailer: Queue returned error 'org.freedesktop.DBus.Error.Spawn.ChildExited': Process "
+        "org.freedesktop.thumbnails.Thumbnailer1 exited with status 1");
+    request(thumbnailer, {QUrl(QStringLiteral("file:///a.png"))}, {QStringLiteral("image/png")});
+    QTRY_COMPARE(spy.size(), 1);
+    QVERIFY(file.remove());
+    QCOMPARE(bus->call(QStringLiteral("ReloadConfig")).type(), QDBusMessage::ReplyMessage);
+}
+
+// Others connect to the signal by this string.
+void TestThumbnailer::signalCarriesItsSignature()
+{
+    QVERIFY(Thumbnailer::staticMetaObject.indexOfSignal("thumbnail(QUrl,QUrl,QPixmap,QString)") >= 0);
+}
+
+QTEST_MAIN(TestThumbnailer)
+#include "tst_thumbnailer.moc"
