@@ -28,7 +28,7 @@ public:
 
     /** Returns the theme id or the absolute path of the icon. */
     QString iconId() const;
-    /** Shows the theme's icon @p id, or the file when it is an absolute path, above the text; none when
+    /** Shows the theme's icon @p id, or the file when it is an absolute path, above the title; none when
      * empty. */
     void setIconId(const QString &id);
 

@@ -125,6 +125,8 @@ void MList::resizeEvent(QGraphicsSceneResizeEvent *event)
     MWidgetController::resizeEvent(event);
     d->area->setGeometry(contentsRect());
     if (d->rows->selectedRow() >= 0) {
+        // No lower than needed, whatever passing sizes a layout tried before.
+        d->area->scrollTo(0);
         d->reveal(d->rows->selectedRow());
     }
 }
