@@ -74,6 +74,7 @@ private Q_SLOTS:
     void deletedRequesterIsNotToldOfRefusal();
     void progressReachesEveryAdapter();
     void completedHandoverCarriesItsData();
+    void onlyTheDaemonIsHeard();
     void cancelIsSentWithoutHandover();
     void cancelErrorIsIgnored();
     void cancelDoesNotWait();
@@ -664,6 +665,20 @@ void TestNfcAdapter::completedHandoverCarriesItsData()
     daemon.emitAdapterSignal(u"HandoverCompleted"_s, {u"carrier"_s, QVariant::fromValue(QDBusVariant(data))});
     QTRY_COMPARE(completed.count(), 1);
     QCOMPARE(qdbus_cast<QVariantMap>(completed.constFirst().at(1).value<QVariant>()), data);
+}
+
+void TestNfcAdapter::onlyTheDaemonIsHeard()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    FakeService impostor(QDBusConnection::SystemBus, u"org.example.Impostor"_s);
+    NfcAdapter adapter;
+    QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
+    impostor.emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"HandoverFailed"_s,
+                        {u"false"_s});
+    daemon.emitAdapterSignal(u"HandoverFailed"_s, {u"true"_s});
+    QTRY_COMPARE(failed.count(), 1);
+    QCOMPARE(failed.constFirst(), QVariantList({u"true"_s}));
 }
 
 void TestNfcAdapter::cancelIsSentWithoutHandover()
