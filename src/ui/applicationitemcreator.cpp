@@ -4,6 +4,7 @@
 
 #include <QGraphicsLinearLayout>
 
+#include <MImageWidget>
 #include <MLabel>
 
 #include "iconwidget.h"
