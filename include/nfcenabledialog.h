@@ -11,8 +11,8 @@ namespace ConnUi {
 /**
  * Asks whether to switch NFC on: finishes with M::YesButton, M::NoButton or, dismissed, M::CancelButton.
  *
- * In flight mode the question says so. The mode is read once, by the constructor, which may wait up to 100 ms
- * for the connection manager.
+ * In flight mode the question says so. The mode is read by the constructor alone, which may wait for the
+ * connection manager, up to 200 ms.
  */
 class CONNUI_NFC_EXPORT NfcEnableDialog : public MMessageBox
 {

@@ -15,7 +15,7 @@ class CONNUI_NFC_EXPORT NfcSharingSelectionDialog : public MMessageBox
 
 public:
     /** What is to be picked. */
-    enum SelectionType {
+    enum SelectionType : int {
         ImageSelection = 0,  /**< A picture. */
         ContactSelection = 1 /**< A contact. */
     };

@@ -15,7 +15,7 @@ class CONNUI_NFC_EXPORT NfcTagNotSupportedDialog : public MMessageBox
 
 public:
     /** What is wrong with the tag. */
-    enum ErrorType {
+    enum ErrorType : int {
         UnsupportedTagError = 0, /**< It cannot be read. */
         EmptyTagError = 1        /**< It holds nothing. */
     };
