@@ -69,8 +69,9 @@ private:
     {
         QString text;
         const bool ascii = !oneIn(4);
+        const int asciiShare = below(10);
         for (int left = length(); left > 0; --left) {
-            if (ascii)
+            if (ascii || below(10) < asciiShare)
                 text += QChar(' ' + below(95));
             else if (oneIn(3))
                 text += QChar(0xD800 + below(0x800));
@@ -552,6 +553,14 @@ void TestNDEFGenerator::textIsEncodedAsQtDoes()
             const QByteArray utf8 = text.toUtf8();
             QCOMPARE(encode({Record(QStringLiteral("tel:") + text)}).mid(5), utf8);
             QCOMPARE(encode({Record(text, "x")}).mid(3).chopped(1), utf8);
+        }
+    }
+
+    for (qsizetype length = 1; length < 20; ++length) {
+        for (qsizetype place = 0; place < length; ++place) {
+            QString text(length, QLatin1Char('a'));
+            text[place] = QChar(0xE4);
+            QCOMPARE(encode({Record(QStringLiteral("tel:") + text)}).mid(5), text.toUtf8());
         }
     }
 }
