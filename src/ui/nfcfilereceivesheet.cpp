@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcfilereceivesheet.h"
 
+#include <MImageWidget>
+#include <MLabel>
+
 #include "nfcfilereceivesheet_p.h"
 
 namespace ConnUi {
@@ -11,6 +14,8 @@ NfcFileReceiveSheet::NfcFileReceiveSheet() : d(new NfcFileReceiveSheetPrivate(th
     setStyleName(QStringLiteral("Inverted"));
     setTitle(qtTrId("qtn_nfc_receive_tit"));
     setRejectButtonText(qtTrId("qtn_comm_command_done"));
+    // The setters need the content from now on.
+    ensureContent();
 }
 
 NfcFileReceiveSheet::~NfcFileReceiveSheet()
@@ -39,6 +44,9 @@ void NfcFileReceiveSheet::setProgress(const QString &, quint64 transferred, quin
     d->estimate(transferred, total);
 }
 
-void NfcFileReceiveSheet::createContent() {}
+void NfcFileReceiveSheet::createContent()
+{
+    setCentralWidget(d->createContent());
+}
 
 } // namespace ConnUi

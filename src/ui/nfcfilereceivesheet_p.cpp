@@ -6,7 +6,6 @@
 #include <limits>
 
 #include <QGraphicsLinearLayout>
-#include <QLocale>
 
 #include <DialogHelperWidget>
 #include <MButton>
