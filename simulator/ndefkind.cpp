@@ -24,9 +24,11 @@ QString wellKnownKind(const QNdefRecord &record)
 
 QString ndefKind(const QByteArray &message)
 {
+    if (message.isEmpty())
+        return QStringLiteral("empty");
     const QNdefMessage records = QNdefMessage::fromByteArray(message);
     if (records.isEmpty())
-        return message.isEmpty() ? QStringLiteral("empty") : QStringLiteral("unknown");
+        return QStringLiteral("unknown");
 
     const QNdefRecord &first = records.first();
     switch (first.typeNameFormat()) {

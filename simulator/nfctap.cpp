@@ -60,6 +60,18 @@ bool isDeath(const QDBusMessage &reply)
     return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
 }
 
+// On a connection of its own, which ends here: what the bus sends to a program that is about to end is not
+// for it.
+QDBusMessage ask(const QDBusMessage &call)
+{
+    const QString name = QStringLiteral("nfctap");
+    constexpr int noTimeLimit = std::numeric_limits<int>::max();
+    const QDBusMessage reply =
+        QDBusConnection::connectToBus(QDBusConnection::SystemBus, name).call(call, QDBus::Block, noTimeLimit);
+    QDBusConnection::disconnectFromBus(name);
+    return reply;
+}
+
 int hold(const Tap &tap)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"),
@@ -68,8 +80,7 @@ int hold(const Tap &tap)
     call.setArguments(tap.arguments);
     // A tag does not start a daemon.
     call.setAutoStartService(false);
-    constexpr int noTimeLimit = std::numeric_limits<int>::max();
-    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, noTimeLimit);
+    const QDBusMessage reply = ask(call);
 
     if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
         std::printf("done: %s\n", qUtf8Printable(tap.what));

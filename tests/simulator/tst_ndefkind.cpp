@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QRegularExpression>
+#include <QTest>
+
+#include "ndefkind.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+class TestNdefKind : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void firstRecordDecides_data();
+    void firstRecordDecides();
+    void garbageIsUnknown();
+};
+
+void TestNdefKind::firstRecordDecides_data()
+{
+    const auto record = [](const char *header, const QByteArray &type, const QByteArray &payload) {
+        return QByteArray::fromHex(header) + char(type.size()) + char(payload.size()) + type + payload;
+    };
+    const QByteArray uri = record("d1", "U", QByteArray::fromHex("05") + "+1");
+    const QByteArray text = record("d1", "T", QByteArray::fromHex("02") + "enHi");
+
+    QTest::addColumn<QByteArray>("message");
+    QTest::addColumn<QString>("kind");
+    QTest::newRow("URI") << uri << u"uri:tel:+1"_s;
+    QTest::newRow("text") << text << u"text/plain"_s;
+    QTest::newRow("smart poster") << record("d1", "Sp", uri) << u"uri:tel:+1"_s;
+    QTest::newRow("other well-known type") << record("d1", "X", "1") << u"unknown"_s;
+    QTest::newRow("MIME type") << record("d2", "text/vcard", "1") << u"text/vcard"_s;
+    QTest::newRow("absolute URI") << record("d3", "https://a.org", "") << u"uri:https://a.org"_s;
+    QTest::newRow("external type") << record("d4", "a.org:t", "1") << u"urn:nfc:ext:a.org:t"_s;
+    QTest::newRow("unknown type") << record("d5", "", "1") << u"unknown"_s;
+    QTest::newRow("empty record") << QByteArray::fromHex("d00000") << u"empty"_s;
+    QTest::newRow("no bytes") << QByteArray() << u"empty"_s;
+    QTest::newRow("second record does not count")
+        << record("91", "T", QByteArray::fromHex("02") + "enHi") + record("51", "U", "1") << u"text/plain"_s;
+}
+
+void TestNdefKind::firstRecordDecides()
+{
+    QFETCH(QByteArray, message);
+    QFETCH(QString, kind);
+    QCOMPARE(ndefKind(message), kind);
+}
+
+void TestNdefKind::garbageIsUnknown()
+{
+    // The decoder's own word.
+    QTest::ignoreMessage(QtWarningMsg, "Unexpected end of message");
+    QCOMPARE(ndefKind(QByteArray::fromHex("d101ff55")), u"unknown"_s);
+}
+
+QTEST_GUILESS_MAIN(TestNdefKind)
+#include "tst_ndefkind.moc"
