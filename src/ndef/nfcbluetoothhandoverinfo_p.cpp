@@ -8,15 +8,16 @@ namespace ConnUi {
 
 namespace {
 
-// Reading a member as another type than it has would make a value of thin air, so the form is looked at
-// first.
+// Reading a member as another type than it has would make a value of thin air, and reading what was never
+// sent makes Qt warn, so the form is looked at first.
 BluetoothHandoverData readData(const QVariant &info)
 {
     BluetoothHandoverData data;
     if (info.metaType() != QMetaType::fromType<QDBusArgument>())
         return data;
     const QDBusArgument argument = info.value<QDBusArgument>();
-    if (argument.currentSignature().startsWith(QLatin1String("(os")))
+    const bool received = argument.currentType() == QDBusArgument::StructureType;
+    if (received && argument.currentSignature().startsWith(QLatin1String("(os")))
         argument >> data;
     return data;
 }

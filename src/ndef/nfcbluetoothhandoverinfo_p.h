@@ -29,7 +29,7 @@ public:
 
 public Q_SLOTS:
     bool startCreatingDevice();
-    void deviceCreated(const ConnUi::BluetoothDevice &newDevice);
+    void deviceCreated(const BluetoothDevice &newDevice);
     void deviceCreationFailed(const QString &reason);
 
 Q_SIGNALS:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "dbusmock.h"
+#include "bluezmock.h"
 #include "devicecreation_p.h"
 
 #include <BluetoothAdapter>
@@ -18,10 +18,6 @@ using ConnUi::DeviceCreation;
 
 namespace {
 
-const auto Service = QStringLiteral("org.bluez");
-const auto AdapterPath = QStringLiteral("/org/bluez/hci0");
-const auto AdapterInterface = QStringLiteral("org.bluez.Adapter1");
-const auto Mock = QStringLiteral("org.bluez.Mock");
 const auto ObjectManager = QStringLiteral("org.freedesktop.DBus.ObjectManager");
 const auto Address = QStringLiteral("00:11:22:AA:BB:CC");
 
@@ -30,54 +26,11 @@ BluetoothDevice device(const QString &address)
     return BluetoothDevice({{QStringLiteral("Address"), address}});
 }
 
-// BlueZ with the adapter hci0, as it is without its experimental interfaces.
-struct BlueZ : DBusMock
-{
-    BlueZ() : DBusMock(Service, {QStringLiteral("-t"), QStringLiteral("bluez5")})
-    {
-        ready = waitForRegistered() &&
-                mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")});
-    }
-
-    bool mock(const QString &method, const QVariantList &arguments) const
-    {
-        return call(QStringLiteral("/"), Mock, method, arguments).type() == QDBusMessage::ReplyMessage;
-    }
-
-    bool addDevice(const QString &address) const
-    {
-        return mock(QStringLiteral("AddDevice"), {QStringLiteral("hci0"), address, QStringLiteral("Peer")});
-    }
-
-    bool addAdapterMethod(const QString &name, const QString &in, const QString &out,
-                          const QString &body) const
-    {
-        return addMethod(AdapterPath, AdapterInterface, name, in, out, body).type() ==
-               QDBusMessage::ReplyMessage;
-    }
-
-    bool offerConnectDevice(const QString &body) const
-    {
-        return addAdapterMethod(QStringLiteral("ConnectDevice"), QStringLiteral("a{sv}"), QStringLiteral("o"),
-                                body);
-    }
-
-    bool isDiscovering() const
-    {
-        const QDBusReply<QVariant> reply =
-            call(AdapterPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                 {AdapterInterface, QStringLiteral("Discovering")});
-        return reply.value().toBool();
-    }
-
-    bool ready;
-};
-
 // BlueZ whose list of objects is what the test says.
 struct OddBlueZ : DBusMock
 {
     explicit OddBlueZ(const QString &out, const QString &body)
-        : DBusMock(Service, {Service, QStringLiteral("/"), ObjectManager})
+        : DBusMock(BlueZMock::Service, {BlueZMock::Service, QStringLiteral("/"), ObjectManager})
     {
         ready = waitForRegistered() && addMethod(QStringLiteral("/"), ObjectManager,
                                                  QStringLiteral("GetManagedObjects"), QString(), out, body)
@@ -154,7 +107,7 @@ void TestBluetoothAdapter::noBlueZIsNoAdapter()
 
 void TestBluetoothAdapter::blueZWithoutAdapterIsNoAdapter()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci0")}));
     QCOMPARE(BluetoothAdapter::defaultAdapter(), nullptr);
 }
@@ -185,7 +138,7 @@ void TestBluetoothAdapter::nonsenseIsNoAdapter()
 
 void TestBluetoothAdapter::firstAdapterIsTheDefault()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready &&
             bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")}));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
@@ -200,7 +153,7 @@ void TestBluetoothAdapter::firstAdapterIsTheDefault()
 
 void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> first(BluetoothAdapter::defaultAdapter());
     const std::unique_ptr<BluetoothAdapter> second(BluetoothAdapter::defaultAdapter());
@@ -211,7 +164,7 @@ void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
 
 void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(QStringLiteral("00:00:00:00:00:01")) && bluez.addDevice(Address));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(adapter);
@@ -220,12 +173,12 @@ void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QCOMPARE(outcome.failed, QStringList());
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::addressIsSpelledAsItWasAsked()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(Address));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -235,7 +188,7 @@ void TestBluetoothAdapter::addressIsSpelledAsItWasAsked()
 
 void TestBluetoothAdapter::unknownDeviceIsConnected()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(
                                QStringLiteral("ret = self.AddDevice('hci0', args[0]['Address'], 'New')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
@@ -243,13 +196,13 @@ void TestBluetoothAdapter::unknownDeviceIsConnected()
     adapter->startCreatingDevice(device(Address));
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC New")));
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("ConnectDevice")), 1);
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("ConnectDevice")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::failureCarriesBlueZWords()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready &&
             bluez.offerConnectDevice(QStringLiteral(
                 "raise dbus.exceptions.DBusException('Host is down', name='org.bluez.Error.Failed')")));
@@ -258,12 +211,12 @@ void TestBluetoothAdapter::failureCarriesBlueZWords()
     adapter->startCreatingDevice(device(Address));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Host is down")));
     QCOMPARE(outcome.created, QStringList());
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::deviceThatAppearsButDoesNotConnectFails()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready &&
             bluez.offerConnectDevice(QStringLiteral(
                 "self.AddDevice('hci0', args[0]['Address'], 'New')\n"
@@ -277,7 +230,7 @@ void TestBluetoothAdapter::deviceThatAppearsButDoesNotConnectFails()
 
 void TestBluetoothAdapter::deviceThatBlueZDoesNotListFails()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("ret = '/org/bluez/hci0/nowhere'")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -287,7 +240,7 @@ void TestBluetoothAdapter::deviceThatBlueZDoesNotListFails()
 
 void TestBluetoothAdapter::deviceIsDiscoveredWhereBlueZCannotConnect()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -302,7 +255,7 @@ void TestBluetoothAdapter::deviceIsDiscoveredWhereBlueZCannotConnect()
 
 void TestBluetoothAdapter::otherDevicesAreIgnored()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready &&
             bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")}));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
@@ -325,7 +278,7 @@ void TestBluetoothAdapter::otherDevicesAreIgnored()
 
 void TestBluetoothAdapter::refusedDiscoveryFails()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready &&
             bluez.addAdapterMethod(QStringLiteral("StartDiscovery"), QString(), QString(),
                                    QStringLiteral("raise dbus.exceptions.DBusException('Resource Not Ready', "
@@ -338,7 +291,7 @@ void TestBluetoothAdapter::refusedDiscoveryFails()
 
 void TestBluetoothAdapter::runningDiscoveryIsUsed()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(
         bluez.ready &&
         bluez.addAdapterMethod(
@@ -348,32 +301,32 @@ void TestBluetoothAdapter::runningDiscoveryIsUsed()
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(Address));
-    QTRY_COMPARE(bluez.callCount(AdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QTRY_COMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
     QVERIFY(bluez.addDevice(Address));
     QTRY_COMPARE(outcome.created.size(), 1);
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("StopDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StopDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::timeLimitEndsDiscovery()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
-    auto *creation = new DeviceCreation(AdapterPath, Address, 3s, this);
+    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, Address, 3s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QSignalSpy deleted(creation, &QObject::destroyed);
     creation->start();
     QTRY_COMPARE_WITH_TIMEOUT(failed.size(), 1, 30000);
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("The device was not found in time"));
-    QCOMPARE(bluez.callCount(AdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
     QVERIFY(!bluez.isDiscovering());
     QTRY_COMPARE(deleted.size(), 1);
 }
 
 void TestBluetoothAdapter::timeLimitEndsASlowConnection()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("import time; time.sleep(20)")));
-    auto *creation = new DeviceCreation(AdapterPath, Address, 1s, this);
+    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, Address, 1s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QElapsedTimer timer;
     timer.start();
@@ -384,7 +337,7 @@ void TestBluetoothAdapter::timeLimitEndsASlowConnection()
 
 void TestBluetoothAdapter::deletionEndsDiscoveryWithoutSignal()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -397,7 +350,7 @@ void TestBluetoothAdapter::deletionEndsDiscoveryWithoutSignal()
 
 void TestBluetoothAdapter::deletionByTheReceiverIsFine()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(Address));
     BluetoothAdapter *adapter = BluetoothAdapter::defaultAdapter();
     bool created = false;
@@ -411,7 +364,7 @@ void TestBluetoothAdapter::deletionByTheReceiverIsFine()
 
 void TestBluetoothAdapter::vanishingAdapterFails()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -424,7 +377,7 @@ void TestBluetoothAdapter::vanishingAdapterFails()
 
 void TestBluetoothAdapter::endOfBlueZFails()
 {
-    auto bluez = std::make_unique<BlueZ>();
+    auto bluez = std::make_unique<BlueZMock>();
     QVERIFY(bluez->ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
@@ -437,7 +390,7 @@ void TestBluetoothAdapter::endOfBlueZFails()
 
 void TestBluetoothAdapter::vanishedAdapterStaysInvalid()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci0")}));
@@ -451,7 +404,7 @@ void TestBluetoothAdapter::vanishedAdapterStaysInvalid()
 
 void TestBluetoothAdapter::whatIsNoAddressFailsFromTheEventLoop()
 {
-    BlueZ bluez;
+    BlueZMock bluez;
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());

@@ -1,0 +1,453 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVariant>
+#include <QMetaMethod>
+#include <QTimer>
+#include <QtTest>
+
+#include "fakebluetooth.h"
+#include "nfcbluetoothhandoverinfo.h"
+#include "nfcbluetoothhandoverinfo_p.h"
+
+using ConnUi::BluetoothAdapter;
+using ConnUi::BluetoothDevice;
+using ConnUi::BluetoothHandoverData;
+using ConnUi::NfcBluetoothHandoverInfo;
+using ConnUi::NfcBluetoothHandoverInfoPrivate;
+
+namespace {
+
+const auto Address = QStringLiteral("00:11:22:AA:BB:CC");
+const auto OtherAddress = QStringLiteral("00:11:22:AA:BB:DD");
+const char *const NoAdapter = "NfcBluetoothHandoverInfo: No Bluetooth adapter for creating device";
+const char *const OtherCreated =
+    "NfcBluetoothHandoverInfo: device 00:11:22:AA:BB:DD created when expecting creation of 00:11:22:AA:BB:CC";
+const char *const HostDown =
+    "NfcBluetoothHandoverInfo: Unable to create device 00:11:22:AA:BB:CC: Host is down";
+
+BluetoothDevice device(const QString &address, const QString &name = {})
+{
+    return BluetoothDevice({{QStringLiteral("Address"), address}, {QStringLiteral("Name"), name}});
+}
+
+void create(BluetoothAdapter *adapter)
+{
+    Q_EMIT adapter->deviceCreated(device(Address, QStringLiteral("Peer")));
+}
+
+void fail(BluetoothAdapter *adapter)
+{
+    Q_EMIT adapter->deviceCreationFailed(QStringLiteral("Host is down"));
+}
+
+void later(const std::function<void()> &action)
+{
+    QTimer::singleShot(0, qApp, action);
+}
+
+void createLater(BluetoothAdapter *adapter)
+{
+    QTimer::singleShot(0, adapter, [=] { create(adapter); });
+}
+
+void failLater(BluetoothAdapter *adapter)
+{
+    QTimer::singleShot(0, adapter, [=] { fail(adapter); });
+}
+
+} // namespace
+
+// How the creation of a device goes on, with an adapter that does what the test says.
+class TestNfcBluetoothHandoverInfoPrivate : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void slotsAreWhatTheyAreCalled_data();
+    void slotsAreWhatTheyAreCalled();
+    void startsIdle();
+    void creationIsStartedOnceForTheAddress();
+    void createdDeviceIsKept();
+    void missingAdapterEndsAtOnceAndIsLookedForAgain();
+    void invalidAdapterIsRefusedOnceThenUsed();
+    void otherDeviceIsIgnoredUntilTheExpectedOneComes();
+    void otherDeviceIsIgnoredUntilTheFailure();
+    void addressInOtherLettersIsAnotherDevice();
+    void failureLeavesNoDeviceAndTheNextCallTriesAgain();
+    void successInsideTheStartDoesNotWait();
+    void failureInsideTheStartDoesNotWait();
+    void laterOutcomesAreNotHeard();
+    void invalidHeldDeviceIsReturnedAsItIs();
+    void invalidHeldDeviceIsReplacedByTheNextCreation();
+    void creationUnderWayIsWaitedFor();
+    void callInTheWaitSharesTheDevice();
+    void callInTheWaitSharesTheFailure();
+    void deletionInTheWaitEndsIt();
+    void deletionByTheInnerCallerEndsTheOuterWait();
+    void otherEventsAreProcessedInTheWait();
+    void deletionDeletesTheAdapter();
+
+private:
+    QVariant m_info;
+
+public Q_SLOTS:
+    void received(const QDBusVariant &info) { m_info = info.variant(); }
+};
+
+void TestNfcBluetoothHandoverInfoPrivate::initTestCase()
+{
+    auto bus = QDBusConnection::systemBus();
+    qRegisterMetaType<QDBusVariant>();
+    QVERIFY(bus.connect(QString(), QStringLiteral("/info"), QStringLiteral("org.example.Info"),
+                        QStringLiteral("Info"), this, SLOT(received(QDBusVariant))));
+    auto peer = QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("peer"));
+    QDBusArgument argument;
+    argument << BluetoothHandoverData{QDBusObjectPath(QStringLiteral("/carrier")), Address};
+    auto signal = QDBusMessage::createSignal(QStringLiteral("/info"), QStringLiteral("org.example.Info"),
+                                             QStringLiteral("Info"));
+    signal << QVariant::fromValue(QDBusVariant(QVariant::fromValue(argument)));
+    QVERIFY(peer.send(signal));
+    QTRY_VERIFY(m_info.isValid());
+    QDBusConnection::disconnectFromBus(QStringLiteral("peer"));
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled_data()
+{
+    QTest::addColumn<QByteArray>("signature");
+    QTest::addColumn<QByteArray>("type");
+    QTest::addColumn<QList<QByteArray>>("arguments");
+    QTest::newRow("start") << QByteArray("startCreatingDevice()") << QByteArray("bool")
+                           << QList<QByteArray>();
+    QTest::newRow("success") << QByteArray("deviceCreated(BluetoothDevice)") << QByteArray("void")
+                             << QList<QByteArray>{"newDevice"};
+    QTest::newRow("failure") << QByteArray("deviceCreationFailed(QString)") << QByteArray("void")
+                             << QList<QByteArray>{"reason"};
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled()
+{
+    QFETCH(QByteArray, signature);
+    QFETCH(QByteArray, type);
+    QFETCH(QList<QByteArray>, arguments);
+    const QMetaObject &meta = NfcBluetoothHandoverInfoPrivate::staticMetaObject;
+    const QMetaMethod method = meta.method(meta.indexOfSlot(signature.constData()));
+    QVERIFY(method.isValid());
+    QCOMPARE(QByteArray(method.typeName()), type);
+    QCOMPARE(method.parameterNames(), arguments);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::startsIdle()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfoPrivate info(m_info);
+    QVERIFY(!info.creating);
+    QVERIFY(!info.device);
+    QVERIFY(!info.adapter);
+    QCOMPARE(info.parent(), nullptr);
+    QCOMPARE(info.data.path.path(), QStringLiteral("/carrier"));
+    QCOMPARE(info.data.address, Address);
+    QCOMPARE(bluetooth.defaultAdapterCalls, 0);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::creationIsStartedOnceForTheAddress()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfoPrivate info(m_info);
+    QVERIFY(info.startCreatingDevice());
+    QVERIFY(info.creating);
+    QVERIFY(info.startCreatingDevice());
+    QCOMPARE(bluetooth.started, QStringList(Address));
+    QCOMPARE(bluetooth.defaultAdapterCalls, 1);
+    QCOMPARE(info.adapter.data(), bluetooth.adapters.value(0));
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::createdDeviceIsKept()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = createLater;
+    for (int i = 0; i < 2; ++i) {
+        const BluetoothDevice created = info.device();
+        QVERIFY(created.isValid());
+        QCOMPARE(created.address(), Address);
+        QCOMPARE(created.name(), QStringLiteral("Peer"));
+    }
+    QCOMPARE(bluetooth.started.size(), 1);
+    QCOMPARE(bluetooth.defaultAdapterCalls, 1);
+
+    NfcBluetoothHandoverInfoPrivate direct(m_info);
+    QVERIFY(direct.startCreatingDevice());
+    create(direct.adapter.data());
+    QVERIFY(!direct.creating);
+    QVERIFY(direct.startCreatingDevice());
+    QVERIFY(!direct.creating);
+    QCOMPARE(bluetooth.started.size(), 2);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::missingAdapterEndsAtOnceAndIsLookedForAgain()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.hasAdapter = false;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bool processed = false;
+    later([&] { processed = true; });
+    QTest::ignoreMessage(QtWarningMsg, NoAdapter);
+    QVERIFY(!info.device().isValid());
+    QVERIFY(!processed);
+    QTRY_VERIFY(processed);
+
+    bluetooth.hasAdapter = true;
+    bluetooth.onStart = createLater;
+    QVERIFY(info.device().isValid());
+    QCOMPARE(bluetooth.defaultAdapterCalls, 2);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::invalidAdapterIsRefusedOnceThenUsed()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.adapterIsValid = false;
+    const NfcBluetoothHandoverInfo info(m_info);
+    QTest::ignoreMessage(QtWarningMsg, NoAdapter);
+    QVERIFY(!info.device().isValid());
+    QCOMPARE(bluetooth.started, QStringList());
+
+    bluetooth.onStart = createLater;
+    QVERIFY(info.device().isValid());
+    QCOMPARE(bluetooth.started, QStringList(Address));
+    QCOMPARE(bluetooth.defaultAdapterCalls, 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::otherDeviceIsIgnoredUntilTheExpectedOneComes()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bool stillWaiting = false;
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&, adapter] {
+            Q_EMIT adapter->deviceCreated(device(OtherAddress));
+            later([&, adapter] {
+                stillWaiting = true;
+                create(adapter);
+            });
+        });
+    };
+    QTest::ignoreMessage(QtWarningMsg, OtherCreated);
+    QCOMPARE(info.device().address(), Address);
+    QVERIFY(stillWaiting);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::otherDeviceIsIgnoredUntilTheFailure()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = [](BluetoothAdapter *adapter) {
+        later([=] {
+            Q_EMIT adapter->deviceCreated(device(OtherAddress));
+            failLater(adapter);
+        });
+    };
+    QTest::ignoreMessage(QtWarningMsg, OtherCreated);
+    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    const BluetoothDevice none = info.device();
+    QVERIFY(!none.isValid());
+    QCOMPARE(none.address(), QString());
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::addressInOtherLettersIsAnotherDevice()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfoPrivate info(m_info);
+    QVERIFY(info.startCreatingDevice());
+    QTest::ignoreMessage(QtWarningMsg, "NfcBluetoothHandoverInfo: device 00:11:22:aa:bb:cc created when "
+                                       "expecting creation of 00:11:22:AA:BB:CC");
+    Q_EMIT info.adapter->deviceCreated(device(Address.toLower()));
+    QVERIFY(info.creating);
+    QVERIFY(!info.device);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::failureLeavesNoDeviceAndTheNextCallTriesAgain()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = failLater;
+    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QVERIFY(!info.device().isValid());
+    bluetooth.onStart = createLater;
+    QVERIFY(info.device().isValid());
+    QCOMPARE(bluetooth.started.size(), 2);
+    QCOMPARE(bluetooth.defaultAdapterCalls, 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::successInsideTheStartDoesNotWait()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = create;
+    bool processed = false;
+    later([&] { processed = true; });
+    QVERIFY(info.device().isValid());
+    QVERIFY(!processed);
+    QTRY_VERIFY(processed);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::failureInsideTheStartDoesNotWait()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = fail;
+    bool processed = false;
+    later([&] { processed = true; });
+    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QVERIFY(!info.device().isValid());
+    QVERIFY(!processed);
+    QTRY_VERIFY(processed);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::laterOutcomesAreNotHeard()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfoPrivate info(m_info);
+    QVERIFY(info.startCreatingDevice());
+    create(info.adapter.data());
+    Q_EMIT info.adapter->deviceCreated(device(OtherAddress));
+    Q_EMIT info.adapter->deviceCreated(device(Address, QStringLiteral("Second")));
+    fail(info.adapter.data());
+    QCOMPARE(info.device->name(), QStringLiteral("Peer"));
+
+    NfcBluetoothHandoverInfoPrivate failed(m_info);
+    QVERIFY(failed.startCreatingDevice());
+    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    fail(failed.adapter.data());
+    create(failed.adapter.data());
+    fail(failed.adapter.data());
+    QVERIFY(!failed.device);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReturnedAsItIs()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info{QVariant()};
+    bluetooth.onStart = [](BluetoothAdapter *adapter) { Q_EMIT adapter->deviceCreated(BluetoothDevice()); };
+    QVERIFY(!info.device().isValid());
+    QVERIFY(!info.device().isValid());
+    QCOMPARE(bluetooth.started, QStringList(QString()));
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReplacedByTheNextCreation()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfoPrivate info(m_info);
+    info.device.reset(new BluetoothDevice);
+    QVERIFY(info.startCreatingDevice());
+    QVERIFY(info.creating);
+    QVERIFY(!info.device);
+    create(info.adapter.data());
+    QVERIFY(info.device->isValid());
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::creationUnderWayIsWaitedFor()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = [](BluetoothAdapter *) { later([] { QCoreApplication::exit(); }); };
+    // An application that quits does not hang in the wait, and what was started stays under way.
+    later([&] { QVERIFY(!info.device().isValid()); });
+    QCoreApplication::exec();
+    createLater(bluetooth.adapters.constFirst());
+    QVERIFY(info.device().isValid());
+    QCOMPARE(bluetooth.started.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheDevice()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&, adapter] {
+            createLater(adapter);
+            QCOMPARE(info.device().name(), QStringLiteral("Peer"));
+        });
+    };
+    QCOMPARE(info.device().name(), QStringLiteral("Peer"));
+    QCOMPARE(bluetooth.started.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheFailure()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&, adapter] {
+            failLater(adapter);
+            QVERIFY(!info.device().isValid());
+        });
+    };
+    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QVERIFY(!info.device().isValid());
+    QCOMPARE(bluetooth.started.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::deletionInTheWaitEndsIt()
+{
+    FakeBluetooth bluetooth;
+    auto *info = new NfcBluetoothHandoverInfo(m_info);
+    bluetooth.onStart = [&](BluetoothAdapter *) { later([&] { delete info; }); };
+    QVERIFY(!info->device().isValid());
+    QCOMPARE(bluetooth.adapters.size(), 0);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::deletionByTheInnerCallerEndsTheOuterWait()
+{
+    FakeBluetooth bluetooth;
+    auto *info = new NfcBluetoothHandoverInfo(m_info);
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&, adapter] {
+            createLater(adapter);
+            QVERIFY(info->device().isValid());
+            delete info;
+        });
+    };
+    QVERIFY(!info->device().isValid());
+    QCOMPARE(bluetooth.adapters.size(), 0);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::otherEventsAreProcessedInTheWait()
+{
+    FakeBluetooth bluetooth;
+    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo other(m_info);
+    int events = 0;
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&, adapter] {
+            ++events;
+            bluetooth.onStart = create;
+            QVERIFY(other.device().isValid());
+            create(adapter);
+        });
+    };
+    QVERIFY(info.device().isValid());
+    QCOMPARE(events, 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::deletionDeletesTheAdapter()
+{
+    FakeBluetooth bluetooth;
+    auto info = std::make_unique<NfcBluetoothHandoverInfoPrivate>(m_info);
+    QVERIFY(info->startCreatingDevice());
+    QCOMPARE(bluetooth.adapters.size(), 1);
+    info.reset();
+    QCOMPARE(bluetooth.adapters.size(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestNfcBluetoothHandoverInfoPrivate)
+#include "tst_nfcbluetoothhandoverinfoprivate.moc"

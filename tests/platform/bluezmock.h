@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_TEST_BLUEZMOCK_H
+#define CONNUI_TEST_BLUEZMOCK_H
+
+#include "dbusmock.h"
+
+#include <QDBusReply>
+
+// BlueZ with the adapter hci0, as it is without its experimental interfaces.
+struct BlueZMock : DBusMock
+{
+    static inline const QString Service = QStringLiteral("org.bluez");
+    static inline const QString AdapterPath = QStringLiteral("/org/bluez/hci0");
+    static inline const QString AdapterInterface = QStringLiteral("org.bluez.Adapter1");
+
+    BlueZMock() : DBusMock(Service, {QStringLiteral("-t"), QStringLiteral("bluez5")})
+    {
+        ready = waitForRegistered() &&
+                mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")});
+    }
+
+    bool mock(const QString &method, const QVariantList &arguments) const
+    {
+        return call(QStringLiteral("/"), QStringLiteral("org.bluez.Mock"), method, arguments).type() ==
+               QDBusMessage::ReplyMessage;
+    }
+
+    bool addDevice(const QString &address) const
+    {
+        return mock(QStringLiteral("AddDevice"), {QStringLiteral("hci0"), address, QStringLiteral("Peer")});
+    }
+
+    bool addAdapterMethod(const QString &name, const QString &in, const QString &out,
+                          const QString &body) const
+    {
+        return addMethod(AdapterPath, AdapterInterface, name, in, out, body).type() ==
+               QDBusMessage::ReplyMessage;
+    }
+
+    bool offerConnectDevice(const QString &body) const
+    {
+        return addAdapterMethod(QStringLiteral("ConnectDevice"), QStringLiteral("a{sv}"), QStringLiteral("o"),
+                                body);
+    }
+
+    bool isDiscovering() const
+    {
+        const QDBusReply<QVariant> reply =
+            call(AdapterPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                 {AdapterInterface, QStringLiteral("Discovering")});
+        return reply.value().toBool();
+    }
+
+    bool ready;
+};
+
+#endif
