@@ -32,11 +32,12 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(
         QStringLiteral("The person's side of NFC: answers the questions of the NFC daemon.\n\n"
                        "Exit codes: 0 input ended or asked to leave, 1 no system bus, 64 bad arguments."));
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption console(QStringLiteral("console"),
                                      QStringLiteral("Ask on the terminal: y, n, or the number of a choice."));
-    parser.addOption(console);
+    parser.addOptions({help, console});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))

@@ -52,7 +52,8 @@ int main(int argc, char *argv[])
     parser.setApplicationDescription(QStringLiteral(
         "The NFC daemon com.tavix.nfc, simulated: owns its name on the system bus and does without a "
         "reader. nfctap holds tags and devices against it."));
-    const QCommandLineOption help = parser.addHelpOption();
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption handlers(
         QStringLiteral("handlers"),
@@ -64,7 +65,7 @@ int main(int argc, char *argv[])
         QStringLiteral("handover-step"),
         QStringLiteral("Let <ms> milliseconds pass between the steps of a handover."), QStringLiteral("ms"),
         QStringLiteral("300"));
-    parser.addOptions({handlers, step});
+    parser.addOptions({help, handlers, step});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))

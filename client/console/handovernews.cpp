@@ -3,11 +3,12 @@
 #include "handovernews.h"
 
 #include <NfcAdapter>
+#include <NfcBluetoothHandoverInfo>
 
 #include "console.h"
-#include "peeraddress.h"
 
 using ConnUi::NfcAdapter;
+using ConnUi::NfcBluetoothHandoverInfo;
 
 HandoverNews::HandoverNews(NfcAdapter *adapter, Console *console) : QObject(adapter)
 {
@@ -18,8 +19,8 @@ HandoverNews::HandoverNews(NfcAdapter *adapter, Console *console) : QObject(adap
     });
     connect(adapter, &NfcAdapter::handoverCompleted, console,
             [console](const QString &carrier, const QVariant &data) {
-                console->print(
-                    QStringLiteral("handover to %1 of %2 completed").arg(carrier, peerAddress(data)));
+                console->print(QStringLiteral("handover to %1 of %2 completed")
+                                   .arg(carrier, NfcBluetoothHandoverInfo(data).deviceAddress()));
             });
     connect(adapter, &NfcAdapter::handoverFailed, console, [console](const QString &reason) {
         console->print(QStringLiteral("handover failed: %1").arg(reason));

@@ -3,11 +3,12 @@
 #include "sharingquestions.h"
 
 #include <NfcAgent>
+#include <NfcBluetoothHandoverInfo>
 
-#include "peeraddress.h"
 #include "questionqueue.h"
 
 using ConnUi::NfcAgent;
+using ConnUi::NfcBluetoothHandoverInfo;
 
 SharingQuestions::SharingQuestions(NfcAgent *agent, QuestionQueue *queue)
     : QObject(agent)
@@ -22,13 +23,16 @@ void SharingQuestions::askForPermission(const QString &carrier, const QVariant &
                                         const QStringList &resources)
 {
     ask(QStringLiteral("Send %1 over %2 to %3")
-            .arg(resources.join(QStringLiteral(", ")), carrier, peerAddress(info)),
+            .arg(resources.join(QStringLiteral(", ")), carrier,
+                 NfcBluetoothHandoverInfo(info).deviceAddress()),
         info);
 }
 
 void SharingQuestions::askForSelection(const QString &carrier, const QVariant &info)
 {
-    ask(QStringLiteral("Select something to send over %1 to %2").arg(carrier, peerAddress(info)), info);
+    ask(QStringLiteral("Select something to send over %1 to %2")
+            .arg(carrier, NfcBluetoothHandoverInfo(info).deviceAddress()),
+        info);
 }
 
 void SharingQuestions::ask(const QString &subject, const QVariant &info)
