@@ -39,11 +39,13 @@ bool canCountAllocations()
 // The program's own definitions stand before the C library's, for the libraries that it uses as well.
 #define CONNUI_REPLACES_LIBC extern "C" __attribute__((visibility("default")))
 
+// NOLINTBEGIN(bugprone-reserved-identifier): these are the C library's own names for what is replaced here.
 extern "C" {
 void *__libc_malloc(std::size_t size);
 void *__libc_calloc(std::size_t count, std::size_t size);
 void *__libc_realloc(void *memory, std::size_t size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 CONNUI_REPLACES_LIBC void *malloc(std::size_t size)
 {
