@@ -427,7 +427,7 @@ void TestNDEFGenerator::recordAddedDuringAWarningIsInTheNextMessage()
     const QByteArray next = generator.data();
     qInstallMessageHandler(usual);
     QCOMPARE(first.toHex(' '), hex("51 01 06 55 05 3132333435").toHex(' '));
-    QCOMPARE(next.size(), first.size() + 100 * 7);
+    QCOMPARE(next.size(), first.size() + qsizetype(100) * 7);
 }
 
 void TestNDEFGenerator::encodingChangesNothing()
@@ -627,9 +627,9 @@ void TestNDEFGenerator::resultIsTheOnlyAllocation()
     if (!canCountAllocations())
         QSKIP("a sanitizer has an allocator of its own");
 
-    const int n = 100;
+    const qsizetype n = 100;
     NDEFGenerator generator;
-    for (int i = 0; i < n; ++i) {
+    for (qsizetype i = 0; i < n; ++i) {
         generator.addRecord(uriRecord("https://www.example.org/"));
         generator.addRecord(uriRecord("tel:\u00E4\u20AC"));
         generator.addRecord(mimeRecord("\u00E4/b", QByteArray(300, 'x')));
