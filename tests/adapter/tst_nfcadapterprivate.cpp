@@ -52,6 +52,7 @@ private Q_SLOTS:
     void restartedDaemonIsBoundAnew();
     void signalsOfFormerAdapterPathAreNotHeard();
     void deletedBindingLeavesItsProxy();
+    void unboundAdapterIsOffWhateverIsCached();
     void takenRequestorPathIsLogged();
 
     void lifeOfDaemonDecides_data();
@@ -412,6 +413,19 @@ void TestNfcAdapterPrivate::deletedBindingLeavesItsProxy()
     QVERIFY(!watcher);
     QVERIFY(proxy);
     delete proxy;
+}
+
+void TestNfcAdapterPrivate::unboundAdapterIsOffWhateverIsCached()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    const NfcAdapter adapter;
+    QVERIFY(adapter.isPowered());
+    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
+    NfcAdapterPrivate::instance->serviceRegistered();
+    QVERIFY(!NfcAdapterPrivate::instance->properties.isEmpty());
+    QVERIFY(!adapter.isPowered());
 }
 
 void TestNfcAdapterPrivate::takenRequestorPathIsLogged()
