@@ -19,6 +19,9 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
+# A function that a library declares and forgets shows when the library is linked, not when a program is.
+string(APPEND CMAKE_SHARED_LINKER_FLAGS " -Wl,--no-undefined")
+
 option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)
 option(CONNUI_COVERAGE "Instrument for coverage" OFF)
 
