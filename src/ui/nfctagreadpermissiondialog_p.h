@@ -21,6 +21,7 @@ class NfcTagReadPermissionDialogPrivate : public QObject
 
 public:
     explicit NfcTagReadPermissionDialogPrivate(NfcTagReadPermissionDialog *dialog);
+    ~NfcTagReadPermissionDialogPrivate() override;
 
     void createContent(const QString &title, const QString &description, const QString &detail);
     bool getApplicationInfo(const QString &application, QString &name, QString &icon) const;
