@@ -1,14 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
 #include <cstdio>
+#include <memory>
+#include <optional>
 
+#include <QApplication>
 #include <QCommandLineParser>
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusError>
 
+#include "console.h"
 #include "consoleclient.h"
+#include "screenclient.h"
+#include "screenreader.h"
 #include "terminationsignals.h"
+#include "texts.h"
 
 namespace {
 
@@ -20,14 +27,33 @@ int fail(ExitCode code, const QString &reason)
     return code;
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+struct Options
 {
-    TerminationSignals termination;
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+    bool onTerminal = false;
+    bool readAloud = false;
+};
 
+// Which face is wanted decides which application object is made, before anything can be parsed with its help.
+bool wantsTerminal(int argc, char *argv[])
+{
+    return std::any_of(argv, argv + argc,
+                       [](const char *argument) { return qstrcmp(argument, "--console") == 0; });
+}
+
+std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
+{
+    if (wantsTerminal(argc, argv))
+        return std::make_unique<QCoreApplication>(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    // It stays when the last dialog goes.
+    QApplication::setQuitOnLastWindowClosed(false);
+    loadTexts();
+    return application;
+}
+
+// Empty when the arguments make no sense.
+std::optional<Options> parse(QString *error)
+{
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("The person's side of NFC: answers the questions of the NFC daemon.\n\n"
@@ -37,7 +63,12 @@ int main(int argc, char *argv[])
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption console(QStringLiteral("console"),
                                      QStringLiteral("Ask on the terminal: y, n, or the number of a choice."));
-    parser.addOptions({help, console});
+    const QCommandLineOption readAloud(
+        QStringLiteral("read-aloud"),
+        QStringLiteral(
+            "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
+            "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
+    parser.addOptions({help, console, readAloud});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))
@@ -45,15 +76,61 @@ int main(int argc, char *argv[])
     if (parser.isSet(version))
         parser.showVersion();
     if (!understood)
-        return fail(BadArguments, parser.errorText());
-    if (!parser.isSet(console) || !parser.positionalArguments().isEmpty())
-        return fail(BadArguments, QStringLiteral("usage: nfc-ui --console"));
+        *error = parser.errorText();
+    else if (!parser.positionalArguments().isEmpty() || (parser.isSet(console) && parser.isSet(readAloud)))
+        *error = QStringLiteral("usage: nfc-ui [--console | --read-aloud]");
+    else
+        return Options{parser.isSet(console), parser.isSet(readAloud)};
+    return {};
+}
+
+int runOnTerminal()
+{
+    ConsoleClient client;
+    QObject::connect(&client, &ConsoleClient::finished, qApp, &QCoreApplication::quit);
+    return QCoreApplication::exec();
+}
+
+int runOnScreen()
+{
+    const ScreenClient client;
+    return QCoreApplication::exec();
+}
+
+int runReadAloud()
+{
+    Console console;
+    const ScreenReader reader(&console);
+    QObject::connect(&console, &Console::ended, qApp, &QCoreApplication::quit);
+    ScreenClient client;
+    const auto tell = [&console](bool here) {
+        console.print(here ? QStringLiteral("the NFC daemon is here")
+                           : QStringLiteral("the NFC daemon has left"));
+    };
+    QObject::connect(&client, &ScreenClient::daemonHere, &console, tell);
+    if (client.hasDaemon())
+        tell(true);
+    return QCoreApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    TerminationSignals termination;
+    const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+
+    QString error;
+    const std::optional<Options> options = parse(&error);
+    if (!options)
+        return fail(BadArguments, error);
     if (!QDBusConnection::systemBus().isConnected())
         return fail(NoBus, QDBusConnection::systemBus().lastError().message());
 
-    ConsoleClient client;
-    QObject::connect(&client, &ConsoleClient::finished, &application, &QCoreApplication::quit);
-    QObject::connect(&termination, &TerminationSignals::received, &application, &QCoreApplication::quit);
+    QObject::connect(&termination, &TerminationSignals::received, application.get(), &QCoreApplication::quit);
     termination.watch();
-    return application.exec();
+    if (options->onTerminal)
+        return runOnTerminal();
+    return options->readAloud ? runReadAloud() : runOnScreen();
 }

@@ -65,6 +65,16 @@
         <extracomment>Title: pairing</extracomment>
         <translation>Pair with this device?</translation>
     </message>
+    <message id="qtn_nfc_disconnect_text">
+        <source>%1 will be disconnected.</source>
+        <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
+        <translation>%1 will be disconnected.</translation>
+    </message>
+    <message id="qtn_nfc_disconnect_tit">
+        <source>Disconnect?</source>
+        <extracomment>Title: a connected device was touched</extracomment>
+        <translation>Disconnect?</translation>
+    </message>
     <message id="qtn_nfc_enablenfc_text">
         <source>NFC is off. Switch it on to read tags and to share by touch.</source>
         <extracomment>Question: NFC is needed and off</extracomment>

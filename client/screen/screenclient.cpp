@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "screenclient.h"
+
+#include <utility>
+
+#include <NfcAgent>
+
+#include "bluetoothdialogs.h"
+#include "deliverydialogs.h"
+#include "sharingdialogs.h"
+#include "touchindication.h"
+
+using ConnUi::NfcAdapter;
+using ConnUi::NfcAgent;
+
+ScreenClient::ScreenClient(QObject *parent) : QObject(parent)
+{
+    connect(&adapter, &NfcAdapter::adapterValid, this, &ScreenClient::meetDaemon);
+    connect(&adapter, &NfcAdapter::adapterInvalid, this, &ScreenClient::leaveDaemon);
+    // A daemon that was there before the adapter is not announced.
+    if (adapter.isValid())
+        meetDaemon();
+}
+
+ScreenClient::~ScreenClient()
+{
+    leaveDaemon();
+}
+
+bool ScreenClient::hasDaemon() const
+{
+    return agent;
+}
+
+void ScreenClient::meetDaemon()
+{
+    leaveDaemon();
+    agent = new NfcAgent(this);
+    // Who answers what; each lives as long as the agent.
+    new BluetoothDialogs(agent, &queue);
+    new DeliveryDialogs(&adapter, agent, &queue);
+    new SharingDialogs(&adapter, agent, &queue);
+    new TouchIndication(agent, &overlay, &queue);
+    // Queued: the daemon gets its answer before the agent that it called goes.
+    connect(agent, &NfcAgent::release, this, &ScreenClient::leaveDaemon, Qt::QueuedConnection);
+    adapter.registerAgent(agent);
+    Q_EMIT daemonHere(true);
+}
+
+void ScreenClient::leaveDaemon()
+{
+    if (!agent)
+        return;
+    // Questions of a daemon that has left are not worth an answer.
+    queue.dropAll();
+    adapter.unregisterAgent(agent);
+    delete std::exchange(agent, nullptr);
+    Q_EMIT daemonHere(false);
+}

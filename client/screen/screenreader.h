@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SCREENREADER_H
+#define CONNUI_SCREENREADER_H
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+
+#include <MDialog>
+
+class Console;
+class MButton;
+
+/**
+ * Lets another program see what is on the screen, and touch it, on lines of text.
+ *
+ * Whenever the screen changes a line "screen: " tells the texts and, in brackets, the buttons of what is in
+ * front; "screen: nothing" that nothing is shown. It obeys the lines "press TEXT", "select TEXT" (a row of a
+ * list), "escape", "close" (the window), "turn ANGLE" and "picture FILE" (writes a PNG).
+ */
+class ScreenReader : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ScreenReader(Console *console, QObject *parent = nullptr);
+
+private:
+    void look();
+    void obey(const QString &line);
+
+    Console *const console;
+    QTimer glance;
+    QString seen;
+};
+
+#endif
