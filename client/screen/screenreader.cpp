@@ -16,8 +16,11 @@
 #include <MSceneManager>
 #include <MSceneWindow>
 #include <MWindow>
+#include <SimpleCheckBoxLabel>
 
 #include "console.h"
+
+using ConnUi::SimpleCheckBoxLabel;
 
 namespace {
 
@@ -64,6 +67,20 @@ MSceneWindow *sceneWindowInFront()
     return nullptr;
 }
 
+// A switch is named by the row that it stands in.
+QString nameOf(const MButton *button)
+{
+    const auto *row = qobject_cast<const SimpleCheckBoxLabel *>(button->parentWidget());
+    return row ? row->text() : button->text();
+}
+
+QString stateOf(const MButton *button)
+{
+    if (button->viewType() != MButton::switchType)
+        return {};
+    return button->isChecked() ? QStringLiteral(": on") : QStringLiteral(": off");
+}
+
 QString description(const MSceneWindow *front)
 {
     if (!front)
@@ -76,7 +93,7 @@ QString description(const MSceneWindow *front)
     }
     const QList<MButton *> buttons = shown<MButton>(front);
     for (const MButton *button : buttons)
-        parts.append(QStringLiteral("[%1]").arg(button->text()));
+        parts.append(QStringLiteral("[%1%2]").arg(nameOf(button), stateOf(button)));
     // One line, whatever the texts hold.
     return parts.join(QStringLiteral(" | ")).replace(QLatin1Char('\n'), QLatin1String(" / "));
 }
@@ -86,7 +103,7 @@ void press(const QString &text)
     const MSceneWindow *front = sceneWindowInFront();
     const QList<MButton *> buttons = front ? shown<MButton>(front) : QList<MButton *>();
     for (MButton *button : buttons) {
-        if (button->text() == text) {
+        if (nameOf(button) == text) {
             button->click();
             return;
         }

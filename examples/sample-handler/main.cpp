@@ -10,6 +10,8 @@
 int main(int argc, char *argv[])
 {
     QCoreApplication program(argc, argv);
+    // Under another name a second one runs beside the first.
+    const QString service = program.arguments().value(1, QStringLiteral("org.connui.SampleHandler"));
     qRegisterMetaType<QDBusObjectPath>();
 
     QObject handlerObject;
@@ -21,7 +23,7 @@ int main(int argc, char *argv[])
     QDBusConnection bus = QDBusConnection::sessionBus();
     const bool ready = bus.registerObject(QStringLiteral("/org/connui/SampleHandler"), &handlerObject) &&
                        bus.registerObject(QStringLiteral("/org/orvik/m"), &applicationObject) &&
-                       bus.registerService(QStringLiteral("org.connui.SampleHandler"));
+                       bus.registerService(service);
     if (!ready) {
         QTextStream(stderr) << "sample-handler: no session bus, or another one is running" << Qt::endl;
         return 1;
