@@ -31,7 +31,8 @@ class NfcTagReadPermissionDialogPrivate;
  * Application ids are base names of desktop files in /usr/share/applications; the name and the icon shown are
  * those of the desktop file. Where there is none, "NfcTagReadPermissionDialog: No desktop file provided for
  * application <id>" is logged and the dialog asks without naming an application. All text of the tag is shown
- * as plain text.
+ * whole and as plain text: U+009C, which separates the length variants of a translation, is replaced in it by
+ * U+FFFD.
  */
 class CONNUI_NFC_EXPORT NfcTagReadPermissionDialog : public MMessageBox
 {
@@ -59,6 +60,8 @@ public:
      *
      * Web links, phone numbers (tel:, callto:) and messages (sms:, RFC 5724) are shown as such; a URI without
      * a scheme is taken for a web link. Any other scheme asks about the application that opens it by default.
+     * A message is percent-decoded before it is taken apart, so that its body is shown up to the first
+     * ampersand, equals sign or number sign, encoded or not.
      * \a record is read here and not kept; null counts as an empty URI.
      */
     NfcTagReadPermissionDialog(const URINDEFRecord *record, const QString &description);

@@ -8,7 +8,7 @@ namespace ConnUi {
 
 QString applicationDesktopFile(const QString &id)
 {
-    if (id.contains(QLatin1Char('/')) || id == QLatin1String(".."))
+    if (id.contains(QLatin1Char('/')) || id == QLatin1String("..") || id.contains(QChar(QChar::Null)))
         return {};
     const QString path = QStringLiteral("/usr/share/applications/%1.desktop").arg(id);
     return QFileInfo(path).isFile() ? path : QString();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include <QRegularExpression>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -27,8 +28,11 @@ struct Message
 
 // The URI is decoded whole before it is taken apart, so an encoded ampersand or equals sign ends the body
 // too.
-Message parseMessage(const QString &uri)
+Message parseMessage(QString uri)
 {
+    // A percent sign that encodes nothing stands for itself.
+    static const QRegularExpression lonePercent(QStringLiteral("%(?![0-9A-Fa-f]{2})"));
+    uri.replace(lonePercent, QStringLiteral("%25"));
     QString decoded = QString::fromUtf8(QByteArray::fromPercentEncoding(uri.toUtf8()));
     // What looks like an encoded character now was a percent sign of the text.
     decoded.replace(QLatin1Char('%'), QLatin1String("%25"));
@@ -172,8 +176,8 @@ void NfcTagReadPermissionDialog::createContent(const QString &mimeType, const QF
         QString second;
         ContactExporter::resolveContactInfo(file, first, second);
         d->setIcon(QStringLiteral("icon-m-content-avatar-placeholder-inverse"));
-        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"),
-                         QStringLiteral("%1 %2").arg(first, second).trimmed(), QString());
+        const QString name = QStringLiteral("%1 %2").arg(first, second).trimmed();
+        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"), d->inOnePiece(name), QString());
         return;
     }
 

@@ -57,7 +57,7 @@ void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, cons
     if (!detail.isEmpty()) {
         const QString style =
             described ? QStringLiteral("CommonSubTitleInverted") : QStringLiteral("CommonQueryText");
-        policy->addItem(newWrappedLabel(detail, style), Qt::AlignCenter);
+        policy->addItem(newWrappedLabel(inOnePiece(detail), style), Qt::AlignCenter);
     }
     if (extraWidget)
         policy->addItem(extraWidget);
@@ -90,6 +90,11 @@ void NfcTagReadPermissionDialogPrivate::addLeftToRightMark(QString &text) const
     text.append(popDirectionalFormatting);
 }
 
+QString NfcTagReadPermissionDialogPrivate::inOnePiece(QString text)
+{
+    return text.replace(lengthVariant, QChar(QChar::ReplacementCharacter));
+}
+
 void NfcTagReadPermissionDialogPrivate::setButtonTexts(const QString &yes)
 {
     q->button(M::YesButton)->setText(yes);
@@ -111,9 +116,12 @@ void NfcTagReadPermissionDialogPrivate::setIcon(const QString &icon)
 void NfcTagReadPermissionDialogPrivate::openSelection()
 {
     const int current = int(applications.indexOf(selectedApplication));
-    selection = new NfcApplicationSelectionDialog(applications, current);
+    auto *selection = new NfcApplicationSelectionDialog(applications, current);
     connect(selection, &MDialog::finished, this,
             &NfcTagReadPermissionDialogPrivate::applicationSelectionFinished);
+    // A choice is no use to a question that has been answered.
+    connect(q, &MDialog::finished, selection, &MDialog::reject);
+    connect(q, &QObject::destroyed, selection, &MDialog::reject);
     selection->appear(MSceneWindow::DestroyWhenDone);
 }
 

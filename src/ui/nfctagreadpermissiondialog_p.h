@@ -4,7 +4,6 @@
 #define CONNUI_NFCTAGREADPERMISSIONDIALOG_P_H
 
 #include <QObject>
-#include <QPointer>
 #include <QStringList>
 
 class MImageWidget;
@@ -12,7 +11,6 @@ class MWidgetController;
 
 namespace ConnUi {
 
-class NfcApplicationSelectionDialog;
 class NfcTagReadPermissionDialog;
 
 class NfcTagReadPermissionDialogPrivate : public QObject
@@ -21,12 +19,14 @@ class NfcTagReadPermissionDialogPrivate : public QObject
 
 public:
     explicit NfcTagReadPermissionDialogPrivate(NfcTagReadPermissionDialog *dialog);
-    ~NfcTagReadPermissionDialogPrivate() override;
 
     void createContent(const QString &title, const QString &description, const QString &detail);
     bool getApplicationInfo(const QString &application, QString &name, QString &icon) const;
     void addLeftToRightMark(QString &text) const;
 
+    /** Returns \a text from a tag so that a label shows all of it, even if it looks like a choice of
+     * translations. */
+    static QString inOnePiece(QString text);
     void setButtonTexts(const QString &yes);
     void addDirectAction(const QString &yes);
     void setIcon(const QString &icon);
@@ -39,7 +39,6 @@ public:
     QString selectedApplication;
     bool changeButtonAdded = false;
     bool directActionSelected = false;
-    QPointer<NfcApplicationSelectionDialog> selection;
 
 public Q_SLOTS:
     void applicationSelectionFinished(int result);

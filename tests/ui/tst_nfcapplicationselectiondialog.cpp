@@ -1,0 +1,455 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <applicationitemcreator.h>
+#include <MButton>
+#include <MImageWidget>
+#include <MLabel>
+#include <MList>
+#include <MWindow>
+#include <NfcApplicationSelectionDialog>
+#include <QGraphicsLinearLayout>
+#include <QItemSelectionModel>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include "applicationsfolder.h"
+#include "catalogue.h"
+#include "shownwidgets.h"
+
+using namespace ConnUi;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The dialog on the screen of a phone.
+class Shown
+{
+public:
+    explicit Shown(const QStringList &applications, int selected = 0)
+        : dialog(new NfcApplicationSelectionDialog(applications, selected))
+        , finished(dialog.data(), &MDialog::finished)
+    {
+        window.show();
+        dialog->appear(&window);
+        ready = QTest::qWaitForWindowExposed(&window);
+    }
+
+    // Below the explanation, whether or not there is anything to be seen of it.
+    MList *list() const { return dynamic_cast<MList *>(dialog->centralWidget()->layout()->itemAt(1)); }
+
+    QStringList rows() const
+    {
+        QStringList names;
+        for (const MListItem *row : shownWidgets<MListItem>(dialog.data()))
+            names += shownTexts<MLabel>(row);
+        return names;
+    }
+
+    int selectedRow() const
+    {
+        const QModelIndexList selected = list()->selectionModel()->selectedRows();
+        return selected.isEmpty() ? -1 : selected.first().row();
+    }
+
+    void key(Qt::Key key) { QTest::keyClick(window.viewport(), key); }
+
+    void pressOk() const { shownWidgets<MButton>(dialog.data()).value(0)->click(); }
+
+    MWindow window;
+    const QScopedPointer<NfcApplicationSelectionDialog> dialog;
+    QSignalSpy finished;
+    bool ready;
+};
+
+QList<QVariantList> once(int result)
+{
+    return {{result}};
+}
+
+} // namespace
+
+class TestNfcApplicationSelectionDialog : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void dialogExplainsItself();
+    void rowShowsIconAndName_data();
+    void rowShowsIconAndName();
+    void iconIsDrawnFromItsFile();
+    void applicationWithoutDesktopFileIsLeftOut_data();
+    void applicationWithoutDesktopFileIsLeftOut();
+    void applicationWithoutNameOrIconIsLeftOut_data();
+    void applicationWithoutNameOrIconIsLeftOut();
+    void applicationsAreListedInTheirOrder_data();
+    void applicationsAreListedInTheirOrder();
+    void indexPreselectsARow_data();
+    void indexPreselectsARow();
+    void indexCountsUsableApplications();
+    void preselectedRowIsInSight();
+    void touchSelectsOneRow();
+    void selectionIsTakenDownAtClosing_data();
+    void selectionIsTakenDownAtClosing();
+    void emptyListCanBeClosed();
+    void recycledCellShowsItsNewRowAlone();
+    void cellWithoutAListIsEmpty();
+    void cellsAreAsLargeAsAFreshOne();
+    void dialogIsDestroyedWhenDone();
+
+private:
+    const Catalogue english;
+};
+
+void TestNfcApplicationSelectionDialog::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+void TestNfcApplicationSelectionDialog::dialogExplainsItself()
+{
+    const ApplicationsFolder applications;
+    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
+    const Shown shown({u"viewer"_s});
+    QVERIFY(shown.ready);
+    QCOMPARE(shownTexts<MLabel>(shown.dialog.data()),
+             QStringList({u"Choose application"_s, u"These applications can open what is on the tag."_s,
+                          u"Viewer"_s}));
+    QCOMPARE(shown.dialog->title(), u"Choose application"_s);
+    QCOMPARE(shown.dialog->titleBarIconId(), u"icon-m-service-nfc"_s);
+    QCOMPARE(shownWidgets<MImageWidget>(shown.dialog.data()).constFirst()->imageId(),
+             u"icon-m-service-nfc"_s);
+
+    const MLabel *explanation = shownWidgets<MLabel>(shown.dialog.data()).at(1);
+    QCOMPARE(explanation->styleName(), u"CommonBodyTextInverted"_s);
+    QVERIFY(explanation->wordWrap());
+    QCOMPARE(shown.list()->selectionMode(), MList::SingleSelection);
+
+    QCOMPARE(shown.dialog->buttons().size(), 1);
+    QCOMPARE(shown.dialog->buttons().first()->standardButton(), M::OkButton);
+    QCOMPARE(shownTexts<MButton>(shown.dialog.data()), QStringList(u"OK"_s));
+
+    const auto *layout = dynamic_cast<QGraphicsLinearLayout *>(shown.dialog->centralWidget()->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->orientation(), Qt::Vertical);
+    QCOMPARE(layout->spacing(), 0.0);
+    QCOMPARE(layout->count(), 2);
+    const QRectF whole(QPointF(), shown.dialog->centralWidget()->size());
+    QCOMPARE(layout->contentsRect(), whole);
+}
+
+void TestNfcApplicationSelectionDialog::rowShowsIconAndName_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("plain") << u"Viewer"_s;
+    QTest::newRow("markup") << u"<b>Viewer</b> &amp; more"_s;
+    QTest::newRow("Arabic") << u"عارض الصور"_s;
+    QTest::newRow("length variants") << u"The viewer of everything\u009cViewer"_s;
+}
+
+void TestNfcApplicationSelectionDialog::rowShowsIconAndName()
+{
+    QFETCH(QString, name);
+    const ApplicationsFolder applications;
+    applications.install(u"viewer"_s, name, u"icon-m-content-url-inverse"_s);
+    const Shown shown({u"viewer"_s});
+    QVERIFY(shown.ready);
+    const QList<MListItem *> rows = shownWidgets<MListItem>(shown.dialog.data());
+    QCOMPARE(rows.size(), 1);
+    QCOMPARE(rows.first()->styleName(), u"CommonPanelInverted"_s);
+
+    const QList<MImageWidget *> icons = shownWidgets<MImageWidget>(rows.first());
+    QCOMPARE(icons.size(), 1);
+    QCOMPARE(icons.first()->imageId(), u"icon-m-content-url-inverse"_s);
+    QCOMPARE(icons.first()->styleName(), u"CommonMainIcon"_s);
+    const QList<MLabel *> labels = shownWidgets<MLabel>(rows.first());
+    QCOMPARE(labels.size(), 1);
+    QCOMPARE(labels.first()->text(), name);
+    QCOMPARE(labels.first()->styleName(), u"CommonSingleTitleInverted"_s);
+
+    // The icon stands in front of the name, both in the middle of the row.
+    const auto *layout = dynamic_cast<QGraphicsLinearLayout *>(rows.first()->layout());
+    QVERIFY(layout);
+    QCOMPARE(layout->orientation(), Qt::Horizontal);
+    QCOMPARE(layout->spacing(), 0.0);
+    QCOMPARE(layout->alignment(icons.first()), Qt::AlignCenter);
+    QCOMPARE(layout->alignment(labels.first()), Qt::AlignLeft | Qt::AlignVCenter);
+    QCOMPARE(icons.first()->geometry().right(), labels.first()->geometry().left());
+    QVERIFY(labels.first()->geometry().right() <= rows.first()->size().width());
+}
+
+void TestNfcApplicationSelectionDialog::iconIsDrawnFromItsFile()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(u"icon.png"_s);
+    QImage picture(64, 64, QImage::Format_RGB32);
+    picture.fill(Qt::magenta);
+    QVERIFY(picture.save(file));
+    const ApplicationsFolder applications;
+    applications.install(u"viewer"_s, u"Viewer"_s, file);
+    Shown shown({u"viewer"_s});
+    QVERIFY(shown.ready);
+    const MImageWidget *icon = shownWidgets<MImageWidget>(shown.dialog.data()).at(1);
+    QCOMPARE(icon->imageId(), QString());
+    QCOMPARE(icon->pixmap().toImage().pixelColor(5, 5), QColor(Qt::magenta));
+    const QPoint middle = icon->mapToScene(icon->rect().center()).toPoint();
+    QCOMPARE(shown.window.grab().toImage().pixelColor(middle), QColor(Qt::magenta));
+}
+
+void TestNfcApplicationSelectionDialog::applicationWithoutDesktopFileIsLeftOut_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char *id : {"missing", "", "..", "../hostile", "sub/viewer", "/etc/passwd", "vi%1s", "ä"})
+        QTest::newRow(id) << QString::fromUtf8(id);
+}
+
+void TestNfcApplicationSelectionDialog::applicationWithoutDesktopFileIsLeftOut()
+{
+    QFETCH(QString, id);
+    const ApplicationsFolder applications;
+    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
+    applications.install(u".."_s, u"Hostile"_s, u"icon-m-service-nfc"_s);
+    const QByteArray warning =
+        "NfcApplicationSelectionDialog: No desktop file provided for '" + id.toLocal8Bit() + "'";
+    QTest::ignoreMessage(QtWarningMsg, warning.constData());
+    const Shown shown({id, u"viewer"_s});
+    QVERIFY(shown.ready);
+    QCOMPARE(shown.rows(), QStringList(u"Viewer"_s));
+}
+
+void TestNfcApplicationSelectionDialog::applicationWithoutNameOrIconIsLeftOut_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("no name") << QByteArray("[Desktop Entry]\nIcon=icon-m-service-nfc\n");
+    QTest::newRow("empty name") << QByteArray("[Desktop Entry]\nName=\nIcon=icon-m-service-nfc\n");
+    QTest::newRow("no icon") << QByteArray("[Desktop Entry]\nName=Viewer\n");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("no desktop entry") << QByteArray("\x7f\x45\x4c\x46\0\1", 6);
+}
+
+void TestNfcApplicationSelectionDialog::applicationWithoutNameOrIconIsLeftOut()
+{
+    QFETCH(QByteArray, content);
+    const ApplicationsFolder applications;
+    applications.write(u"bare"_s, content);
+    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
+    const Shown shown({u"bare"_s, u"viewer"_s});
+    QVERIFY(shown.ready);
+    QCOMPARE(shown.rows(), QStringList(u"Viewer"_s));
+}
+
+void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder_data()
+{
+    QTest::addColumn<int>("count");
+    for (const int count : {0, 1, 2, 500})
+        QTest::addRow("%d", count) << count;
+}
+
+void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder()
+{
+    QFETCH(int, count);
+    const ApplicationsFolder applications;
+    QStringList ids;
+    for (int i = 0; i < count; ++i) {
+        // Neither the ids nor the names are in the order of the alphabet.
+        ids.append(u"app"_s + QString::number((i + 7) % count));
+        applications.install(ids.last(), u"Name "_s + QString::number(count - i), u"icon-m-service-nfc"_s);
+    }
+    Shown shown(ids);
+    QVERIFY(shown.ready);
+    QCOMPARE(shown.list()->itemModel()->rowCount(), count);
+    QVERIFY(shown.rows().size() <= 20);
+
+    // Every row can be brought into sight and reads as it should.
+    for (int i = 0; i < count; ++i) {
+        shown.list()->selectItem(shown.list()->itemModel()->index(i, 0));
+        QVERIFY(shown.rows().contains(u"Name "_s + QString::number(count - i)));
+    }
+    shown.pressOk();
+    QCOMPARE(shown.finished, once(M::OkButton));
+    QCOMPARE(shown.dialog->selectedApplication(), ids.value(count - 1));
+}
+
+void TestNfcApplicationSelectionDialog::indexPreselectsARow_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("row");
+    QTest::newRow("first") << 0 << 0;
+    QTest::newRow("middle") << 1 << 1;
+    QTest::newRow("last") << 2 << 2;
+    QTest::newRow("as many as there are") << 3 << 0;
+    QTest::newRow("far beyond") << std::numeric_limits<int>::max() << 0;
+    QTest::newRow("none") << -1 << -1;
+    QTest::newRow("far below") << std::numeric_limits<int>::min() << -1;
+}
+
+void TestNfcApplicationSelectionDialog::indexPreselectsARow()
+{
+    QFETCH(int, index);
+    QFETCH(int, row);
+    const ApplicationsFolder applications;
+    const QStringList ids{u"a"_s, u"b"_s, u"c"_s};
+    for (const QString &id : ids)
+        applications.install(id, id.toUpper(), u"icon-m-service-nfc"_s);
+    const Shown shown(ids, index);
+    QVERIFY(shown.ready);
+    QCOMPARE(shown.selectedRow(), row);
+    QCOMPARE(shown.dialog->selectedApplication(), QString());
+    shown.pressOk();
+    QCOMPARE(shown.finished, once(M::OkButton));
+    QCOMPARE(shown.dialog->selectedApplication(), ids.value(row));
+    QCOMPARE(shown.dialog->property("selectedApplication").toString(), ids.value(row));
+}
+
+void TestNfcApplicationSelectionDialog::indexCountsUsableApplications()
+{
+    const ApplicationsFolder applications;
+    applications.install(u"bare"_s, QString(), QString());
+    applications.install(u"b"_s, u"B"_s, u"icon-m-service-nfc"_s);
+    applications.install(u"c"_s, u"C"_s, u"icon-m-service-nfc"_s);
+    const QStringList ids{u"bare"_s, u"b"_s, u"c"_s};
+    const Shown second(ids, 1);
+    second.pressOk();
+    QCOMPARE(second.dialog->selectedApplication(), u"c"_s);
+    const Shown beyond(ids, 2);
+    beyond.pressOk();
+    QCOMPARE(beyond.dialog->selectedApplication(), u"b"_s);
+}
+
+void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
+{
+    const ApplicationsFolder applications;
+    QStringList ids;
+    for (int i = 0; i < 100; ++i) {
+        ids.append(u"app"_s + QString::number(i));
+        applications.install(ids.last(), u"Name "_s + QString::number(i), u"icon-m-service-nfc"_s);
+    }
+    const Shown shown(ids, 99);
+    QVERIFY(shown.ready);
+    QVERIFY(shown.rows().contains(u"Name 99"_s));
+    QVERIFY(!shown.rows().contains(u"Name 0"_s));
+}
+
+void TestNfcApplicationSelectionDialog::touchSelectsOneRow()
+{
+    const ApplicationsFolder applications;
+    const QStringList ids{u"a"_s, u"b"_s, u"c"_s};
+    for (const QString &id : ids)
+        applications.install(id, id.toUpper(), u"icon-m-service-nfc"_s);
+    const Shown shown(ids);
+    QVERIFY(shown.ready);
+    const MListItem *second = shownWidgets<MListItem>(shown.dialog.data()).at(1);
+    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {},
+                      shown.window.mapFromScene(second->mapToScene(second->rect().center())));
+    QCOMPARE(shown.selectedRow(), 1);
+    QCOMPARE(shown.list()->selectionModel()->selectedRows().size(), 1);
+    QCOMPARE(shown.finished.size(), 0);
+    shown.pressOk();
+    QCOMPARE(shown.dialog->selectedApplication(), u"b"_s);
+}
+
+void TestNfcApplicationSelectionDialog::selectionIsTakenDownAtClosing_data()
+{
+    QTest::addColumn<int>("result");
+    QTest::newRow("Ok") << int(M::OkButton);
+    QTest::newRow("Cancel") << int(M::CancelButton);
+    QTest::newRow("none") << 0;
+}
+
+void TestNfcApplicationSelectionDialog::selectionIsTakenDownAtClosing()
+{
+    QFETCH(int, result);
+    const ApplicationsFolder applications;
+    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
+    const Shown shown({u"viewer"_s});
+    QVERIFY(shown.ready);
+    QVERIFY(QMetaObject::invokeMethod(shown.dialog.data(), "done", Q_ARG(int, result)));
+    QCOMPARE(shown.finished, once(result));
+    QCOMPARE(shown.dialog->selectedApplication(), u"viewer"_s);
+    QVERIFY(!shown.dialog->isVisible());
+}
+
+void TestNfcApplicationSelectionDialog::emptyListCanBeClosed()
+{
+    const Shown confirmed({});
+    QVERIFY(confirmed.ready);
+    QCOMPARE(shownTexts<MLabel>(confirmed.dialog.data()).size(), 2);
+    confirmed.pressOk();
+    QCOMPARE(confirmed.finished, once(M::OkButton));
+    QCOMPARE(confirmed.dialog->selectedApplication(), QString());
+
+    Shown dismissed({});
+    dismissed.key(Qt::Key_Escape);
+    QCOMPARE(dismissed.finished, once(M::CancelButton));
+    QCOMPARE(dismissed.dialog->selectedApplication(), QString());
+}
+
+void TestNfcApplicationSelectionDialog::recycledCellShowsItsNewRowAlone()
+{
+    QStandardItemModel model;
+    for (const QString &name : {u"A"_s, u"B"_s}) {
+        auto *row = new QStandardItem;
+        row->setData(QStringList{u"icon-m-service-nfc"_s, name, u"id"_s}, Qt::DisplayRole);
+        model.appendRow(row);
+    }
+    const ApplicationItemCreator creator;
+    MWidgetRecycler recycler;
+    MWidget *cell = creator.createCell(model.index(0, 0), recycler);
+    const auto names = [&cell] {
+        QStringList texts;
+        for (QGraphicsItem *child : cell->childItems()) {
+            if (const auto *label = dynamic_cast<MLabel *>(child))
+                texts.append(label->text());
+        }
+        return texts;
+    };
+    QCOMPARE(names(), QStringList(u"A"_s));
+    const qsizetype parts = cell->childItems().size();
+
+    creator.updateCell(model.index(1, 0), cell);
+    QCOMPARE(names(), QStringList(u"B"_s));
+    QCOMPARE(cell->childItems().size(), parts);
+    QCOMPARE(cell->layout()->count(), 2);
+
+    recycler.recycle(cell);
+    cell = creator.createCell(model.index(0, 0), recycler);
+    QCOMPARE(names(), QStringList(u"A"_s));
+    QCOMPARE(cell->childItems().size(), parts);
+    delete cell;
+}
+
+void TestNfcApplicationSelectionDialog::cellWithoutAListIsEmpty()
+{
+    QStandardItemModel model(1, 1);
+    model.setData(model.index(0, 0), 7, Qt::DisplayRole);
+    const ApplicationItemCreator creator;
+    MListItem cell;
+    creator.updateCell(model.index(0, 0), &cell);
+    for (QGraphicsItem *child : cell.childItems()) {
+        if (const auto *label = dynamic_cast<MLabel *>(child))
+            QCOMPARE(label->text(), QString());
+        if (const auto *icon = dynamic_cast<MImageWidget *>(child))
+            QCOMPARE(icon->imageId(), QString());
+    }
+    QCOMPARE(cell.layout()->count(), 2);
+}
+
+void TestNfcApplicationSelectionDialog::cellsAreAsLargeAsAFreshOne()
+{
+    QCOMPARE(ApplicationItemCreator().cellSize(), MListItem().effectiveSizeHint(Qt::PreferredSize));
+}
+
+void TestNfcApplicationSelectionDialog::dialogIsDestroyedWhenDone()
+{
+    MWindow window;
+    window.show();
+    QPointer<NfcApplicationSelectionDialog> dialog = new NfcApplicationSelectionDialog({}, 0);
+    dialog->appear(&window, MSceneWindow::DestroyWhenDone);
+    QTest::keyClick(window.viewport(), Qt::Key_Escape);
+    QTRY_VERIFY(!dialog);
+}
+
+QTEST_MAIN(TestNfcApplicationSelectionDialog)
+#include "tst_nfcapplicationselectiondialog.moc"
