@@ -30,15 +30,6 @@ NfcTagReadPermissionDialogPrivate::NfcTagReadPermissionDialogPrivate(NfcTagReadP
     : q(dialog)
 {}
 
-NfcTagReadPermissionDialogPrivate::~NfcTagReadPermissionDialogPrivate()
-{
-    // A choice of applications for a question that is no longer asked.
-    if (selection) {
-        selection->disconnect(this);
-        selection->reject();
-    }
-}
-
 void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, const QString &description,
                                                       const QString &detail)
 {
