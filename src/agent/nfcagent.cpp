@@ -41,7 +41,6 @@ NfcAgent::NfcAgent(QObject *parent) : QObject(parent), d(new NfcAgentPrivate(thi
 
 NfcAgent::~NfcAgent()
 {
-    QDBusConnection::systemBus().unregisterObject(d->path);
     delete d;
 }
 
