@@ -14,8 +14,9 @@ class NfcSettingsViewPrivate;
 /**
  * The NFC page of a settings application: a switch for NFC, and one for asking before tags are opened.
  *
- * Switching on in flight mode asks first; a start that has not led to power after 20 seconds is told in a
- * message box.
+ * Switching on in flight mode asks first. Only when that question is dismissed, which ends it with
+ * M::CancelButton, does NFC stay off; every other result switches it on. A start that has not led to power
+ * after 20 seconds is told in a message box.
  *
  * Blocking: the view asks the adapter for its power (NfcAdapter::isPowered(), NfcAdapter::setPowered()),
  * which waits for the daemon, at most the bus's default reply timeout of 25 seconds.

@@ -130,6 +130,11 @@
         <extracomment>Label of the switch in the settings</extracomment>
         <translation variants="yes"><lengthvariant>السؤال قبل فتح محتوى العلامة</lengthvariant><lengthvariant>السؤال قبل الفتح</lengthvariant></translation>
     </message>
+    <message id="qtn_nfc_settings_tit">
+        <source>NFC settings</source>
+        <extracomment>Title of the settings program's window</extracomment>
+        <translation>إعدادات NFC</translation>
+    </message>
     <message id="qtn_nfc_share_contact">
         <source>The contact %1 %2 will be sent to the device you touched.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>

@@ -67,18 +67,31 @@ MSceneWindow *sceneWindowInFront()
     return nullptr;
 }
 
-// A switch is named by the row that it stands in.
+// Of a text in several lengths the longest.
+QString wording(const QString &text)
+{
+    return text.section(QChar(0x9c), 0, 0);
+}
+
+// The row that a switch stands in.
+const SimpleCheckBoxLabel *rowOf(const MButton *button)
+{
+    return qobject_cast<const SimpleCheckBoxLabel *>(button->parentWidget());
+}
+
 QString nameOf(const MButton *button)
 {
-    const auto *row = qobject_cast<const SimpleCheckBoxLabel *>(button->parentWidget());
-    return row ? row->text() : button->text();
+    const SimpleCheckBoxLabel *row = rowOf(button);
+    return wording(row ? row->text() : button->text());
 }
 
 QString stateOf(const MButton *button)
 {
     if (button->viewType() != MButton::switchType)
         return {};
-    return button->isChecked() ? QStringLiteral(": on") : QStringLiteral(": off");
+    const QString state = button->isChecked() ? QStringLiteral(": on") : QStringLiteral(": off");
+    const SimpleCheckBoxLabel *row = rowOf(button);
+    return row && row->showProgressIndicator() ? state + QStringLiteral(", busy") : state;
 }
 
 QString description(const MSceneWindow *front)
@@ -89,7 +102,7 @@ QString description(const MSceneWindow *front)
     const QList<MLabel *> labels = shown<MLabel>(front);
     for (const MLabel *label : labels) {
         if (!label->text().isEmpty())
-            parts.append(label->text());
+            parts.append(wording(label->text()));
     }
     const QList<MButton *> buttons = shown<MButton>(front);
     for (const MButton *button : buttons)

@@ -12,9 +12,9 @@ namespace ConnUi {
 
 namespace {
 
-const QPixmap &bannerAt(M::OrientationAngle angle, const QPixmap &landscape, const QPixmap &portrait)
+bool isSideways(M::OrientationAngle angle)
 {
-    return angle == M::Angle90 || angle == M::Angle270 ? portrait : landscape;
+    return angle == M::Angle90 || angle == M::Angle270;
 }
 
 MSceneManager *sceneManagerOf(const QGraphicsView *view)
@@ -51,6 +51,7 @@ IndicationItem::IndicationItem(QGraphicsItem *parent)
     , portrait(MTheme::pixmap(QStringLiteral("quenzotouch-nfc-banner-portrait")))
 {
     setShapeMode(QGraphicsPixmapItem::BoundingRectShape);
+    setPixmap(*landscape);
 }
 
 IndicationItem::~IndicationItem()
@@ -82,8 +83,8 @@ void IndicationItem::setVisibilityFactor(float newFactor)
 void IndicationItem::setOrientationAngle(M::OrientationAngle newAngle)
 {
     angle = newAngle;
-    setPixmap(bannerAt(angle, *landscape, *portrait));
-    setRotation(angle);
+    setPixmap(isSideways(angle) ? *portrait : *landscape);
+    setRotation(isSideways(angle) || angle == M::Angle180 ? angle : M::Angle0);
     setVisibilityFactor(factor);
 }
 

@@ -43,6 +43,13 @@ Size inUnit(quint64 transferred, quint64 total)
     return {kilobytes, totalKilobytes, "qtn_comm_kilobytes"};
 }
 
+// Beyond what 32 bits hold the estimate stands still.
+int truncated(float milliseconds)
+{
+    constexpr float tooLong = 2147483648.0F;
+    return milliseconds < tooLong ? int(milliseconds) : std::numeric_limits<int>::max();
+}
+
 // Both counts in numbers that a progress bar can hold, in the same ratio.
 void showProgress(MProgressIndicator *bar, const Size &size)
 {
@@ -161,16 +168,16 @@ void NfcFileReceiveSheetPrivate::estimate(quint64 transferred, quint64 total)
         interval.start();
         return;
     }
-    const qint64 elapsed = interval.restart();
+    addReport(interval.restart(), before, transferred, total);
+}
+
+void NfcFileReceiveSheetPrivate::addReport(qint64 elapsed, quint64 before, quint64 transferred, quint64 total)
+{
     if (elapsed < 1 || transferred <= before)
         return;
-
     const float speed = calculateMedianSpeed(float(transferred - before) / float(elapsed));
     const quint64 remaining = total > transferred ? total - transferred : 0;
-    const double milliseconds = double(remaining) / double(speed);
-    // Beyond what 32 bits hold the estimate stands still.
-    constexpr double longest = std::numeric_limits<qint32>::max();
-    setTimeRemaining(QTime(0, 0).addMSecs(int(std::min(milliseconds, longest))));
+    setTimeRemaining(QTime(0, 0).addMSecs(truncated(float(remaining) / speed)));
 }
 
 float NfcFileReceiveSheetPrivate::calculateMedianSpeed(float speed)

@@ -26,6 +26,7 @@ public:
     QGraphicsWidget *createContent();
     void showSize(quint64 transferred, quint64 total);
     void estimate(quint64 transferred, quint64 total);
+    void addReport(qint64 elapsed, quint64 before, quint64 transferred, quint64 total);
     float calculateMedianSpeed(float speed);
     void setTimeRemaining(const QTime &time);
 

@@ -20,17 +20,18 @@ constexpr float hidden = 0.0F;
 constexpr float flush = 1.0F;
 constexpr float pastHidden = -0.1F;
 
-// The strip along the edge that is on top for the user, in the window's own coordinates.
+// The strip along the edge that is on top for the user, in the window's own coordinates. At 90 and 270
+// degrees it is as long as the user's view is high; on a screen that is wide at angle 0 that is past the
+// edge's end.
 QRect strip(M::OrientationAngle angle, QSize scene, QSize window, int height)
 {
-    const QSize turned = scene.transposed();
     switch (angle) {
     case M::Angle90:
-        return {window.width() - height, 0, height, turned.height()};
+        return {window.width() - height, 0, height, scene.height()};
     case M::Angle180:
         return {0, window.height() - height, scene.width(), height};
     case M::Angle270:
-        return {0, 0, height, turned.height()};
+        return {0, 0, height, scene.height()};
     case M::Angle0:
         break;
     }

@@ -29,6 +29,8 @@ NfcSettingsViewPrivate::NfcSettingsViewPrivate(NfcSettingsView *view, NfcAdapter
     , statusTimer(new QTimer(this))
     , offlineMode(new OfflineMode(this))
 {
+    // A coarse timer may fire half a second early.
+    statusTimer->setTimerType(Qt::PreciseTimer);
     connect(statusTimer, &QTimer::timeout, this, &NfcSettingsViewPrivate::statusTimeout);
     if (!adapter)
         return;

@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_SETTINGSWINDOW_H
+#define CONNUI_CLIENT_SETTINGSWINDOW_H
+
+#include <memory>
+
+#include <MWindow>
+#include <SimpleSheet>
+
+namespace ConnUi {
+class NfcAdapter;
+} // namespace ConnUi
+
+/**
+ * The NFC settings in a window of their own.
+ *
+ * Binding to the daemon may take as long as the bus waits for an answer; it begins when the window is on the
+ * screen.
+ */
+class SettingsWindow : public MWindow
+{
+    Q_OBJECT
+
+public:
+    SettingsWindow();
+    ~SettingsWindow() override;
+
+protected:
+    void enterDisplayEvent() override;
+
+private:
+    void bind();
+
+    // The page's view uses the adapter until it goes.
+    std::unique_ptr<ConnUi::NfcAdapter> adapter;
+    ConnUi::SimpleSheet page;
+};
+
+#endif
