@@ -8,7 +8,9 @@ namespace ConnUi {
 
 QString MimeTypeResolver::mimeTypeForFilePath(const QString &path)
 {
-    return QMimeDatabase().mimeTypeForFile(path).name();
+    // Qt warns when it is to look into a file without a name.
+    const auto mode = path.isEmpty() ? QMimeDatabase::MatchExtension : QMimeDatabase::MatchDefault;
+    return QMimeDatabase().mimeTypeForFile(path, mode).name();
 }
 
 } // namespace ConnUi

@@ -30,7 +30,8 @@ NfcSharingPermissionDialog::~NfcSharingPermissionDialog()
 
 void NfcSharingPermissionDialog::thumbnail(QUrl, QUrl thumbnail)
 {
-    const QImage image(thumbnail.toLocalFile());
+    // Qt warns when it is to read a file without a name.
+    const QImage image = thumbnail.isLocalFile() ? QImage(thumbnail.toLocalFile()) : QImage();
     if (image.isNull()) {
         qWarning("NfcSharingPermissionDialog: No picture in thumbnail %s",
                  qUtf8Printable(thumbnail.toString()));

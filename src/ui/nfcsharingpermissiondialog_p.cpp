@@ -52,8 +52,8 @@ void NfcSharingPermissionDialogPrivate::requestThumbnail(NfcSharingPermissionDia
 {
     imageWidget = new MImageWidget;
     thumbnailer.reset(new Thumbnails::Thumbnailer(QUrl(), QPixmap()));
-    QObject::connect(thumbnailer.data(), SIGNAL(thumbnail(QUrl, QUrl, QPixmap, QString)), dialog,
-                     SLOT(thumbnail(QUrl, QUrl)));
+    QObject::connect(thumbnailer.data(), &Thumbnails::Thumbnailer::thumbnail, dialog,
+                     &NfcSharingPermissionDialog::thumbnail);
     QList<QUrl> uris{QUrl(file)};
     QStringList mimeTypes{mimeType};
     thumbnailer->request(uris, mimeTypes, false, QString(), QString(), false, true);

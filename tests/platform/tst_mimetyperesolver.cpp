@@ -57,6 +57,7 @@ void TestMimeTypeResolver::unknownFileIsOctetStream()
 {
     QCOMPARE(MimeTypeResolver::mimeTypeForFilePath(QStringLiteral("/nowhere/unknown")),
              QStringLiteral("application/octet-stream"));
+    QCOMPARE(MimeTypeResolver::mimeTypeForFilePath(QString()), QStringLiteral("application/octet-stream"));
 }
 
 QTEST_GUILESS_MAIN(TestMimeTypeResolver)
