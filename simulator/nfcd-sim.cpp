@@ -93,6 +93,11 @@ int main(int argc, char *argv[])
         &adapter, HandlerFolder(parser.isSet(handlers) ? parser.values(handlers) : announcementFolders()));
     new SimulatorAdaptor(&simulator);
 
+    // Without its bus nobody can reach it, nor end it.
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &application,
+                SLOT(quit()));
+
     // The objects first: whoever waits for the name may call them at once.
     bus.registerObject(QStringLiteral("/"), &manager);
     bus.registerObject(adapterPath.path(), &adapter);

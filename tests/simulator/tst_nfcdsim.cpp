@@ -42,6 +42,7 @@ private Q_SLOTS:
     void badArgumentsAreRefused();
     void helpIsPrinted();
     void busStartsTheDaemon();
+    void daemonLeavesWithItsBus();
 
     void stateIsSetAndAnnounced();
     void sameStateIsNotAnnounced();
@@ -146,6 +147,29 @@ void TestNfcdSim::busStartsTheDaemon()
     QVERIFY(daemon.isOnBus());
     QCOMPARE(Tap({u"crash"_s}).exitCode(), 0);
     QTRY_VERIFY(!daemon.isOnBus());
+}
+
+void TestNfcdSim::daemonLeavesWithItsBus()
+{
+    QProcess bus;
+    bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
+    QVERIFY(bus.waitForReadyRead());
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s,
+                       QString::fromLocal8Bit(bus.readAllStandardOutput()).trimmed());
+    QProcess process;
+    process.setProcessEnvironment(environment);
+    process.start(QStringLiteral(NFCD_SIM), {});
+    QVERIFY(process.waitForStarted());
+    QByteArray said;
+    const auto isReady = [&process, &said] {
+        return (said += process.readAllStandardError()).contains("ready");
+    };
+    QVERIFY(QTest::qWaitFor(isReady, 30000));
+    bus.kill();
+    QVERIFY(bus.waitForFinished());
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
 }
 
 void TestNfcdSim::stateIsSetAndAnnounced()
