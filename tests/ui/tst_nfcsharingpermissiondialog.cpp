@@ -158,6 +158,8 @@ public Q_SLOTS:
 
 void TestNfcSharingPermissionDialog::initTestCase()
 {
+    QVERIFY(QDBusConnection::sessionBus().connect(Thumbnailer, ThumbnailerPath, Thumbnailer, text("Finished"),
+                                                  this, SLOT(requestFinished())));
     // A type that whoever described it has written with capitals. Known before the types are first looked up.
     write(dataFile(QStringLiteral("mime/packages/shouting.xml")),
           "<mime-info xmlns='http://www.freedesktop.org/standards/shared-mime-info'>"
@@ -168,6 +170,7 @@ void TestNfcSharingPermissionDialog::initTestCase()
 void TestNfcSharingPermissionDialog::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    m_finished = false;
 }
 
 QString TestNfcSharingPermissionDialog::file(const QString &name, const QByteArray &content) const
@@ -624,7 +627,7 @@ void TestNfcSharingPermissionDialog::realServiceMakesTheThumbnail()
     const QString path = file(name, png(QSize(400, 200), Qt::blue));
     const Shown shown({asUrl ? QUrl::fromLocalFile(path).toString() : path});
     QVERIFY(shown.ready);
-    QTRY_VERIFY_WITH_TIMEOUT(!shown.pixmap().isNull(), 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(m_finished, 30000);
     QCOMPARE(shown.pixmap().size(), QSize(128, 64));
     QCOMPARE(shown.pixmap().toImage().pixelColor(64, 32), QColor(Qt::blue));
     QCOMPARE(shown.picture()->size(), QSizeF(128, 128));
@@ -643,9 +646,6 @@ void TestNfcSharingPermissionDialog::realServiceWithoutThumbnailLeavesTheAreaEmp
 void TestNfcSharingPermissionDialog::realServiceWithoutThumbnailLeavesTheAreaEmpty()
 {
     QFETCH(QString, resource);
-    m_finished = false;
-    QVERIFY(QDBusConnection::sessionBus().connect(Thumbnailer, ThumbnailerPath, Thumbnailer, text("Finished"),
-                                                  this, SLOT(requestFinished())));
     const Shown shown({resource});
     QVERIFY(shown.ready);
     QTRY_VERIFY_WITH_TIMEOUT(m_finished, 30000);
