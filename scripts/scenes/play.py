@@ -7,6 +7,7 @@ import argparse
 import sys
 
 from actor import Unmet
+import screenscenes  # noqa: F401 (adds its scenes)
 from scenes import SCENES
 from stage import Stage
 
@@ -34,7 +35,7 @@ class Transcript:
     def play(self, scene, programs):
         self.title(scene)
         try:
-            with Stage(programs) as stage:
+            with Stage(programs, face=scene.face) as stage:
                 scene(stage, self.step)
                 self.step("everybody leaves in good order", stage.all_leave)
         except Unmet:

@@ -14,6 +14,7 @@ HEADSET = ("00:16:41:7A:0F:11", "Headset", "0x240404")
 
 def scene(function):
     """Adds a function to the demo; the first line of its docstring is the scene's title."""
+    function.face = "--console"
     SCENES.append(function)
     return function
 

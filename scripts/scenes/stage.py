@@ -10,13 +10,18 @@ import tempfile
 from actor import Actor, Unmet
 
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
+HANDLERS = [
+    REPOSITORY / "examples/sample-handler/sample-handler.handler",
+    REPOSITORY / "scripts/scenes/notebook.handler",
+]
 
 
 class Stage:
     """Starts the programs that every scene needs, and ends all of them with the scene."""
 
-    def __init__(self, programs, heard=None):
+    def __init__(self, programs, heard=None, face="--console"):
         self.programs = pathlib.Path(programs).resolve()
+        self._face = face
         self._heard = heard
         self._actors = []
         self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
@@ -44,7 +49,12 @@ class Stage:
     def _announce_handler(self):
         handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
         handlers.mkdir(parents=True, exist_ok=True)
-        shutil.copy(REPOSITORY / "examples/sample-handler/sample-handler.handler", handlers)
+        for announcement in HANDLERS:
+            shutil.copy(announcement, handlers)
+        # Only a folder of the demo's own may be written to.
+        applications = os.environ.get("CONNUI_OWN_APPLICATIONS")
+        for announcement in HANDLERS if applications else []:
+            shutil.copy(announcement.with_suffix(".desktop"), applications)
 
     @staticmethod
     def _activation_file():
@@ -63,7 +73,7 @@ class Stage:
         self.daemon.says("ready")
 
     def client_comes(self):
-        self.client = self.start("client", "nfc-ui", "--console")
+        self.client = self.start("client", "nfc-ui", self._face)
         self.client.says("the NFC daemon is here")
 
     def tap(self, *arguments):
