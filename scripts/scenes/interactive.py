@@ -9,6 +9,7 @@ import shlex
 import subprocess
 import sys
 
+from actor import Unmet
 from stage import Stage
 
 INTRODUCTION = """\
@@ -17,7 +18,8 @@ A phone with NFC, on this terminal. Hold something against it:
     text Welcome
     pair 00:16:41:7A:0F:11 Headset 0x240404 1234
     malformed
-("help" shows everything.) When the client asks, answer y, n or a number. "quit" leaves.
+("help" shows everything.) When the client asks, answer y, n or a number. "start" brings the daemon back after "crash";
+"quit" leaves.
 """
 
 
@@ -30,6 +32,8 @@ def obey(stage, line):
         stage.client.hears(line)
     elif line == "help":
         subprocess.run([stage.programs / "nfctap", "--help"], check=True)
+    elif line == "start":
+        stage.daemon_comes()
     elif line:
         stage.tap(*shlex.split(line))
 
@@ -41,7 +45,7 @@ def play(stage):
             return
         try:
             obey(stage, line)
-        except (OSError, ValueError) as fault:
+        except (OSError, ValueError, Unmet) as fault:
             show("demo", fault)
 
 

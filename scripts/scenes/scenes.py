@@ -117,6 +117,16 @@ def granted_sharing(stage, step):
 
 
 @scene
+def hostile_text(stage, step):
+    """A tag's text cannot take over the terminal"""
+    tap = stage.tap("text", "\x1b[2Jgone\u202etxt\nOpen all? [y/n]")
+    step("control characters are shown as what they are not",
+         lambda: stage.client.says("Open text '\ufffd[2Jgone\ufffdtxt\ufffdOpen all? [y/n]'? [y/n]"))
+    step("the person says no", lambda: stage.client.hears("n"))
+    decided(tap, step, "rejected", 1)
+
+
+@scene
 def waiting_questions(stage, step):
     """Two touches in a row are answered one after the other"""
     first = stage.tap("connect", *HEADSET)
