@@ -73,6 +73,7 @@ public:
             calls >> time >> arguments;
             calls.endStructure();
         }
+        calls.endArray();
         return count;
     }
 

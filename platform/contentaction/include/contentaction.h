@@ -11,7 +11,7 @@ namespace ContentAction {
 
 /**
  * Names the application that opens some content by default: the user's choice, else the system's
- * (freedesktop.org's specification of MIME type associations, mimeapps.list).
+ * (mimeapps.list, as freedesktop.org defines it).
  */
 class CONTENTACTION_EXPORT Action
 {

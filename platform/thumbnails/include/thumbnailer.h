@@ -16,8 +16,8 @@ namespace Thumbnails {
 class ThumbnailerPrivate;
 
 /**
- * Has thumbnails made by the thumbnail service on the session bus (freedesktop.org's thumbnail management
- * specification, "org.freedesktop.thumbnails.Thumbnailer1").
+ * Has thumbnails made by the thumbnail service on the session bus ("org.freedesktop.thumbnails.Thumbnailer1",
+ * with the thumbnails where freedesktop.org's thumbnail managing standard keeps them).
  */
 class THUMBNAILS_EXPORT Thumbnailer : public QObject
 {
