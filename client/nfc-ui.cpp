@@ -9,6 +9,8 @@
 #include <QCommandLineParser>
 #include <QDBusConnection>
 #include <QDBusError>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
 
 #include "console.h"
 #include "consoleclient.h"
@@ -125,6 +127,8 @@ int main(int argc, char *argv[])
     const std::optional<Options> options = parse(&error);
     if (!options)
         return fail(BadArguments, error);
+    // Has the D-Bus library register its own types now, not on its thread while a message is being read.
+    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     if (!QDBusConnection::systemBus().isConnected())
         return fail(NoBus, QDBusConnection::systemBus().lastError().message());
 

@@ -32,10 +32,11 @@ QStringList announcementFolders()
                                      QStringLiteral("connui-nfc/handlers"), QStandardPaths::LocateDirectory);
 }
 
+// Before there is a connection: the D-Bus library would register its own types on its thread, while it reads
+// a message.
 void registerTypes()
 {
-    qRegisterMetaType<QDBusObjectPath>();
-    qRegisterMetaType<QDBusVariant>();
+    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     qDBusRegisterMetaType<BluetoothPeer>();
     qDBusRegisterMetaType<Handler>();
     qDBusRegisterMetaType<QList<Handler>>();
@@ -79,11 +80,11 @@ int main(int argc, char *argv[])
     if (!isNumber || handoverStep < 0 || !parser.positionalArguments().isEmpty())
         return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-sim --help"));
 
+    registerTypes();
     QDBusConnection bus = QDBusConnection::systemBus();
     if (!bus.isConnected())
         return fail(Failed, QStringLiteral("no system bus: %1").arg(bus.lastError().message()));
 
-    registerTypes();
     const QDBusObjectPath adapterPath(QStringLiteral("/com/tavix/nfc/adapter0"));
     Manager manager(adapterPath);
     new ManagerAdaptor(&manager);

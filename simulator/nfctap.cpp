@@ -7,6 +7,8 @@
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QHash>
 
 #include "tapcommand.h"
@@ -60,18 +62,6 @@ bool isDeath(const QDBusMessage &reply)
     return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
 }
 
-// On a connection of its own, which ends here: what the bus sends to a program that is about to end is not
-// for it.
-QDBusMessage ask(const QDBusMessage &call)
-{
-    const QString name = QStringLiteral("nfctap");
-    constexpr int noTimeLimit = std::numeric_limits<int>::max();
-    const QDBusMessage reply =
-        QDBusConnection::connectToBus(QDBusConnection::SystemBus, name).call(call, QDBus::Block, noTimeLimit);
-    QDBusConnection::disconnectFromBus(name);
-    return reply;
-}
-
 int hold(const Tap &tap)
 {
     QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"),
@@ -80,7 +70,8 @@ int hold(const Tap &tap)
     call.setArguments(tap.arguments);
     // A tag does not start a daemon.
     call.setAutoStartService(false);
-    const QDBusMessage reply = ask(call);
+    constexpr int noTimeLimit = std::numeric_limits<int>::max();
+    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, noTimeLimit);
 
     if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
         std::printf("done: %s\n", qUtf8Printable(tap.what));
@@ -105,6 +96,8 @@ int hold(const Tap &tap)
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
+    // Has the D-Bus library register its own types now, not on its thread while a reply is being read.
+    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments == QStringList{QStringLiteral("--help")} ||
         arguments == QStringList{QStringLiteral("-h")}) {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
 #include <QTextStream>
 
 #include "application.h"
@@ -12,7 +14,8 @@ int main(int argc, char *argv[])
     QCoreApplication program(argc, argv);
     // Under another name a second one runs beside the first.
     const QString service = program.arguments().value(1, QStringLiteral("org.connui.SampleHandler"));
-    qRegisterMetaType<QDBusObjectPath>();
+    // Has the D-Bus library register its own types now, not on its thread while a message is being read.
+    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
 
     QObject handlerObject;
     new NdefHandler(&handlerObject);
