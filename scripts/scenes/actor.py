@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """A program on the stage: what it says, line by line, and what it is told."""
 
+import os
 import signal
 import subprocess
 import threading
@@ -17,7 +18,7 @@ class Unmet(Exception):
 class Actor:
     """Runs a program and keeps every line that it prints."""
 
-    def __init__(self, role, command, heard=None):
+    def __init__(self, role, command, heard=None, environment=None):
         self.role = role
         self.lines = []
         self._heard = heard or (lambda role, line: None)
@@ -26,7 +27,7 @@ class Actor:
         self._news = threading.Condition()
         self._process = subprocess.Popen(
             command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True,
-            encoding="utf-8", errors="replace")
+            encoding="utf-8", errors="replace", env={**os.environ, **(environment or {})})
         self._reader = threading.Thread(target=self._listen, daemon=True)
         self._reader.start()
 
@@ -52,6 +53,10 @@ class Actor:
 
     def _next(self, text):
         return next((i for i in range(self._read, len(self.lines)) if text in self.lines[i]), None)
+
+    @property
+    def pid(self):
+        return self._process.pid
 
     def hears(self, line):
         """Types a line into the program."""

@@ -6,9 +6,12 @@
 import argparse
 import sys
 
+# Each of these adds its scenes, which are played in this order.
+import scenes
+import tagscenes  # noqa: F401
+import peerscenes  # noqa: F401
+import clientscenes  # noqa: F401
 from actor import Unmet
-import screenscenes  # noqa: F401 (adds its scenes)
-from scenes import SCENES
 from stage import Stage
 
 
@@ -38,6 +41,7 @@ class Transcript:
             with Stage(programs, face=scene.face) as stage:
                 scene(stage, self.step)
                 self.step("everybody leaves in good order", stage.all_leave)
+                self.step("each question of the daemon has had exactly one answer", stage.wire.all_answered_once)
         except Unmet:
             print("  the rest of the scene is not played", flush=True)
 
@@ -51,7 +55,7 @@ def arguments():
 def main():
     programs = arguments().programs
     transcript = Transcript()
-    for scene in SCENES:
+    for scene in scenes.SCENES:
         transcript.play(scene, programs)
     print(f"\n{transcript.passed} passed, {transcript.failed} failed")
     return 0 if transcript.failed == 0 else 1

@@ -8,6 +8,8 @@ import shutil
 import tempfile
 
 from actor import Actor, Unmet
+from standin import StandIn
+from wire import Wire
 
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 HANDLERS = [
@@ -28,6 +30,8 @@ class Stage:
         self._announce_handler()
 
     def __enter__(self):
+        self._forget_settings()
+        self.wire = Wire()
         self.handler = self.start("handler", "sample-handler")
         self.handler.says("waiting for tags")
         self.daemon_comes()
@@ -36,6 +40,7 @@ class Stage:
 
     def __exit__(self, *_):
         self.all_leave()
+        self.wire.closes()
         self._activation_file().unlink(missing_ok=True)
         self._folder.cleanup()
 
@@ -57,14 +62,18 @@ class Stage:
             shutil.copy(announcement.with_suffix(".desktop"), applications)
 
     @staticmethod
+    def _forget_settings():
+        shutil.rmtree(pathlib.Path(os.environ["XDG_CONFIG_HOME"], "connui"), ignore_errors=True)
+
+    @staticmethod
     def _activation_file():
         return pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], "com.tavix.nfc.service")
 
     def lets_the_bus_start_the_daemon(self):
         shutil.copy(self.programs.parent / "system-services/com.tavix.nfc.service", self._activation_file())
 
-    def start(self, role, program, *arguments):
-        actor = Actor(role, [self.programs / program, *arguments], self._heard)
+    def start(self, role, program, *arguments, **environment):
+        actor = Actor(role, [self.programs / program, *arguments], self._heard, environment)
         self._actors.append(actor)
         return actor
 
@@ -73,8 +82,30 @@ class Stage:
         self.daemon.says("ready")
 
     def client_comes(self):
-        self.client = self.start("client", "nfc-ui", self._face)
+        self.clients_files.mkdir(exist_ok=True)
+        self.client = self.start("client", "nfc-ui", self._face, TMPDIR=str(self.clients_files))
         self.client.says("the NFC daemon is here")
+
+    @property
+    def clients_files(self):
+        """The folder of the client's temporary files."""
+        return pathlib.Path(self._folder.name, "client")
+
+    def settings_come(self):
+        """Opens the settings; the actor returned has them on its screen."""
+        settings = self.start("settings", "nfc-settings", "--read-aloud")
+        settings.says("[Ask before opening")
+        return settings
+
+    def notebook_comes(self):
+        """The second application that takes what is on tags."""
+        self.notebook = self.start("notebook", "sample-handler", "org.connui.Notebook")
+        self.notebook.says("waiting for tags")
+
+    def stands_in(self, service, *template):
+        """A stand-in for a service of the system bus."""
+        actor = self.start(service, "/usr/bin/python3", "-m", "dbusmock", "--system", *template)
+        return StandIn(actor, service)
 
     def tap(self, *arguments):
         """Holds something against the daemon; the actor returned leaves when the person has decided."""
