@@ -1,0 +1,709 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <ConnectivitySettings>
+#include <MButton>
+#include <MButtonModel>
+#include <MDialog>
+#include <MLabel>
+#include <MWindow>
+#include <NfcAdapter>
+#include <NfcEnableDialog>
+#include <NfcSettingsView>
+#include <QGraphicsLayout>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QtTest>
+#include <RadioState>
+#include <SimpleCheckBoxLabel>
+#include <SimpleSheet>
+
+#include "catalogue.h"
+#include "fakedaemon.h"
+#include "shownwidgets.h"
+
+using namespace ConnUi;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int settingsType = 1;
+const auto confirmations = u"nfc_show_confirmations"_s;
+
+void setRadio(bool on)
+{
+    RadioState(RadioState::NFC).setEnabled(on);
+}
+
+bool isRadioOn()
+{
+    return RadioState(RadioState::NFC).enabled();
+}
+
+// The settings of an adapter on the screen of a phone.
+class Page
+{
+public:
+    explicit Page(NfcAdapter *adapter)
+    {
+        view = new NfcSettingsView(adapter);
+        sheet.setCentralWidget(view);
+        sheet.appear(&window);
+        window.show();
+        ready = QTest::qWaitForWindowExposed(&window);
+        const QList<MButton *> switches = shownWidgets<MButton>(view);
+        const QList<SimpleCheckBoxLabel *> rows = shownWidgets<SimpleCheckBoxLabel>(view);
+        const QList<QTimer *> timers = view->findChildren<QTimer *>();
+        ready = ready && switches.size() == 2 && rows.size() == 2 && timers.size() == 1;
+        power = switches.value(0);
+        confirmation = switches.value(1);
+        row = rows.value(0);
+        watchdog = timers.value(0);
+    }
+
+    bool isOff() const { return !power->isChecked() && !row->showProgressIndicator() && !isWatched(); }
+    bool isStarting() const { return power->isChecked() && row->showProgressIndicator() && isWatched(); }
+    bool isOn() const { return power->isChecked() && !row->showProgressIndicator() && !isWatched(); }
+    bool isWatched() const { return watchdog->isActive(); }
+
+    // Lets the 20 seconds be over.
+    void letTimePass() const
+    {
+        QSignalSpy timeout(watchdog, &QTimer::timeout);
+        watchdog->start(0);
+        QVERIFY(timeout.wait());
+    }
+
+    QList<MDialog *> dialogs() const
+    {
+        QList<MDialog *> found;
+        const QList<QGraphicsItem *> items = window.scene()->items();
+        for (QGraphicsItem *item : items) {
+            if (auto *dialog = qobject_cast<MDialog *>(item->toGraphicsObject()))
+                found.append(dialog);
+        }
+        return found;
+    }
+
+    MWindow window;
+    SimpleSheet sheet;
+    NfcSettingsView *view;
+    MButton *power;
+    MButton *confirmation;
+    SimpleCheckBoxLabel *row;
+    QTimer *watchdog;
+    bool ready;
+};
+
+// A connection manager in flight mode.
+class FlightMode : public FakeService
+{
+public:
+    FlightMode() : FakeService(QDBusConnection::SystemBus, u"net.connman"_s)
+    {
+        reply(u"GetProperties"_s, {QVariantMap{{u"OfflineMode"_s, true}}});
+        start();
+    }
+};
+
+QVariantList stateWritten(FakeDaemon &daemon)
+{
+    QVariantList written;
+    for (const FakeCall &call : daemon.calls(u"SetProperty"_s)) {
+        if (call.arguments.value(0) == u"State"_s)
+            written.append(call.arguments.value(1).value<QDBusVariant>().variant());
+    }
+    return written;
+}
+
+} // namespace
+
+class TestNfcSettingsView : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void rowsAreNamed();
+    void switchShowsThePower_data();
+    void switchShowsThePower();
+    void showingThePowerAsksForNothing();
+    void switchFollowsThePower();
+    void otherPropertiesChangeNothing();
+
+    void switchingOnIsWatched();
+    void powerEndsTheWatch();
+    void reportOfNoPowerKeepsTheWatch();
+    void switchingOffIsNotWatched();
+    void comingDaemonKeepsTheWatch();
+    void leavingDaemonKeepsTheWatch();
+    void absentDaemonIsStarted();
+    void daemonThatCannotBeStartedFails();
+    void lackOfPowerFails();
+    void powerThatWasNotReportedIsNoFailure();
+    void powerThatIsNoLongerWantedIsNoFailure();
+    void daemonThatHasLeftFailsWhateverIsWanted();
+    void failureIsToldAtEachTime();
+    void watchBeginsAnewAtEachRequest();
+
+    void flightModeIsAskedAbout();
+    void dismissedQuestionLeavesNfcOff();
+    void everyOtherAnswerSwitchesOn_data();
+    void everyOtherAnswerSwitchesOn();
+    void answerStartsAnAbsentDaemon();
+    void switchingOffInFlightModeAsksNothing();
+    void questionOutlivesThePage();
+    void questionOutlivesTheAdapter();
+
+    void confirmationStartsAsStored_data();
+    void confirmationStartsAsStored();
+    void confirmationIsStored();
+    void withoutAdapterSwitchesAreInert();
+    void withDeletedAdapterSwitchesAreInert();
+
+private:
+    const Catalogue english;
+};
+
+void TestNfcSettingsView::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    // An adapter that is made now starts no daemon.
+    setRadio(false);
+}
+
+void TestNfcSettingsView::cleanup()
+{
+    ConnectivitySettings(settingsType).set(confirmations, {});
+}
+
+void TestNfcSettingsView::rowsAreNamed()
+{
+    const Page page(nullptr);
+    QVERIFY(page.ready);
+    const QStringList names = shownTexts<MLabel>(page.view);
+    QCOMPARE(names.size(), 2);
+    QCOMPARE(names[0].section(QChar(0x9c), 0, 0), u"Near Field Communication (NFC)"_s);
+    QCOMPARE(names[1].section(QChar(0x9c), 0, 0), u"Ask before opening what is on a tag"_s);
+    QCOMPARE(page.power->viewType(), MButton::switchType);
+    QCOMPARE(page.confirmation->viewType(), MButton::switchType);
+    QVERIFY(page.row->isAncestorOf(page.power));
+    qreal left = -1;
+    qreal top = -1;
+    qreal right = -1;
+    qreal bottom = -1;
+    page.view->layout()->getContentsMargins(&left, &top, &right, &bottom);
+    QCOMPARE((QList<qreal>{left, top, right, bottom}), (QList<qreal>{0, 0, 0, 0}));
+}
+
+void TestNfcSettingsView::switchShowsThePower_data()
+{
+    QTest::addColumn<QString>("state");
+    QTest::addColumn<bool>("on");
+    QTest::newRow("on") << u"on"_s << true;
+    QTest::newRow("off") << u"off"_s << false;
+    QTest::newRow("nonsense") << u"ON"_s << false;
+}
+
+void TestNfcSettingsView::switchShowsThePower()
+{
+    QFETCH(QString, state);
+    QFETCH(bool, on);
+    FakeDaemon daemon;
+    daemon.setState(state);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QVERIFY(page.ready);
+    QVERIFY(on ? page.isOn() : page.isOff());
+}
+
+void TestNfcSettingsView::showingThePowerAsksForNothing()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QVERIFY(page.isOn());
+    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    QTRY_VERIFY(page.isOff());
+    QCOMPARE(daemon.members(), QStringList({u"DefaultAdapter"_s, u"GetProperties"_s}));
+    QVERIFY(!isRadioOn());
+}
+
+void TestNfcSettingsView::switchFollowsThePower()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QVERIFY(page.isOff());
+    daemon.start();
+    QTRY_VERIFY(adapter.isValid());
+    QVERIFY(page.isOff());
+    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    QTRY_VERIFY(page.isOn());
+    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    QTRY_VERIFY(page.isOff());
+    daemon.stop();
+    QTRY_VERIFY(!adapter.isValid());
+    daemon.setState(u"on"_s);
+    daemon.start();
+    QTRY_VERIFY(page.isOn());
+    daemon.stop();
+    QTRY_VERIFY(page.isOff());
+}
+
+void TestNfcSettingsView::otherPropertiesChangeNothing()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isStarting());
+    for (const QString &property : {u"State"_s, u"POWERED"_s, u"mode"_s, QString()})
+        Q_EMIT adapter.propertyChanged(property);
+    QVERIFY(page.isStarting());
+}
+
+void TestNfcSettingsView::switchingOnIsWatched()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QCOMPARE(page.watchdog->interval(), 20000);
+    QCOMPARE(page.watchdog->timerType(), Qt::PreciseTimer);
+    QVERIFY(page.watchdog->remainingTime() > 0);
+    QCOMPARE(stateWritten(daemon), QVariantList{u"on"_s});
+    QVERIFY(isRadioOn());
+}
+
+void TestNfcSettingsView::powerEndsTheWatch()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    daemon.setState(u"on"_s);
+    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    QTRY_VERIFY(page.isOn());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+}
+
+void TestNfcSettingsView::reportOfNoPowerKeepsTheWatch()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    QTRY_VERIFY(!page.power->isChecked());
+    QVERIFY(!page.row->showProgressIndicator());
+    QVERIFY(page.isWatched());
+}
+
+void TestNfcSettingsView::switchingOffIsNotWatched()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    setRadio(true);
+    page.power->click();
+    QVERIFY(page.isOff());
+    QCOMPARE(stateWritten(daemon), QVariantList{u"off"_s});
+    QVERIFY(!isRadioOn());
+}
+
+void TestNfcSettingsView::comingDaemonKeepsTheWatch()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.makeActivatable(u"/bin/false"_s);
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
+    page.power->click();
+    QVERIFY(page.isStarting());
+    daemon.start();
+    QTRY_VERIFY(adapter.isValid());
+    QVERIFY(!page.power->isChecked());
+    QVERIFY(!page.row->showProgressIndicator());
+    QVERIFY(page.isWatched());
+}
+
+void TestNfcSettingsView::leavingDaemonKeepsTheWatch()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    setRadio(false); // or it counts as one that cannot live
+    daemon.stop();
+    QTRY_VERIFY(!adapter.isValid());
+    QVERIFY(!page.power->isChecked());
+    QVERIFY(!page.row->showProgressIndicator());
+    QVERIFY(page.isWatched());
+}
+
+void TestNfcSettingsView::absentDaemonIsStarted()
+{
+    FakeDaemon daemon;
+    daemon.makeActivatable();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QVERIFY(daemon.isOnBus());
+    QVERIFY(!isRadioOn());
+    QTRY_VERIFY(adapter.isValid());
+    QVERIFY(page.power->isChecked());
+    page.letTimePass();
+    QVERIFY(page.isOn());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+}
+
+void TestNfcSettingsView::daemonThatCannotBeStartedFails()
+{
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
+    page.power->click();
+    QVERIFY(page.isStarting());
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs().size(), 1);
+}
+
+void TestNfcSettingsView::lackOfPowerFails()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    page.letTimePass();
+    QVERIFY(page.isOff());
+
+    QCOMPARE(page.dialogs().size(), 1);
+    const QPointer<MDialog> box = page.dialogs().constFirst();
+    QCOMPARE(shownTexts<MLabel>(box),
+             QStringList({u"NFC not available"_s, u"NFC did not start. Try again, or restart the phone."_s}));
+    QCOMPARE(box->buttons().size(), 1);
+    QCOMPARE(box->buttons().constFirst()->standardButton(), M::OkButton);
+    daemon.clearCalls();
+    box->buttons().constFirst()->click();
+    QTRY_VERIFY(!box);
+    QCOMPARE(daemon.members(), QStringList());
+    QVERIFY(page.isOff());
+}
+
+void TestNfcSettingsView::powerThatWasNotReportedIsNoFailure()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    daemon.setState(u"on"_s);
+    page.letTimePass();
+    QVERIFY(page.isOn());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+}
+
+void TestNfcSettingsView::powerThatIsNoLongerWantedIsNoFailure()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    daemon.setState(u"on"_s); // which it does not tell
+    page.power->click();
+    QCOMPARE(stateWritten(daemon), QVariantList({u"on"_s, u"off"_s}));
+    daemon.setState(u"off"_s);
+    QVERIFY(page.isWatched());
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+}
+
+void TestNfcSettingsView::daemonThatHasLeftFailsWhateverIsWanted()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    daemon.setState(u"on"_s);
+    page.power->click();
+    QVERIFY(!isRadioOn());
+    daemon.stop();
+    QTRY_VERIFY(!adapter.isValid());
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs().size(), 1);
+}
+
+void TestNfcSettingsView::failureIsToldAtEachTime()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    for (int i = 0; i < 2; ++i) {
+        page.power->click();
+        page.letTimePass();
+        QVERIFY(page.isOff());
+        QCOMPARE(page.dialogs().size(), 1);
+        const QPointer<MDialog> box = page.dialogs().constFirst();
+        box->dismiss();
+        QTRY_VERIFY(!box);
+    }
+}
+
+void TestNfcSettingsView::watchBeginsAnewAtEachRequest()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    page.watchdog->start(1000000);
+    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    QTRY_VERIFY(!page.power->isChecked());
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QCOMPARE(page.watchdog->interval(), 20000);
+}
+
+void TestNfcSettingsView::flightModeIsAskedAbout()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isOn()); // to look at: a switch without an indicator
+    QCOMPARE(page.dialogs().size(), 1);
+    MDialog *question = page.dialogs().constFirst();
+    QVERIFY(qobject_cast<NfcEnableDialog *>(question));
+    QCOMPARE(shownTexts<MLabel>(question).value(0), u"Flight mode is on"_s);
+    QCOMPARE(stateWritten(daemon), QVariantList());
+    QVERIFY(!isRadioOn());
+}
+
+void TestNfcSettingsView::dismissedQuestionLeavesNfcOff()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    Page page(&adapter);
+    page.power->click();
+    QCOMPARE(page.dialogs().size(), 1);
+    const QPointer<MDialog> question = page.dialogs().constFirst();
+    QTest::keyClick(page.window.viewport(), Qt::Key_Escape);
+    QVERIFY(page.isOff());
+    QVERIFY(question);
+    QTRY_VERIFY(!question);
+    QCOMPARE(stateWritten(daemon), QVariantList());
+    QVERIFY(!isRadioOn());
+    QVERIFY(page.isOff());
+}
+
+void TestNfcSettingsView::everyOtherAnswerSwitchesOn_data()
+{
+    QTest::addColumn<int>("answer");
+    QTest::newRow("yes") << int(M::YesButton);
+    QTest::newRow("no") << int(M::NoButton);
+    QTest::newRow("ok") << int(M::OkButton);
+    QTest::newRow("an added button") << 0;
+    QTest::newRow("nonsense") << -1;
+}
+
+void TestNfcSettingsView::everyOtherAnswerSwitchesOn()
+{
+    QFETCH(int, answer);
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QCOMPARE(page.dialogs().size(), 1);
+    const QPointer<MDialog> question = page.dialogs().constFirst();
+    question->done(answer);
+    QVERIFY(page.isStarting());
+    QCOMPARE(page.watchdog->interval(), 20000);
+    QCOMPARE(stateWritten(daemon), QVariantList{u"on"_s});
+    QVERIFY(isRadioOn());
+    QVERIFY(question);
+    QTRY_VERIFY(!question);
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs().size(), 1);
+}
+
+void TestNfcSettingsView::answerStartsAnAbsentDaemon()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.makeActivatable();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(!daemon.isOnBus());
+    QCOMPARE(page.dialogs().size(), 1);
+    page.dialogs().constFirst()->done(M::YesButton);
+    QVERIFY(daemon.isOnBus());
+    QVERIFY(page.isStarting());
+}
+
+void TestNfcSettingsView::switchingOffInFlightModeAsksNothing()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+    QCOMPARE(stateWritten(daemon), QVariantList{u"off"_s});
+}
+
+void TestNfcSettingsView::questionOutlivesThePage()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    NfcAdapter adapter;
+    Page page(&adapter);
+    page.power->click();
+    QCOMPARE(page.dialogs().size(), 1);
+    const QPointer<MDialog> question = page.dialogs().constFirst();
+    page.sheet.setCentralWidget(nullptr);
+    question->done(M::YesButton);
+    QTRY_VERIFY(!question);
+    QCOMPARE(stateWritten(daemon), QVariantList());
+}
+
+void TestNfcSettingsView::questionOutlivesTheAdapter()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    auto adapter = std::make_unique<NfcAdapter>();
+    const Page page(adapter.get());
+    page.power->click();
+    QCOMPARE(page.dialogs().size(), 1);
+    adapter.reset();
+    page.dialogs().constFirst()->done(M::YesButton);
+    QVERIFY(page.isStarting());
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(stateWritten(daemon), QVariantList());
+}
+
+void TestNfcSettingsView::confirmationStartsAsStored_data()
+{
+    QTest::addColumn<QVariant>("stored");
+    QTest::addColumn<bool>("on");
+    QTest::newRow("nothing") << QVariant() << false;
+    QTest::newRow("true") << QVariant(true) << true;
+    QTest::newRow("false") << QVariant(false) << false;
+    QTest::newRow("the word true") << QVariant(u"true"_s) << false;
+    QTest::newRow("one") << QVariant(1) << false;
+}
+
+void TestNfcSettingsView::confirmationStartsAsStored()
+{
+    QFETCH(QVariant, stored);
+    QFETCH(bool, on);
+    ConnectivitySettings(settingsType).set(confirmations, stored);
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    QVERIFY(page.ready);
+    QCOMPARE(page.confirmation->isChecked(), on);
+    QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), stored);
+}
+
+void TestNfcSettingsView::confirmationIsStored()
+{
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.confirmation->click();
+    QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), QVariant(true));
+    page.confirmation->click();
+    QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), QVariant(false));
+    QVERIFY(page.isOff());
+}
+
+void TestNfcSettingsView::withoutAdapterSwitchesAreInert()
+{
+    const FlightMode flight;
+    FakeDaemon daemon;
+    daemon.makeActivatable();
+    const Page page(nullptr);
+    QVERIFY(page.isOff());
+    QVERIFY(!page.confirmation->isChecked());
+    page.power->click();
+    page.confirmation->click();
+    QVERIFY(page.isOn()); // their own look
+    QVERIFY(page.confirmation->isChecked());
+    page.power->click();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs(), QList<MDialog *>());
+    QVERIFY(!daemon.isOnBus());
+    QVERIFY(!isRadioOn());
+    QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), QVariant());
+}
+
+void TestNfcSettingsView::withDeletedAdapterSwitchesAreInert()
+{
+    FakeDaemon daemon;
+    daemon.setState(u"off"_s);
+    daemon.start();
+    auto adapter = std::make_unique<NfcAdapter>();
+    const Page page(adapter.get());
+    page.power->click();
+    QVERIFY(page.isStarting());
+    daemon.clearCalls();
+    adapter.reset();
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs().size(), 1);
+    page.power->click();
+    page.confirmation->click();
+    QCOMPARE(daemon.members(), QStringList());
+    QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), QVariant());
+}
+
+QTEST_MAIN(TestNfcSettingsView)
+#include "tst_nfcsettingsview.moc"
