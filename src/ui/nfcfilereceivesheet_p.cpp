@@ -54,7 +54,8 @@ int truncated(float milliseconds)
 void showProgress(MProgressIndicator *bar, const Size &size)
 {
     constexpr quint64 most = std::numeric_limits<int>::max();
-    const quint64 divisor = std::max(size.transferred, size.total) / most + 1;
+    const quint64 larger = std::max({size.transferred, size.total, quint64(1)});
+    const quint64 divisor = (larger - 1) / most + 1;
     bar->setMinimum(0);
     bar->setMaximum(int(size.total / divisor));
     bar->setValue(int(size.transferred / divisor));
