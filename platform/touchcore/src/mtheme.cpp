@@ -17,6 +17,7 @@ namespace {
 const auto builtInFile = QStringLiteral(":/quenzotouchcore/theme.ini");
 const auto builtInIcons = QStringLiteral(":/quenzotouchcore/icons");
 const auto placeholder = QStringLiteral("icon-m-placeholder");
+constexpr QSize probe(16, 16);
 constexpr qint64 maximumFileSize = 1 << 20;
 
 MTheme *theInstance = nullptr;
@@ -118,8 +119,8 @@ void MThemePrivate::warnAboutStyle(const QString &name)
 QIcon MThemePrivate::icon(const QString &id)
 {
     const QIcon found = QDir::isAbsolutePath(id) ? QIcon(id) : QIcon::fromTheme(id);
-    // Only a picture that can be drawn has a size.
-    if (!found.actualSize(QSize(1, 1)).isEmpty()) {
+    // A file may be there and still hold no picture.
+    if (!found.pixmap(probe).isNull()) {
         return found;
     }
     if (!missingIcons.contains(id)) {
@@ -139,7 +140,7 @@ QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
         });
     }
     const MStyle &size = own ? *own : named("MPicture");
-    return icon.actualSize(QSizeF(size.width, size.height).toSize());
+    return icon.pixmap(QSizeF(size.width, size.height).toSize()).deviceIndependentSize().toSize();
 }
 
 MTheme::MTheme() : d(std::make_unique<MThemePrivate>())
