@@ -95,6 +95,11 @@
         <extracomment>Label of the switch in the settings</extracomment>
         <translation variants="yes"><lengthvariant>Nahfeldkommunikation (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
+    <message id="qtn_nfc_handover_text">
+        <source>Sharing goes on over Bluetooth.</source>
+        <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
+        <translation>Das Teilen geht über Bluetooth weiter.</translation>
+    </message>
     <message id="qtn_nfc_receive_text">
         <source>From %1</source>
         <extracomment>%1 is the sender's name</extracomment>
@@ -279,6 +284,11 @@
         <source>Sharing</source>
         <extracomment>Title: the other device has to answer</extracomment>
         <translation>Wird geteilt</translation>
+    </message>
+    <message id="qtn_nfc_waiting_more">
+        <source>%1 more</source>
+        <extracomment>Badge: %1 is the number of questions that wait behind this one</extracomment>
+        <translation>%1 weitere</translation>
     </message>
 </context>
 </TS>

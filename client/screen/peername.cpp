@@ -5,20 +5,19 @@
 #include <QPointer>
 #include <QTimer>
 
-#include <MDialog>
 #include <NfcBluetoothHandoverInfo>
 
 using ConnUi::NfcBluetoothHandoverInfo;
 
-void titleWithPeerName(MDialog *dialog, const QVariant &info)
+void findPeerName(const QVariant &info, QObject *context, const std::function<void(const QString &)> &found)
 {
-    QTimer::singleShot(0, dialog, [dialog = QPointer<MDialog>(dialog), info] {
+    QTimer::singleShot(0, context, [context = QPointer<QObject>(context), info, found] {
         const NfcBluetoothHandoverInfo peer(info);
         if (peer.deviceAddress().isEmpty())
             return;
-        // Runs the event loop: the dialog may be gone when it returns.
+        // Runs the event loop: the context may be gone when it returns.
         const QString name = peer.device().name();
-        if (dialog && !name.isEmpty())
-            dialog->setTitle(name);
+        if (context && !name.isEmpty())
+            found(name);
     });
 }

@@ -3,16 +3,18 @@
 #ifndef CONNUI_PEERNAME_H
 #define CONNUI_PEERNAME_H
 
+#include <functional>
+
 #include <QVariant>
 
-class MDialog;
+class QObject;
 
 /**
- * Puts the Bluetooth name of the peer of a handover above a dialog, as soon as it is known.
+ * Finds the Bluetooth name of the peer of a handover and tells it to \a found.
  *
- * \a info is the handover's data. Returns at once; the name is asked for while the dialog is shown, and a
- * peer that cannot be reached leaves the title as it is.
+ * \a info is the handover's data. Returns at once; the peer is asked from the event loop. \a found is not
+ * called when the peer cannot be reached or has no name, nor when \a context is gone by then.
  */
-void titleWithPeerName(MDialog *dialog, const QVariant &info);
+void findPeerName(const QVariant &info, QObject *context, const std::function<void(const QString &)> &found);
 
 #endif

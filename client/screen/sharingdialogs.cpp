@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include <MMessageBox>
 #include <NfcAdapter>
 #include <NfcAgent>
 #include <NfcFileSendDialog>
@@ -30,7 +31,7 @@ SharingDialogs::SharingDialogs(NfcAdapter *adapter, NfcAgent *agent, DialogQueue
     connect(agent, &NfcAgent::sharingPermissionRequested, this, &SharingDialogs::askForPermission);
     connect(agent, &NfcAgent::sharingSelectionRequested, this, &SharingDialogs::askForSelection);
     connect(adapter, &NfcAdapter::handoverCarrierSelected, this, &SharingDialogs::wait);
-    connect(adapter, &NfcAdapter::handoverCompleted, this, &SharingDialogs::clear);
+    connect(adapter, &NfcAdapter::handoverCompleted, this, &SharingDialogs::tellPeer);
     connect(adapter, &NfcAdapter::handoverFailed, this, &SharingDialogs::clear);
 }
 
@@ -44,7 +45,8 @@ void SharingDialogs::askForPermission(const QString &, const QVariant &info, con
     clear();
     queue->ask({[info, resources] {
                     auto *dialog = new NfcSharingPermissionDialog(resources);
-                    titleWithPeerName(dialog, info);
+                    // Who gets it stands above the question.
+                    findPeerName(info, dialog, [dialog](const QString &name) { dialog->setTitle(name); });
                     return dialog;
                 },
                 [this, info](MDialog *, int result) { answer(info, result == M::YesButton); }});
@@ -80,6 +82,15 @@ void SharingDialogs::wait(const QString &carrier)
     connect(dialog, &MDialog::finished, adapter,
             [adapter = adapter, carrier] { adapter->cancelHandoverRequest(carrier); });
     show(dialog);
+}
+
+// With whom the phone is connected now; no news when that has no name.
+void SharingDialogs::tellPeer(const QString &, const QVariant &info)
+{
+    clear();
+    findPeerName(info, this, [this](const QString &name) {
+        show(new MMessageBox(name, qtTrId("qtn_nfc_handover_text"), M::OkButton));
+    });
 }
 
 void SharingDialogs::show(MDialog *dialog)

@@ -33,13 +33,14 @@ private:
     void answer(const QVariant &info, bool granted);
     void invite();
     void wait(const QString &carrier);
+    void tellPeer(const QString &carrier, const QVariant &info);
     void show(MDialog *dialog);
     void clear();
 
     ConnUi::NfcAdapter *const adapter;
     ConnUi::NfcAgent *const agent;
     DialogQueue *const queue;
-    QPointer<MDialog> notice; // to touch the other device, or to wait for it
+    QPointer<MDialog> notice; // to touch the other device, to wait for it, or that it is connected
 };
 
 #endif

@@ -78,7 +78,16 @@ class Stage:
         return actor
 
     def daemon_comes(self):
-        self.daemon = self.start("daemon", "nfcd-sim", "--handover-step", "50")
+        self._daemon_with_handover_step(50)
+
+    def daemon_is_slow(self):
+        """Puts a daemon in place of the one that is there, which takes its time with a handover."""
+        self.daemon.is_killed()
+        self._daemon_with_handover_step(2000)
+        self.client.says("the NFC daemon is here")
+
+    def _daemon_with_handover_step(self, milliseconds):
+        self.daemon = self.start("daemon", "nfcd-sim", "--handover-step", str(milliseconds))
         self.daemon.says("ready")
 
     def client_comes(self):
@@ -107,9 +116,21 @@ class Stage:
         actor = self.start(service, "/usr/bin/python3", "-m", "dbusmock", "--system", *template)
         return StandIn(actor, service)
 
+    def bluetooth_comes(self, address, name):
+        """The phone's Bluetooth, which knows a device."""
+        bluetooth = self.stands_in("org.bluez", "-t", "bluez5")
+        bluetooth.call("/", "org.bluez.Mock", "AddAdapter", "hci0", "phone")
+        bluetooth.call("/", "org.bluez.Mock", "AddDevice", "hci0", address, name)
+
     def tap(self, *arguments):
         """Holds something against the daemon; the actor returned leaves when the person has decided."""
         return self.start("nfctap", "nfctap", *arguments)
+
+    def contact(self, number, card):
+        """A card in the person's contacts."""
+        contacts = pathlib.Path(os.environ["XDG_DATA_HOME"], "contacts")
+        contacts.mkdir(exist_ok=True)
+        (contacts / f"{number}.vcf").write_bytes(card)
 
     def file(self, name, content):
         """A file of the scene's own."""

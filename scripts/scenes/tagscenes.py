@@ -207,6 +207,16 @@ def told_unsupported_tag(stage, step):
     screen_is_clear(stage, step)
 
 
+@screen_scene
+def told_malformed_tag(stage, step):
+    """A tag whose content is malformed is told about"""
+    tap = stage.tap("malformed")
+    shows(stage, step, "the client says so", "Tag not supported | This tag cannot be read. | [OK]")
+    touches(stage, step, "the person has read it", "press OK")
+    decided(tap, step, "announced", 0)
+    screen_is_clear(stage, step)
+
+
 # Where the person goes at a question that two applications could answer, and what the daemon learns.
 WAYS = [
     ("discards", ["press Discard"], "rejected", 1),
