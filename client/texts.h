@@ -3,7 +3,10 @@
 #ifndef CONNUI_TEXTS_H
 #define CONNUI_TEXTS_H
 
-/** Loads the texts in the user's language, or in English where there are none. Needs the application object. */
+/**
+ * Loads the texts in the user's language, the toolkit's own among them, or in English where there are none.
+ * Needs the application object.
+ */
 void loadTexts();
 
 #endif

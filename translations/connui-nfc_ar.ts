@@ -68,7 +68,7 @@
     <message id="qtn_nfc_disconnect_text">
         <source>%1 will be disconnected.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>سيتم قطع الاتصال بـ %1.</translation>
+        <translation>سيتم قطع الاتصال بالجهاز %1.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -78,7 +78,7 @@
     <message id="qtn_nfc_enablenfc_text">
         <source>NFC is off. Switch it on to read tags and to share by touch.</source>
         <extracomment>Question: NFC is needed and off</extracomment>
-        <translation>‏NFC مغلق. شغّله لقراءة العلامات والمشاركة باللمس.</translation>
+        <translation>‏NFC متوقف. شغّله لقراءة العلامات والمشاركة باللمس.</translation>
     </message>
     <message id="qtn_nfc_enablenfc_tit">
         <source>Switch NFC on?</source>
@@ -88,7 +88,7 @@
     <message id="qtn_nfc_fail_txt">
         <source>NFC did not start. Try again, or restart the phone.</source>
         <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
-        <translation>لم يبدأ NFC. حاول مرة أخرى أو أعد تشغيل الهاتف.</translation>
+        <translation>تعذّر تشغيل NFC. حاول مرة أخرى أو أعد تشغيل الهاتف.</translation>
     </message>
     <message id="qtn_nfc_fullname">
         <source>Near Field Communication (NFC)</source>
@@ -108,7 +108,7 @@
     <message id="qtn_nfc_receive_time_remaining">
         <source>%1 remaining</source>
         <extracomment>%1 is a time, 4:59 or 1:02:03</extracomment>
-        <translation>الوقت المتبقي %1</translation>
+        <translation>الوقت المتبقي: %1</translation>
     </message>
     <message id="qtn_nfc_receive_tit">
         <source>Receiving file</source>
@@ -163,7 +163,7 @@
     <message id="qtn_nfc_startfail_tit">
         <source>NFC not available</source>
         <extracomment>Title: NFC did not come up</extracomment>
-        <translation>NFC غير متاح</translation>
+        <translation>‏NFC غير متاح</translation>
     </message>
     <message id="qtn_nfc_start_flightmode">
         <source>The phone is in flight mode. Switch NFC on all the same?</source>
@@ -283,7 +283,7 @@
     <message id="qtn_nfc_waiting_dialog_tit">
         <source>Sharing</source>
         <extracomment>Title: the other device has to answer</extracomment>
-        <translation>جارٍ المشاركة</translation>
+        <translation>المشاركة</translation>
     </message>
     <message id="qtn_nfc_waiting_more">
         <source>%1 more</source>

@@ -78,7 +78,7 @@
     <message id="qtn_nfc_enablenfc_text">
         <source>NFC is off. Switch it on to read tags and to share by touch.</source>
         <extracomment>Question: NFC is needed and off</extracomment>
-        <translation>NFC ist aus. Zum Lesen von Tags und zum Teilen durch Berühren einschalten.</translation>
+        <translation>NFC ist ausgeschaltet. Schalten Sie es ein, um Tags zu lesen und durch Berühren zu teilen.</translation>
     </message>
     <message id="qtn_nfc_enablenfc_tit">
         <source>Switch NFC on?</source>
@@ -88,7 +88,7 @@
     <message id="qtn_nfc_fail_txt">
         <source>NFC did not start. Try again, or restart the phone.</source>
         <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
-        <translation>NFC ist nicht gestartet. Versuchen Sie es erneut oder starten Sie das Telefon neu.</translation>
+        <translation>NFC konnte nicht gestartet werden. Versuchen Sie es erneut oder starten Sie das Telefon neu.</translation>
     </message>
     <message id="qtn_nfc_fullname">
         <source>Near Field Communication (NFC)</source>
@@ -118,12 +118,12 @@
     <message id="qtn_nfc_selecttoshare_contact_text">
         <source>Choose the contact to share, then touch the other device again.</source>
         <extracomment>Question: what to share</extracomment>
-        <translation>Wählen Sie den Kontakt zum Teilen und berühren Sie das andere Gerät erneut.</translation>
+        <translation>Wählen Sie den Kontakt aus, den Sie teilen möchten, und berühren Sie dann das andere Gerät erneut.</translation>
     </message>
     <message id="qtn_nfc_selecttoshare_img_text">
         <source>Choose the picture to share, then touch the other device again.</source>
         <extracomment>Question: what to share</extracomment>
-        <translation>Wählen Sie das Bild zum Teilen und berühren Sie das andere Gerät erneut.</translation>
+        <translation>Wählen Sie das Bild aus, das Sie teilen möchten, und berühren Sie dann das andere Gerät erneut.</translation>
     </message>
     <message id="qtn_nfc_selecttoshare_tit">
         <source>Choose what to share</source>
@@ -153,7 +153,7 @@
     <message id="qtn_nfc_share_multi">
         <source>%1 items will be sent to the device you touched.</source>
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
-        <translation>%1 Objekte werden an das berührte Gerät gesendet.</translation>
+        <translation>%1 Elemente werden an das berührte Gerät gesendet.</translation>
     </message>
     <message id="qtn_nfc_share_tit">
         <source>Share by touch?</source>
@@ -173,7 +173,7 @@
     <message id="qtn_nfc_start_flightmode_tit">
         <source>Flight mode is on</source>
         <extracomment>Title: NFC is wanted in flight mode</extracomment>
-        <translation>Flugmodus ist an</translation>
+        <translation>Flugmodus ist eingeschaltet</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>
@@ -198,7 +198,7 @@
     <message id="qtn_nfc_tags_empty_text">
         <source>There is nothing on this tag.</source>
         <extracomment>Notice: empty tag</extracomment>
-        <translation>Auf diesem Tag ist nichts gespeichert.</translation>
+        <translation>Dieser Tag ist leer.</translation>
     </message>
     <message id="qtn_nfc_tags_empty_tit">
         <source>Empty tag</source>
@@ -278,12 +278,12 @@
     <message id="qtn_nfc_waiting_dialog_text">
         <source>Waiting for the other device.</source>
         <extracomment>Notice: the other device has to answer</extracomment>
-        <translation>Auf das andere Gerät wird gewartet.</translation>
+        <translation>Warten auf das andere Gerät.</translation>
     </message>
     <message id="qtn_nfc_waiting_dialog_tit">
         <source>Sharing</source>
         <extracomment>Title: the other device has to answer</extracomment>
-        <translation>Wird geteilt</translation>
+        <translation>Teilen</translation>
     </message>
     <message id="qtn_nfc_waiting_more">
         <source>%1 more</source>

@@ -13,7 +13,7 @@
     <message id="qtn_comm_cancel">
         <source>Cancel</source>
         <extracomment>Button: give up sending or receiving</extracomment>
-        <translation>Peruuta</translation>
+        <translation>Peru</translation>
     </message>
     <message id="qtn_comm_command_continue">
         <source>Continue</source>
@@ -68,7 +68,7 @@
     <message id="qtn_nfc_disconnect_text">
         <source>%1 will be disconnected.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>Laitteen %1 yhteys katkaistaan.</translation>
+        <translation>Yhteys laitteeseen %1 katkaistaan.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -78,7 +78,7 @@
     <message id="qtn_nfc_enablenfc_text">
         <source>NFC is off. Switch it on to read tags and to share by touch.</source>
         <extracomment>Question: NFC is needed and off</extracomment>
-        <translation>NFC on pois päältä. Ota se käyttöön, niin voit lukea tageja ja jakaa koskettamalla.</translation>
+        <translation>NFC ei ole käytössä. Ota se käyttöön, niin voit lukea tunnisteita ja jakaa koskettamalla.</translation>
     </message>
     <message id="qtn_nfc_enablenfc_tit">
         <source>Switch NFC on?</source>
@@ -128,12 +128,12 @@
     <message id="qtn_nfc_selecttoshare_tit">
         <source>Choose what to share</source>
         <extracomment>Title: what to share</extracomment>
-        <translation>Valitse jaettava</translation>
+        <translation>Valitse jaettava sisältö</translation>
     </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>
-        <translation variants="yes"><lengthvariant>Kysy ennen tagin sisällön avaamista</lengthvariant><lengthvariant>Kysy ennen avaamista</lengthvariant></translation>
+        <translation variants="yes"><lengthvariant>Kysy ennen tunnisteen sisällön avaamista</lengthvariant><lengthvariant>Kysy ennen avaamista</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_settings_tit">
         <source>NFC settings</source>
@@ -188,7 +188,7 @@
     <message id="qtn_nfc_tags_contact_tit">
         <source>Contact on tag</source>
         <extracomment>Title: a phone number or a contact card</extracomment>
-        <translation>Tagin yhteystieto</translation>
+        <translation>Yhteystieto tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_discard">
         <source>Discard</source>
@@ -198,32 +198,32 @@
     <message id="qtn_nfc_tags_empty_text">
         <source>There is nothing on this tag.</source>
         <extracomment>Notice: empty tag</extracomment>
-        <translation>Tässä tagissa ei ole sisältöä.</translation>
+        <translation>Tässä tunnisteessa ei ole sisältöä.</translation>
     </message>
     <message id="qtn_nfc_tags_empty_tit">
         <source>Empty tag</source>
         <extracomment>Title: empty tag</extracomment>
-        <translation>Tyhjä tagi</translation>
+        <translation>Tyhjä tunniste</translation>
     </message>
     <message id="qtn_nfc_tags_fail_text">
         <source>This tag cannot be read.</source>
         <extracomment>Notice: unreadable tag</extracomment>
-        <translation>Tätä tagia ei voi lukea.</translation>
+        <translation>Tätä tunnistetta ei voi lukea.</translation>
     </message>
     <message id="qtn_nfc_tags_fail_tit">
         <source>Tag not supported</source>
         <extracomment>Title: unreadable tag</extracomment>
-        <translation>Tagia ei tueta</translation>
+        <translation>Tunnistetta ei tueta</translation>
     </message>
     <message id="qtn_nfc_tags_gen_tit">
         <source>Tag content</source>
         <extracomment>Title: content for an application</extracomment>
-        <translation>Tagin sisältö</translation>
+        <translation>Tunnisteen sisältö</translation>
     </message>
     <message id="qtn_nfc_tags_handler_nfc">
         <source>These applications can open what is on the tag.</source>
         <extracomment>Explanation above the list of applications</extracomment>
-        <translation>Nämä sovellukset voivat avata tagin sisällön.</translation>
+        <translation>Nämä sovellukset voivat avata tunnisteen sisällön.</translation>
     </message>
     <message id="qtn_nfc_tags_open">
         <source>Open</source>
@@ -243,22 +243,22 @@
     <message id="qtn_nfc_tags_sms_tit">
         <source>Text message on tag</source>
         <extracomment>Title: a text message ready to be sent</extracomment>
-        <translation>Tagin tekstiviesti</translation>
+        <translation>Tekstiviesti tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_store_tit">
         <source>Store link on tag</source>
         <extracomment>Title: a link into the application store</extracomment>
-        <translation>Tagin kauppalinkki</translation>
+        <translation>Kauppalinkki tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_text_tit">
         <source>Text on tag</source>
         <extracomment>Title: plain text</extracomment>
-        <translation>Tagin teksti</translation>
+        <translation>Teksti tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_url_tit">
         <source>Web link on tag</source>
         <extracomment>Title: a web link</extracomment>
-        <translation>Tagin verkkolinkki</translation>
+        <translation>Verkkolinkki tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_view">
         <source>View</source>
@@ -283,7 +283,7 @@
     <message id="qtn_nfc_waiting_dialog_tit">
         <source>Sharing</source>
         <extracomment>Title: the other device has to answer</extracomment>
-        <translation>Jaetaan</translation>
+        <translation>Jakaminen</translation>
     </message>
     <message id="qtn_nfc_waiting_more">
         <source>%1 more</source>

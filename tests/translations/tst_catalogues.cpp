@@ -1,0 +1,267 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDirIterator>
+#include <QtTest>
+#include <QXmlStreamReader>
+
+#include <MButton>
+#include <MButtonModel>
+#include <MDialog>
+
+#include "texts.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// One entry of a catalogue. A text without length variants is its only one.
+struct Message
+{
+    QString source;
+    QStringList variants;
+    QString state; ///< unfinished, vanished, obsolete; empty when the entry is fit for use
+};
+
+using Messages = QMap<QString, Message>;
+
+// The texts of <translation>, with the reader on its start.
+QStringList readVariants(QXmlStreamReader &xml)
+{
+    if (xml.attributes().value("variants"_L1) != "yes"_L1)
+        return {xml.readElementText()};
+    QStringList variants;
+    while (xml.readNextStartElement())
+        variants.append(xml.readElementText());
+    return variants;
+}
+
+Message readMessage(QXmlStreamReader &xml)
+{
+    Message message;
+    while (xml.readNextStartElement()) {
+        if (xml.name() == "source"_L1) {
+            message.source = xml.readElementText();
+        } else if (xml.name() == "translation"_L1) {
+            message.state = xml.attributes().value("type"_L1).toString();
+            message.variants = readVariants(xml);
+        } else {
+            xml.skipCurrentElement();
+        }
+    }
+    return message;
+}
+
+QStringList catalogueFiles()
+{
+    return QDir(SOURCES "/translations"_L1).entryList({u"*.ts"_s}, QDir::Files, QDir::Name);
+}
+
+Messages readCatalogue(const QString &name)
+{
+    Messages messages;
+    QFile file(SOURCES "/translations/"_L1 + name);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("Catalogues: unable to read %s", qUtf8Printable(file.fileName()));
+    QXmlStreamReader xml(&file);
+    while (!xml.atEnd()) {
+        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != "message"_L1)
+            continue;
+        const QString id = xml.attributes().value("id"_L1).toString();
+        if (messages.contains(id))
+            qFatal("Catalogues: %s is twice in %s", qUtf8Printable(id), qUtf8Printable(name));
+        messages.insert(id, readMessage(xml));
+    }
+    if (xml.hasError())
+        qFatal("Catalogues: %s: %s", qUtf8Printable(name), qUtf8Printable(xml.errorString()));
+    return messages;
+}
+
+// Every id that stands in the code: within qtTrId() and in tables alike.
+QStringList usedIds()
+{
+    static const QRegularExpression literal(u"\"(qtn_[^\"]*)\""_s);
+    QSet<QString> ids;
+    for (const QString &folder : {u"src"_s, u"platform"_s, u"client"_s, u"examples"_s}) {
+        QDirIterator files(SOURCES "/"_L1 + folder, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
+                           QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            QFile file(files.next());
+            if (!file.open(QIODevice::ReadOnly))
+                qFatal("Catalogues: unable to read %s", qUtf8Printable(file.fileName()));
+            QRegularExpressionMatchIterator found = literal.globalMatch(QString::fromUtf8(file.readAll()));
+            while (found.hasNext())
+                ids.insert(found.next().captured(1));
+        }
+    }
+    QStringList sorted(ids.begin(), ids.end());
+    sorted.sort();
+    return sorted;
+}
+
+// %1, %2 and so on, each as often as it is there, whatever their order.
+QStringList placeholders(const QString &text)
+{
+    static const QRegularExpression placeholder(u"%L?[0-9n]+"_s);
+    QStringList found;
+    QRegularExpressionMatchIterator matches = placeholder.globalMatch(text);
+    while (matches.hasNext())
+        found.append(matches.next().captured());
+    found.sort();
+    return found;
+}
+
+void addCatalogues()
+{
+    QTest::addColumn<QString>("catalogue");
+    const QStringList files = catalogueFiles();
+    for (const QString &file : files)
+        QTest::newRow(qUtf8Printable(file)) << file;
+}
+
+} // namespace
+
+class TestCatalogues : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void languagesAreThere();
+    void everyUsedIdIsThereAndNoOther_data();
+    void everyUsedIdIsThereAndNoOther();
+    void everyTextIsFinished_data();
+    void everyTextIsFinished();
+    void sourceIsTheEnglishText_data();
+    void sourceIsTheEnglishText();
+    void noPlaceholderIsLost_data();
+    void noPlaceholderIsLost();
+    void lengthVariantsGoFromLongToShort_data();
+    void lengthVariantsGoFromLongToShort();
+    void toolkitSpeaksTheSameLanguage_data();
+    void toolkitSpeaksTheSameLanguage();
+};
+
+void TestCatalogues::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+void TestCatalogues::languagesAreThere()
+{
+    const QStringList files = catalogueFiles();
+    for (const QString &language : {u"ar"_s, u"de"_s, u"en"_s, u"fi"_s})
+        QVERIFY2(files.contains(u"connui-nfc_%1.ts"_s.arg(language)), qUtf8Printable(language));
+}
+
+void TestCatalogues::everyUsedIdIsThereAndNoOther_data()
+{
+    addCatalogues();
+}
+
+void TestCatalogues::everyUsedIdIsThereAndNoOther()
+{
+    QFETCH(QString, catalogue);
+    const QStringList used = usedIds();
+    QVERIFY(used.contains(u"qtn_comm_kilobytes"_s));
+    QCOMPARE(QStringList(readCatalogue(catalogue).keys()), used);
+}
+
+void TestCatalogues::everyTextIsFinished_data()
+{
+    addCatalogues();
+}
+
+void TestCatalogues::everyTextIsFinished()
+{
+    QFETCH(QString, catalogue);
+    const Messages messages = readCatalogue(catalogue);
+    for (auto message = messages.begin(); message != messages.end(); ++message) {
+        QVERIFY2(message->state.isEmpty(), qUtf8Printable(message.key()));
+        QVERIFY2(!message->variants.isEmpty(), qUtf8Printable(message.key()));
+        for (const QString &variant : message->variants)
+            QVERIFY2(!variant.trimmed().isEmpty(), qUtf8Printable(message.key()));
+    }
+}
+
+void TestCatalogues::sourceIsTheEnglishText_data()
+{
+    addCatalogues();
+}
+
+// A text whose English has changed is to be translated anew.
+void TestCatalogues::sourceIsTheEnglishText()
+{
+    QFETCH(QString, catalogue);
+    const Messages english = readCatalogue(u"connui-nfc_en.ts"_s);
+    const Messages messages = readCatalogue(catalogue);
+    for (auto message = messages.begin(); message != messages.end(); ++message)
+        QCOMPARE(message->source, english.value(message.key()).variants.value(0));
+}
+
+void TestCatalogues::noPlaceholderIsLost_data()
+{
+    addCatalogues();
+}
+
+void TestCatalogues::noPlaceholderIsLost()
+{
+    QFETCH(QString, catalogue);
+    const Messages messages = readCatalogue(catalogue);
+    for (const Message &message : messages) {
+        for (const QString &variant : message.variants)
+            QVERIFY2(placeholders(variant) == placeholders(message.source), qUtf8Printable(variant));
+    }
+}
+
+void TestCatalogues::lengthVariantsGoFromLongToShort_data()
+{
+    addCatalogues();
+}
+
+// A label shows the first variant that fits.
+void TestCatalogues::lengthVariantsGoFromLongToShort()
+{
+    QFETCH(QString, catalogue);
+    const Messages messages = readCatalogue(catalogue);
+    for (const Message &message : messages) {
+        for (qsizetype i = 1; i < message.variants.size(); ++i)
+            QVERIFY2(message.variants[i].size() < message.variants[i - 1].size(),
+                     qUtf8Printable(message.variants[i]));
+    }
+}
+
+void TestCatalogues::toolkitSpeaksTheSameLanguage_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QStringList>("labels");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("English") << u"en"_s << QStringList{u"OK"_s, u"Yes"_s, u"No"_s, u"Cancel"_s}
+                             << Qt::LeftToRight;
+    QTest::newRow("German") << u"de"_s << QStringList{u"OK"_s, u"Ja"_s, u"Nein"_s, u"Abbrechen"_s}
+                            << Qt::LeftToRight;
+    QTest::newRow("Finnish") << u"fi"_s << QStringList{u"OK"_s, u"Kyllä"_s, u"Ei"_s, u"Peru"_s}
+                             << Qt::LeftToRight;
+    QTest::newRow("Arabic") << u"ar"_s << QStringList{u"حسنًا"_s, u"نعم"_s, u"لا"_s, u"ألغِ"_s}
+                            << Qt::RightToLeft;
+}
+
+// What a program that loads our texts sees on the buttons that no dialog names itself.
+void TestCatalogues::toolkitSpeaksTheSameLanguage()
+{
+    QFETCH(QString, language);
+    QFETCH(QStringList, labels);
+    QFETCH(Qt::LayoutDirection, direction);
+    QLocale::setDefault(QLocale(language));
+    loadTexts();
+
+    const MDialog dialog(QString(), M::OkButton | M::YesButton | M::NoButton | M::CancelButton);
+    QStringList shown;
+    for (const MButtonModel *button : dialog.buttons())
+        shown.append(button->text());
+    QCOMPARE(shown, labels);
+    QCOMPARE(QGuiApplication::layoutDirection(), direction);
+}
+
+QTEST_MAIN(TestCatalogues)
+
+#include "tst_catalogues.moc"
