@@ -8,7 +8,12 @@
 
 class MButtonPrivate;
 
-/** A button that is pressed with a finger, or with Enter or Space while it has the focus. */
+/**
+ * A button that is pressed with a finger, or with Enter or Space while it has the focus.
+ *
+ * A text that holds variants of different length, separated by U+009C, shows the longest one that fits into
+ * one line.
+ */
 class QUENZOTOUCHCORE_EXPORT MButton : public MWidgetController
 {
     Q_OBJECT

@@ -3,6 +3,8 @@
 
 #include "mbutton.h"
 
+#include <algorithm>
+#include <QFontMetricsF>
 #include <QGraphicsSceneMouseEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -12,17 +14,37 @@
 #include "mpaint_p.h"
 #include "mstyle_p.h"
 
+namespace {
+
+constexpr QChar variantSeparator(0x9c);
+
+} // namespace
+
 void MButtonPrivate::setDown(bool isDown)
 {
     down = isDown;
     q->update();
 }
 
+QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
+{
+    const QFontMetricsF metrics(style.font);
+    QStringList variants = text.split(variantSeparator);
+    std::stable_sort(variants.begin(), variants.end(), [&](const QString &one, const QString &other) {
+        return metrics.horizontalAdvance(one) > metrics.horizontalAdvance(other);
+    });
+    const auto fits = [&](const QString &variant) {
+        return width < 0 || metrics.horizontalAdvance(variant) <= width;
+    };
+    const auto fitting = std::find_if(variants.cbegin(), variants.cend(), fits);
+    return fitting != variants.cend() ? *fitting : variants.constLast();
+}
+
 MTextBlock MButtonPrivate::block(qreal width, const MStyle &style) const
 {
     const QTextOption::WrapMode mode =
         width < 0 ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere;
-    return MTextBlock(text, {style.font, width, mode, style.lineHeight});
+    return MTextBlock(fittingVariant(width, style), {style.font, width, mode, style.lineHeight});
 }
 
 void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)

@@ -17,6 +17,9 @@ public:
     void setDown(bool isDown);
     void paintPush(QPainter *painter, const MStyle &style);
     void paintSwitch(QPainter *painter, const MStyle &style);
+    /** Returns the longest variant of the text that fits into one line of @p width, or the shortest when none
+     * does. */
+    QString fittingVariant(qreal width, const MStyle &style) const;
     MTextBlock block(qreal width, const MStyle &style) const;
 
     MButton *const q;

@@ -6,12 +6,15 @@
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyle>
+#include <QTextBoundaryFinder>
 #include <QtMath>
 
 namespace {
 
 // Greater than any text is wide.
 constexpr qreal unlimited = 1e7;
+// A layout takes time with the square of its length where directions alternate.
+constexpr qsizetype longestLayout = 2048;
 
 QStringList paragraphs(QString text)
 {
@@ -22,13 +25,32 @@ QStringList paragraphs(QString text)
     return text.split(QChar(u'\n'));
 }
 
+// Returns where to end the first layout of a paragraph, at best where a line may end.
+qsizetype layoutEnd(const QString &paragraph)
+{
+    for (const auto type : {QTextBoundaryFinder::Line, QTextBoundaryFinder::Grapheme}) {
+        QTextBoundaryFinder finder(type, paragraph.left(longestLayout + 1));
+        finder.setPosition(longestLayout);
+        if (finder.isAtBoundary() || finder.toPreviousBoundary() > 0) {
+            return finder.position();
+        }
+    }
+    return longestLayout;
+}
+
 } // namespace
 
 MTextBlock::MTextBlock(const QString &text, const Shape &shape) : m_shape(shape)
 {
     const QStringList parts = paragraphs(text);
     for (const QString &part : parts) {
-        addParagraph(part);
+        QString rest = part;
+        while (shape.wrapMode != QTextOption::NoWrap && rest.size() > longestLayout) {
+            const qsizetype end = layoutEnd(rest);
+            addParagraph(rest.left(end));
+            rest.remove(0, end);
+        }
+        addParagraph(rest);
     }
 }
 
