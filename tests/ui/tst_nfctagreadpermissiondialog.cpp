@@ -271,6 +271,7 @@ QList<QVariantList> once(int result)
 } // namespace
 
 Q_DECLARE_METATYPE(Make)
+Q_DECLARE_METATYPE(std::function<Make(int)>)
 Q_DECLARE_METATYPE(Content)
 
 class TestNfcTagReadPermissionDialog : public QObject
@@ -319,7 +320,8 @@ private Q_SLOTS:
     void directionalControlsStayInTheirLabel();
     void longUriCanBeScrolledToItsEnd_data();
     void longUriCanBeScrolledToItsEnd();
-    void longUriTakesTimeInProportion();
+    void longContentTakesTimeInProportion_data();
+    void longContentTakesTimeInProportion();
 
     void pressIsTheResult_data();
     void pressIsTheResult();
@@ -335,6 +337,7 @@ private Q_SLOTS:
     void choosingClosesTheQuestion();
     void buildersHandOverToTheChoice();
     void changeButtonIsAddedOnce();
+    void changeButtonShowsOneVariant();
 
 private:
     const Catalogue english;
@@ -613,6 +616,8 @@ void TestNfcTagReadPermissionDialog::messageIsTakenApart_data()
     row("percent sign alone", "sms:+123?body=50% off, 100%", u"+123"_s, u"50% off, 100%"_s);
     row("percent sign and one digit", "sms:+123?body=5%4", u"+123"_s, u"5%4"_s);
     row("percent sign and other letters", "sms:+123?body=%zz%4g", u"+123"_s, u"%zz%4g"_s);
+    row("control characters", "sms:+123?body=a%00%1Bb", u"+123"_s, u"a\0\x1b"_s + u'b');
+    row("blanks at the ends", "sms:+123?body=%20a%20", u"+123"_s, u" a "_s);
     row("encoded twice", "sms:+123?body=a%2526b", u"+123"_s, u"a%26b"_s);
 
     row("no receiver", "sms:?body=a", {}, u"a"_s);
@@ -971,15 +976,31 @@ void TestNfcTagReadPermissionDialog::longUriCanBeScrolledToItsEnd()
         QCOMPARE(seen(button).size(), button->size());
 }
 
-void TestNfcTagReadPermissionDialog::longUriTakesTimeInProportion()
+void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion_data()
 {
+    QTest::addColumn<std::function<Make(int)>>("makeOf");
+    const auto row = [](const char *name, const std::function<Make(int)> &makeOf) {
+        QTest::newRow(name) << makeOf;
+    };
+    row("web link",
+        [](int length) { return uriOf("http://example.com/" + QByteArray(length, 'a'), u"x"_s); });
+    row("number", [](int length) { return uriOf("tel:" + QByteArray("tel:1").repeated(length / 5)); });
+    row("message", [](int length) { return uriOf("sms:1?body=" + QByteArray("%25 ").repeated(length / 4)); });
+    row("lines", [](int length) { return textOf(QString(length, u'\n')); });
+    row("words", [](int length) { return textOf(u"a "_s.repeated(length / 2)); });
+    row("directions", [](int length) { return textOf(u"a\u202bא"_s.repeated(length / 3)); });
+}
+
+void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion()
+{
+    using MakeOf = std::function<Make(int)>;
+    QFETCH(MakeOf, makeOf);
     // In processor time of the fastest of a few runs, so that other programs do not count.
-    const auto time = [](int length) {
-        const QByteArray uri = "http://example.com/" + QByteArray(length, 'a');
+    const auto time = [&](int length) {
         std::clock_t fastest = std::numeric_limits<std::clock_t>::max();
         for (int run = 0; run < 3; ++run) {
             const std::clock_t start = std::clock();
-            Shown shown(uriOf(uri, u"On the tag"_s));
+            Shown shown(makeOf(length));
             shown.window.grab();
             fastest = qMin(fastest, std::clock() - start);
         }
@@ -1235,6 +1256,18 @@ void TestNfcTagReadPermissionDialog::changeButtonIsAddedOnce()
     Content expected = offer(u"c"_s, u"C"_s);
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.buttons(), expected.buttons + QList<Button>{change});
+}
+
+void TestNfcTagReadPermissionDialog::changeButtonShowsOneVariant()
+{
+    Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    QVERIFY(shown.ready);
+    const auto picture = [&shown] { return shown.window.grab().toImage(); };
+    const QImage whole = picture();
+    MButtonModel *button = shown.dialog->buttons().last();
+    button->setText(button->text().section(QChar(0x9c), 0, 0));
+    QCoreApplication::processEvents();
+    QCOMPARE(picture(), whole);
 }
 
 QTEST_MAIN(TestNfcTagReadPermissionDialog)
