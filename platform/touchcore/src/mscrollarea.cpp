@@ -4,6 +4,7 @@
 #include "mscrollarea_p.h"
 
 #include <MWidgetController>
+#include <QGraphicsSceneMouseEvent>
 #include <QGraphicsSceneWheelEvent>
 #include <QScroller>
 
@@ -19,7 +20,9 @@ MScrollArea::MScrollArea(QGraphicsWidget *content, QGraphicsItem *parent)
     content->installEventFilter(this);
     m_indicator->setStyleName(QStringLiteral("MScrollIndicator"));
     m_indicator->setZValue(1);
-    QScroller::grabGesture(this, QScroller::LeftMouseButtonGesture);
+    // What begins as a press on something inside may turn out to be scrolling. Every gesture of Qt's own
+    // would leave its recognizer behind.
+    setFiltersChildEvents(true);
 }
 
 MScrollArea::~MScrollArea() = default;
@@ -105,6 +108,80 @@ bool MScrollArea::eventFilter(QObject *watched, QEvent *event)
         Q_EMIT contentChanged();
     }
     return MWidget::eventFilter(watched, event);
+}
+
+bool MScrollArea::scrollsInsteadOf(const QGraphicsItem *item) const
+{
+    for (; item; item = item->parentItem()) {
+        const auto area = dynamic_cast<const MScrollArea *>(item);
+        if (area && area->range() > 0) {
+            return area == this;
+        }
+    }
+    return false;
+}
+
+void MScrollArea::press(QGraphicsSceneMouseEvent *event)
+{
+    QScroller::scroller(this)->handleInput(QScroller::InputPress, mapFromScene(event->scenePos()),
+                                           qint64(event->timestamp()));
+}
+
+bool MScrollArea::drag(QGraphicsSceneMouseEvent *event)
+{
+    QScroller *scroller = QScroller::scroller(this);
+    scroller->handleInput(QScroller::InputMove, mapFromScene(event->scenePos()), qint64(event->timestamp()));
+    return scroller->state() == QScroller::Dragging;
+}
+
+void MScrollArea::release(QGraphicsSceneMouseEvent *event)
+{
+    QScroller::scroller(this)->handleInput(QScroller::InputRelease, mapFromScene(event->scenePos()),
+                                           qint64(event->timestamp()));
+}
+
+bool MScrollArea::sceneEventFilter(QGraphicsItem *watched, QEvent *event)
+{
+    const bool mouse = event->type() == QEvent::GraphicsSceneMousePress ||
+                       event->type() == QEvent::GraphicsSceneMouseMove ||
+                       event->type() == QEvent::GraphicsSceneMouseRelease;
+    if (!mouse || !scrollsInsteadOf(watched)) {
+        return false;
+    }
+    auto mouseEvent = static_cast<QGraphicsSceneMouseEvent *>(event);
+    if (event->type() == QEvent::GraphicsSceneMousePress) {
+        press(mouseEvent);
+        return false;
+    }
+    if (event->type() == QEvent::GraphicsSceneMouseRelease) {
+        release(mouseEvent);
+        return false;
+    }
+    if (!drag(mouseEvent)) {
+        return false;
+    }
+    // Takes the press away from what was touched.
+    grabMouse();
+    return true;
+}
+
+void MScrollArea::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    event->setAccepted(range() > 0);
+    if (event->isAccepted()) {
+        press(event);
+    }
+}
+
+void MScrollArea::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    drag(event);
+}
+
+void MScrollArea::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    release(event);
+    ungrabMouse();
 }
 
 void MScrollArea::resizeEvent(QGraphicsSceneResizeEvent *event)

@@ -37,6 +37,10 @@ Q_SIGNALS:
 protected:
     bool event(QEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    bool sceneEventFilter(QGraphicsItem *watched, QEvent *event) override;
+    void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseMoveEvent(QGraphicsSceneMouseEvent *event) override;
+    void mouseReleaseEvent(QGraphicsSceneMouseEvent *event) override;
     void resizeEvent(QGraphicsSceneResizeEvent *event) override;
     void wheelEvent(QGraphicsSceneWheelEvent *event) override;
 
@@ -44,6 +48,10 @@ private:
     void layOut();
     void place(qreal overshoot = 0);
     qreal range() const;
+    bool scrollsInsteadOf(const QGraphicsItem *item) const;
+    void press(QGraphicsSceneMouseEvent *event);
+    bool drag(QGraphicsSceneMouseEvent *event);
+    void release(QGraphicsSceneMouseEvent *event);
 
     QGraphicsWidget *const m_content;
     MWidgetController *const m_indicator;

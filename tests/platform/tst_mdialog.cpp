@@ -1,0 +1,642 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <malloc.h>
+#include <MDialog>
+#include <MImageWidget>
+#include <MLabel>
+#include <MMessageBox>
+#include <MProgressIndicator>
+#include <QApplication>
+#include <QSignalSpy>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+namespace {
+
+constexpr int cancelled = M::CancelButton;
+
+/** Stays open while a button without a role is pressed. */
+class StubbornDialog : public MDialog
+{
+public:
+    using MDialog::MDialog;
+
+    void done(int result) override
+    {
+        if (!clickedButton() || clickedButton()->role() != M::InvalidRole) {
+            MDialog::done(result);
+        }
+    }
+};
+
+class CountLayouts : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::LayoutRequest;
+        return false;
+    }
+
+    int count = 0;
+};
+
+QString longText()
+{
+    return QStringLiteral(
+        "Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbauunterbeamtengesellschaft wants "
+        "to send you a picture of its new engine room. ");
+}
+
+} // namespace
+
+class MDialogTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void propertiesComeBack();
+    void standardButtonsComeFirst();
+    void addedButtonsHaveTheirRoles();
+    void pressTellsButtonAndCode();
+    void addedButtonGivesZero();
+    void relabelledButtonShowsItsText();
+    void overriddenDoneKeepsDialogOpen();
+    void keysDismiss_data();
+    void keysDismiss();
+    void closingWindowDismissesNewestFirst();
+    void finishedComesOnce();
+    void appearingAgainStartsAfresh();
+    void acceptAndRejectForgetTheButton();
+    void slotMayDeleteDialog_data();
+    void slotMayDeleteDialog();
+    void deletionPolicyHolds();
+    void slotMayLetDialogAppearAgain();
+    void newDialogInSlotUsesSameWindow();
+    void newestStandsInFront();
+    void longestTextFits_data();
+    void longestTextFits();
+    void newContentsAreFitted();
+    void restingDialogDoesNothing();
+    void rightToLeftMirrors();
+    void enterPressesTheFirstButton();
+    void focusStaysInFrontDialog();
+    void arrowsFollowTheDirection();
+    void keysScrollLongContents();
+    void touchTargetsAreLargeEnough();
+    void centralWidgetIsReplaced();
+    void thousandDialogsLeaveNothing();
+};
+
+void MDialogTest::propertiesComeBack()
+{
+    MDialog dialog(QStringLiteral("Title"), M::OkButton);
+    QCOMPARE(dialog.title(), QStringLiteral("Title"));
+    dialog.setTitle(QStringLiteral("Other"));
+    QCOMPARE(dialog.title(), QStringLiteral("Other"));
+    QVERIFY(dialog.titleBarIconId().isEmpty());
+    dialog.setTitleBarIconId(QStringLiteral("icon-m-service-nfc"));
+    QCOMPARE(dialog.titleBarIconId(), QStringLiteral("icon-m-service-nfc"));
+    QVERIFY(!dialog.isProgressIndicatorVisible());
+    dialog.setProgressIndicatorVisible(true);
+    QVERIFY(dialog.isProgressIndicatorVisible());
+
+    MWindow window;
+    dialog.appear(&window);
+    QCOMPARE(visibleBelow<MProgressIndicator>(&dialog).size(), 1);
+    QCOMPARE(visibleBelow<MImageWidget>(&dialog).size(), 1);
+    dialog.setProgressIndicatorVisible(false);
+    dialog.setTitleBarIconId(QString());
+    dialog.setTitle(QString());
+    QCOMPARE(visibleBelow<MProgressIndicator>(&dialog).size(), 0);
+    QCOMPARE(visibleBelow<MImageWidget>(&dialog).size(), 0);
+    QCOMPARE(visibleBelow<MLabel>(&dialog).size(), 0);
+}
+
+void MDialogTest::standardButtonsComeFirst()
+{
+    MDialog dialog(M::CancelButton | M::NoButton | M::YesButton | M::OkButton);
+    MButtonModel *added = dialog.addButton(QStringLiteral("More"));
+    const QList<MButtonModel *> expected{dialog.button(M::OkButton), dialog.button(M::YesButton),
+                                         dialog.button(M::NoButton), dialog.button(M::CancelButton), added};
+    QCOMPARE(dialog.buttons(), expected);
+    QVERIFY(!expected.contains(nullptr));
+    QCOMPARE(dialog.button(M::OkButton)->role(), M::AcceptRole);
+    QCOMPARE(dialog.button(M::YesButton)->role(), M::YesRole);
+    QCOMPARE(dialog.button(M::NoButton)->role(), M::NoRole);
+    QCOMPARE(dialog.button(M::CancelButton)->role(), M::RejectRole);
+    QCOMPARE(dialog.button(M::YesButton)->text(), QStringLiteral("Yes"));
+    QVERIFY(!MDialog(M::OkButton).button(M::NoButton));
+    QVERIFY(!dialog.button(M::NoStandardButton));
+}
+
+void MDialogTest::addedButtonsHaveTheirRoles()
+{
+    MDialog dialog;
+    MButtonModel *plain = dialog.addButton(QStringLiteral("Change"));
+    MButtonModel *apply = dialog.addButton(QStringLiteral("View"), M::ApplyRole);
+    QCOMPARE(dialog.buttons(), (QList<MButtonModel *>{plain, apply}));
+    QCOMPARE(int(plain->role()), -1);
+    QCOMPARE(int(apply->role()), 8);
+    QCOMPARE(plain->standardButton(), M::NoStandardButton);
+}
+
+void MDialogTest::pressTellsButtonAndCode()
+{
+    MWindow window;
+    window.show();
+    MDialog dialog(QStringLiteral("Share?"), M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    QVERIFY(!dialog.clickedButton());
+
+    MButtonModel *atFinish = nullptr;
+    connect(&dialog, &MDialog::finished, this, [&] { atFinish = dialog.clickedButton(); });
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    tap(&window, viewOf(&dialog, dialog.button(M::NoButton)));
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), 0x10000);
+    QCOMPARE(atFinish, dialog.button(M::NoButton));
+    QCOMPARE(dialog.clickedButton(), dialog.button(M::NoButton));
+    QCOMPARE(dialog.result(), 0x10000);
+    QVERIFY(!dialog.isVisible());
+    QVERIFY(!dialog.scene());
+}
+
+void MDialogTest::addedButtonGivesZero()
+{
+    MDialog dialog(M::OkButton);
+    MButtonModel *added = dialog.addButton(QStringLiteral("View"), M::ApplyRole);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    added->click();
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), 0);
+    QCOMPARE(dialog.clickedButton(), added);
+}
+
+void MDialogTest::relabelledButtonShowsItsText()
+{
+    MWindow window;
+    MDialog dialog(M::OkButton | M::CancelButton);
+    dialog.appear(&window);
+    dialog.button(M::OkButton)->setText(QStringLiteral("Continue"));
+    QVERIFY(viewOf(&dialog, dialog.button(M::OkButton)));
+    QCOMPARE(dialog.button(M::OkButton)->text(), QStringLiteral("Continue"));
+}
+
+void MDialogTest::overriddenDoneKeepsDialogOpen()
+{
+    MWindow window;
+    window.show();
+    StubbornDialog dialog(M::YesButton);
+    MButtonModel *change = dialog.addButton(QStringLiteral("Change"));
+    dialog.appear(&window);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    tap(&window, viewOf(&dialog, change));
+    QVERIFY(finished.isEmpty());
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.clickedButton(), change);
+
+    dialog.dismiss();
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), cancelled);
+    QVERIFY(!dialog.clickedButton());
+}
+
+void MDialogTest::keysDismiss_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("Escape") << Qt::Key_Escape;
+    QTest::newRow("back") << Qt::Key_Back;
+}
+
+void MDialogTest::keysDismiss()
+{
+    QFETCH(Qt::Key, key);
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(M::OkButton);
+    dialog.appear(&window);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    QTest::keyClick(&window, key);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(finished.first().first().toInt(), cancelled);
+    QVERIFY(!dialog.clickedButton());
+    QVERIFY(window.isVisible());
+}
+
+void MDialogTest::closingWindowDismissesNewestFirst()
+{
+    auto first = new MDialog(M::YesButton);
+    MDialog second(M::OkButton);
+    first->appear(MDialog::DestroyWhenDone);
+    auto window = qobject_cast<MWindow *>(first->scene()->views().first());
+    QVERIFY(window->isVisible());
+    second.appear();
+    QCOMPARE(second.scene(), first->scene());
+
+    QList<int> order;
+    connect(first, &MDialog::finished, this, [&](int result) { order << 1 << result; });
+    connect(&second, &MDialog::finished, this, [&](int result) { order << 2 << result; });
+    QSignalSpy deleted(first, &QObject::destroyed);
+    QSignalSpy windowDeleted(window, &QObject::destroyed);
+    window->close();
+    QCOMPARE(order, (QList<int>{2, cancelled, 1, cancelled}));
+    QVERIFY(!second.scene());
+    QTRY_COMPARE(deleted.count(), 1);
+    QTRY_COMPARE(windowDeleted.count(), 1);
+}
+
+void MDialogTest::finishedComesOnce()
+{
+    MDialog dialog(M::OkButton);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    connect(&dialog, &MDialog::finished, &dialog, [&] { dialog.done(2); });
+    dialog.done(1);
+    dialog.done(3);
+    QCOMPARE(finished.count(), 1);
+    QCOMPARE(dialog.result(), 1);
+}
+
+void MDialogTest::appearingAgainStartsAfresh()
+{
+    MWindow window;
+    MDialog dialog(M::OkButton);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    dialog.appear(&window);
+    dialog.button(M::OkButton)->click();
+    dialog.appear(&window);
+    QVERIFY(dialog.isVisible());
+    QVERIFY(!dialog.clickedButton());
+    dialog.done(7);
+    QCOMPARE(finished.count(), 2);
+    QCOMPARE(dialog.result(), 7);
+}
+
+void MDialogTest::acceptAndRejectForgetTheButton()
+{
+    StubbornDialog dialog(M::OkButton);
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    dialog.addButton(QStringLiteral("Change"))->click();
+    dialog.accept();
+    QVERIFY(!dialog.clickedButton());
+    QCOMPARE(finished.last().first().toInt(), 0x400);
+
+    MDialog other(M::OkButton);
+    other.reject();
+    QCOMPARE(other.result(), cancelled);
+}
+
+void MDialogTest::slotMayDeleteDialog_data()
+{
+    QTest::addColumn<QString>("signal");
+    QTest::addColumn<QString>("way");
+    for (const char *signal : {"finished", "clicked", "disappeared"}) {
+        for (const char *way : {"press", "click", "key"}) {
+            QTest::addRow("%s by %s", signal, way) << QString::fromLatin1(signal) << QString::fromLatin1(way);
+        }
+    }
+    QTest::newRow("finished by Escape") << QStringLiteral("finished") << QStringLiteral("Escape");
+    QTest::newRow("finished by done") << QStringLiteral("finished") << QStringLiteral("done");
+    QTest::newRow("finished by closing") << QStringLiteral("finished") << QStringLiteral("close");
+}
+
+void MDialogTest::slotMayDeleteDialog()
+{
+    QFETCH(QString, signal);
+    QFETCH(QString, way);
+    auto dialog = new MDialog(QStringLiteral("Doomed"), M::OkButton);
+    dialog->appear();
+    auto window = qobject_cast<MWindow *>(dialog->scene()->views().first());
+    QVERIFY(QTest::qWaitForWindowActive(window));
+    QSignalSpy deleted(dialog, &QObject::destroyed);
+    QSignalSpy windowDeleted(window, &QObject::destroyed);
+    const auto remove = [dialog] { delete dialog; };
+    if (signal == QLatin1String("finished")) {
+        connect(dialog, &MDialog::finished, this, remove);
+    } else if (signal == QLatin1String("disappeared")) {
+        connect(dialog, &MDialog::disappeared, this, remove);
+    } else {
+        connect(dialog->button(M::OkButton), &MButtonModel::clicked, this, remove);
+    }
+
+    if (way == QLatin1String("press")) {
+        tap(window, viewOf(dialog, dialog->button(M::OkButton)));
+    } else if (way == QLatin1String("click")) {
+        dialog->button(M::OkButton)->click();
+    } else if (way == QLatin1String("key")) {
+        viewOf(dialog, dialog->button(M::OkButton))->setFocus();
+        QTest::keyClick(window, Qt::Key_Return);
+    } else if (way == QLatin1String("Escape")) {
+        QTest::keyClick(window, Qt::Key_Escape);
+    } else if (way == QLatin1String("done")) {
+        dialog->done(0);
+    } else {
+        window->close();
+    }
+    QCOMPARE(deleted.count(), 1);
+    QTRY_COMPARE(windowDeleted.count(), 1);
+}
+
+void MDialogTest::deletionPolicyHolds()
+{
+    MWindow window;
+    QPointer<MDialog> kept = new MDialog(M::OkButton);
+    QPointer<MDialog> destroyed = new MDialog(M::OkButton);
+    kept->appear(&window);
+    destroyed->appear(&window, MDialog::DestroyWhenDone);
+    kept->done(1);
+    destroyed->done(1);
+    // Code that closed it may still look at it.
+    QVERIFY(destroyed);
+    QTRY_VERIFY(!destroyed);
+    QVERIFY(kept);
+    delete kept;
+}
+
+void MDialogTest::slotMayLetDialogAppearAgain()
+{
+    MWindow window;
+    MDialog dialog(M::OkButton);
+    dialog.appear(&window);
+    connect(
+        &dialog, &MDialog::finished, this, [&] { dialog.appear(&window); }, Qt::SingleShotConnection);
+    dialog.done(1);
+    QVERIFY(dialog.isVisible());
+    QCOMPARE(dialog.scene(), window.scene());
+}
+
+void MDialogTest::newDialogInSlotUsesSameWindow()
+{
+    MDialog question(M::YesButton);
+    MDialog notice(M::OkButton);
+    question.appear();
+    QPointer<MWindow> window = qobject_cast<MWindow *>(question.scene()->views().first());
+    connect(&question, &MDialog::finished, this, [&] { notice.appear(); });
+    question.done(1);
+    QVERIFY(notice.scene());
+    QCOMPARE(notice.scene(), window->scene());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(window);
+    notice.done(1);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!window);
+}
+
+void MDialogTest::newestStandsInFront()
+{
+    MWindow window;
+    window.show();
+    MDialog lower(QStringLiteral("Lower"), M::OkButton);
+    MDialog upper(QStringLiteral("Upper"), M::OkButton);
+    lower.appear(&window);
+    upper.appear(&window);
+    const QPointF corner(5, 5);
+    QCOMPARE(window.scene()->items(corner).first(), &upper);
+    tap(&window, viewOf(&lower, lower.button(M::OkButton)));
+    QVERIFY(lower.isVisible());
+    QVERIFY(!upper.isVisible());
+    upper.appear(&window);
+    lower.appear(&window);
+    QCOMPARE(window.scene()->items(corner).first(), &lower);
+}
+
+void MDialogTest::longestTextFits_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<int>("angle");
+    QTest::newRow("portrait") << QSize(480, 854) << 0;
+    QTest::newRow("landscape") << QSize(854, 480) << 0;
+    QTest::newRow("turned to landscape") << QSize(480, 854) << 90;
+    QTest::newRow("turned to portrait") << QSize(854, 480) << 270;
+}
+
+void MDialogTest::longestTextFits()
+{
+    QFETCH(QSize, size);
+    QFETCH(int, angle);
+    MWindow window;
+    window.resize(size);
+    window.sceneManager()->setOrientationAngle(M::OrientationAngle(angle));
+    window.show();
+    MMessageBox dialog(longText(), longText().repeated(40), M::YesButton | M::NoButton);
+    dialog.setTitleBarIconId(QStringLiteral("icon-m-service-nfc"));
+    dialog.button(M::YesButton)->setText(longText());
+    dialog.addButton(longText().trimmed());
+    dialog.appear(&window);
+
+    const QRectF screen(QPointF(), size);
+    const QList<MButton *> buttons = visibleBelow<MButton>(&dialog);
+    QCOMPARE(buttons.size(), 3);
+    for (const MButton *button : buttons) {
+        QVERIFY2(
+            button->size().height() >=
+                button->effectiveSizeHint(Qt::PreferredSize, QSizeF(button->size().width(), -1)).height(),
+            "a button's text is cut");
+    }
+    QVERIFY(screen.contains(viewOf(&dialog, dialog.buttons().first())->mapToScene(QPointF(1, 1))));
+    const QList<MLabel *> labels = visibleBelow<MLabel>(&dialog);
+    QCOMPARE(labels.size(), 2);
+    for (const MLabel *label : labels) {
+        const QSizeF needed = label->effectiveSizeHint(Qt::MinimumSize, QSizeF(label->size().width(), -1));
+        QVERIFY2(label->size().height() >= needed.height(), "a label's text is cut");
+        const QRectF place = label->sceneBoundingRect();
+        const bool sideways = angle % 180 != 0;
+        QVERIFY(sideways ? place.top() >= 0 && place.bottom() <= size.height()
+                         : place.left() >= 0 && place.right() <= size.width());
+    }
+}
+
+void MDialogTest::newContentsAreFitted()
+{
+    MWindow window;
+    window.show();
+    MMessageBox dialog(QString(), QStringLiteral("Short"), M::OkButton);
+    dialog.appear(&window);
+    const qreal before = viewOf(&dialog, dialog.button(M::OkButton))->scenePos().y();
+    MLabel *label = visibleBelow<MLabel>(&dialog).first();
+    const qreal short_ = label->size().height();
+    dialog.setText(longText());
+    QTRY_VERIFY(label->size().height() > 2 * short_);
+    QCOMPARE(viewOf(&dialog, dialog.button(M::OkButton))->scenePos().y(), before);
+    QVERIFY(label->sceneBoundingRect().bottom() <= before);
+}
+
+void MDialogTest::restingDialogDoesNothing()
+{
+    MWindow window;
+    window.show();
+    MMessageBox dialog(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    for (int i = 0; i < 10; ++i) {
+        QCoreApplication::processEvents();
+    }
+    CountLayouts layouts;
+    qApp->installEventFilter(&layouts);
+    for (int i = 0; i < 20; ++i) {
+        QCoreApplication::processEvents();
+    }
+    qApp->removeEventFilter(&layouts);
+    QCOMPARE(layouts.count, 0);
+}
+
+void MDialogTest::rightToLeftMirrors()
+{
+    MWindow window;
+    window.show();
+    MDialog dialog(QStringLiteral("Title"), M::YesButton | M::NoButton);
+    dialog.setTitleBarIconId(QStringLiteral("icon-m-service-nfc"));
+    dialog.appear(&window);
+    const auto yes = [&] { return viewOf(&dialog, dialog.button(M::YesButton))->scenePos().x(); };
+    const auto no = [&] { return viewOf(&dialog, dialog.button(M::NoButton))->scenePos().x(); };
+    const auto icon = [&] { return visibleBelow<MImageWidget>(&dialog).first()->scenePos().x(); };
+    QVERIFY(yes() > no());
+    QVERIFY(icon() < window.width() / 2);
+    window.setLayoutDirection(Qt::RightToLeft);
+    QTRY_VERIFY(yes() < no());
+    QTRY_VERIFY(icon() > window.width() / 2);
+}
+
+void MDialogTest::enterPressesTheFirstButton()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    QTest::keyClick(&window, Qt::Key_Return);
+    QCOMPARE(dialog.result(), 0x4000);
+    QCOMPARE(dialog.clickedButton(), dialog.button(M::YesButton));
+}
+
+void MDialogTest::focusStaysInFrontDialog()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog lower(M::OkButton);
+    MDialog upper(M::YesButton | M::NoButton);
+    lower.appear(&window);
+    upper.appear(&window);
+    QSet<QGraphicsItem *> seen;
+    for (int i = 0; i < 6; ++i) {
+        QTest::keyClick(&window, Qt::Key_Tab);
+        QVERIFY(upper.isAncestorOf(window.scene()->focusItem()));
+        seen.insert(window.scene()->focusItem());
+    }
+    QCOMPARE(seen.size(), 2);
+    QTest::keyClick(&window, Qt::Key_Backtab);
+    QVERIFY(seen.contains(window.scene()->focusItem()));
+    upper.done(0);
+    QTest::keyClick(&window, Qt::Key_Tab);
+    QCOMPARE(window.scene()->focusItem(), viewOf(&lower, lower.button(M::OkButton)));
+    QTest::keyClick(&window, Qt::Key_Space);
+    QCOMPARE(lower.result(), 0x400);
+}
+
+void MDialogTest::arrowsFollowTheDirection()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    MButton *yes = viewOf(&dialog, dialog.button(M::YesButton));
+    MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
+    yes->setFocus();
+    // Yes stands at the end of the row, No before it.
+    QTest::keyClick(&window, Qt::Key_Left);
+    QVERIFY(no->hasFocus());
+    QTest::keyClick(&window, Qt::Key_Right);
+    QVERIFY(yes->hasFocus());
+    QTest::keyClick(&window, Qt::Key_Up);
+    QVERIFY(no->hasFocus());
+    window.setLayoutDirection(Qt::RightToLeft);
+    yes->setFocus();
+    QTest::keyClick(&window, Qt::Key_Right);
+    QVERIFY(no->hasFocus());
+}
+
+void MDialogTest::keysScrollLongContents()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MMessageBox dialog(QString(), longText().repeated(40), M::OkButton);
+    dialog.appear(&window);
+    MLabel *label = visibleBelow<MLabel>(&dialog).first();
+    const qreal top = label->scenePos().y();
+    QTest::keyClick(&window, Qt::Key_PageDown);
+    QVERIFY(label->scenePos().y() < top);
+    for (int i = 0; i < 200; ++i) {
+        QTest::keyClick(&window, Qt::Key_Down);
+    }
+    const MButton *button = viewOf(&dialog, dialog.button(M::OkButton));
+    QVERIFY(label->sceneBoundingRect().bottom() <= button->scenePos().y());
+    QTest::keyClick(&window, Qt::Key_PageUp);
+    for (int i = 0; i < 200; ++i) {
+        QTest::keyClick(&window, Qt::Key_Up);
+    }
+    QCOMPARE(label->scenePos().y(), top);
+}
+
+void MDialogTest::touchTargetsAreLargeEnough()
+{
+    MWindow window;
+    MDialog dialog(M::YesButton | M::NoButton | M::CancelButton);
+    dialog.addButton(QStringLiteral("x"));
+    dialog.appear(&window);
+    const QList<MButton *> buttons = visibleBelow<MButton>(&dialog);
+    QCOMPARE(buttons.size(), 4);
+    for (const MButton *button : buttons) {
+        QVERIFY(button->size().height() >= 48);
+        QVERIFY(button->size().width() >= 48);
+    }
+}
+
+void MDialogTest::centralWidgetIsReplaced()
+{
+    MDialog dialog;
+    QVERIFY(!dialog.centralWidget());
+    QPointer<MWidget> first = new MWidget;
+    auto second = new MWidget;
+    dialog.setCentralWidget(first);
+    QCOMPARE(dialog.centralWidget(), first.data());
+    dialog.setCentralWidget(first);
+    QVERIFY(first);
+    dialog.setCentralWidget(second);
+    QVERIFY(!first);
+    QCOMPARE(dialog.centralWidget(), second);
+    dialog.setCentralWidget(nullptr);
+    QVERIFY(!dialog.centralWidget());
+}
+
+void MDialogTest::thousandDialogsLeaveNothing()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    const auto openAndClose = [&](int times) {
+        for (int i = 0; i < times; ++i) {
+            auto dialog = new MMessageBox(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
+            dialog->setIconId(QStringLiteral("icon-m-content-nfc-inverse"));
+            dialog->appear(MDialog::DestroyWhenDone);
+            QCoreApplication::processEvents();
+            dialog->done(i);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        }
+    };
+    openAndClose(100);
+    const qsizetype items = window.scene()->items().size();
+    const qsizetype widgets = QApplication::allWidgets().size();
+    const auto children = window.findChildren<QObject *>().size();
+    const size_t used = mallinfo2().uordblks;
+    openAndClose(1000);
+    QCOMPARE(window.scene()->items().size(), items);
+    QCOMPARE(QApplication::allWidgets().size(), widgets);
+    QCOMPARE(window.findChildren<QObject *>().size(), children);
+    // Less than a hundred bytes for each: what Qt's own caches may still take, but no object.
+    QVERIFY2(mallinfo2().uordblks < used + 100'000, qPrintable(QString::number(mallinfo2().uordblks - used)));
+}
+
+QTEST_MAIN(MDialogTest)
+#include "tst_mdialog.moc"
