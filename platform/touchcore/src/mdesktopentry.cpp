@@ -31,8 +31,9 @@ MDesktopEntry::MDesktopEntry(const QString &path)
     }
     const QByteArray data = file.read(maximumFileSize);
     const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
-    if (data.isEmpty() || !g_key_file_load_from_data(keys.get(), data.constData(), gsize(data.size()),
-                                                     G_KEY_FILE_KEEP_TRANSLATIONS, nullptr)) {
+    if (data.isEmpty() || data.contains('\0') ||
+        !g_key_file_load_from_data(keys.get(), data.constData(), gsize(data.size()),
+                                   G_KEY_FILE_KEEP_TRANSLATIONS, nullptr)) {
         return;
     }
     localizedName = localized(keys.get(), G_KEY_FILE_DESKTOP_KEY_NAME);

@@ -13,7 +13,7 @@
 void MImageWidgetPrivate::loadIcon()
 {
     if (icon.isNull() && !id.isEmpty()) {
-        icon = MThemePrivate::instance()->icon(id);
+        icon = MThemePrivate::icon(id);
     }
 }
 
@@ -33,6 +33,7 @@ QPixmap MImageWidgetPrivate::scaled(const QSizeF &size, qreal ratio)
     scaledFor = wanted;
     loadIcon();
     if (!icon.isNull()) {
+        MThemePrivate::instance()->warnIfMissing(id);
         shown = icon.pixmap(size.toSize(), ratio);
     } else if (!pixmap.isNull()) {
         shown = pixmap.scaled(wanted, Qt::KeepAspectRatio, Qt::SmoothTransformation);

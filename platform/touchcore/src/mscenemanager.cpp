@@ -66,6 +66,8 @@ MSceneManagerPrivate::MSceneManagerPrivate(MSceneManager *manager)
     , root(new MWidget)
 {
     scene.addItem(root);
+    // In front of what a program puts into the scene itself.
+    root->setZValue(1);
     place();
 }
 

@@ -50,7 +50,7 @@ private:
 
     Shape m_shape;
     std::deque<QTextLayout> m_paragraphs;
-    QSizeF m_size;
+    QSizeF m_size{0, 0};
 };
 
 #endif

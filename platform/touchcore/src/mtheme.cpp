@@ -52,6 +52,13 @@ void setIconPaths()
     }
 }
 
+QIcon findIcon(const QString &id)
+{
+    const QIcon icon = QDir::isAbsolutePath(id) ? QIcon(id) : QIcon::fromTheme(id);
+    // A file may be there and still hold no picture.
+    return icon.pixmap(probe).isNull() ? QIcon() : icon;
+}
+
 } // namespace
 
 MThemePrivate::MThemePrivate()
@@ -118,16 +125,17 @@ void MThemePrivate::warnAboutStyle(const QString &name)
 
 QIcon MThemePrivate::icon(const QString &id)
 {
-    const QIcon found = QDir::isAbsolutePath(id) ? QIcon(id) : QIcon::fromTheme(id);
-    // A file may be there and still hold no picture.
-    if (!found.pixmap(probe).isNull()) {
-        return found;
+    const QIcon found = findIcon(id);
+    return found.isNull() ? QIcon::fromTheme(placeholder) : found;
+}
+
+void MThemePrivate::warnIfMissing(const QString &id)
+{
+    if (missingIcons.contains(id) || !findIcon(id).isNull()) {
+        return;
     }
-    if (!missingIcons.contains(id)) {
-        missingIcons.insert(id);
-        qWarning("MTheme: no picture is called '%s'", qUtf8Printable(id));
-    }
-    return QIcon::fromTheme(placeholder);
+    missingIcons.insert(id);
+    qWarning("MTheme: no picture is called '%s'", qUtf8Printable(id));
 }
 
 QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
@@ -180,7 +188,8 @@ const QPixmap *MTheme::pixmap(const QString &id)
     MThemePrivate *d = MThemePrivate::instance();
     MThemePrivate::SharedPixmap &shared = d->pixmaps[id];
     if (shared.users++ == 0) {
-        const QIcon icon = d->icon(id);
+        const QIcon icon = MThemePrivate::icon(id);
+        d->warnIfMissing(id);
         shared.pixmap = icon.pixmap(d->naturalSize(icon, id), qGuiApp->devicePixelRatio());
     }
     return &shared.pixmap;

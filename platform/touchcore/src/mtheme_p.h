@@ -28,11 +28,11 @@ public:
     /** Logs, once for each name, that there is no style called @p name. */
     void warnAboutStyle(const QString &name);
 
-    /**
-     * Returns the icon with the theme id or absolute path @p id, or the placeholder after a warning that is
-     * logged once for each id.
-     */
-    QIcon icon(const QString &id);
+    /** Returns the icon with the theme id or absolute path @p id, or a neutral one in its place. */
+    static QIcon icon(const QString &id);
+
+    /** Logs, once for each id, that there is no picture with the theme id or absolute path @p id, if so. */
+    void warnIfMissing(const QString &id);
 
     /**
      * Returns the size that @p icon, known as @p id, is shown at by itself: that of the style that carries

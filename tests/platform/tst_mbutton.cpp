@@ -1,0 +1,223 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MButton>
+#include <QSignalSpy>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+class MButtonTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void propertiesComeBack();
+    void clickEmits();
+    void checkableButtonChanges();
+    void switchIsCheckable();
+    void onlyCheckableButtonIsChecked();
+    void fingerPresses();
+    void fingerThatLeavesDoesNotPress();
+    void keysPress_data();
+    void keysPress();
+    void disabledButtonDoesNothing();
+    void slotMayDeleteButton_data();
+    void slotMayDeleteButton();
+    void longTextMakesButtonHigher();
+    void switchMirrors();
+};
+
+void MButtonTest::propertiesComeBack()
+{
+    MButton button(QStringLiteral("Call"));
+    QCOMPARE(button.text(), QStringLiteral("Call"));
+    button.setText(QStringLiteral("Send"));
+    QCOMPARE(button.text(), QStringLiteral("Send"));
+    QCOMPARE(button.viewType(), MButton::pushType);
+    QVERIFY(!button.isCheckable());
+    QVERIFY(!button.isChecked());
+}
+
+void MButtonTest::clickEmits()
+{
+    MButton button;
+    QSignalSpy clicked(&button, &MButton::clicked);
+    QSignalSpy toggled(&button, &MButton::toggled);
+    button.click();
+    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.first().first().toBool(), false);
+    QVERIFY(toggled.isEmpty());
+}
+
+void MButtonTest::checkableButtonChanges()
+{
+    MButton button;
+    button.setCheckable(true);
+    QSignalSpy clicked(&button, &MButton::clicked);
+    QSignalSpy toggled(&button, &MButton::toggled);
+    button.click();
+    QVERIFY(button.isChecked());
+    QCOMPARE(toggled.count(), 1);
+    QCOMPARE(toggled.first().first().toBool(), true);
+    QCOMPARE(clicked.first().first().toBool(), true);
+    button.setChecked(true);
+    QCOMPARE(toggled.count(), 1);
+    button.setChecked(false);
+    QCOMPARE(toggled.count(), 2);
+    QCOMPARE(clicked.count(), 1);
+    button.setChecked(true);
+    button.setCheckable(false);
+    QVERIFY(!button.isChecked());
+}
+
+void MButtonTest::switchIsCheckable()
+{
+    MButton button;
+    button.setViewType(MButton::switchType);
+    QCOMPARE(button.viewType(), MButton::switchType);
+    QVERIFY(button.isCheckable());
+    QVERIFY(button.preferredSize().height() >= 48);
+    QVERIFY(button.preferredSize().width() >= 48);
+}
+
+void MButtonTest::onlyCheckableButtonIsChecked()
+{
+    MButton button;
+    QSignalSpy toggled(&button, &MButton::toggled);
+    button.setChecked(true);
+    QVERIFY(!button.isChecked());
+    QVERIFY(toggled.isEmpty());
+}
+
+void MButtonTest::fingerPresses()
+{
+    MWindow window;
+    window.show();
+    auto button = new MButton(QStringLiteral("Call"));
+    window.scene()->addItem(button);
+    button->setGeometry(50, 50, 200, 60);
+    QSignalSpy clicked(button, &MButton::clicked);
+    tap(&window, button);
+    QCOMPARE(clicked.count(), 1);
+    QTest::ignoreMessage(QtWarningMsg, "Mouse event \"MousePress\" not accepted by receiving widget");
+    QTest::mouseClick(window.viewport(), Qt::RightButton, {}, QPoint(100, 80));
+    QCOMPARE(clicked.count(), 1);
+}
+
+void MButtonTest::fingerThatLeavesDoesNotPress()
+{
+    MWindow window;
+    window.show();
+    auto button = new MButton(QStringLiteral("Call"));
+    window.scene()->addItem(button);
+    button->setGeometry(50, 50, 200, 60);
+    QSignalSpy clicked(button, &MButton::clicked);
+    QTest::mousePress(window.viewport(), Qt::LeftButton, {}, QPoint(100, 80));
+    QTest::mouseMove(window.viewport(), QPoint(100, 300));
+    QTest::mouseRelease(window.viewport(), Qt::LeftButton, {}, QPoint(100, 300));
+    QVERIFY(clicked.isEmpty());
+}
+
+void MButtonTest::keysPress_data()
+{
+    QTest::addColumn<Qt::Key>("key");
+    QTest::addColumn<int>("presses");
+    QTest::newRow("Return") << Qt::Key_Return << 1;
+    QTest::newRow("Enter") << Qt::Key_Enter << 1;
+    QTest::newRow("Space") << Qt::Key_Space << 1;
+    QTest::newRow("Select") << Qt::Key_Select << 1;
+    QTest::newRow("letter") << Qt::Key_A << 0;
+}
+
+void MButtonTest::keysPress()
+{
+    QFETCH(Qt::Key, key);
+    QFETCH(int, presses);
+    MWindow window;
+    QVERIFY(activate(&window));
+    auto button = new MButton(QStringLiteral("Call"));
+    window.scene()->addItem(button);
+    QTest::keyClick(&window, Qt::Key_Tab);
+    QVERIFY(button->hasFocus());
+    QSignalSpy clicked(button, &MButton::clicked);
+    QTest::keyClick(&window, key);
+    QCOMPARE(clicked.count(), presses);
+}
+
+void MButtonTest::disabledButtonDoesNothing()
+{
+    MButton button;
+    button.setCheckable(true);
+    button.setEnabled(false);
+    QSignalSpy clicked(&button, &MButton::clicked);
+    button.click();
+    QVERIFY(clicked.isEmpty());
+    QVERIFY(!button.isChecked());
+}
+
+void MButtonTest::slotMayDeleteButton_data()
+{
+    QTest::addColumn<bool>("atToggle");
+    QTest::addColumn<bool>("finger");
+    QTest::newRow("toggled by click()") << true << false;
+    QTest::newRow("clicked by click()") << false << false;
+    QTest::newRow("toggled by finger") << true << true;
+    QTest::newRow("clicked by finger") << false << true;
+}
+
+void MButtonTest::slotMayDeleteButton()
+{
+    QFETCH(bool, atToggle);
+    QFETCH(bool, finger);
+    MWindow window;
+    window.show();
+    QPointer<MButton> button = new MButton(QStringLiteral("Call"));
+    button->setCheckable(true);
+    window.scene()->addItem(button);
+    button->setGeometry(50, 50, 200, 60);
+    connect(button, atToggle ? &MButton::toggled : &MButton::clicked, this, [&] { delete button; });
+    if (finger) {
+        tap(&window, button);
+    } else {
+        button->click();
+    }
+    QVERIFY(!button);
+}
+
+void MButtonTest::longTextMakesButtonHigher()
+{
+    MButton button(QStringLiteral("Change the application that opens this kind of content"));
+    const QSizeF line = button.preferredSize();
+    QVERIFY(button.effectiveSizeHint(Qt::PreferredSize, QSizeF(line.width() / 3, -1)).height() >
+            line.height());
+    QVERIFY(button.minimumSize().width() < line.width() / 3);
+}
+
+void MButtonTest::switchMirrors()
+{
+    MWindow window;
+    auto button = new MButton;
+    button->setViewType(MButton::switchType);
+    window.scene()->addItem(button);
+    button->setGeometry(QRectF(QPointF(), button->preferredSize()));
+    const QPoint left(24, 24);
+    const QPoint right(48, 24);
+    const auto knobIsAt = [&](const QPoint &place, const QPoint &other) {
+        const QImage image = picture(window.scene(), button->rect());
+        return image.pixelColor(place).lightness() > image.pixelColor(other).lightness();
+    };
+    QVERIFY(knobIsAt(left, right));
+    button->setChecked(true);
+    QVERIFY(knobIsAt(right, left));
+    button->setLayoutDirection(Qt::RightToLeft);
+    QVERIFY(knobIsAt(left, right));
+    button->setChecked(false);
+    QVERIFY(knobIsAt(right, left));
+}
+
+QTEST_MAIN(MButtonTest)
+#include "tst_mbutton.moc"

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MImageWidget>
+#include <QDir>
+#include <QGraphicsScene>
+#include <QTemporaryDir>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+class MImageWidgetTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void whatWasSetComesBack();
+    void styleGivesTheSize();
+    void pictureKeepsItsShape();
+    void absolutePathIsLoaded();
+    void missingPictureIsReplacedWithOneWarning();
+    void emptyIdShowsNothing();
+    void drawingIsSharpAtTwice();
+
+private:
+    static QImage drawn(MImageWidget *widget, qreal ratio = 1)
+    {
+        QGraphicsScene scene;
+        scene.addItem(widget);
+        widget->setGeometry(QRectF(QPointF(), widget->preferredSize()));
+        const QImage image = picture(&scene, widget->rect(), ratio);
+        scene.removeItem(widget);
+        return image;
+    }
+};
+
+void MImageWidgetTest::whatWasSetComesBack()
+{
+    MImageWidget widget(QStringLiteral("icon-m-service-nfc"));
+    QCOMPARE(widget.imageId(), QStringLiteral("icon-m-service-nfc"));
+    QVERIFY(widget.pixmap().isNull());
+    QImage image(30, 20, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    widget.setImage(image);
+    QVERIFY(widget.imageId().isEmpty());
+    QCOMPARE(widget.pixmap().toImage().convertToFormat(QImage::Format_RGB32), image);
+    QCOMPARE(widget.preferredSize(), QSizeF(30, 20));
+    widget.setImage(QStringLiteral("icon-m-content-nfc-inverse"));
+    QVERIFY(widget.pixmap().isNull());
+    widget.setPixmap(QPixmap::fromImage(image));
+    QVERIFY(widget.imageId().isEmpty());
+    QCOMPARE(widget.pixmap().size(), QSize(30, 20));
+    widget.setImage(QImage());
+    QVERIFY(widget.pixmap().isNull());
+}
+
+void MImageWidgetTest::styleGivesTheSize()
+{
+    QImage image(300, 200, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    MImageWidget widget;
+    widget.setImage(image);
+    QCOMPARE(widget.preferredSize(), QSizeF(300, 200));
+    widget.setStyleName(QStringLiteral("CommonMainIcon"));
+    QCOMPARE(widget.preferredSize(), QSizeF(48, 48));
+    QCOMPARE(widget.maximumSize(), QSizeF(48, 48));
+}
+
+void MImageWidgetTest::pictureKeepsItsShape()
+{
+    QImage image(400, 100, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    MImageWidget widget;
+    widget.setStyleName(QStringLiteral("CommonMainIcon"));
+    widget.setImage(image);
+    const QImage shown = drawn(&widget);
+    QCOMPARE(shown.pixelColor(24, 24), QColor(Qt::red));
+    QCOMPARE(shown.pixelColor(24, 19), QColor(Qt::red));
+    QCOMPARE(shown.pixelColor(24, 10), QColor(Qt::white));
+    QCOMPARE(shown.pixelColor(24, 38), QColor(Qt::white));
+}
+
+void MImageWidgetTest::absolutePathIsLoaded()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("picture.png"));
+    QImage image(64, 64, QImage::Format_RGB32);
+    image.fill(Qt::blue);
+    QVERIFY(image.save(path));
+    MImageWidget widget(path);
+    QCOMPARE(widget.imageId(), path);
+    QCOMPARE(widget.preferredSize(), QSizeF(64, 64));
+    QCOMPARE(drawn(&widget).pixelColor(32, 32), QColor(Qt::blue));
+}
+
+void MImageWidgetTest::missingPictureIsReplacedWithOneWarning()
+{
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("garbled.png"));
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write("\x89PNG\r\n\x1a\nnothing") > 0);
+    file.close();
+    for (const QString &id :
+         {QStringLiteral("icon-m-nowhere"), path, folder.filePath(QStringLiteral("absent.png"))}) {
+        MImageWidget placeholder(QStringLiteral("icon-m-placeholder"));
+        MImageWidget widget(id);
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(QStringLiteral("MTheme: no picture is called '%1'").arg(id)));
+        QCOMPARE(drawn(&widget), drawn(&placeholder));
+        MImageWidget again(id);
+        QCOMPARE(drawn(&again), drawn(&placeholder));
+    }
+}
+
+void MImageWidgetTest::emptyIdShowsNothing()
+{
+    MImageWidget widget;
+    widget.setStyleName(QStringLiteral("CommonMainIcon"));
+    QImage empty(48, 48, QImage::Format_ARGB32_Premultiplied);
+    empty.fill(Qt::white);
+    QCOMPARE(drawn(&widget), empty);
+    widget.setImage(QStringLiteral("icon-m-service-nfc"));
+    QVERIFY(drawn(&widget) != empty);
+    widget.setImage(QString());
+    QCOMPARE(drawn(&widget), empty);
+}
+
+void MImageWidgetTest::drawingIsSharpAtTwice()
+{
+    MImageWidget widget(QStringLiteral("icon-m-content-url-inverse"));
+    QImage stretched = drawn(&widget).scaled(128, 128, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    stretched.setDevicePixelRatio(2);
+    MImageWidget fine(QStringLiteral("icon-m-content-url-inverse"));
+    const QImage sharp = drawn(&fine, 2);
+    QCOMPARE(sharp.size(), QSize(128, 128));
+    QVERIFY(sharp != stretched);
+    // The thin lines of the drawing are white where they are not blurred.
+    int white = 0;
+    int blurred = 0;
+    for (int y = 30; y < 98; ++y) {
+        for (int x = 30; x < 98; ++x) {
+            white += sharp.pixelColor(x, y) == QColor(Qt::white);
+            blurred += stretched.pixelColor(x, y) == QColor(Qt::white);
+        }
+    }
+    QVERIFY(white > blurred);
+}
+
+QTEST_MAIN(MImageWidgetTest)
+#include "tst_mimagewidget.moc"

@@ -1,0 +1,354 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MAbstractCellCreator>
+#include <MLabel>
+#include <MList>
+#include <MListItem>
+#include <QElapsedTimer>
+#include <QGraphicsLinearLayout>
+#include <QItemSelectionModel>
+#include <QScroller>
+#include <QSignalSpy>
+#include <QStandardItemModel>
+#include <QStringListModel>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+namespace {
+
+class Creator : public MAbstractCellCreator<MListItem>
+{
+public:
+    explicit Creator(int *count = nullptr) : updates(count) {}
+
+    void updateCell(const QModelIndex &index, MWidget *cell) const override
+    {
+        static_cast<MListItem *>(cell)->setStyleName(QStringLiteral("CommonPanelInverted"));
+        auto layout = new QGraphicsLinearLayout(Qt::Horizontal);
+        auto label = new MLabel(index.data().toString());
+        layout->addItem(label);
+        cell->setLayout(layout);
+        if (updates) {
+            ++*updates;
+        }
+    }
+
+private:
+    int *const updates;
+};
+
+/** A model of any length that holds nothing. */
+class LongModel : public QAbstractListModel
+{
+public:
+    explicit LongModel(int rows) : rows(rows) {}
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : rows;
+    }
+    QVariant data(const QModelIndex &index, int) const override { return QString::number(index.row()); }
+
+private:
+    const int rows;
+};
+
+/** A list in a window, as high as the window. */
+struct Shown
+{
+    explicit Shown(QAbstractItemModel *model, int *updates = nullptr)
+    {
+        list->setItemModel(model);
+        list->setCellCreator(new Creator(updates));
+        list->setSelectionMode(MList::SingleSelection);
+        window.scene()->addItem(list);
+        list->setGeometry(0, 0, 480, 854);
+        window.show();
+    }
+
+    QStringList texts() const
+    {
+        QStringList texts;
+        for (const MLabel *label : visibleBelow<MLabel>(list)) {
+            texts.append(label->text());
+        }
+        return texts;
+    }
+
+    QPoint row(int number) const
+    {
+        for (const MListItem *item : visibleBelow<MListItem>(list)) {
+            if (visibleBelow<MLabel>(const_cast<MListItem *>(item)).first()->text() ==
+                QString::number(number)) {
+                return window.mapFromScene(item->sceneBoundingRect().center());
+            }
+        }
+        return QPoint();
+    }
+
+    MWindow window;
+    MList *list = new MList;
+};
+
+} // namespace
+
+class MListTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void propertiesComeBack();
+    void onlySeenCellsExist();
+    void scrollingRecyclesCells();
+    void recycledCellsComeBackEmpty();
+    void fingerScrolls();
+    void scrollingFingerSelectsNothing();
+    void tapSelects();
+    void noSelectionModeSelectsNothing();
+    void selectItemRevealsRow();
+    void foreignAndInvalidIndexDoNothing();
+    void keysMoveSelection();
+    void modelChangesAreFollowed();
+    void deletedModelLeavesEmptyList();
+    void cellSizeIsThatOfFreshItem();
+    void listInDialogLeavesButtonsInReach();
+    void wheelScrolls();
+};
+
+void MListTest::propertiesComeBack()
+{
+    MList list;
+    QVERIFY(!list.itemModel());
+    QVERIFY(!list.selectionModel());
+    QVERIFY(!list.cellCreator());
+    QCOMPARE(list.selectionMode(), MList::NoSelection);
+    QCOMPARE(int(MList::SingleSelection), 1);
+    LongModel model(3);
+    auto creator = new Creator;
+    list.setItemModel(&model);
+    list.setCellCreator(creator);
+    list.setSelectionMode(MList::SingleSelection);
+    QCOMPARE(list.itemModel(), &model);
+    QCOMPARE(list.cellCreator(), creator);
+    QCOMPARE(list.selectionMode(), MList::SingleSelection);
+    QCOMPARE(list.selectionModel()->model(), &model);
+}
+
+void MListTest::onlySeenCellsExist()
+{
+    for (const int rows : {20, 10'000, 10'000'000}) {
+        LongModel model(rows);
+        int updates = 0;
+        Shown shown(&model, &updates);
+        const auto cells = visibleBelow<MListItem>(shown.list).size();
+        QVERIFY(cells >= 10);
+        QVERIFY2(cells <= 15, qPrintable(QString::number(cells)));
+        QVERIFY2(updates <= 40, qPrintable(QString::number(updates)));
+    }
+}
+
+void MListTest::scrollingRecyclesCells()
+{
+    LongModel model(10'000);
+    Shown shown(&model);
+    QSet<QGraphicsItem *> seen;
+    for (int row = 0; row < 10'000; row += 97) {
+        shown.list->selectItem(model.index(row, 0));
+        for (MListItem *item : visibleBelow<MListItem>(shown.list)) {
+            seen.insert(item);
+        }
+        QVERIFY(shown.texts().contains(QString::number(row)));
+    }
+    QVERIFY2(seen.size() <= 30, qPrintable(QString::number(seen.size())));
+}
+
+void MListTest::recycledCellsComeBackEmpty()
+{
+    LongModel model(1'000);
+    Shown shown(&model);
+    shown.list->selectItem(model.index(900, 0));
+    for (MListItem *item : visibleBelow<MListItem>(shown.list)) {
+        QCOMPARE(item->childItems().size(), 1);
+    }
+}
+
+void MListTest::fingerScrolls()
+{
+    LongModel model(1'000);
+    Shown shown(&model);
+    QVERIFY(activate(&shown.window));
+    QCOMPARE(shown.texts().first(), QStringLiteral("0"));
+    QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
+    for (int y = 690; y >= 100; y -= 10) {
+        QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
+    }
+    QTRY_VERIFY(!shown.texts().contains(QStringLiteral("0")));
+    QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
+    QVERIFY(visibleBelow<MListItem>(shown.list).size() <= 15);
+}
+
+void MListTest::scrollingFingerSelectsNothing()
+{
+    LongModel model(1'000);
+    Shown shown(&model);
+    QVERIFY(activate(&shown.window));
+    QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
+    for (int y = 690; y >= 100; y -= 10) {
+        QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
+    }
+    QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
+    QVERIFY(!shown.list->selectionModel()->hasSelection());
+    // The next touch is one again.
+    QScroller::scroller(shown.list->childItems().first()->toGraphicsObject())->stop();
+    const int row = visibleBelow<MLabel>(shown.list).at(3)->text().toInt();
+    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(row));
+    QCOMPARE(shown.list->selectionModel()->selectedRows().first().row(), row);
+}
+
+void MListTest::tapSelects()
+{
+    LongModel model(20);
+    Shown shown(&model);
+    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
+    QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(3, 0)});
+    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(5));
+    QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(5, 0)});
+}
+
+void MListTest::noSelectionModeSelectsNothing()
+{
+    LongModel model(20);
+    Shown shown(&model);
+    shown.list->setSelectionMode(MList::NoSelection);
+    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
+    QVERIFY(!shown.list->selectionModel()->hasSelection());
+}
+
+void MListTest::selectItemRevealsRow()
+{
+    LongModel model(10'000);
+    MList list;
+    list.setItemModel(&model);
+    list.setCellCreator(new Creator);
+    // Before there is a size to reveal it in.
+    list.selectItem(model.index(9'999, 0));
+    list.resize(480, 854);
+    QCOMPARE(visibleBelow<MLabel>(&list).last()->text(), QStringLiteral("9999"));
+    list.selectItem(model.index(1, 0));
+    QCOMPARE(list.selectionModel()->selectedRows().first().row(), 1);
+    list.resize(480, 400);
+    QStringList texts;
+    for (const MLabel *label : visibleBelow<MLabel>(&list)) {
+        texts.append(label->text());
+    }
+    QVERIFY(texts.contains(QStringLiteral("0")));
+    QVERIFY(texts.contains(QStringLiteral("1")));
+}
+
+void MListTest::foreignAndInvalidIndexDoNothing()
+{
+    LongModel model(20);
+    LongModel other(20);
+    Shown shown(&model);
+    shown.list->selectItem(QModelIndex());
+    shown.list->selectItem(other.index(2, 0));
+    QVERIFY(!shown.list->selectionModel()->hasSelection());
+    MList empty;
+    empty.selectItem(model.index(1, 0));
+    QVERIFY(!empty.selectionModel());
+}
+
+void MListTest::keysMoveSelection()
+{
+    LongModel model(50);
+    Shown shown(&model);
+    QVERIFY(activate(&shown.window));
+    const auto selected = [&] { return shown.list->selectionModel()->selectedRows().value(0).row(); };
+    QTest::keyClick(&shown.window, Qt::Key_Tab);
+    QVERIFY(shown.list->hasFocus());
+    const QList<std::pair<Qt::Key, int>> moves{{Qt::Key_Down, 0},  {Qt::Key_Down, 1},      {Qt::Key_Up, 0},
+                                               {Qt::Key_Up, 0},    {Qt::Key_PageDown, 11}, {Qt::Key_End, 49},
+                                               {Qt::Key_Down, 49}, {Qt::Key_PageUp, 38},   {Qt::Key_Home, 0}};
+    for (const auto &[key, row] : moves) {
+        QTest::keyClick(&shown.window, key);
+        QCOMPARE(selected(), row);
+        QVERIFY(shown.texts().contains(QString::number(row)));
+    }
+}
+
+void MListTest::modelChangesAreFollowed()
+{
+    QStringListModel model({QStringLiteral("a"), QStringLiteral("b")});
+    Shown shown(&model);
+    QCOMPARE(shown.texts(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
+    model.setData(model.index(0), QStringLiteral("A"));
+    QCOMPARE(shown.texts().first(), QStringLiteral("A"));
+    model.insertRow(2);
+    model.setData(model.index(2), QStringLiteral("c"));
+    QTRY_COMPARE(shown.texts().size(), 3);
+    model.removeRows(0, 2);
+    QTRY_COMPARE(shown.texts(), QStringList{QStringLiteral("c")});
+    model.setStringList({});
+    QTRY_VERIFY(shown.texts().isEmpty());
+}
+
+void MListTest::deletedModelLeavesEmptyList()
+{
+    auto model = new LongModel(20);
+    Shown shown(model);
+    delete model;
+    QVERIFY(!shown.list->itemModel());
+    QVERIFY(shown.texts().isEmpty());
+    tap(&shown.window, shown.list);
+}
+
+void MListTest::cellSizeIsThatOfFreshItem()
+{
+    const Creator creator;
+    QCOMPARE(creator.cellSize(), MListItem().effectiveSizeHint(Qt::PreferredSize));
+    QVERIFY(creator.cellSize().height() >= 48);
+}
+
+void MListTest::listInDialogLeavesButtonsInReach()
+{
+    LongModel model(10'000);
+    for (const QSize &size : {QSize(480, 854), QSize(854, 480)}) {
+        MWindow window;
+        window.resize(size);
+        window.show();
+        MDialog dialog(QStringLiteral("Select"), M::OkButton);
+        auto list = new MList;
+        list->setItemModel(&model);
+        list->setCellCreator(new Creator);
+        list->setSelectionMode(MList::SingleSelection);
+        list->selectItem(model.index(1, 0));
+        dialog.setCentralWidget(list);
+        dialog.appear(&window);
+        QCoreApplication::processEvents();
+        const MButton *button = viewOf(&dialog, dialog.button(M::OkButton));
+        QVERIFY(window.rect().contains(button->sceneBoundingRect().toRect()));
+        QVERIFY(list->sceneBoundingRect().bottom() <= button->sceneBoundingRect().top());
+        QVERIFY(list->size().height() >= 144);
+        QVERIFY(visibleBelow<MListItem>(list).size() <= 15);
+        QCOMPARE(visibleBelow<MLabel>(list).first()->text(), QStringLiteral("0"));
+    }
+}
+
+void MListTest::wheelScrolls()
+{
+    LongModel model(100);
+    Shown shown(&model);
+    const QPointF place(200, 200);
+    QWheelEvent wheel(place, shown.window.viewport()->mapToGlobal(place), QPoint(), QPoint(0, -240),
+                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+    QCoreApplication::sendEvent(shown.window.viewport(), &wheel);
+    QVERIFY(!shown.texts().contains(QStringLiteral("0")));
+}
+
+QTEST_MAIN(MListTest)
+#include "tst_mlist.moc"

@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MSceneWindow>
+#include <QSignalSpy>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+namespace {
+
+MWindow *windowOf(const MSceneWindow &sceneWindow)
+{
+    return qobject_cast<MWindow *>(sceneWindow.scene()->views().first());
+}
+
+void deleteLaterNow()
+{
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+} // namespace
+
+class MSceneWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void windowIsMadeAndGoesWithTheLast();
+    void activeWindowIsUsed();
+    void indicationWindowIsNotUsed();
+    void hiddenWindowIsNotUsed();
+    void itFillsTheWindow();
+    void movesToAnotherWindow();
+    void appearingAgainStaysInItsWindow();
+    void disappearingTwiceIsToldOnce();
+    void deletedOneLeavesItsWindow();
+    void deletedWindowKeepsItsSceneWindows();
+    void touchesStayInFront();
+};
+
+void MSceneWindowTest::windowIsMadeAndGoesWithTheLast()
+{
+    MSceneWindow first;
+    MSceneWindow second;
+    first.appear();
+    second.appear();
+    QPointer<MWindow> window = windowOf(first);
+    QVERIFY(window->isVisible());
+    QCOMPARE(window->size(), QSize(480, 854));
+    QCOMPARE(windowOf(second), window.data());
+    first.disappear();
+    deleteLaterNow();
+    QVERIFY(window->isVisible());
+    second.disappear();
+    QVERIFY(!window->isVisible());
+    deleteLaterNow();
+    QVERIFY(!window);
+}
+
+void MSceneWindowTest::activeWindowIsUsed()
+{
+    MWindow first;
+    MWindow second;
+    QVERIFY(activate(&first));
+    QVERIFY(activate(&second));
+    first.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&first));
+    MSceneWindow sceneWindow;
+    sceneWindow.appear();
+    QCOMPARE(windowOf(sceneWindow), &first);
+    QCOMPARE(sceneWindow.sceneManager(), first.sceneManager());
+    QVERIFY(sceneWindow.isVisible());
+    sceneWindow.disappear();
+    deleteLaterNow();
+    QVERIFY(first.isVisible());
+    QVERIFY(!sceneWindow.sceneManager());
+}
+
+void MSceneWindowTest::indicationWindowIsNotUsed()
+{
+    MWindow indication;
+    indication.setWindowFlags(indication.windowFlags() | Qt::WindowDoesNotAcceptFocus);
+    indication.show();
+    MWindow other;
+    other.setAttribute(Qt::WA_X11DoNotAcceptFocus);
+    other.show();
+    MSceneWindow sceneWindow;
+    sceneWindow.appear();
+    QVERIFY(windowOf(sceneWindow) != &indication);
+    QVERIFY(windowOf(sceneWindow) != &other);
+}
+
+void MSceneWindowTest::hiddenWindowIsNotUsed()
+{
+    MWindow hidden;
+    MSceneWindow sceneWindow;
+    sceneWindow.appear();
+    QVERIFY(windowOf(sceneWindow) != &hidden);
+}
+
+void MSceneWindowTest::itFillsTheWindow()
+{
+    MWindow window;
+    window.resize(854, 480);
+    MSceneWindow sceneWindow;
+    sceneWindow.appear(&window);
+    QCOMPARE(sceneWindow.sceneBoundingRect(), QRectF(0, 0, 854, 480));
+    window.resize(600, 500);
+    window.show();
+    QCOMPARE(sceneWindow.sceneBoundingRect(), QRectF(0, 0, 600, 500));
+}
+
+void MSceneWindowTest::movesToAnotherWindow()
+{
+    MWindow first;
+    MWindow second;
+    MSceneWindow sceneWindow;
+    sceneWindow.appear(&first);
+    sceneWindow.appear(&second);
+    QCOMPARE(windowOf(sceneWindow), &second);
+    first.close();
+    QVERIFY(sceneWindow.isVisible());
+}
+
+void MSceneWindowTest::appearingAgainStaysInItsWindow()
+{
+    MWindow window;
+    MSceneWindow sceneWindow;
+    sceneWindow.appear(&window);
+    sceneWindow.appear(MSceneWindow::KeepWhenDone);
+    QCOMPARE(windowOf(sceneWindow), &window);
+}
+
+void MSceneWindowTest::disappearingTwiceIsToldOnce()
+{
+    MWindow window;
+    MSceneWindow sceneWindow;
+    QSignalSpy disappeared(&sceneWindow, &MSceneWindow::disappeared);
+    sceneWindow.disappear();
+    QVERIFY(disappeared.isEmpty());
+    sceneWindow.appear(&window);
+    sceneWindow.disappear();
+    sceneWindow.disappear();
+    QCOMPARE(disappeared.count(), 1);
+}
+
+void MSceneWindowTest::deletedOneLeavesItsWindow()
+{
+    auto sceneWindow = new MSceneWindow;
+    sceneWindow->appear();
+    QPointer<MWindow> window = windowOf(*sceneWindow);
+    delete sceneWindow;
+    deleteLaterNow();
+    QVERIFY(!window);
+}
+
+void MSceneWindowTest::deletedWindowKeepsItsSceneWindows()
+{
+    MSceneWindow kept;
+    QPointer<MSceneWindow> destroyed = new MSceneWindow;
+    QSignalSpy disappeared(&kept, &MSceneWindow::disappeared);
+    auto window = new MWindow;
+    kept.appear(window);
+    destroyed->appear(window, MSceneWindow::DestroyWhenDone);
+    delete window;
+    QCOMPARE(disappeared.count(), 1);
+    QVERIFY(!kept.scene());
+    deleteLaterNow();
+    QVERIFY(!destroyed);
+}
+
+void MSceneWindowTest::touchesStayInFront()
+{
+    MWindow window;
+    window.show();
+    auto below = new MButton(QStringLiteral("Below"));
+    window.scene()->addItem(below);
+    below->setGeometry(50, 50, 200, 60);
+    QSignalSpy clicked(below, &MButton::clicked);
+    MSceneWindow sceneWindow;
+    sceneWindow.appear(&window);
+    tap(&window, below);
+    QVERIFY(clicked.isEmpty());
+    sceneWindow.disappear();
+    tap(&window, below);
+    QCOMPARE(clicked.count(), 1);
+}
+
+QTEST_MAIN(MSceneWindowTest)
+#include "tst_mscenewindow.moc"

@@ -1,0 +1,335 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MLabel>
+#include <MTheme>
+#include <QDir>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include "mtheme_p.h"
+#include "touchtest.h"
+
+namespace {
+
+constexpr const char *styleNames[] = {"CommonBodyTextInverted",
+                                      "CommonItemInfo",
+                                      "CommonMainIcon",
+                                      "CommonPanel",
+                                      "CommonPanelInverted",
+                                      "CommonProgressBarInverted",
+                                      "CommonQueryIcon",
+                                      "CommonQueryText",
+                                      "CommonQueryTitle",
+                                      "CommonSingleButton",
+                                      "CommonSingleTitleInverted",
+                                      "CommonSmallPanel",
+                                      "CommonSubTitle",
+                                      "CommonSubTitleInverted",
+                                      "CommonThumbnail",
+                                      "CommonTitle",
+                                      "CommonXLargeSpacer",
+                                      "Inverted"};
+
+constexpr const char *pictureIds[] = {"icon-m-content-note-inverse",
+                                      "icon-m-content-nfc-inverse",
+                                      "icon-m-content-url-inverse",
+                                      "icon-m-content-avatar-placeholder-inverse",
+                                      "icon-m-content-sms-inverse",
+                                      "icon-m-content-ruvo-store-inverse",
+                                      "icon-m-service-nfc",
+                                      "icon-m-placeholder",
+                                      "icon-m-bluetooth-phone",
+                                      "icon-m-bluetooth-computer",
+                                      "icon-m-bluetooth-network",
+                                      "icon-m-bluetooth-headset",
+                                      "icon-m-bluetooth-speaker",
+                                      "icon-m-bluetooth-video",
+                                      "icon-m-bluetooth-keyboard",
+                                      "icon-m-bluetooth-mouse",
+                                      "icon-m-bluetooth-gamepad",
+                                      "icon-m-bluetooth-camera",
+                                      "icon-m-bluetooth-printer",
+                                      "icon-m-bluetooth-wearable",
+                                      "icon-m-bluetooth-toy",
+                                      "icon-m-bluetooth-health",
+                                      "icon-m-bluetooth-generic",
+                                      "quenzotouch-nfc-banner-landscape",
+                                      "quenzotouch-nfc-banner-portrait"};
+
+/** Writes a theme file and makes new themes read it while it lives. */
+class ThemeFile
+{
+public:
+    explicit ThemeFile(const QByteArray &content)
+    {
+        QFile file(path());
+        if (file.open(QIODevice::WriteOnly)) {
+            file.write(content);
+        }
+        qputenv("QUENZO_TOUCH_THEME", QFile::encodeName(path()));
+    }
+    ~ThemeFile() { qunsetenv("QUENZO_TOUCH_THEME"); }
+
+    QString path() const { return folder.filePath(QStringLiteral("theme.ini")); }
+
+private:
+    QTemporaryDir folder;
+};
+
+QColor colorOf(const MThemePrivate &theme, const char *style)
+{
+    return theme.style(QLatin1String(style))->color;
+}
+
+} // namespace
+
+class MThemeTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void everyStyleIsThere_data();
+    void everyStyleIsThere();
+    void unknownStyleIsLoggedOnce();
+    void everyPictureIsThere_data();
+    void everyPictureIsThere();
+    void picturesReadOnLightAndDark_data();
+    void picturesReadOnLightAndDark();
+    void bannersHaveTheirSizes();
+    void picturesAreSharedUntilReleased();
+    void installedIconIsFound();
+    void designersFileCounts();
+    void fileInDataFolderCounts();
+    void uselessFileMeansBuiltInTheme_data();
+    void uselessFileMeansBuiltInTheme();
+    void variantComesFromEnvironmentOrFile();
+    void variantChangesWidgets();
+};
+
+void MThemeTest::everyStyleIsThere_data()
+{
+    QTest::addColumn<QString>("name");
+    for (const char *name : styleNames) {
+        QTest::newRow(name) << QString::fromLatin1(name);
+    }
+}
+
+void MThemeTest::everyStyleIsThere()
+{
+    QFETCH(QString, name);
+    MWidgetController widget;
+    widget.setStyleName(name);
+    QVERIFY(MThemePrivate::instance()->style(name));
+}
+
+void MThemeTest::unknownStyleIsLoggedOnce()
+{
+    QTest::ignoreMessage(QtWarningMsg, "MTheme: no style is called 'CommonNowhere'");
+    MLabel label(QStringLiteral("Text"));
+    MLabel other(QStringLiteral("Text"));
+    label.setStyleName(QStringLiteral("CommonNowhere"));
+    other.setStyleName(QStringLiteral("CommonNowhere"));
+    QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Text")).preferredSize());
+}
+
+void MThemeTest::everyPictureIsThere_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char *id : pictureIds) {
+        QTest::newRow(id) << QString::fromLatin1(id);
+    }
+}
+
+void MThemeTest::everyPictureIsThere()
+{
+    QFETCH(QString, id);
+    const QPixmap *pixmap = MTheme::pixmap(id);
+    QVERIFY(!pixmap->isNull());
+    MTheme::releasePixmap(pixmap);
+}
+
+void MThemeTest::picturesReadOnLightAndDark_data()
+{
+    everyPictureIsThere_data();
+}
+
+void MThemeTest::picturesReadOnLightAndDark()
+{
+    QFETCH(QString, id);
+    const QPixmap *pixmap = MTheme::pixmap(id);
+    const QImage image = pixmap->toImage();
+    MTheme::releasePixmap(pixmap);
+    // A coloured tile that stands out from both, with white on it.
+    int white = 0;
+    int coloured = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            white += color.alpha() == 255 && color.lightness() > 240;
+            coloured += color.alpha() == 255 && color.lightness() > 50 && color.lightness() < 200;
+        }
+    }
+    const int area = image.width() * image.height();
+    QVERIFY(white > area / 100);
+    QVERIFY(coloured > area / 3);
+}
+
+void MThemeTest::bannersHaveTheirSizes()
+{
+    const QPixmap *landscape = MTheme::pixmap(QStringLiteral("quenzotouch-nfc-banner-landscape"));
+    const QPixmap *portrait = MTheme::pixmap(QStringLiteral("quenzotouch-nfc-banner-portrait"));
+    QCOMPARE(landscape->deviceIndependentSize(), QSizeF(854, 80));
+    QCOMPARE(portrait->deviceIndependentSize(), QSizeF(480, 80));
+    MTheme::releasePixmap(landscape);
+    MTheme::releasePixmap(portrait);
+}
+
+void MThemeTest::picturesAreSharedUntilReleased()
+{
+    const auto &pixmaps = MThemePrivate::instance()->pixmaps;
+    const size_t before = pixmaps.size();
+    const QPixmap *first = MTheme::pixmap(QStringLiteral("icon-m-service-nfc"));
+    const QPixmap *second = MTheme::pixmap(QStringLiteral("icon-m-service-nfc"));
+    QCOMPARE(first, second);
+    MTheme::releasePixmap(first);
+    QCOMPARE(pixmaps.size(), before + 1);
+    QVERIFY(!second->isNull());
+    MTheme::releasePixmap(second);
+    QCOMPARE(pixmaps.size(), before);
+    const QPixmap foreign;
+    MTheme::releasePixmap(&foreign);
+    MTheme::releasePixmap(nullptr);
+    QCOMPARE(pixmaps.size(), before);
+}
+
+void MThemeTest::installedIconIsFound()
+{
+    // As an application installs it, in the theme that every other falls back on.
+    const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/icons/hicolor");
+    QVERIFY(QDir().mkpath(folder + QStringLiteral("/64x64/apps")));
+    QFile index(folder + QStringLiteral("/index.theme"));
+    QVERIFY(index.open(QIODevice::WriteOnly));
+    index.write("[Icon Theme]\nName=Hicolor\nDirectories=64x64/apps\n[64x64/apps]\nSize=64\nType=Fixed\n");
+    index.close();
+    QImage image(64, 64, QImage::Format_RGB32);
+    image.fill(Qt::green);
+    QVERIFY(image.save(folder + QStringLiteral("/64x64/apps/example-reader.png")));
+
+    const QIcon icon = MThemePrivate().icon(QStringLiteral("example-reader"));
+    QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::green));
+}
+
+void MThemeTest::designersFileCounts()
+{
+    const ThemeFile file("[Theme]\nfont-families=Serif\n[Light]\ntext=#112233\n[Dark]\ntext=#80ddeeff\n"
+                         "[Base]\nfont-size=31\nmargins=1 2 3 4\n[CommonTitle]\ninherits=Base\ncolor=text\n"
+                         "word-wrap=true\n");
+    MThemePrivate theme;
+    const MStyle *style = theme.style(QStringLiteral("CommonTitle"));
+    QCOMPARE(style->font.pixelSize(), 31);
+    QCOMPARE(style->font.families(), QStringList{QStringLiteral("Serif")});
+    QCOMPARE(style->margins, QMarginsF(4, 1, 2, 3));
+    QVERIFY(style->wordWrap);
+    QCOMPARE(style->color, QColor(0x11, 0x22, 0x33));
+    theme.variant = MTheme::Dark;
+    QCOMPARE(colorOf(theme, "CommonTitle"), QColor(0xdd, 0xee, 0xff, 0x80));
+    // What the file leaves out stays as it was.
+    QCOMPARE(theme.style(QStringLiteral("CommonMainIcon"))->width, 48);
+}
+
+void MThemeTest::fileInDataFolderCounts()
+{
+    const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/quenzotouchcore");
+    QVERIFY(QDir().mkpath(folder));
+    QFile file(folder + QStringLiteral("/theme.ini"));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("[CommonTitle]\nfont-size=41\n");
+    file.close();
+    QCOMPARE(MThemePrivate().style(QStringLiteral("CommonTitle"))->font.pixelSize(), 41);
+    QVERIFY(file.remove());
+}
+
+void MThemeTest::uselessFileMeansBuiltInTheme_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("empty") << QByteArray() << QStringLiteral("it cannot be read");
+    QTest::newRow("huge") << QByteArray((1 << 20) + 1, '#') << QStringLiteral("it cannot be read");
+    QTest::newRow("rubbish") << QByteArray("\x01\xff nonsense")
+                             << QStringLiteral(
+                                    "Key file contains line “\x01%1 nonsense” which is not a key-value "
+                                    "pair, group, or comment");
+    QTest::newRow("unknown key") << QByteArray("[CommonTitle]\nfont-sise=12\n")
+                                 << QStringLiteral("[CommonTitle] font-sise is not understood");
+    QTest::newRow("no number") << QByteArray("[CommonTitle]\nfont-size=large\n")
+                               << QStringLiteral("[CommonTitle] font-size is not understood");
+    QTest::newRow("infinite") << QByteArray("[CommonTitle]\nfont-size=inf\n")
+                              << QStringLiteral("[CommonTitle] font-size is not understood");
+    QTest::newRow("too large") << QByteArray("[CommonTitle]\nwidth=1e300\n")
+                               << QStringLiteral("[CommonTitle] width is not understood");
+    QTest::newRow("unknown colour") << QByteArray("[CommonTitle]\ncolor=puce\n")
+                                    << QStringLiteral("[CommonTitle] color is not understood");
+    QTest::newRow("no colour") << QByteArray("[Light]\ntext=#12\n")
+                               << QStringLiteral("[Light] text is no colour");
+    QTest::newRow("three margins") << QByteArray("[CommonTitle]\nmargins=1 2 3\n")
+                                   << QStringLiteral("[CommonTitle] margins is not understood");
+    QTest::newRow("half true") << QByteArray("[CommonTitle]\nelide=maybe\n")
+                               << QStringLiteral("[CommonTitle] elide is not understood");
+    QTest::newRow("no base") << QByteArray("[CommonTitle]\ninherits=Nowhere\n")
+                             << QStringLiteral("[CommonTitle] inherits nothing from Nowhere");
+    QTest::newRow("circle") << QByteArray("[A]\ninherits=B\n[B]\ninherits=A\n") << QString();
+}
+
+void MThemeTest::uselessFileMeansBuiltInTheme()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, reason);
+    const ThemeFile file(content);
+    const QString start = QStringLiteral("MTheme: cannot use theme file %1: ").arg(file.path());
+    if (reason.isEmpty() || reason.contains(QLatin1String("%1"))) {
+        QTest::ignoreMessage(
+            QtWarningMsg,
+            QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(start) + QStringLiteral(".+")));
+    } else {
+        QTest::ignoreMessage(QtWarningMsg, qPrintable(start + reason));
+    }
+    const MThemePrivate theme;
+    QCOMPARE(theme.style(QStringLiteral("CommonTitle"))->font.pixelSize(),
+             MThemePrivate::instance()->style(QStringLiteral("CommonTitle"))->font.pixelSize());
+}
+
+void MThemeTest::variantComesFromEnvironmentOrFile()
+{
+    QCOMPARE(MThemePrivate().variant, MTheme::Light);
+    qputenv("QUENZO_TOUCH_VARIANT", "dark");
+    QCOMPARE(MThemePrivate().variant, MTheme::Dark);
+    const ThemeFile file("[Theme]\nvariant=dark\n");
+    qputenv("QUENZO_TOUCH_VARIANT", "light");
+    QCOMPARE(MThemePrivate().variant, MTheme::Light);
+    qunsetenv("QUENZO_TOUCH_VARIANT");
+    QCOMPARE(MThemePrivate().variant, MTheme::Dark);
+}
+
+void MThemeTest::variantChangesWidgets()
+{
+    MTheme *theme = MTheme::instance();
+    QCOMPARE(theme->variant(), MTheme::Light);
+    MWindow window;
+    auto button = new MButton(QStringLiteral("Call"));
+    window.scene()->addItem(button);
+    button->setGeometry(0, 0, 200, 60);
+    const QImage light = TouchTest::picture(window.scene(), button->rect());
+    QSignalSpy changed(theme, &MTheme::changed);
+    theme->setVariant(MTheme::Dark);
+    theme->setVariant(MTheme::Dark);
+    QCOMPARE(changed.count(), 1);
+    QVERIFY(TouchTest::picture(window.scene(), button->rect()) != light);
+    theme->setVariant(MTheme::Light);
+    QCOMPARE(TouchTest::picture(window.scene(), button->rect()), light);
+}
+
+QTEST_MAIN(MThemeTest)
+#include "tst_mtheme.moc"

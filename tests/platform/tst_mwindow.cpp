@@ -1,0 +1,116 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MTheme>
+#include <QSignalSpy>
+
+#include "touchtest.h"
+
+using namespace TouchTest;
+
+namespace {
+
+class CountingWindow : public MWindow
+{
+public:
+    using MWindow::MWindow;
+
+    void enterDisplayEvent() override { ++entered; }
+
+    int entered = 0;
+};
+
+} // namespace
+
+class MWindowTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void isAPhoneAtFirst();
+    void standsOnGivenManager();
+    void managerWithParentStays();
+    void enterDisplayEventComesEachTime();
+    void backgroundIsTheThemes();
+    void translucentWindowHasNoBackground();
+    void mayBeShownAgainAfterClosing();
+};
+
+void MWindowTest::isAPhoneAtFirst()
+{
+    MWindow window;
+    QCOMPARE(window.size(), QSize(480, 854));
+    QVERIFY(window.sceneManager());
+    QCOMPARE(window.scene(), window.sceneManager()->scene());
+}
+
+void MWindowTest::standsOnGivenManager()
+{
+    QPointer<MSceneManager> manager = new MSceneManager;
+    {
+        MWindow window(manager);
+        QCOMPARE(window.sceneManager(), manager.data());
+        QCOMPARE(window.scene(), manager->scene());
+        QCOMPARE(manager->scene()->views().first(), &window);
+    }
+    QVERIFY(!manager);
+}
+
+void MWindowTest::managerWithParentStays()
+{
+    MSceneManager manager(this);
+    {
+        MWindow window(&manager);
+        QCOMPARE(window.sceneManager(), &manager);
+    }
+    QVERIFY(manager.scene()->views().isEmpty());
+    QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));
+}
+
+void MWindowTest::enterDisplayEventComesEachTime()
+{
+    CountingWindow window;
+    QCOMPARE(window.entered, 0);
+    window.show();
+    QTRY_COMPARE(window.entered, 1);
+    window.resize(500, 500);
+    QTest::qWait(0);
+    QCOMPARE(window.entered, 1);
+    window.hide();
+    window.show();
+    QTRY_COMPARE(window.entered, 2);
+}
+
+void MWindowTest::backgroundIsTheThemes()
+{
+    MWindow window;
+    const QColor light = window.grab().toImage().pixelColor(10, 10);
+    MTheme::instance()->setVariant(MTheme::Dark);
+    const QColor dark = window.grab().toImage().pixelColor(10, 10);
+    MTheme::instance()->setVariant(MTheme::Light);
+    QVERIFY(light.lightness() > 200);
+    QVERIFY(dark.lightness() < 60);
+}
+
+void MWindowTest::translucentWindowHasNoBackground()
+{
+    MWindow window;
+    window.setAttribute(Qt::WA_TranslucentBackground);
+    QCOMPARE(window.grab().toImage().pixelColor(10, 10).alpha(), 0);
+}
+
+void MWindowTest::mayBeShownAgainAfterClosing()
+{
+    MWindow window;
+    window.show();
+    window.close();
+    window.show();
+    MDialog dialog(M::OkButton);
+    dialog.appear();
+    QCOMPARE(dialog.scene(), window.scene());
+}
+
+QTEST_MAIN(MWindowTest)
+#include "tst_mwindow.moc"
