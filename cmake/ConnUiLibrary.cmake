@@ -60,5 +60,13 @@ function(connui_add_library target)
     install(EXPORT ${ARG_PACKAGE}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${package})
 
     ecm_generate_pkgconfig_file(BASE_NAME ${target} LIB_NAME ${target} DEPS ${ARG_REQUIRES}
-        INCLUDE_INSTALL_DIR ${installed} DESCRIPTION ${ARG_DESCRIPTION} URL "https://connui.example" INSTALL)
+        INCLUDE_INSTALL_DIR ${installed} DESCRIPTION ${ARG_DESCRIPTION} URL "https://connui.example"
+        FILENAME_VAR pkgconfig)
+    # Like the CMake package, it may be installed under any prefix: it starts from where it is.
+    file(RELATIVE_PATH prefix /${KDE_INSTALL_LIBDIR}/pkgconfig /)
+    string(REGEX REPLACE "/$" "" prefix ${prefix})
+    file(READ ${pkgconfig} content)
+    string(REPLACE "prefix=${CMAKE_INSTALL_PREFIX}\n" "prefix=\${pcfiledir}/${prefix}\n" content "${content}")
+    file(WRITE ${pkgconfig} "${content}")
+    install(FILES ${pkgconfig} DESTINATION ${KDE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()
