@@ -10,6 +10,11 @@ BluetoothPeer Peers::bluetooth()
     return {device(address), address};
 }
 
+QString Peers::name()
+{
+    return QStringLiteral("Ada's phone");
+}
+
 QDBusObjectPath Peers::device(const QString &address)
 {
     static const QRegularExpression notInPaths(QStringLiteral("[^A-Za-z0-9]"));

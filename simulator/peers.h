@@ -11,6 +11,9 @@ namespace Peers {
 /** The phone that takes part in sharing and handovers. */
 BluetoothPeer bluetooth();
 
+/** Its name, as its owner has set it. */
+QString name();
+
 /** The path of the device with the Bluetooth address \a address; the same at every touch. */
 QDBusObjectPath device(const QString &address);
 

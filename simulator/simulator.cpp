@@ -13,6 +13,7 @@
 #include "ndefkind.h"
 #include "peers.h"
 #include "question.h"
+#include "transfer.h"
 #include "uiagent.h"
 
 namespace {
@@ -97,6 +98,34 @@ QString Simulator::TouchForHandover(const QString &carrier)
     connect(handover, &Handover::completed, this, [answer] { answer(QStringLiteral("completed")); });
     connect(handover, &Handover::failed, this, [answer] { answer(QStringLiteral("canceled")); });
     return {};
+}
+
+QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter)
+{
+    const QString nobody = nobodyToAsk();
+    if (!nobody.isEmpty())
+        return nobody;
+    setDelayedReply(true);
+    const uint number = nextTransfer++;
+    auto *transfer = new Transfer(size, rate, cancelAfter, this);
+    transfers.insert(number, transfer);
+    connect(transfer, &Transfer::progressed, this, [this, number, size](qulonglong transferred) {
+        Q_EMIT TransferProgressed(number, transferred, size);
+    });
+    connect(transfer, &Transfer::ended, this, [this, number, tap = message()](const QString &outcome) {
+        transfers.take(number)->deleteLater();
+        Q_EMIT TransferEnded(number, outcome);
+        QDBusConnection::systemBus().send(tap.createReply(outcome));
+    });
+    Q_EMIT TransferStarted(number, Peers::name(), name, size);
+    return {};
+}
+
+QString Simulator::CancelTransfer(uint number)
+{
+    if (Transfer *transfer = transfers.value(number))
+        transfer->cancel();
+    return done;
 }
 
 QString Simulator::SetPowered(bool on)

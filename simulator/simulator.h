@@ -5,12 +5,14 @@
 
 #include <QDBusContext>
 #include <QDBusObjectPath>
+#include <QHash>
 #include <QObject>
 #include <QVariantList>
 
 #include "handlerfolder.h"
 
 class Adapter;
+class Transfer;
 
 /**
  * The simulated world around the adapter: what touches it, and what befalls the daemon.
@@ -33,10 +35,17 @@ public:
     QString TouchToShare(const QStringList &resources);
     QString TouchToSelect();
     QString TouchForHandover(const QString &carrier);
+    QString ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter);
+    QString CancelTransfer(uint transfer);
     QString SetPowered(bool on);
     QString Release();
     QString Hang(uint seconds);
     QString Crash();
+
+Q_SIGNALS:
+    void TransferStarted(uint transfer, const QString &sender, const QString &name, qulonglong size);
+    void TransferProgressed(uint transfer, qulonglong transferred, qulonglong size);
+    void TransferEnded(uint transfer, const QString &outcome);
 
 private:
     QString touch(const QDBusObjectPath &target, const QString &request, const QVariantList &arguments);
@@ -45,6 +54,8 @@ private:
 
     Adapter *const adapter;
     const HandlerFolder handlers;
+    QHash<uint, Transfer *> transfers; // that are under way
+    uint nextTransfer = 0;
 };
 
 #endif

@@ -147,6 +147,34 @@ std::optional<Tap> handover(const QStringList &arguments, QString &)
                QStringLiteral("handover to %1").arg(arguments[0])};
 }
 
+std::optional<quint64> number(const QString &argument, const QString &what, QString &fault)
+{
+    bool isNumber = false;
+    const quint64 value = argument.toULongLong(&isNumber);
+    if (isNumber)
+        return value;
+    fault = QStringLiteral("'%1' is no number of %2").arg(argument, what);
+    return std::nullopt;
+}
+
+std::optional<Tap> reception(const QStringList &arguments, QString &fault)
+{
+    const bool cancels = arguments.size() > 3;
+    if (cancels && (arguments.size() != 5 || arguments[3] != QLatin1String("--cancel-after"))) {
+        fault = QStringLiteral("usage: nfctap receive NAME SIZE RATE [--cancel-after BYTES]");
+        return std::nullopt;
+    }
+    const std::optional<quint64> size = number(arguments[1], QStringLiteral("bytes"), fault);
+    const std::optional<quint64> rate = number(arguments[2], QStringLiteral("bytes a second"), fault);
+    const std::optional<quint64> cancelAfter =
+        cancels ? number(arguments[4], QStringLiteral("bytes"), fault) : 0;
+    if (!size || !rate || !cancelAfter)
+        return std::nullopt;
+    return Tap{QStringLiteral("ReceiveFile"),
+               {arguments[0], *size, *rate, *cancelAfter},
+               QStringLiteral("file %1 of %2 bytes").arg(arguments[0], arguments[1])};
+}
+
 std::optional<Tap> power(const QStringList &arguments, QString &fault)
 {
     const bool on = arguments[0] == QLatin1String("on");
@@ -196,6 +224,8 @@ const QList<TapCommand> &TapCommand::all()
         {"share-permission", "FILE...", "a phone that gets these files, or contact:ID", 1, any, sharing},
         {"share-selection", "", "a phone that gets what is yet to be selected", 0, 0, selection},
         {"handover", "CARRIER", "a phone that goes on over CARRIER (bluetooth)", 1, 1, handover},
+        {"receive", "NAME SIZE RATE [--cancel-after BYTES]",
+         "a phone that sends a file of SIZE bytes, RATE bytes a second", 3, 5, reception},
         {"power", "on|off", "switch the adapter", 1, 1, power},
         {"release", "", "let the daemon release its agent", 0, 0, release},
         {"hang", "SECONDS", "let the daemon answer nothing for so long", 1, 1, hang},

@@ -10,6 +10,7 @@
 #include "deliverydialogs.h"
 #include "sharingdialogs.h"
 #include "touchindication.h"
+#include "transfersheets.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
@@ -42,6 +43,7 @@ void ScreenClient::meetDaemon()
     new DeliveryDialogs(&adapter, agent, &queue);
     new SharingDialogs(&adapter, agent, &queue);
     new TouchIndication(agent, &overlay, &queue);
+    new TransferSheets(agent);
     // Queued: the daemon gets its answer before the agent that it called goes.
     connect(agent, &NfcAgent::release, this, &ScreenClient::leaveDaemon, Qt::QueuedConnection);
     adapter.registerAgent(agent);

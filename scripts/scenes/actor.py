@@ -47,7 +47,7 @@ class Actor:
             self._news.wait_for(lambda: self._next(text) is not None or self._ended, PATIENCE)
             found = self._next(text)
             if found is None:
-                raise Unmet(f"{self.role} did not say '{text}', but: {self.lines[self._read:]}")
+                raise Unmet(f"{self.role} did not say '{text}', but, last: {self.lines[self._read:][-5:]}")
             self._read = found + 1
             return self.lines[found]
 

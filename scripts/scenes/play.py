@@ -10,6 +10,8 @@ import sys
 import scenes
 import tagscenes  # noqa: F401
 import peerscenes  # noqa: F401
+import transferscenes  # noqa: F401
+import settingsscenes  # noqa: F401
 import clientscenes  # noqa: F401
 from actor import Unmet
 from stage import Stage

@@ -10,6 +10,7 @@
 #include "agentprocess.h"
 #include "simulateddaemon.h"
 #include "tap.h"
+#include "transfernews.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -43,6 +44,10 @@ private Q_SLOTS:
 
     void handoverEndsAreTold_data();
     void handoverEndsAreTold();
+    void transferEndsAreTold_data();
+    void transferEndsAreTold();
+    void transferIsToldFromStartToEnd();
+    void canceledTransferEnds();
     void deathOfTheDaemonIsSaid();
     void releasedAgentIsNotAskedAgain();
     void hangingDaemonAnswersNothing();
@@ -104,6 +109,13 @@ void TestNfcTap::badArgumentsAreRefused_data()
         << QStringList{u"connect"_s, u"00:11:22:33:44:55"_s, u"H"_s, u"1"_s, u"1234"_s};
     QTest::newRow("nothing to share") << QStringList{u"share-permission"_s};
     QTest::newRow("no carrier") << QStringList{u"handover"_s};
+    QTest::newRow("no size") << QStringList{u"receive"_s, u"a"_s, u"big"_s, u"1"_s};
+    QTest::newRow("negative size") << QStringList{u"receive"_s, u"a"_s, u"-1"_s, u"1"_s};
+    QTest::newRow("no rate") << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"fast"_s};
+    QTest::newRow("no bytes to cancel after")
+        << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"1"_s, u"--cancel-after"_s};
+    QTest::newRow("not to cancel after")
+        << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"1"_s, u"--after"_s, u"1"_s};
     QTest::newRow("half power") << QStringList{u"power"_s, u"half"_s};
     QTest::newRow("no seconds") << QStringList{u"hang"_s, u"long"_s};
     QTest::newRow("negative seconds") << QStringList{u"hang"_s, u"-1"_s};
@@ -133,6 +145,7 @@ void TestNfcTap::helpListsEveryCommand()
                                   u"unsupported"_s,
                                   u"pair ADDR NAME COD [PIN]"_s,
                                   u"share-permission FILE..."_s,
+                                  u"receive NAME SIZE RATE [--cancel-after BYTES]"_s,
                                   u"malformed"_s,
                                   u"connect ADDR"_s,
                                   u"disconnect ADDR"_s,
@@ -357,6 +370,68 @@ void TestNfcTap::handoverEndsAreTold()
     };
     QVERIFY(!canceled || QTest::qWaitFor(cancel, 30000));
     QCOMPARE(tap.exitCode(), code);
+}
+
+void TestNfcTap::transferEndsAreTold_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("output");
+    const QString what = u": file a of %1 bytes\n"_s;
+    QTest::newRow("arrives") << QStringList{u"100"_s, u"1000"_s} << 0 << u"completed"_s + what.arg(100);
+    QTest::newRow("empty") << QStringList{u"0"_s, u"1000"_s} << 0 << u"completed"_s + what.arg(0);
+    QTest::newRow("faster than any phone")
+        << QStringList{u"18446744073709551615"_s, u"18446744073709551615"_s, u"--cancel-after"_s, u"1"_s} << 2
+        << u"canceled"_s + what.arg(u"18446744073709551615"_s);
+    QTest::newRow("no rate at all") << QStringList{u"1"_s, u"0"_s} << 0 << u"completed"_s + what.arg(1);
+    QTest::newRow("sender gives up") << QStringList{u"1000"_s, u"1000"_s, u"--cancel-after"_s, u"100"_s} << 2
+                                     << u"canceled"_s + what.arg(1000);
+}
+
+void TestNfcTap::transferEndsAreTold()
+{
+    QFETCH(const QStringList, arguments);
+    QFETCH(const int, code);
+    QFETCH(const QString, output);
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    Tap tap(QStringList{u"receive"_s, u"a"_s} + arguments);
+    QCOMPARE(tap.exitCode(), code);
+    QCOMPARE(tap.output(), output);
+}
+
+void TestNfcTap::transferIsToldFromStartToEnd()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    Tap tap({u"receive"_s, u"a"_s, u"250"_s, u"1000"_s});
+    QCOMPARE(tap.exitCode(), 0);
+    const QStringList all = {u"0 a of 250 from Ada's phone"_s, u"0 at 100 of 250"_s, u"0 at 200 of 250"_s,
+                             u"0 at 250 of 250"_s, u"0 completed"_s};
+    QTRY_COMPARE(news.lines, all);
+}
+
+void TestNfcTap::canceledTransferEnds()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    Tap tap({u"receive"_s, u"a"_s, u"1000000"_s, u"10"_s});
+    QTRY_VERIFY(!news.lines.isEmpty());
+    // Another one that is not under way is not there to be canceled.
+    for (const uint transfer : {7U, 0U}) {
+        QDBusMessage cancel =
+            QDBusMessage::createMethodCall(u"com.tavix.nfc"_s, u"/com/tavix/nfc/simulator"_s,
+                                           u"com.tavix.nfc.Simulator"_s, u"CancelTransfer"_s);
+        cancel.setArguments({transfer});
+        QCOMPARE(QDBusConnection::systemBus().call(cancel).arguments(), QVariantList{u"done"_s});
+    }
+    QCOMPARE(tap.exitCode(), 2);
+    QTRY_COMPARE(news.lines.constLast(), u"0 canceled"_s);
 }
 
 void TestNfcTap::deathOfTheDaemonIsSaid()

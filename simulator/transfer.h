@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_SIM_TRANSFER_H
+#define CONNUI_SIM_TRANSFER_H
+
+#include <QObject>
+#include <QString>
+#include <QTimer>
+
+/** A file that arrives from another phone, at a steady rate. It ends in ended(), exactly once. */
+class Transfer : public QObject
+{
+    Q_OBJECT
+
+public:
+    /**
+     * A file of \a size bytes that arrives at \a rate bytes a second.
+     *
+     * The sender cancels it when \a cancelAfter bytes have arrived; never when that is 0.
+     */
+    Transfer(quint64 size, quint64 rate, quint64 cancelAfter, QObject *parent = nullptr);
+
+    /** Ends it as canceled. */
+    void cancel();
+
+Q_SIGNALS:
+    void progressed(qulonglong transferred);
+    /** \a outcome is "completed" or "canceled". */
+    void ended(const QString &outcome);
+
+private:
+    void takeStep();
+    void end(const QString &outcome);
+
+    const quint64 size;
+    const quint64 stepSize;
+    const quint64 cancelAfter;
+    quint64 transferred = 0;
+    QTimer timer;
+};
+
+#endif
