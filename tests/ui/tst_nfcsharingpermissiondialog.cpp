@@ -566,6 +566,11 @@ void TestNfcSharingPermissionDialog::missingThumbnailFileLeavesTheAreaEmpty()
     shown.dialog->thumbnail(QUrl(text("file:///other")),
                             QUrl::fromLocalFile(file(text("thumb.png"), png(QSize(20, 10), Qt::green))));
     QCOMPARE(shown.pixmap().size(), QSize(20, 10));
+
+    // A picture that is there stays.
+    QTest::ignoreMessage(QtWarningMsg, noPicture(cut).constData());
+    shown.dialog->thumbnail(QUrl(), QUrl::fromLocalFile(cut));
+    QCOMPARE(shown.pixmap().size(), QSize(20, 10));
 }
 
 void TestNfcSharingPermissionDialog::thumbnailWithoutAreaIsHarmless()
