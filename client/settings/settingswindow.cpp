@@ -4,9 +4,11 @@
 
 #include <QTimer>
 
+#include <DialogHelperWidget>
 #include <NfcAdapter>
 #include <NfcSettingsView>
 
+using ConnUi::DialogHelperWidget;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcSettingsView;
 using ConnUi::SimpleSheet;
@@ -35,5 +37,5 @@ void SettingsWindow::bind()
     if (adapter)
         return;
     adapter.reset(NfcAdapter::defaultAdapter());
-    page.setCentralWidget(new NfcSettingsView(adapter.get()));
+    page.setCentralWidget(new DialogHelperWidget(new NfcSettingsView(adapter.get())));
 }
