@@ -12,6 +12,8 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
+#include <MWindow>
+
 #include "console.h"
 #include "consoleclient.h"
 #include "screenclient.h"
@@ -21,7 +23,7 @@
 
 namespace {
 
-enum ExitCode { Left = 0, NoBus = 1, BadArguments = 64 };
+enum ExitCode { Left = 0, NoBus = 1, AlreadyRunning = 2, BadArguments = 64 };
 
 int fail(ExitCode code, const QString &reason)
 {
@@ -33,6 +35,7 @@ struct Options
 {
     bool onTerminal = false;
     bool readAloud = false;
+    bool phone = false;
 };
 
 // Which face is wanted decides which application object is made, before anything can be parsed with its help.
@@ -57,9 +60,10 @@ std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
 std::optional<Options> parse(QString *error)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("The person's side of NFC: answers the questions of the NFC daemon.\n\n"
-                       "Exit codes: 0 input ended or asked to leave, 1 no system bus, 64 bad arguments."));
+    parser.setApplicationDescription(QStringLiteral(
+        "The person's side of NFC: answers the questions of the NFC daemon.\n\n"
+        "Exit codes: 0 input ended or asked to leave, 1 no system bus, 2 another nfc-ui runs in "
+        "this session, 64 bad arguments."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
@@ -70,7 +74,10 @@ std::optional<Options> parse(QString *error)
         QStringLiteral(
             "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
             "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
-    parser.addOptions({help, console, readAloud});
+    const QCommandLineOption phone(QStringLiteral("phone"),
+                                   QStringLiteral("Show everything in a window of a phone's size, which is "
+                                                  "always there; leave when it is closed."));
+    parser.addOptions({help, console, readAloud, phone});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))
@@ -79,11 +86,29 @@ std::optional<Options> parse(QString *error)
         parser.showVersion();
     if (!understood)
         *error = parser.errorText();
-    else if (!parser.positionalArguments().isEmpty() || (parser.isSet(console) && parser.isSet(readAloud)))
-        *error = QStringLiteral("usage: nfc-ui [--console | --read-aloud]");
+    else if (!parser.positionalArguments().isEmpty() ||
+             (parser.isSet(console) && (parser.isSet(readAloud) || parser.isSet(phone))))
+        *error = QStringLiteral("usage: nfc-ui [--console | [--phone] [--read-aloud]]");
     else
-        return Options{parser.isSet(console), parser.isSet(readAloud)};
+        return Options{parser.isSet(console), parser.isSet(readAloud), parser.isSet(phone)};
     return {};
+}
+
+// Two of them would ask everything twice. A phone without a session bus has no session to share.
+bool isFirstInSession()
+{
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    return !bus.isConnected() || bus.registerService(QStringLiteral("org.connui.NfcUi"));
+}
+
+// The empty screen of a phone, on a desktop.
+std::unique_ptr<MWindow> newPhone()
+{
+    auto phone = std::make_unique<MWindow>();
+    phone->setWindowTitle(QStringLiteral("Phone"));
+    QApplication::setQuitOnLastWindowClosed(true);
+    phone->show();
+    return phone;
 }
 
 int runOnTerminal()
@@ -131,10 +156,13 @@ int main(int argc, char *argv[])
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     if (!QDBusConnection::systemBus().isConnected())
         return fail(NoBus, QDBusConnection::systemBus().lastError().message());
+    if (!isFirstInSession())
+        return fail(AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
 
     QObject::connect(&termination, &TerminationSignals::received, application.get(), &QCoreApplication::quit);
     termination.watch();
     if (options->onTerminal)
         return runOnTerminal();
+    const std::unique_ptr<MWindow> phone = options->phone ? newPhone() : nullptr;
     return options->readAloud ? runReadAloud() : runOnScreen();
 }

@@ -17,6 +17,7 @@
 #include <NfcTagReadPermissionDialog>
 #include <URINDEFRecord>
 
+#include "clientlog.h"
 #include "dialogqueue.h"
 
 using ConnUi::NdefMessageHandler;
@@ -60,7 +61,7 @@ MDialog *fileDialog(const TagContent &content)
 {
     auto file = std::make_unique<QTemporaryFile>();
     if (!file->open() || file->write(content.payload) != content.payload.size() || !file->flush()) {
-        qWarning("nfc-ui: Unable to keep the tag's content: %s", qUtf8Printable(file->errorString()));
+        qCWarning(clientLog, "Unable to keep the tag's content: %s", qUtf8Printable(file->errorString()));
         return new NfcTagReadPermissionDialog(content.type, QString());
     }
     auto *dialog = new NfcTagReadPermissionDialog(content.type, QFileInfo(file->fileName()));
@@ -147,6 +148,8 @@ bool DeliveryDialogs::forwardUnasked(const Delivery &delivery)
         handler = &delivery.handlers.first();
     if (!handler)
         return false;
+    qCInfo(clientLog, "%s goes to %s unasked", qUtf8Printable(delivery.target.path()),
+           qUtf8Printable(handler->applicationId()));
     forward(delivery, *handler);
     return true;
 }

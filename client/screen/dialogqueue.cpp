@@ -31,6 +31,11 @@ void DialogQueue::dropAll()
     Q_EMIT waitingChanged(0);
 }
 
+MDialog *DialogQueue::dialog() const
+{
+    return shown;
+}
+
 qsizetype DialogQueue::waiting() const
 {
     return std::max<qsizetype>(requests.size() - 1, 0);

@@ -36,10 +36,14 @@ public:
     /** Takes every dialog away, undecided. */
     void dropAll();
 
+    /** Returns the dialog that is shown, or null. */
+    MDialog *dialog() const;
+
     /** Returns how many dialogs wait behind the one that is shown. */
     qsizetype waiting() const;
 
 Q_SIGNALS:
+    /** Another dialog is shown, or another number of them waits. */
     void waitingChanged(qsizetype waiting);
 
 private:

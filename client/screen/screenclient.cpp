@@ -7,16 +7,19 @@
 #include <NfcAgent>
 
 #include "bluetoothdialogs.h"
+#include "clientlog.h"
 #include "deliverydialogs.h"
 #include "sharingdialogs.h"
 #include "touchindication.h"
 #include "transfersheets.h"
+#include "waitingbadge.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
 
 ScreenClient::ScreenClient(QObject *parent) : QObject(parent)
 {
+    new WaitingBadge(&queue);
     connect(&adapter, &NfcAdapter::adapterValid, this, &ScreenClient::meetDaemon);
     connect(&adapter, &NfcAdapter::adapterInvalid, this, &ScreenClient::leaveDaemon);
     // A daemon that was there before the adapter is not announced.
@@ -47,6 +50,7 @@ void ScreenClient::meetDaemon()
     // Queued: the daemon gets its answer before the agent that it called goes.
     connect(agent, &NfcAgent::release, this, &ScreenClient::leaveDaemon, Qt::QueuedConnection);
     adapter.registerAgent(agent);
+    qCInfo(clientLog, "the daemon is here; %s is its agent", qUtf8Printable(agent->path()));
     Q_EMIT daemonHere(true);
 }
 
@@ -58,5 +62,6 @@ void ScreenClient::leaveDaemon()
     queue.dropAll();
     adapter.unregisterAgent(agent);
     delete std::exchange(agent, nullptr);
+    qCInfo(clientLog, "the daemon has no agent here any more");
     Q_EMIT daemonHere(false);
 }

@@ -27,16 +27,30 @@ namespace {
 // Often enough for a reader, seldom enough to cost nothing.
 constexpr int glanceInterval = 20; // milliseconds
 
-MWindow *windowInFront()
+MWindow *visibleWindow(bool takesFocus)
 {
     const QWidgetList widgets = QApplication::topLevelWidgets();
     for (QWidget *widget : widgets) {
         auto *window = qobject_cast<MWindow *>(widget);
-        const bool answers = window && !window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus);
-        if (answers && window->isVisible())
+        const bool wanted =
+            window && window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) != takesFocus;
+        if (wanted && window->isVisible())
             return window;
     }
     return nullptr;
+}
+
+MWindow *windowInFront()
+{
+    return visibleWindow(true);
+}
+
+// The indication of a touch is the window that takes no focus.
+QString bannerDescription()
+{
+    const MWindow *banner = visibleWindow(false);
+    return banner ? QStringLiteral("turned by %1").arg(int(banner->sceneManager()->orientationAngle()))
+                  : QStringLiteral("gone");
 }
 
 template <typename Widget>
@@ -172,11 +186,16 @@ ScreenReader::ScreenReader(Console *console, QObject *parent) : QObject(parent),
 
 void ScreenReader::look()
 {
-    const QString now = description(sceneWindowInFront());
-    if (now == seen)
+    tellChange(QStringLiteral("banner"), bannerDescription(), banner);
+    tellChange(QStringLiteral("screen"), description(sceneWindowInFront()), seen);
+}
+
+void ScreenReader::tellChange(const QString &what, const QString &now, QString &before)
+{
+    if (now == before)
         return;
-    seen = now;
-    console->print(QStringLiteral("screen: %1").arg(now));
+    before = now;
+    console->print(QStringLiteral("%1: %2").arg(what, now));
 }
 
 void ScreenReader::obey(const QString &line)

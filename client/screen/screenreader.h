@@ -17,7 +17,8 @@ class MButton;
  * Lets another program see what is on the screen, and touch it, on lines of text.
  *
  * Whenever the screen changes a line "screen: " tells the texts and, in brackets, the buttons of what is in
- * front; "screen: nothing" that nothing is shown. It obeys the lines "press TEXT", "select TEXT" (a row of a
+ * front; "screen: nothing" that nothing is shown. A line "banner: turned by ANGLE" tells that a touch is
+ * indicated, "banner: gone" that it is not. It obeys the lines "press TEXT", "select TEXT" (a row of a
  * list), "escape", "close" (the window), "turn ANGLE" and "picture FILE" (writes a PNG).
  */
 class ScreenReader : public QObject
@@ -29,11 +30,13 @@ public:
 
 private:
     void look();
+    void tellChange(const QString &what, const QString &now, QString &before);
     void obey(const QString &line);
 
     Console *const console;
     QTimer glance;
     QString seen;
+    QString banner;
 };
 
 #endif

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "touchindication.h"
 
+#include <QApplication>
+
+#include <MSceneManager>
+#include <MWindow>
 #include <NfcAgent>
 #include <NfcOverlay>
 #include <NfcTagNotSupportedDialog>
@@ -11,6 +15,22 @@
 using ConnUi::NfcAgent;
 using ConnUi::NfcOverlay;
 using ConnUi::NfcTagNotSupportedDialog;
+
+namespace {
+
+// As the window that the person looks at is turned.
+M::OrientationAngle angleInFront(const NfcOverlay *overlay)
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets) {
+        const auto *window = qobject_cast<const MWindow *>(widget);
+        if (window && window != overlay && window->isVisible())
+            return window->sceneManager()->orientationAngle();
+    }
+    return overlay->sceneManager()->orientationAngle();
+}
+
+} // namespace
 
 TouchIndication::TouchIndication(NfcAgent *agent, NfcOverlay *overlay, DialogQueue *queue)
     : QObject(agent)
@@ -22,6 +42,7 @@ TouchIndication::TouchIndication(NfcAgent *agent, NfcOverlay *overlay, DialogQue
 
 void TouchIndication::tell(const QDBusObjectPath &, int status)
 {
+    overlay->sceneManager()->setOrientationAngle(angleInFront(overlay));
     overlay->showIndication();
     if (status == NfcAgent::Ok)
         return;

@@ -5,12 +5,17 @@
 import os
 import pathlib
 import shutil
+import signal
 import tempfile
+import time
 
-from actor import Actor, Unmet
+import dbus
+
+from actor import PATIENCE, Actor, Unmet
 from standin import StandIn
 from wire import Wire
 
+CLIENT = "org.connui.NfcUi"
 REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
 HANDLERS = [
     REPOSITORY / "examples/sample-handler/sample-handler.handler",
@@ -26,6 +31,8 @@ class Stage:
         self._face = face
         self._heard = heard
         self._actors = []
+        self._has_activated_client = False
+        self._session_bus = dbus.bus.BusConnection(dbus.bus.BUS_SESSION)
         self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
         self._announce_handler()
 
@@ -40,8 +47,11 @@ class Stage:
 
     def __exit__(self, *_):
         self.all_leave()
+        if self._has_activated_client:
+            self.ends_the_activated_client()
         self.wire.closes()
         self._activation_file().unlink(missing_ok=True)
+        self._client_activation_file().unlink(missing_ok=True)
         self._folder.cleanup()
 
     def all_leave(self):
@@ -69,6 +79,10 @@ class Stage:
     def _activation_file():
         return pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], "com.tavix.nfc.service")
 
+    @staticmethod
+    def _client_activation_file():
+        return pathlib.Path(os.environ["XDG_DATA_HOME"], "dbus-1/services/org.connui.NfcUi.service")
+
     def lets_the_bus_start_the_daemon(self):
         shutil.copy(self.programs.parent / "system-services/com.tavix.nfc.service", self._activation_file())
 
@@ -94,6 +108,26 @@ class Stage:
         self.clients_files.mkdir(exist_ok=True)
         self.client = self.start("client", "nfc-ui", self._face, TMPDIR=str(self.clients_files))
         self.client.says("the NFC daemon is here")
+
+    def activates_the_client(self):
+        """Has the session's bus start the client."""
+        service = self.programs.parent / "session-services/org.connui.NfcUi.service"
+        self._client_activation_file().parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(service, self._client_activation_file())
+        self._has_activated_client = True
+        self._session_bus.start_service_by_name(CLIENT)
+
+    def ends_the_activated_client(self):
+        """Asks the client that the bus has started to leave."""
+        self._has_activated_client = False
+        service = self._session_bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus")
+        os.kill(service.GetConnectionUnixProcessID(CLIENT, dbus_interface="org.freedesktop.DBus"), signal.SIGTERM)
+        end = time.monotonic() + PATIENCE
+        # The bus may learn of an end later than we do.
+        while self._session_bus.name_has_owner(CLIENT):
+            if time.monotonic() > end:
+                raise Unmet("the activated client does not leave")
+            time.sleep(0.02)
 
     @property
     def clients_files(self):

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "waitingbadge.h"
+
+#include <MDialog>
+
+#include "dialogqueue.h"
+
+WaitingBadge::WaitingBadge(DialogQueue *queue) : QObject(queue), queue(queue)
+{
+    connect(queue, &DialogQueue::waitingChanged, this, &WaitingBadge::update);
+}
+
+void WaitingBadge::update(qsizetype waiting)
+{
+    delete label;
+    MDialog *dialog = queue->dialog();
+    if (!dialog || waiting == 0)
+        return;
+    label = new MLabel(qtTrId("qtn_nfc_waiting_more").arg(waiting), dialog);
+    label->setStyleName(QStringLiteral("WaitingBadge"));
+    label->resize(label->preferredSize());
+    moveToCorner();
+    connect(dialog, &MDialog::geometryChanged, label, [this] { moveToCorner(); });
+}
+
+void WaitingBadge::moveToCorner()
+{
+    const QRectF area = label->parentWidget()->rect();
+    const bool mirrored = label->layoutDirection() == Qt::RightToLeft;
+    label->setPos(mirrored ? area.left() : area.right() - label->size().width(), area.top());
+}
