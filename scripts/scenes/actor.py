@@ -72,12 +72,19 @@ class Actor:
         self._process.kill()
         self._process.wait()
 
-    def leaves(self, code=0):
-        """Waits for the program's end, which comes with this exit code."""
+    def is_running(self):
+        return self._process.poll() is None
+
+    def ends(self):
+        """Waits for the program's end."""
         try:
             self._process.wait(PATIENCE)
         except subprocess.TimeoutExpired:
-            raise Unmet(f"{self.role} is still running, after: {self.lines}") from None
+            raise Unmet(f"{self.role} is still running, after: {self.lines[-5:]}") from None
+
+    def leaves(self, code=0):
+        """Waits for the program's end, which comes with this exit code."""
+        self.ends()
         self._reader.join()
         if self._process.returncode != code:
             raise Unmet(f"{self.role} left with exit code {self._process.returncode}, after: {self.lines}")

@@ -74,6 +74,12 @@ class Wire:
         with self._news:
             return len(self._answers)
 
+    def hears_more_than(self, questions, until):
+        """Waits for another question after so many, or until it is not to be expected any more."""
+        with self._news:
+            while len(self._answers) <= questions and not until():
+                self._news.wait(0.05)
+
     def all_answered_once(self):
         """Waits until every question is answered, and fails unless each has got exactly one answer."""
         with self._news:
