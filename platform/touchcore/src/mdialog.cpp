@@ -73,6 +73,7 @@ MDialogPrivate::MDialogPrivate(MDialog *dialog)
     , titleIcon(new MImageWidget(titleBar))
     , titleLabel(new MLabel(titleBar))
     , spinner(new MProgressIndicator(titleBar, MProgressIndicator::spinnerType))
+    , balance(new MWidgetController(titleBar))
 {}
 
 void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
@@ -82,6 +83,7 @@ void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
     titleIcon->setStyleName(QStringLiteral("MDialogTitleIcon"));
     titleLabel->setStyleName(QStringLiteral("MDialogTitle"));
     titleLabel->setText(title);
+    balance->setStyleName(QStringLiteral("MDialogTitleBalance"));
     for (const Standard &known : standardButtons) {
         if (standard & known.button) {
             const QString text = QCoreApplication::translate("QPlatformTheme", known.text);
@@ -126,9 +128,13 @@ void MDialogPrivate::fillTitleBar()
     titleIcon->setVisible(hasIcon);
     spinner->setVisible(busy);
     titleBar->setVisible(hasIcon || busy || !titleLabel->text().isEmpty());
-    titleLabel->setAlignment((hasIcon || busy ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
+    titleLabel->setAlignment((hasIcon ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
 
     QGraphicsLinearLayout *row = plainLayout(Qt::Horizontal, MThemePrivate::named("MDialogTitleBar").spacing);
+    balance->setVisible(busy && !hasIcon);
+    if (balance->isVisibleTo(titleBar)) {
+        row->addItem(balance);
+    }
     if (hasIcon) {
         row->addItem(titleIcon);
         row->setAlignment(titleIcon, Qt::AlignVCenter);
@@ -210,14 +216,16 @@ void MDialogPrivate::layOut()
     const qreal buttons =
         models.isEmpty() ? 0 : qMin(buttonArea->contentHeight(inner), tallest * buttonShare);
     const qreal gap = models.isEmpty() ? 0 : look.spacing;
-    const qreal contents = qMin(bodyArea->contentHeight(inner), tallest - buttons - gap);
+    // The body reaches to the edges of the card, so that its scroll indicator stands beside the text.
+    body->setContentsMargins(look.margins.left(), 0, look.margins.right(), 0);
+    const qreal contents = qMin(bodyArea->contentHeight(width), tallest - buttons - gap);
 
     const qreal height = contents + gap + buttons + look.margins.top() + look.margins.bottom();
     const qreal left = screen.left() + (screen.width() - width) / 2;
     const qreal top =
         look.bottom ? screen.bottom() - height : screen.top() + qRound((screen.height() - height) / 2);
     card->setGeometry(QRectF(qRound(left), top, width, height));
-    bodyArea->setGeometry(QRectF(look.margins.left(), look.margins.top(), inner, contents));
+    bodyArea->setGeometry(QRectF(0, look.margins.top(), width, contents));
     buttonArea->setGeometry(QRectF(look.margins.left(), look.margins.top() + contents + gap, inner, buttons));
 }
 

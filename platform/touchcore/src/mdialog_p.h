@@ -51,6 +51,7 @@ public:
     MImageWidget *titleIcon;
     MLabel *titleLabel;
     MProgressIndicator *spinner;
+    MWidgetController *balance; ///< Keeps the title in the middle beside the spinner
     QPointer<QGraphicsWidget> centralWidget;
 
     QList<MButtonModel *> models;

@@ -4,6 +4,7 @@
 #include "mlistrows_p.h"
 
 #include <QAbstractItemModel>
+#include <QGraphicsLayout>
 #include <QGraphicsSceneMouseEvent>
 #include <QItemSelectionModel>
 #include <QPainter>
@@ -102,6 +103,10 @@ void MListRows::showBetween(qreal top, qreal bottom)
             cell->setParentItem(this);
         }
         cell->setGeometry(rowRect(row));
+        // A recycled cell may have that geometry already, and a new layout.
+        if (cell->layout()) {
+            cell->layout()->activate();
+        }
     }
 }
 

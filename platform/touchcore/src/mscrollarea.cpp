@@ -76,7 +76,8 @@ void MScrollArea::place(qreal overshoot)
         const qreal thumb = size().height() * size().height() / m_content->size().height();
         const qreal length = qMax(thumb, m_indicator->minimumHeight());
         const qreal width = m_indicator->preferredWidth();
-        const qreal left = layoutDirection() == Qt::RightToLeft ? 0 : size().width() - width;
+        const qreal inset = MThemePrivate::named("MScrollIndicator").margins.right();
+        const qreal left = layoutDirection() == Qt::RightToLeft ? inset : size().width() - inset - width;
         m_indicator->setGeometry(
             QRectF(left, (size().height() - length) * m_position / range(), width, length));
     }
