@@ -56,6 +56,7 @@ Q_SIGNALS:
     void transferCanceled();
 
 protected:
+    /** Fills the sheet. */
     void createContent() override;
 
 private:

@@ -36,6 +36,7 @@ public Q_SLOTS:
     void hideIndication();
 
 protected:
+    /** Makes the banner when the window comes onto the display. */
     void enterDisplayEvent() override;
 
 private:
