@@ -20,13 +20,15 @@ void WaitingBadge::update(qsizetype waiting)
     label = new MLabel(qtTrId("qtn_nfc_waiting_more").arg(waiting), dialog);
     label->setStyleName(QStringLiteral("WaitingBadge"));
     label->resize(label->preferredSize());
-    moveToCorner();
-    connect(dialog, &MDialog::geometryChanged, label, [this] { moveToCorner(); });
+    moveToEdge();
+    connect(dialog, &MDialog::geometryChanged, label, [this] { moveToEdge(); });
 }
 
-void WaitingBadge::moveToCorner()
+void WaitingBadge::moveToEdge()
 {
     const QRectF area = label->parentWidget()->rect();
     const bool mirrored = label->layoutDirection() == Qt::RightToLeft;
-    label->setPos(mirrored ? area.left() : area.right() - label->size().width(), area.top());
+    // Below the banner of a touch.
+    const qreal top = area.top() + area.height() / 6;
+    label->setPos(mirrored ? area.left() : area.right() - label->size().width(), top);
 }

@@ -10,7 +10,7 @@
 
 class DialogQueue;
 
-/** Tells in the corner above a dialog how many others wait behind it. */
+/** Tells at the edge above a dialog how many others wait behind it. */
 class WaitingBadge : public QObject
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
 
 private:
     void update(qsizetype waiting);
-    void moveToCorner();
+    void moveToEdge();
 
     DialogQueue *const queue;
     QPointer<MLabel> label; // the dialog that it stands in owns it

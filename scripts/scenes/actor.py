@@ -82,6 +82,10 @@ class Actor:
         except subprocess.TimeoutExpired:
             raise Unmet(f"{self.role} is still running, after: {self.lines[-5:]}") from None
 
+    def is_closed(self):
+        """Waits until the person closes the program, however long that takes."""
+        self._process.wait()
+
     def leaves(self, code=0):
         """Waits for the program's end, which comes with this exit code."""
         self.ends()

@@ -106,7 +106,7 @@ class Stage:
 
     def client_comes(self):
         self.clients_files.mkdir(exist_ok=True)
-        self.client = self.start("client", "nfc-ui", self._face, TMPDIR=str(self.clients_files))
+        self.client = self.start("client", "nfc-ui", *self._face.split(), TMPDIR=str(self.clients_files))
         self.client.says("the NFC daemon is here")
 
     def activates_the_client(self):
