@@ -19,11 +19,17 @@ endif()
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
-# A function that a library declares and forgets shows when the library is linked, not when a program is.
-string(APPEND CMAKE_SHARED_LINKER_FLAGS " -Wl,--no-undefined")
-
 option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)
 option(CONNUI_COVERAGE "Instrument for coverage" OFF)
+option(CONNUI_FUZZ "Build the fuzz targets, with clang (the preset fuzz)" OFF)
+
+if(CONNUI_FUZZ)
+    # The fuzz target brings what the instrumented libraries call.
+    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
+else()
+    # A function that a library declares and forgets shows when the library is linked, not when a program is.
+    string(APPEND CMAKE_SHARED_LINKER_FLAGS " -Wl,--no-undefined")
+endif()
 
 set(QT_MAJOR_VERSION 6)
 include(KDEInstallDirs6)
