@@ -28,6 +28,7 @@ private Q_SLOTS:
     void slotMayDeleteButton_data();
     void slotMayDeleteButton();
     void longTextMakesButtonHigher();
+    void longestVariantThatFitsIsShown();
     void switchMirrors();
 };
 
@@ -195,6 +196,33 @@ void MButtonTest::longTextMakesButtonHigher()
     QVERIFY(button.effectiveSizeHint(Qt::PreferredSize, QSizeF(line.width() / 3, -1)).height() >
             line.height());
     QVERIFY(button.minimumSize().width() < line.width() / 3);
+}
+
+void MButtonTest::longestVariantThatFitsIsShown()
+{
+    const QString shorter = QStringLiteral("Other application");
+    const QString longer = QStringLiteral("Choose another application");
+    const auto sizeOf = [](const QString &text, qreal width) {
+        return MButton(text).effectiveSizeHint(Qt::PreferredSize, QSizeF(width, -1));
+    };
+    const qreal wide = sizeOf(longer, -1).width();
+    const qreal narrow = sizeOf(shorter, -1).width();
+    for (const QString &both : {shorter + QChar(0x9c) + longer, longer + QChar(0x9c) + shorter}) {
+        QCOMPARE(sizeOf(both, -1), sizeOf(longer, -1));
+        QCOMPARE(MButton(both).text(), both);
+        MWindow window;
+        const auto pictureOf = [&](const QString &text, qreal width) {
+            auto button = new MButton(text);
+            window.scene()->addItem(button);
+            button->setGeometry(QRectF(QPointF(), QSizeF(width, sizeOf(text, width).height())));
+            const QImage image = picture(window.scene(), QRectF(0, 0, width, 60));
+            delete button;
+            return image;
+        };
+        QCOMPARE(pictureOf(both, wide), pictureOf(longer, wide));
+        QCOMPARE(pictureOf(both, narrow), pictureOf(shorter, narrow));
+        QVERIFY(pictureOf(both, wide - 1) != pictureOf(longer, wide - 1));
+    }
 }
 
 void MButtonTest::switchMirrors()
