@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// nfc-gallery --screenshots DIR: writes pictures of the settings, of the sheet for a file that arrives and of
-// the banner, in light and dark. Needs no display and no daemon.
+// nfc-gallery --screenshots DIR: writes pictures of the settings, of the sheet for a file that arrives, of
+// the banner and of the questions about tags, in light and dark. Needs no display and no daemon.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,6 +12,7 @@
 #include <MTheme>
 
 #include "pictures.h"
+#include "tagpictures.h"
 
 namespace {
 
@@ -19,7 +20,7 @@ bool takePictures(const QDir &folder, MTheme::Variant variant)
 {
     MTheme::instance()->setVariant(variant);
     const QString look = variant == MTheme::Dark ? QStringLiteral("dark") : QStringLiteral("light");
-    const QList<Picture> all = pictures();
+    const QList<Picture> all = pictures() + tagPictures();
     for (const Picture &picture : all) {
         const QString file = folder.filePath(QStringLiteral("%1-%2.png").arg(picture.name, look));
         if (!picture.take().save(file)) {
