@@ -86,7 +86,7 @@ private Q_SLOTS:
     void rightToLeftMirrors();
     void enterPressesTheFirstButton();
     void focusStaysInFrontDialog();
-    void arrowsFollowTheDirection();
+    void arrowsGoWhereTheyPoint();
     void keysScrollLongContents();
     void touchTargetsAreLargeEnough();
     void centralWidgetIsReplaced();
@@ -430,6 +430,7 @@ void MDialogTest::longestTextFits()
     dialog.appear(&window);
 
     const QRectF screen(QPointF(), size);
+    QVERIFY(screen.contains(dialog.childItems().first()->sceneBoundingRect()));
     const QList<MButton *> buttons = visibleBelow<MButton>(&dialog);
     QCOMPARE(buttons.size(), 3);
     for (const MButton *button : buttons) {
@@ -536,25 +537,43 @@ void MDialogTest::focusStaysInFrontDialog()
     QCOMPARE(lower.result(), 0x400);
 }
 
-void MDialogTest::arrowsFollowTheDirection()
+void MDialogTest::arrowsGoWhereTheyPoint()
 {
     MWindow window;
     QVERIFY(activate(&window));
-    MDialog dialog(M::YesButton | M::NoButton);
+    MDialog dialog(M::YesButton | M::NoButton | M::CancelButton);
     dialog.appear(&window);
     MButton *yes = viewOf(&dialog, dialog.button(M::YesButton));
     MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
-    yes->setFocus();
-    // Yes stands at the end of the row, No before it.
+    MButton *cancel = viewOf(&dialog, dialog.button(M::CancelButton));
+    QTest::keyClick(&window, Qt::Key_Left);
+    QVERIFY(yes->hasFocus());
+    // Yes stands at the end of the row.
     QTest::keyClick(&window, Qt::Key_Left);
     QVERIFY(no->hasFocus());
-    QTest::keyClick(&window, Qt::Key_Right);
-    QVERIFY(yes->hasFocus());
+    QTest::keyClick(&window, Qt::Key_Left);
+    QVERIFY(cancel->hasFocus());
+    QTest::keyClick(&window, Qt::Key_Left);
     QTest::keyClick(&window, Qt::Key_Up);
-    QVERIFY(no->hasFocus());
-    window.setLayoutDirection(Qt::RightToLeft);
-    yes->setFocus();
+    QVERIFY(cancel->hasFocus());
     QTest::keyClick(&window, Qt::Key_Right);
+    QVERIFY(no->hasFocus());
+
+    window.setLayoutDirection(Qt::RightToLeft);
+    QTRY_VERIFY(yes->scenePos().x() < no->scenePos().x());
+    QTest::keyClick(&window, Qt::Key_Left);
+    QVERIFY(yes->hasFocus());
+
+    // Below one another in a column.
+    dialog.button(M::YesButton)->setText(QStringLiteral("A text that leaves no room for others in its row"));
+    QTRY_VERIFY(yes->scenePos().y() < no->scenePos().y());
+    QTest::keyClick(&window, Qt::Key_Down);
+    QVERIFY(no->hasFocus());
+    QTest::keyClick(&window, Qt::Key_Up);
+    QVERIFY(yes->hasFocus());
+
+    window.sceneManager()->setOrientationAngle(M::Angle180);
+    QTest::keyClick(&window, Qt::Key_Down);
     QVERIFY(no->hasFocus());
 }
 

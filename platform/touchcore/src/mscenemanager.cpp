@@ -38,17 +38,7 @@ QSize turned(const QSize &size, M::OrientationAngle angle)
 
 bool MScene::focusNextPrevChild(bool next)
 {
-    QList<QGraphicsWidget *> chain;
-    if (QGraphicsItem *front = manager->front()) {
-        collectFocusable(front, &chain);
-    } else {
-        const QList<QGraphicsItem *> all = items(Qt::AscendingOrder);
-        for (QGraphicsItem *item : all) {
-            if (!item->parentItem()) {
-                collectFocusable(item, &chain);
-            }
-        }
-    }
+    const QList<QGraphicsWidget *> chain = manager->focusChain();
     if (chain.isEmpty()) {
         return false;
     }
@@ -58,6 +48,50 @@ bool MScene::focusNextPrevChild(bool next)
     const int to = (start + step + int(chain.size())) % int(chain.size());
     chain.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
+}
+
+QList<QGraphicsWidget *> MSceneManagerPrivate::focusChain() const
+{
+    QList<QGraphicsWidget *> chain;
+    if (front()) {
+        collectFocusable(front(), &chain);
+        return chain;
+    }
+    const QList<QGraphicsItem *> all = scene.items(Qt::AscendingOrder);
+    for (QGraphicsItem *item : all) {
+        if (!item->parentItem()) {
+            collectFocusable(item, &chain);
+        }
+    }
+    return chain;
+}
+
+void MSceneManagerPrivate::moveFocus(const QPointF &direction)
+{
+    const auto middle = [this](const QGraphicsItem *item) {
+        return root->mapFromScene(item->sceneBoundingRect().center());
+    };
+    const QList<QGraphicsWidget *> chain = focusChain();
+    const QGraphicsItem *current = scene.focusItem();
+    if (std::find(chain.cbegin(), chain.cend(), current) == chain.cend()) {
+        scene.focusNextPrevChild(true);
+        return;
+    }
+    QGraphicsWidget *nearest = nullptr;
+    qreal shortest = 0;
+    for (QGraphicsWidget *widget : chain) {
+        const QPointF way = middle(widget) - middle(current);
+        const qreal ahead = QPointF::dotProduct(way, direction);
+        // What lies aside is farther than it is: a key goes along its row or column first.
+        const qreal distance = 2 * way.manhattanLength() - ahead;
+        if (ahead > 0 && (!nearest || distance < shortest)) {
+            nearest = widget;
+            shortest = distance;
+        }
+    }
+    if (nearest) {
+        nearest->setFocus(Qt::TabFocusReason);
+    }
 }
 
 MSceneManagerPrivate::MSceneManagerPrivate(MSceneManager *manager)

@@ -40,6 +40,11 @@ public:
     void dismissAll();
 
     MSceneWindow *front() const { return sceneWindows.isEmpty() ? nullptr : sceneWindows.last(); }
+    /** Returns what Tab visits in the newest scene window, or in the scene while there is none. */
+    QList<QGraphicsWidget *> focusChain() const;
+    /** Lets the nearest widget that lies in @p direction, as the user sees it, have the focus. */
+    void moveFocus(const QPointF &direction);
+
     QSize windowSize() const;
     QSize turnedSize() const;
     M::Orientation orientationAt(M::OrientationAngle at) const;

@@ -69,26 +69,23 @@ void MSceneWindow::aboutToAppear() {}
 
 void MSceneWindow::keyPressEvent(QKeyEvent *event)
 {
-    const bool mirrored = layoutDirection() == Qt::RightToLeft;
-    const auto moveFocus = [this](bool next) {
-        MSceneManagerPrivate::of(d->manager)->scene.focusNextPrevChild(next);
-    };
+    MSceneManagerPrivate *manager = MSceneManagerPrivate::of(d->manager);
     switch (event->key()) {
     case Qt::Key_Escape:
     case Qt::Key_Back:
         dismiss();
         return;
     case Qt::Key_Down:
-        moveFocus(true);
+        manager->moveFocus(QPointF(0, 1));
         return;
     case Qt::Key_Up:
-        moveFocus(false);
+        manager->moveFocus(QPointF(0, -1));
         return;
     case Qt::Key_Right:
-        moveFocus(!mirrored);
+        manager->moveFocus(QPointF(1, 0));
         return;
     case Qt::Key_Left:
-        moveFocus(mirrored);
+        manager->moveFocus(QPointF(-1, 0));
         return;
     default:
         event->ignore();
