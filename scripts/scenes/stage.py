@@ -56,10 +56,13 @@ class Stage:
 
     def all_leave(self):
         """Ends every program, those first that came last."""
+        unruly = []
         while self._actors:
             actor = self._actors.pop()
             if not actor.is_dismissed():
-                raise Unmet(f"{actor.role} did not leave in good order: {actor.lines}")
+                unruly.append(actor)
+        if unruly:
+            raise Unmet("; ".join(f"{actor.role} did not leave in good order: {actor.lines[-5:]}" for actor in unruly))
 
     def _announce_handler(self):
         handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
