@@ -22,6 +22,7 @@ set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)
 option(CONNUI_COVERAGE "Instrument for coverage" OFF)
 option(CONNUI_FUZZ "Build the fuzz targets, with clang (the preset fuzz)" OFF)
+option(CONNUI_PRECOMPILE "Compile Qt's headers once for all files" OFF)
 
 if(CONNUI_FUZZ)
     # The fuzz target brings what the instrumented libraries call.
