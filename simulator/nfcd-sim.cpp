@@ -26,10 +26,13 @@ int fail(ExitCode code, const QString &reason)
     return code;
 }
 
+// Those that are missing too: the first application to announce itself may make its folder later.
 QStringList announcementFolders()
 {
-    return QStandardPaths::locateAll(QStandardPaths::GenericDataLocation,
-                                     QStringLiteral("connui-nfc/handlers"), QStandardPaths::LocateDirectory);
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    for (QString &folder : folders)
+        folder += QStringLiteral("/connui-nfc/handlers");
+    return folders;
 }
 
 // Before there is a connection: the D-Bus library would register its own types on its thread, while it reads

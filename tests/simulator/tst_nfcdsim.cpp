@@ -4,10 +4,14 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusVariant>
+#include <QDir>
+#include <QFile>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTest>
 
 #include "agentprocess.h"
+#include "handler.h"
 #include "simulateddaemon.h"
 #include "tap.h"
 
@@ -55,6 +59,7 @@ private Q_SLOTS:
     void unregisteredAgentIsNotAsked();
     void agentOfALeavingProcessIsDropped();
     void openTapsOfALeavingProcessAreCanceled();
+    void handlerFolderMayComeLater();
 
     void handoverTellsEveryStep();
     void handoverDataNamesThePeer();
@@ -283,6 +288,28 @@ void TestNfcdSim::openTapsOfALeavingProcessAreCanceled()
     client.kill();
     QCOMPARE(tag.exitCode(), 2);
     QCOMPARE(phone.exitCode(), 2);
+}
+
+void TestNfcdSim::handlerFolderMayComeLater()
+{
+    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + u"/connui-nfc/handlers"_s);
+    QVERIFY(!folder.exists());
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    QVERIFY(folder.mkpath(u"."_s));
+    const auto clean = qScopeGuard([&folder] { folder.removeRecursively(); });
+    QFile file(folder.filePath(u"late.handler"_s));
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write("[Handler]\nApplicationId=late\nService=org.connui.Late\nPath=/late\nTakes=*\n");
+    file.close();
+
+    QCOMPARE(Tap({u"text"_s, u"hello"_s}).exitCode(), 0);
+    const QList<FakeCall> calls = client.calls(u"RequestNDEFDataDelivery"_s);
+    QCOMPARE(calls.size(), 1);
+    const auto handlers = qdbus_cast<QList<Handler>>(calls.constFirst().arguments.constFirst());
+    QCOMPARE(handlers.size(), 1);
+    QCOMPARE(handlers.constFirst().applicationId, u"late"_s);
 }
 
 void TestNfcdSim::handoverTellsEveryStep()
