@@ -23,10 +23,10 @@ class NdefMessageHandlerPrivate;
  * (ssos): bus type, service, object path, application id.
  *
  * While any record lives, the process follows the application in the foreground (ApplicationTracker). Making
- * the first record of a process therefore blocks until the policy daemon has answered, at most 25 seconds,
- * and so does deleting the last. Records live on the thread that runs the application's event loop; a program
- * that sends records marshals them into a QDBusArgument first, because a record left in an outgoing message
- * would die on another thread.
+ * the first record of a process therefore blocks until the policy daemon has answered on the system bus, at
+ * most 25 seconds, and so does deleting the last. Records live on the thread that runs the application's
+ * event loop; a program that sends records marshals them into a QDBusArgument first, because a record left in
+ * an outgoing message would die on another thread.
  */
 class CONNUI_NFC_EXPORT NdefMessageHandler
 {
@@ -73,8 +73,8 @@ public:
     /**
      * Returns whether the handler's service belongs to the application in the foreground.
      *
-     * Blocks on the bus, not on the handler. False when the service is not there, or when nothing is known of
-     * the foreground.
+     * Blocks on the handler's bus (busType()), not on the handler, at most 25 seconds. False when the service
+     * is not there, or when nothing is known of the foreground.
      */
     bool isRunningOnForeground() const;
 
@@ -82,10 +82,11 @@ public:
      * Hands the NDEF message \a data of \a target to the handler and brings an application of the session bus
      * up.
      *
-     * Blocks until the handler has answered "NDEFData", at most the bus's default reply timeout of 25
-     * seconds; the "launch" that follows is sent without waiting, and also when the handler failed. A failure
-     * is logged as "NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: <name> <message>". The
-     * daemon's request stays open: answer it with NfcAgent::dataDeliveryGranted().
+     * Blocks until the handler has answered "NDEFData" on its bus (busType()), at most the bus's default
+     * reply timeout of 25 seconds; the "launch" that follows is sent without waiting, and also when the
+     * handler failed. A failure is logged as "NfcAgentTagReadRequest: Calling NDEFData() for the handler
+     * fails: <name> <message>". The daemon's request stays open: answer it with
+     * NfcAgent::dataDeliveryGranted().
      */
     void forwardData(const QDBusObjectPath &target, const QByteArray &data);
 

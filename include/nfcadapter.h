@@ -26,9 +26,9 @@ class NfcAgent;
  * logged as
  * "<method> returned error '<name>': <message>".
  *
- * Blocking: unless said otherwise a call waits for the daemon, at most the bus's default reply timeout of 25
- * seconds. Making the first adapter of a process asks the bus whether the daemon is there, then the daemon
- * for its default adapter, or the bus to start it.
+ * Blocking: unless said otherwise a call waits for the daemon on the system bus, at most the bus's default
+ * reply timeout of 25 seconds. Making the first adapter of a process asks the bus whether the daemon is
+ * there, then the daemon for its default adapter, or the bus to start it.
  *
  * For use on the thread that runs the application's event loop. Deleting adapters, this one included, and
  * making new ones is safe in every slot connected to the signals below: a deleted adapter hears nothing more,

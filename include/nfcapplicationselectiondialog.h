@@ -17,6 +17,8 @@ class NfcApplicationSelectionDialogPrivate;
  *
  * Shows a row with icon and name for each application that has a usable desktop file, and an Ok button: the
  * dialog finishes with M::OkButton (0x400) when it is pressed and with M::CancelButton when it is dismissed.
+ *
+ * @image html nfcapplicationselectiondialog.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcApplicationSelectionDialog : public MDialog
 {

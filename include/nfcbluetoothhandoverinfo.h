@@ -41,7 +41,8 @@ public:
     /**
      * Returns the device at deviceAddress(), which is created first where it is not known yet.
      *
-     * Blocks in an event loop of its own until the Bluetooth library reports success or failure, so anything
+     * Blocks in an event loop of its own until the Bluetooth service on the system bus has brought success or
+     * failure, however long that takes, so anything
      * can happen before it returns, the deletion of this object and a second call of device() included; a
      * second call waits for the same outcome. Returns an invalid device when there is no Bluetooth adapter or
      * the creation failed; both are logged, and the next call tries again. A device once created is returned

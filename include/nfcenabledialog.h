@@ -11,8 +11,13 @@ namespace ConnUi {
 /**
  * Asks whether to switch NFC on: finishes with M::YesButton, M::NoButton or, dismissed, M::CancelButton.
  *
- * In flight mode the question says so. The mode is read by the constructor alone, which may wait for the
- * connection manager, up to 200 ms.
+ * In flight mode the question says so. The constructor reads the mode, once, and may wait for the
+ * connection manager on the system bus, up to 200 ms.
+ *
+ * What a result means is the caller's choice. NfcSettingsView leaves NFC off for M::CancelButton alone and
+ * switches it on for M::NoButton as well.
+ *
+ * @image html nfcenabledialog.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcEnableDialog : public MMessageBox
 {

@@ -18,6 +18,8 @@ class NfcFileReceiveSheetPrivate;
  *
  * The sheet only shows; feed it with setProgress() as the transfer goes on. All setters work from
  * construction on.
+ *
+ * @image html nfcfilereceivesheet.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcFileReceiveSheet : public SimpleSheet
 {

@@ -8,7 +8,11 @@
 
 namespace ConnUi {
 
-/** Asks the user to touch the other device to share: finishes with M::CancelButton. */
+/**
+ * Asks the user to touch the other device to share: finishes with M::CancelButton.
+ *
+ * @image html nfcfilesenddialog.png width=240px
+ */
 class CONNUI_NFC_EXPORT NfcFileSendDialog : public MMessageBox
 {
     Q_OBJECT

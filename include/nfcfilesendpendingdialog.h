@@ -8,7 +8,10 @@
 
 namespace ConnUi {
 
-/** Shows that the phone waits for the other device, with a progress indicator: finishes with M::CancelButton.
+/**
+ * Shows that the phone waits for the other device, with a progress indicator: finishes with M::CancelButton.
+ *
+ * @image html nfcfilesendpendingdialog.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcFileSendPendingDialog : public MMessageBox
 {

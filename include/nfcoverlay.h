@@ -17,6 +17,8 @@ class NfcOverlayPrivate;
  * A translucent window of its own that never takes the focus, masked to the banner's strip so that the rest
  * of the screen stays usable. Follows the orientation of its scene manager. Does nothing until
  * showIndication().
+ *
+ * @image html nfcoverlay.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcOverlay : public MWindow
 {

@@ -8,7 +8,11 @@
 
 namespace ConnUi {
 
-/** Asks whether to pair with the touched Bluetooth device: finishes with M::OkButton or M::CancelButton. */
+/**
+ * Asks whether to pair with the touched Bluetooth device: finishes with M::OkButton or M::CancelButton.
+ *
+ * @image html nfcpairingdialog.png width=240px
+ */
 class CONNUI_NFC_EXPORT NfcPairingDialog : public MMessageBox
 {
     Q_OBJECT

@@ -19,7 +19,9 @@ class NfcSettingsViewPrivate;
  * after 20 seconds is told in a message box.
  *
  * Blocking: the view asks the adapter for its power (NfcAdapter::isPowered(), NfcAdapter::setPowered()),
- * which waits for the daemon, at most the bus's default reply timeout of 25 seconds.
+ * which waits for the daemon on the system bus, at most the bus's default reply timeout of 25 seconds.
+ *
+ * @image html nfcsettingsview.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcSettingsView : public MWidget
 {

@@ -19,6 +19,8 @@ class NfcSharingPermissionDialogPrivate;
  *
  * Names what will be sent and shows a picture: a thumbnail of a picture or video once the thumbnail service
  * has made it, a contact's avatar, or an icon for several things.
+ *
+ * @image html nfcsharingpermissiondialog.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcSharingPermissionDialog : public MMessageBox
 {

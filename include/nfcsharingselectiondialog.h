@@ -8,7 +8,11 @@
 
 namespace ConnUi {
 
-/** Asks the user to go on and pick what to share: finishes with M::OkButton or M::CancelButton. */
+/**
+ * Asks the user to go on and pick what to share: finishes with M::OkButton or M::CancelButton.
+ *
+ * @image html nfcsharingselectiondialog.png width=240px
+ */
 class CONNUI_NFC_EXPORT NfcSharingSelectionDialog : public MMessageBox
 {
     Q_OBJECT

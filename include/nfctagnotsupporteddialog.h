@@ -8,7 +8,11 @@
 
 namespace ConnUi {
 
-/** Tells that a tag cannot be read, or that there is nothing on it: finishes with M::OkButton. */
+/**
+ * Tells that a tag cannot be read, or that there is nothing on it: finishes with M::OkButton.
+ *
+ * @image html nfctagnotsupporteddialog.png width=240px
+ */
 class CONNUI_NFC_EXPORT NfcTagNotSupportedDialog : public MMessageBox
 {
     Q_OBJECT

@@ -33,6 +33,8 @@ class NfcTagReadPermissionDialogPrivate;
  * application <id>" is logged and the dialog asks without naming an application. All text of the tag is shown
  * whole and as plain text: U+009C, which separates the length variants of a translation, is replaced in it by
  * U+FFFD.
+ *
+ * @image html nfctagreadpermissiondialog.png width=240px
  */
 class CONNUI_NFC_EXPORT NfcTagReadPermissionDialog : public MMessageBox
 {

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// nfc-gallery --screenshots DIR: writes pictures of the settings, of the sheet for a file that arrives, of
-// the banner and of the questions about tags, in light and dark. Needs no display and no daemon.
+// nfc-gallery --screenshots DIR: writes pictures of all that the library shows, in light and dark; of each
+// class one, in light, for the API reference with --reference DIR. Needs no display and no daemon.
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,23 +12,31 @@
 #include <MTheme>
 
 #include "pictures.h"
+#include "questionpictures.h"
+#include "referencepictures.h"
 #include "tagpictures.h"
 
 namespace {
 
-bool takePictures(const QDir &folder, MTheme::Variant variant)
+bool take(const QList<Picture> &pictures, const QDir &folder, const QString &suffix = QString())
 {
-    MTheme::instance()->setVariant(variant);
-    const QString look = variant == MTheme::Dark ? QStringLiteral("dark") : QStringLiteral("light");
-    const QList<Picture> all = pictures() + tagPictures();
-    for (const Picture &picture : all) {
-        const QString file = folder.filePath(QStringLiteral("%1-%2.png").arg(picture.name, look));
+    for (const Picture &picture : pictures) {
+        const QString file = folder.filePath(picture.name + suffix + QStringLiteral(".png"));
         if (!picture.take().save(file)) {
             qWarning("nfc-gallery: cannot write %s", qUtf8Printable(file));
             return false;
         }
     }
     return true;
+}
+
+bool takeBothLooks(const QList<Picture> &pictures, const QDir &folder)
+{
+    MTheme::instance()->setVariant(MTheme::Light);
+    if (!take(pictures, folder, QStringLiteral("-light")))
+        return false;
+    MTheme::instance()->setVariant(MTheme::Dark);
+    return take(pictures, folder, QStringLiteral("-dark"));
 }
 
 } // namespace
@@ -46,13 +54,19 @@ int main(int argc, char **argv)
     const QCommandLineOption screenshots(QStringLiteral("screenshots"),
                                          QStringLiteral("Write the pictures into <folder>."),
                                          QStringLiteral("folder"));
-    parser.addOption(screenshots);
+    const QCommandLineOption reference(QStringLiteral("reference"),
+                                       QStringLiteral("Write those of the API reference into <folder>."),
+                                       QStringLiteral("folder"));
+    parser.addOptions({screenshots, reference});
     parser.process(application);
-    if (!parser.isSet(screenshots))
+    const bool forReference = parser.isSet(reference);
+    if (!forReference && !parser.isSet(screenshots))
         parser.showHelp(64);
 
-    const QDir folder(parser.value(screenshots));
-    const bool written = folder.mkpath(QStringLiteral(".")) && takePictures(folder, MTheme::Light) &&
-                         takePictures(folder, MTheme::Dark);
+    const QDir folder(parser.value(forReference ? reference : screenshots));
+    if (!folder.mkpath(QStringLiteral(".")))
+        return 1;
+    const QList<Picture> all = pictures() + questionPictures() + tagPictures();
+    const bool written = forReference ? take(referencePictures(all), folder) : takeBothLooks(all, folder);
     return written ? 0 : 1;
 }

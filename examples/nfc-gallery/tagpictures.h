@@ -9,8 +9,8 @@
  * Returns the pictures of the questions about each kind of content of a tag, in portrait and landscape, in
  * English, German and Arabic.
  *
- * The applications in them are those of the ids "viewer", "notes" and "browser"; without desktop files they
- * have no names.
+ * The applications in them are those of the folder applications/; without their desktop files they have no
+ * names.
  */
 QList<Picture> tagPictures();
 
