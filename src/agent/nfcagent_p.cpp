@@ -3,6 +3,7 @@
 #include "nfcagent_p.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QDBusConnection>
 
@@ -31,43 +32,48 @@ void NfcAgentPrivate::addPendingRequest(RequestType type, const QDBusObjectPath 
 void NfcAgentPrivate::addPendingRequest(RequestType type, const QVariant &key, const QDBusMessage &message)
 {
     message.setDelayedReply(true);
-    requests.append(new Request{type, key, message});
+    const auto request = requests.insert(requests.cend(), {type, key, message});
+    requestsByKey.emplace(contentHash(key), request);
 }
 
 void NfcAgentPrivate::replyRequest(RequestType type, const QVariant &key, const QVariant &value,
                                    const QString &error)
 {
-    const auto match = std::find_if(requests.cbegin(), requests.cend(), [type, &key](const Request *request) {
-        return (type == AnyRequest || type == request->type) && sameContent(request->key, key);
+    const auto [first, last] = requestsByKey.equal_range(contentHash(key));
+    const auto match = std::find_if(first, last, [type, &key](const auto &entry) {
+        const Request &request = *entry.second;
+        return (type == AnyRequest || type == request.type) && sameContent(request.key, key);
     });
-    if (match == requests.cend()) {
+    if (match == last) {
         qWarning("No request for agent request type %d", int(type));
         return;
     }
-    answer(*match, value, error);
+    const Request request = std::move(*match->second);
+    requests.erase(match->second);
+    requestsByKey.erase(match);
+    answer(request, value, error);
 }
 
 void NfcAgentPrivate::cancelPendingRequests()
 {
     // By entry: a key may be a value that equals nothing, not even itself.
-    while (!requests.isEmpty())
-        answer(requests.first(), QVariant(), QStringLiteral("com.tavix.nfc.UIAgent.Canceled"));
+    requestsByKey.clear();
+    const Requests pending = std::exchange(requests, {});
+    for (const Request &request : pending)
+        answer(request, QVariant(), QStringLiteral("com.tavix.nfc.UIAgent.Canceled"));
 }
 
-void NfcAgentPrivate::answer(Request *request, const QVariant &value, const QString &error)
+void NfcAgentPrivate::answer(const Request &request, const QVariant &value, const QString &error)
 {
-    requests.removeAll(request);
-
     QDBusMessage reply;
     if (!error.isEmpty()) {
-        reply = request->message.createErrorReply(error, QString());
+        reply = request.message.createErrorReply(error, QString());
     } else {
-        reply = request->message.createReply();
+        reply = request.message.createReply();
         if (value.isValid())
             reply << value;
     }
     QDBusConnection::systemBus().send(reply);
-    delete request;
 }
 
 // A slot connected to the agent's signals may delete the agent, and this adaptor with it: nothing follows an

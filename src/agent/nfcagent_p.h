@@ -3,11 +3,13 @@
 #ifndef CONNUI_NFCAGENT_P_H
 #define CONNUI_NFCAGENT_P_H
 
+#include <list>
+#include <map>
+
 #include <QDBusAbstractAdaptor>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusVariant>
-#include <QList>
 #include <QStringList>
 #include <QVariant>
 
@@ -51,7 +53,6 @@ public:
     void cancelPendingRequests();
 
     NfcAgent *q;
-    QList<Request *> requests;
     QString path;
 
 public Q_SLOTS:
@@ -71,7 +72,13 @@ public Q_SLOTS:
     void NotifyTouch(const QDBusObjectPath &target, const QString &status);
 
 private:
-    void answer(Request *request, const QVariant &value, const QString &error);
+    using Requests = std::list<Request>;
+
+    static void answer(const Request &request, const QVariant &value, const QString &error);
+
+    Requests requests; // oldest first
+    // By the hash of the key; of the same hash, oldest first.
+    std::multimap<size_t, Requests::iterator> requestsByKey;
 };
 
 } // namespace ConnUi

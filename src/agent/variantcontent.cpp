@@ -105,4 +105,19 @@ bool sameContent(const QVariant &left, const QVariant &right)
     return left.metaType() == right.metaType() && content(left) == content(right);
 }
 
+size_t contentHash(const QVariant &value)
+{
+    const QMetaType type = value.metaType();
+    if (type == QMetaType::fromType<QString>())
+        return qHash(value.toString());
+    if (type == QMetaType::fromType<QByteArray>())
+        return qHash(value.toByteArray());
+    if (type == QMetaType::fromType<QDBusObjectPath>() || type == QMetaType::fromType<QDBusArgument>())
+        return qHash(content(value));
+    if (type == QMetaType::fromType<QDBusVariant>())
+        return contentHash(value.value<QDBusVariant>().variant());
+    // Numbers of different types may be equal.
+    return 0;
+}
+
 } // namespace ConnUi

@@ -163,6 +163,8 @@ private Q_SLOTS:
     void everyTypeOfInfoIsFoundAgain();
     void invalidInfoAnswersNothing();
     void deletedAgentCancelsOldestFirst();
+    void cancellationKeepsItsOrderAroundAnAnswer();
+    void everyRequestOfManyIsFoundByItsTarget();
     void agentDeletedWithItsParentCancels();
     void cancellationEndsWhateverTheKeys();
     void agentAnswersForItsOwnRequestsOnly();
@@ -628,6 +630,46 @@ void TestNfcAgent::deletedAgentCancelsOldestFirst()
     QTRY_COMPARE(daemon->answers,
                  (QStringList{QStringLiteral("first: ") + canceled, QStringLiteral("second: ") + canceled,
                               QStringLiteral("third: ") + canceled}));
+}
+
+void TestNfcAgent::cancellationKeepsItsOrderAroundAnAnswer()
+{
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    daemon->pair("first", agent->path());
+    daemon->pair("second", agent->path(), otherTarget);
+    daemon->pair("third", agent->path());
+    daemon->pair("fourth", agent->path(), otherTarget);
+    QTRY_COMPARE(requested.count(), 4);
+
+    agent->btPairingRequestGranted(QDBusObjectPath(otherTarget));
+    agent.reset();
+    QTRY_COMPARE(daemon->answers,
+                 (QStringList{QStringLiteral("second: granted"), QStringLiteral("first: ") + canceled,
+                              QStringLiteral("third: ") + canceled, QStringLiteral("fourth: ") + canceled}));
+}
+
+void TestNfcAgent::everyRequestOfManyIsFoundByItsTarget()
+{
+    constexpr int many = 200;
+    const auto device = [](int number) { return QStringLiteral("/com/tavix/nfc/device%1").arg(number); };
+    const QSignalSpy paired(agent.get(), &NfcAgent::btPairingRequested);
+    const QSignalSpy connected(agent.get(), &NfcAgent::btConnectionRequested);
+    QStringList expected;
+    for (int i = 0; i < many; ++i) {
+        daemon->pair(qPrintable(QStringLiteral("pairing %1").arg(i)), agent->path(), device(i));
+        daemon->connectTo(qPrintable(QStringLiteral("connection %1").arg(i)), agent->path(), device(i));
+    }
+    QTRY_COMPARE(paired.count() + connected.count(), 2 * many);
+
+    for (int i = many - 1; i >= 0; --i) {
+        agent->btConnectionRequestGranted(QDBusObjectPath(device(i)));
+        expected << QStringLiteral("connection %1: granted").arg(i);
+    }
+    for (int i = 0; i < many; ++i) {
+        agent->rejectDevice(QDBusObjectPath(device(i)));
+        expected << QStringLiteral("pairing %1: ").arg(i) + rejected;
+    }
+    QTRY_COMPARE(daemon->answers, expected);
 }
 
 void TestNfcAgent::agentDeletedWithItsParentCancels()

@@ -16,6 +16,7 @@
 
 #include "variantcontent.h"
 
+using ConnUi::contentHash;
 using ConnUi::sameContent;
 
 namespace {
@@ -112,6 +113,10 @@ private Q_SLOTS:
     void descriptorsInsideAStructureAreToldApart();
     void valueThatWasNeverSentDoesNotMatch();
     void invalidValueMatchesNoOther();
+    void valuesThatMatchHaveTheSameHash_data();
+    void valuesThatMatchHaveTheSameHash();
+    void equalNumbersOfDifferentTypesHaveTheSameHash();
+    void hashTellsKeysApart();
 
 private:
     QVariant received(const QVariant &value);
@@ -366,6 +371,46 @@ void TestVariantContent::invalidValueMatchesNoOther()
 {
     QVERIFY(!sameContent(QVariant(), received(QString())));
     QVERIFY(!sameContent(received(QStringList()), QVariant()));
+}
+
+void TestVariantContent::valuesThatMatchHaveTheSameHash_data()
+{
+    addValues();
+}
+
+void TestVariantContent::valuesThatMatchHaveTheSameHash()
+{
+    QFETCH(QVariant, value);
+    const QVariant first = received(value);
+    const QVariant copy = first;
+    const QVariant second = received(value);
+    QCOMPARE(contentHash(first), contentHash(first));
+    QCOMPARE(contentHash(copy), contentHash(first));
+    QCOMPARE(contentHash(second), contentHash(first));
+}
+
+void TestVariantContent::equalNumbersOfDifferentTypesHaveTheSameHash()
+{
+    const QVariant numbers[] = {1, 1U, 1LL, 1ULL, 1.0, QVariant::fromValue(short(1)), true};
+    for (const QVariant &number : numbers) {
+        QVERIFY(sameContent(number, numbers[0]));
+        QCOMPARE(contentHash(number), contentHash(numbers[0]));
+        QCOMPARE(contentHash(QVariant::fromValue(QDBusVariant(number))),
+                 contentHash(QVariant::fromValue(QDBusVariant(numbers[0]))));
+    }
+}
+
+void TestVariantContent::hashTellsKeysApart()
+{
+    QSet<size_t> hashes;
+    for (int i = 0; i < 100; ++i) {
+        const QByteArray text = "/tag" + QByteArray::number(i);
+        hashes << contentHash(QString::fromLatin1(text)) << contentHash(text)
+               << contentHash(QVariant::fromValue(QDBusObjectPath(QString::fromLatin1(text))))
+               << contentHash(received(handover(text, "oob")));
+    }
+    // Text and bytes may share a number, and chance may have it once more.
+    QVERIFY2(hashes.size() >= 290, qPrintable(QString::number(hashes.size())));
 }
 
 QTEST_GUILESS_MAIN(TestVariantContent)
