@@ -33,7 +33,8 @@ SdBus::Message request(const SdBus::Bus &bus, bool sharing, const char *service,
     if (sharing)
         sd_bus_message_append(call.get(), "sv", "bluetooth", "(os)", target.c_str(), "oob");
     else
-        sd_bus_message_append(call.get(), "ossus", target.c_str(), "00:11:22:33:44:55", "Headset", 0x240404, "");
+        sd_bus_message_append(call.get(), "ossus", target.c_str(), "00:11:22:33:44:55", "Headset", 0x240404,
+                              "");
     return call;
 }
 
@@ -43,7 +44,8 @@ int countReply(sd_bus_message *, void *answered, sd_bus_error *)
     return 0;
 }
 
-// caller pairing|sharing SERVICE PATH PENDING TOTAL: has so many requests pending at once until all are answered.
+// caller pairing|sharing SERVICE PATH PENDING TOTAL: has so many requests pending at once until all are
+// answered.
 int callMany(char **argv)
 {
     const SdBus::Bus bus = SdBus::openSystem();
@@ -71,7 +73,10 @@ int callMany(char **argv)
 class Person
 {
 public:
-    Person(NfcAgent *agent, qsizetype pending, Order order) : m_agent(agent), m_pending(pending), m_order(order)
+    Person(NfcAgent *agent, qsizetype pending, Order order)
+        : m_agent(agent)
+        , m_pending(pending)
+        , m_order(order)
     {
         QObject::connect(agent, &NfcAgent::btPairingRequested, &m_context,
                          [this](const QDBusObjectPath &target) { take(QVariant::fromValue(target)); });
@@ -118,8 +123,9 @@ double answer(NfcAgent *agent, const char *kind, int pending, Order order)
     caller.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QObject::connect(&caller, &QProcess::finished, qApp, &QCoreApplication::exit);
     caller.start(QCoreApplication::applicationFilePath(),
-                 {QStringLiteral("caller"), QString::fromLatin1(kind), QDBusConnection::systemBus().baseService(),
-                  agent->path(), QString::number(pending), QString::number(many)});
+                 {QStringLiteral("caller"), QString::fromLatin1(kind),
+                  QDBusConnection::systemBus().baseService(), agent->path(), QString::number(pending),
+                  QString::number(many)});
     if (QCoreApplication::exec() != 0)
         qFatal("the caller failed");
     return person.nanosecondsAnAnswer();
@@ -141,7 +147,8 @@ int main(int argc, char **argv)
         return Way{name, [&agent, kind, pending, order] { return answer(&agent, kind, pending, order); }};
     };
     const auto measure = [&](const std::string &what, const char *kind, Order order) {
-        compare(what, way("1 pending", kind, 1, order), way(manyPending, kind, many, order), {.atMost = 2}, 10);
+        compare(what, way("1 pending", kind, 1, order), way(manyPending, kind, many, order), {.atMost = 2},
+                10);
     };
     measure("An answer, pairing, oldest first", "pairing", Order::OldestFirst);
     measure("An answer, pairing, newest first", "pairing", Order::NewestFirst);

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// How long the daemon waits for an answer that is given at once: the agent's, that of a bare adaptor of the D-Bus
-// library that answers late as well, and that of an echo on sd-bus, below which no program gets.
+// How long the daemon waits for an answer that is given at once: the agent's, that of a bare adaptor of the
+// D-Bus library that answers late as well, and that of an echo on sd-bus, below which no program gets.
 //
-// This process has the agent and the adaptor, on one connection. The echo and the caller are processes of their own,
-// and the caller asks them all by turns.
+// This process has the agent and the adaptor, on one connection. The echo and the caller are processes of
+// their own, and the caller asks them all by turns.
 #include <NfcAgent>
 #include <QCoreApplication>
+#include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
 #include <QDBusConnection>
-#include <QDBusAbstractAdaptor>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -105,8 +105,9 @@ int echo()
         SD_BUS_VTABLE_END,
     };
     const SdBus::Bus bus = SdBus::openSystem();
-    SdBus::check(sd_bus_add_object_vtable(bus.get(), nullptr, barePath, "com.tavix.nfc.UIAgent", methods, nullptr),
-                 "sd_bus_add_object_vtable");
+    SdBus::check(
+        sd_bus_add_object_vtable(bus.get(), nullptr, barePath, "com.tavix.nfc.UIAgent", methods, nullptr),
+        "sd_bus_add_object_vtable");
     const char *name = nullptr;
     SdBus::check(sd_bus_get_unique_name(bus.get(), &name), "sd_bus_get_unique_name");
     std::puts(name);
@@ -122,8 +123,8 @@ int echo()
 SdBus::Message pairing(const SdBus::Bus &bus, const char *service, const char *path)
 {
     SdBus::Message call = SdBus::agentCall(bus, service, path, member[0]);
-    sd_bus_message_append(call.get(), "ossus", "/com/tavix/nfc/tag1", "00:11:22:33:44:55", "Headset", 0x240404,
-                          "0000");
+    sd_bus_message_append(call.get(), "ossus", "/com/tavix/nfc/tag1", "00:11:22:33:44:55", "Headset",
+                          0x240404, "0000");
     return call;
 }
 
@@ -131,9 +132,9 @@ SdBus::Message delivery(const SdBus::Bus &bus, const char *service, const char *
 {
     static const char data[200] = {};
     SdBus::Message call = SdBus::agentCall(bus, service, path, member[1]);
-    sd_bus_message_append(call.get(), "a(ssos)", 2, "org.example.browser", "com.tavix.nfc.NDEFHandler", "/handler",
-                          "browser.desktop", "org.example.notes", "com.tavix.nfc.NDEFHandler", "/handler",
-                          "notes.desktop");
+    sd_bus_message_append(call.get(), "a(ssos)", 2, "org.example.browser", "com.tavix.nfc.NDEFHandler",
+                          "/handler", "browser.desktop", "org.example.notes", "com.tavix.nfc.NDEFHandler",
+                          "/handler", "notes.desktop");
     sd_bus_message_append(call.get(), "o", "/com/tavix/nfc/tag1");
     sd_bus_message_append_array(call.get(), 'y', data, sizeof data);
     return call;
@@ -212,8 +213,8 @@ void measure(const std::string &what, const char *method, const QList<Peer> &pee
     answerTo(method, rounds(1000), peers);
     const QList<Samples> samples = answerTo(method, rounds(10000), peers);
     printMedians(what, samples[0], samples[1], goal);
-    print(what + ", 99th percentile", "ns", samples[0].name, quantile(samples[0].values, 0.99), samples[1].name,
-          quantile(samples[1].values, 0.99), {});
+    print(what + ", 99th percentile", "ns", samples[0].name, quantile(samples[0].values, 0.99),
+          samples[1].name, quantile(samples[1].values, 0.99), {});
     printMedians(what + ", against the floor", samples[2], samples[1], {});
 }
 

@@ -50,7 +50,8 @@ void count(const std::string &comparison, const char *side, const Way &way, int 
 
 void begin(int argc, char **argv)
 {
-    quick = std::any_of(argv, argv + argc, [](const char *word) { return std::strcmp(word, "--quick") == 0; });
+    quick =
+        std::any_of(argv, argv + argc, [](const char *word) { return std::strcmp(word, "--quick") == 0; });
 }
 
 int rounds(int full)
@@ -104,7 +105,8 @@ void print(const std::string &comparison, const char *unit, const std::string &b
 
 void printMedians(const std::string &comparison, const Samples &base, const Samples &other, const Goal &goal)
 {
-    print(comparison, "ns", base.name, quantile(base.values, 0.5), other.name, quantile(other.values, 0.5), goal);
+    print(comparison, "ns", base.name, quantile(base.values, 0.5), other.name, quantile(other.values, 0.5),
+          goal);
 }
 
 void compare(const std::string &comparison, const Way &base, const Way &other, const Goal &goal, int full)

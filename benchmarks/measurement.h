@@ -9,12 +9,12 @@
 #include <vector>
 
 /**
- * Lines of the table of scripts/bench that no function in a loop can give: what crosses processes, or counts but a
- * part of each round.
+ * Lines of the table of scripts/bench that no function in a loop can give: what crosses processes, or counts
+ * but a part of each round.
  *
- * Two sides take turns, so that whatever else the machine does strikes both. A program prints its lines as JSON, one
- * a line. Started under callgrind it has the instructions of each side dumped apart, and prints whose they are, dump
- * by dump.
+ * Two sides take turns, so that whatever else the machine does strikes both. A program prints its lines as
+ * JSON, one a line. Started under callgrind it has the instructions of each side dumped apart, and prints
+ * whose they are, dump by dump.
  */
 namespace Measurement {
 
@@ -25,7 +25,8 @@ struct Goal
     double atMost = std::numeric_limits<double>::infinity();
 };
 
-/** One side of a line that is measured round by round: its name, and what does a round and returns its figure. */
+/** One side of a line that is measured round by round: its name, and what does a round and returns its
+ * figure. */
 struct Way
 {
     std::string name;
@@ -45,10 +46,12 @@ void begin(int argc, char **argv);
 /** Returns how many rounds to do where a whole run does \a full. */
 int rounds(int full);
 
-/** Returns whether instructions are counted. A round is as good as many then, but takes fifty times as long. */
+/** Returns whether instructions are counted. A round is as good as many then, but takes fifty times as long.
+ */
 bool countsInstructions();
 
-/** Returns the nanoseconds of processor time that this thread takes for \a call. Its instructions are counted. */
+/** Returns the nanoseconds of processor time that this thread takes for \a call. Its instructions are
+ * counted. */
 double processorTime(const std::function<void()> &call);
 
 /** Returns the nanoseconds that pass during \a call. Its instructions are counted, on this thread. */
@@ -70,12 +73,12 @@ void print(const std::string &comparison, const char *unit, const std::string &b
 /** Prints the line of the medians. */
 void printMedians(const std::string &comparison, const Samples &base, const Samples &other, const Goal &goal);
 
-/** Does rounds() of \a full of each side by turns, after one of each that does not count, and prints the line of the
- * medians. */
+/** Does rounds() of \a full of each side by turns, after one of each that does not count, and prints the line
+ * of the medians. */
 void compare(const std::string &comparison, const Way &base, const Way &other, const Goal &goal, int full);
 
-/** Ends what is counted for a side of a line; when nothing is counted, does nothing. \a side is "base" or "other", or
- * empty when nobody wants to know. */
+/** Ends what is counted for a side of a line; when nothing is counted, does nothing. \a side is "base" or
+ * "other", or empty when nobody wants to know. */
 void dumpInstructions(const std::string &comparison, const char *side);
 
 } // namespace Measurement

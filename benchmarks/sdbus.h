@@ -10,7 +10,8 @@
 #include <cstring>
 #include <memory>
 
-/** What owns sd-bus's objects: the leanest client of a bus that there is, for the other end of a measurement. */
+/** What owns sd-bus's objects: the leanest client of a bus that there is, for the other end of a measurement.
+ */
 namespace SdBus {
 
 template <auto release>
@@ -47,7 +48,8 @@ inline Bus openSystem()
 inline Message agentCall(const Bus &bus, const char *service, const char *path, const char *member)
 {
     sd_bus_message *call = nullptr;
-    check(sd_bus_message_new_method_call(bus.get(), &call, service, path, "com.tavix.nfc.UIAgent", member), member);
+    check(sd_bus_message_new_method_call(bus.get(), &call, service, path, "com.tavix.nfc.UIAgent", member),
+          member);
     return Message(call);
 }
 

@@ -34,6 +34,9 @@ public:
      * Ids without a desktop file are left out, with the warning "NfcApplicationSelectionDialog: No desktop
      * file provided for '<id>'", and so are those whose desktop file has no name or no icon. \a selected
      * counts the rows that are left; one beyond the last selects the first, a negative one none.
+     *
+     * The desktop files of the first hundred, and of those up to the selected one, are read before this
+     * returns, those of the others from the event loop while the dialog lives.
      */
     NfcApplicationSelectionDialog(const QStringList &applications, int selected);
 

@@ -17,8 +17,9 @@ namespace ConnUi {
 bool sameContent(const QVariant &left, const QVariant &right);
 
 /**
- * Returns a number that is the same for all values of the same content, as sameContent() sees it, and seldom for
- * others: text, byte arrays, object paths and QDBusArguments. All values of the other types share one number.
+ * Returns a number that is the same for all values of the same content, as sameContent() sees it, and seldom
+ * for others: text, byte arrays, object paths and QDBusArguments. All values of the other types share one
+ * number.
  */
 size_t contentHash(const QVariant &value);
 

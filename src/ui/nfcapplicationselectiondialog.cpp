@@ -28,7 +28,7 @@ NfcApplicationSelectionDialog::NfcApplicationSelectionDialog(const QStringList &
     d->list->setItemModel(d);
     d->list->setCellCreator(new ApplicationItemCreator);
     d->list->setSelectionMode(MList::SingleSelection);
-    d->list->selectItem(d->index(selected < d->rowCount() ? selected : 0, 0));
+    d->list->selectItem(d->index(d->hasRow(selected) ? selected : 0, 0));
 
     auto *central = new MWidget;
     auto *layout = new QGraphicsLinearLayout(Qt::Vertical, central);

@@ -3,6 +3,7 @@
 #ifndef CONNUI_NFCAPPLICATIONSELECTIONDIALOG_P_H
 #define CONNUI_NFCAPPLICATIONSELECTIONDIALOG_P_H
 
+#include <QBasicTimer>
 #include <QStandardItemModel>
 #include <QStringList>
 
@@ -10,8 +11,13 @@ class MList;
 
 namespace ConnUi {
 
-/** The applications of the dialog, a row each; a row's display data is a list of icon, name and application
- * id. */
+/**
+ * The applications of the dialog, a row each; a row's display data is a list of icon, name and application
+ * id.
+ *
+ * As many as a screen can show are there at once, the others arrive from the event loop: reading ten thousand
+ * desktop files takes longer than a person waits for a dialog.
+ */
 class NfcApplicationSelectionDialogPrivate : public QStandardItemModel
 {
     Q_OBJECT
@@ -21,8 +27,21 @@ public:
 
     explicit NfcApplicationSelectionDialogPrivate(const QStringList &applications);
 
+    /** Returns whether there is a row \a row, even when its application had not been read yet. */
+    bool hasRow(int row);
+
     MList *list = nullptr;
     QString selectedApplication;
+
+protected:
+    void timerEvent(QTimerEvent *event) override;
+
+private:
+    void readSome();
+
+    QStringList applications;
+    qsizetype read = 0;
+    QBasicTimer timer;
 };
 
 } // namespace ConnUi

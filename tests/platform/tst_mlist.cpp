@@ -114,6 +114,7 @@ private Q_SLOTS:
     void foreignAndInvalidIndexDoNothing();
     void keysMoveSelection();
     void modelChangesAreFollowed();
+    void rowsBelowTheScreenLeaveItsCellsAlone();
     void deletedModelLeavesEmptyList();
     void cellSizeIsThatOfFreshItem();
     void listInDialogLeavesButtonsInReach();
@@ -295,6 +296,29 @@ void MListTest::modelChangesAreFollowed()
     QTRY_COMPARE(shown.texts(), QStringList{QStringLiteral("c")});
     model.setStringList({});
     QTRY_VERIFY(shown.texts().isEmpty());
+}
+
+void MListTest::rowsBelowTheScreenLeaveItsCellsAlone()
+{
+    QStringList rows;
+    for (int i = 0; i < 100; ++i) {
+        rows.append(QString::number(i));
+    }
+    QStringListModel model(rows);
+    int updates = 0;
+    Shown shown(&model, &updates);
+    QTRY_VERIFY(shown.texts().contains(QStringLiteral("0")));
+    const int before = updates;
+    model.insertRow(100);
+    model.setData(model.index(100), QStringLiteral("added"));
+    const int ofTheChange = updates - before;
+    model.insertRow(101);
+    QCoreApplication::processEvents();
+    QCOMPARE(updates, before + ofTheChange);
+
+    shown.list->selectItem(model.index(100));
+    QTRY_VERIFY(shown.texts().contains(QStringLiteral("added")));
+    QTRY_COMPARE(shown.list->preferredHeight(), 102 * shown.list->cellCreator()->cellSize().height());
 }
 
 void MListTest::deletedModelLeavesEmptyList()

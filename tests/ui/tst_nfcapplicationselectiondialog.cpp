@@ -90,6 +90,11 @@ private Q_SLOTS:
     void indexPreselectsARow();
     void indexCountsUsableApplications();
     void preselectedRowIsInSight();
+    void longListIsReadWhileItIsShown();
+    void rowThatHasNotBeenReadCanBePreselected_data();
+    void rowThatHasNotBeenReadCanBePreselected();
+    void choiceStaysWhileRowsArrive();
+    void applicationFarDownWithoutDesktopFileIsLeftOut();
     void touchSelectsOneRow();
     void selectionIsTakenDownAtClosing_data();
     void selectionIsTakenDownAtClosing();
@@ -259,7 +264,7 @@ void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder()
     }
     Shown shown(ids);
     QVERIFY(shown.ready);
-    QCOMPARE(shown.list()->itemModel()->rowCount(), count);
+    QTRY_COMPARE(shown.list()->itemModel()->rowCount(), count);
     QVERIFY(shown.rows().size() <= 20);
 
     // Every row can be brought into sight and reads as it should.
@@ -318,14 +323,82 @@ void TestNfcApplicationSelectionDialog::indexCountsUsableApplications()
     QCOMPARE(beyond.dialog->selectedApplication(), u"b"_s);
 }
 
-void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
+namespace {
+
+QStringList installMany(const ApplicationsFolder &applications, int count)
 {
-    const ApplicationsFolder applications;
     QStringList ids;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < count; ++i) {
         ids.append(u"app"_s + QString::number(i));
         applications.install(ids.last(), u"Name "_s + QString::number(i), u"icon-m-service-nfc"_s);
     }
+    return ids;
+}
+
+} // namespace
+
+void TestNfcApplicationSelectionDialog::longListIsReadWhileItIsShown()
+{
+    const ApplicationsFolder applications;
+    const QStringList ids = installMany(applications, 1000);
+    NfcApplicationSelectionDialog dialog(ids, 0);
+    auto *list = dynamic_cast<MList *>(dialog.centralWidget()->layout()->itemAt(1));
+    QCOMPARE(list->itemModel()->rowCount(), 100);
+    QTRY_COMPARE(list->itemModel()->rowCount(), 1000);
+    for (int i = 0; i < 1000; ++i) {
+        const QStringList row = list->itemModel()->index(i, 0).data().toStringList();
+        QCOMPARE(row, QStringList({u"icon-m-service-nfc"_s, u"Name "_s + QString::number(i), ids[i]}));
+    }
+}
+
+void TestNfcApplicationSelectionDialog::rowThatHasNotBeenReadCanBePreselected_data()
+{
+    QTest::addColumn<int>("index");
+    QTest::addColumn<int>("row");
+    QTest::newRow("last that is read at once") << 99 << 99;
+    QTest::newRow("first that is not") << 100 << 100;
+    QTest::newRow("last") << 499 << 499;
+    QTest::newRow("beyond") << 500 << 0;
+}
+
+void TestNfcApplicationSelectionDialog::rowThatHasNotBeenReadCanBePreselected()
+{
+    QFETCH(int, index);
+    QFETCH(int, row);
+    const ApplicationsFolder applications;
+    const QStringList ids = installMany(applications, 500);
+    NfcApplicationSelectionDialog dialog(ids, index);
+    dialog.done(M::OkButton);
+    QCOMPARE(dialog.selectedApplication(), ids[row]);
+}
+
+void TestNfcApplicationSelectionDialog::choiceStaysWhileRowsArrive()
+{
+    const ApplicationsFolder applications;
+    const QStringList ids = installMany(applications, 500);
+    const Shown shown(ids, 3);
+    shown.list()->selectItem(shown.list()->itemModel()->index(4, 0));
+    QTRY_COMPARE(shown.list()->itemModel()->rowCount(), 500);
+    QCOMPARE(shown.selectedRow(), 4);
+    shown.pressOk();
+    QCOMPARE(shown.dialog->selectedApplication(), ids[4]);
+}
+
+void TestNfcApplicationSelectionDialog::applicationFarDownWithoutDesktopFileIsLeftOut()
+{
+    const ApplicationsFolder applications;
+    QStringList ids = installMany(applications, 300);
+    ids.insert(250, u"gone"_s);
+    QTest::ignoreMessage(QtWarningMsg, "NfcApplicationSelectionDialog: No desktop file provided for 'gone'");
+    const Shown shown(ids);
+    QTRY_COMPARE(shown.list()->itemModel()->rowCount(), 300);
+    QCOMPARE(shown.list()->itemModel()->index(250, 0).data().toStringList().value(2), u"app250"_s);
+}
+
+void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
+{
+    const ApplicationsFolder applications;
+    const QStringList ids = installMany(applications, 100);
     const Shown shown(ids, 99);
     QVERIFY(shown.ready);
     QVERIFY(shown.rows().contains(u"Name 99"_s));

@@ -28,7 +28,8 @@ void MListRows::setModel(QAbstractItemModel *model)
         connect(m_selection, &QItemSelectionModel::selectionChanged, this, [this] { update(); });
         connect(model, &QAbstractItemModel::modelReset, this, &MListRows::renew);
         connect(model, &QAbstractItemModel::layoutChanged, this, &MListRows::renew);
-        connect(model, &QAbstractItemModel::rowsInserted, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::rowsInserted, this,
+                [this](const QModelIndex &, int first) { insert(first); });
         connect(model, &QAbstractItemModel::rowsRemoved, this, &MListRows::renew);
         connect(model, &QAbstractItemModel::rowsMoved, this, &MListRows::renew);
         connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::renew);
@@ -124,6 +125,16 @@ void MListRows::renew()
     updateGeometry();
     showBetween(m_top, m_bottom);
     update();
+}
+
+void MListRows::insert(int first)
+{
+    // A model that reads on while it is shown adds rows that nobody sees yet.
+    if (first * rowHeight() >= m_bottom) {
+        updateGeometry();
+        return;
+    }
+    renew();
 }
 
 QRectF MListRows::rowRect(int row) const

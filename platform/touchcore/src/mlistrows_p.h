@@ -65,6 +65,7 @@ private:
     QRectF rowRect(int row) const;
     void recycleAll();
     void renew();
+    void insert(int first);
     void paintMark(QPainter *painter, const QRectF &row);
 
     QPointer<QAbstractItemModel> m_model;
