@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "contactexporter.h"
 
-#include <libebook-contacts/libebook-contacts.h>
 #include <memory>
 #include <QDir>
 #include <QRegularExpression>
 #include <QStandardPaths>
+
+#include "ebookcontacts.h"
 
 namespace ConnUi {
 namespace {
@@ -69,8 +70,11 @@ Card readCard(const QString &path)
         warn(path, QStringLiteral("not a contact card"));
         return nullptr;
     }
-    Card card(e_vcard_new());
-    e_vcard_construct_full(card.get(), data.constData(), data.size(), nullptr);
+    const EBookContacts *library = EBookContacts::load();
+    if (!library)
+        return nullptr;
+    Card card(library->e_vcard_new());
+    library->e_vcard_construct_full(card.get(), data.constData(), data.size(), nullptr);
     return card;
 }
 
@@ -79,9 +83,11 @@ QStringList values(EVCard *card, const char *name, int count)
 {
     // The library leaves the soft line breaks of quoted-printable values where they were.
     static const QRegularExpression softBreak(QStringLiteral("=\\r?\\n"));
+    const EBookContacts *library = EBookContacts::load();
     QStringList result;
-    EVCardAttribute *attribute = e_vcard_get_attribute(card, name);
-    for (GList *i = attribute ? e_vcard_attribute_get_values_decoded(attribute) : nullptr; i; i = i->next) {
+    EVCardAttribute *attribute = library->e_vcard_get_attribute(card, name);
+    for (GList *i = attribute ? library->e_vcard_attribute_get_values_decoded(attribute) : nullptr; i;
+         i = i->next) {
         const auto *value = static_cast<const GString *>(i->data);
         result.append(QString::fromUtf8(value->str, value->len).remove(softBreak).trimmed());
     }
@@ -126,10 +132,13 @@ bool ContactExporter::resolveContactAvatar(const QString &contact, QImage &avata
     if (!QFileInfo::exists(path))
         return false;
     const Card card = readCard(path);
-    EVCardAttribute *photo = card ? e_vcard_get_attribute(card.get(), EVC_PHOTO) : nullptr;
+    if (!card)
+        return false;
+    const EBookContacts *library = EBookContacts::load();
+    EVCardAttribute *photo = library->e_vcard_get_attribute(card.get(), EVC_PHOTO);
     if (!photo)
         return false;
-    GString *data = e_vcard_attribute_get_value_decoded(photo);
+    GString *data = library->e_vcard_attribute_get_value_decoded(photo);
     const auto image = QImage::fromData(reinterpret_cast<const uchar *>(data->str), int(data->len));
     g_string_free(data, true);
     if (image.isNull())

@@ -56,6 +56,7 @@ class TestContactExporter : public QObject
 
 private Q_SLOTS:
     void init();
+    void libraryOfCardsIsLoadedForTheFirstCard();
     void cardFileIsAPrivateCopyRemovedWithItsObject();
     void whatIsNoContactGivesAnEmptyFile_data();
     void whatIsNoContactGivesAnEmptyFile();
@@ -78,6 +79,21 @@ void TestContactExporter::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     QVERIFY(QDir(QFileInfo(cardPath(QStringLiteral("1"))).path()).removeRecursively());
+}
+
+void TestContactExporter::libraryOfCardsIsLoadedForTheFirstCard()
+{
+    const auto isLoaded = [] {
+        QFile maps(QStringLiteral("/proc/self/maps"));
+        return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("/libebook-contacts");
+    };
+    QVERIFY(!isLoaded());
+    writeCard(cardPath(QStringLiteral("1")), card("3.0", "N:Doe;Jane\r\n"));
+    QString first;
+    QString second;
+    ContactExporter::resolveContactInfo(QFileInfo(cardPath(QStringLiteral("1"))), first, second);
+    QCOMPARE(first, QStringLiteral("Jane"));
+    QVERIFY(isLoaded());
 }
 
 void TestContactExporter::cardFileIsAPrivateCopyRemovedWithItsObject()
