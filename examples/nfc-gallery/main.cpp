@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// nfc-gallery --screenshots DIR: writes pictures of all that the library shows, in light and dark; of each
-// class one, in light, for the API reference with --reference DIR. Needs no display and no daemon.
+// nfc-gallery --screenshots DIR [NAME...]: writes pictures of all that the library shows, in light and dark,
+// or of those whose names begin like an argument; of each class one, in light, for the API reference with
+// --reference DIR. Needs no display and no daemon.
+
+#include <algorithm>
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,7 +15,7 @@
 #include <MTheme>
 
 #include "pictures.h"
-#include "questionpictures.h"
+#include "promptpictures.h"
 #include "referencepictures.h"
 #include "tagpictures.h"
 
@@ -39,6 +42,18 @@ bool takeBothLooks(const QList<Picture> &pictures, const QDir &folder)
     return take(pictures, folder, QStringLiteral("-dark"));
 }
 
+QList<Picture> withNames(const QList<Picture> &pictures, const QStringList &beginnings)
+{
+    if (beginnings.isEmpty())
+        return pictures;
+    QList<Picture> wanted;
+    std::copy_if(pictures.begin(), pictures.end(), std::back_inserter(wanted), [&](const Picture &picture) {
+        return std::any_of(beginnings.begin(), beginnings.end(),
+                           [&](const QString &beginning) { return picture.name.startsWith(beginning); });
+    });
+    return wanted;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -58,6 +73,9 @@ int main(int argc, char **argv)
                                        QStringLiteral("Write those of the API reference into <folder>."),
                                        QStringLiteral("folder"));
     parser.addOptions({screenshots, reference});
+    parser.addPositionalArgument(QStringLiteral("name"),
+                                 QStringLiteral("What the wanted pictures' names begin with."),
+                                 QStringLiteral("[name...]"));
     parser.process(application);
     const bool forReference = parser.isSet(reference);
     if (!forReference && !parser.isSet(screenshots))
@@ -66,7 +84,8 @@ int main(int argc, char **argv)
     const QDir folder(parser.value(forReference ? reference : screenshots));
     if (!folder.mkpath(QStringLiteral(".")))
         return 1;
-    const QList<Picture> all = pictures() + questionPictures() + tagPictures();
-    const bool written = forReference ? take(referencePictures(all), folder) : takeBothLooks(all, folder);
+    const QList<Picture> all = pictures() + promptPictures() + tagPictures();
+    const bool written = forReference ? take(referencePictures(all), folder)
+                                      : takeBothLooks(withNames(all, parser.positionalArguments()), folder);
     return written ? 0 : 1;
 }

@@ -17,16 +17,16 @@ struct Shown
 
 constexpr Shown reference[] = {
     {"nfcapplicationselectiondialog", "tag-selection-en"},
-    {"nfcenabledialog", "settings-question"},
+    {"nfcenabledialog", "enable-en"},
     {"nfcfilereceivesheet", "sheet-middle"},
-    {"nfcfilesenddialog", "send"},
-    {"nfcfilesendpendingdialog", "send-pending"},
+    {"nfcfilesenddialog", "send-en"},
+    {"nfcfilesendpendingdialog", "send-pending-en"},
     {"nfcoverlay", "banner-270", 90},
-    {"nfcpairingdialog", "pairing"},
+    {"nfcpairingdialog", "pair-headset-en"},
     {"nfcsettingsview", "settings-on"},
-    {"nfcsharingpermissiondialog", "share-permission"},
-    {"nfcsharingselectiondialog", "share-selection"},
-    {"nfctagnotsupporteddialog", "tag-unsupported"},
+    {"nfcsharingpermissiondialog", "share-contact-en"},
+    {"nfcsharingselectiondialog", "select-picture-en"},
+    {"nfctagnotsupporteddialog", "unsupported-en"},
     {"nfctagreadpermissiondialog", "tag-link-en"},
 };
 

@@ -2,13 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tagpictures.h"
 
-#include <memory>
+#include "dialogpictures.h"
 
-#include <QApplication>
 #include <QTemporaryFile>
-#include <QTranslator>
 
-#include <MWindow>
 #include <NfcApplicationSelectionDialog>
 #include <NfcTagReadPermissionDialog>
 #include <URINDEFRecord>
@@ -19,42 +16,6 @@ using ConnUi::NfcTagReadPermissionDialog;
 namespace {
 
 using Make = std::function<MDialog *()>;
-
-struct Kind
-{
-    QString name;
-    Make make;
-};
-
-// The texts of a language, and its direction, while it lives.
-class Language
-{
-public:
-    explicit Language(const QString &language)
-    {
-        if (m_texts.load(QCoreApplication::applicationDirPath() +
-                         QStringLiteral("/../share/connui-nfc/translations/connui-nfc_") + language))
-            QCoreApplication::installTranslator(&m_texts);
-        QApplication::setLayoutDirection(QLocale(language).textDirection());
-    }
-    ~Language() { QApplication::setLayoutDirection(Qt::LeftToRight); }
-
-private:
-    QTranslator m_texts;
-};
-
-QPixmap pictureOf(const Make &make, const QString &language, M::Orientation orientation)
-{
-    const Language texts(language);
-    MWindow window;
-    if (orientation == M::Landscape)
-        window.resize(window.sizeHint().transposed());
-    const std::unique_ptr<MDialog> dialog(make());
-    dialog->appear(&window);
-    window.show();
-    QCoreApplication::processEvents();
-    return window.grab();
-}
 
 Make text(const QString &content)
 {
@@ -88,26 +49,27 @@ Make selection(const QStringList &applications)
     return [=] { return new NfcApplicationSelectionDialog(applications, 0); };
 }
 
-QList<Kind> kinds()
+QList<Dialog> dialogs()
 {
     const QString menu = QStringLiteral("Menu of the day");
     const QString opening = QStringLiteral("Welcome to the library.\nOpen from 9 to 18.");
     const QStringList several{QStringLiteral("viewer"), QStringLiteral("notes"), QStringLiteral("browser")};
     return {
-        {QStringLiteral("text"), text(opening)},
-        {QStringLiteral("text-long"), text(QStringLiteral("A tag may hold a whole story. ").repeated(60))},
-        {QStringLiteral("link"), uri("https://www.example.com/menu?table=12", menu)},
-        {QStringLiteral("link-long"), uri("https://www.example.com/" + QByteArray("a1b2").repeated(500))},
-        {QStringLiteral("number"), uri("tel:+358501234567")},
-        {QStringLiteral("message"), uri("sms:+358501234567?body=Parking%20zone%20A,%20two%20hours")},
-        {QStringLiteral("store"),
+        {QStringLiteral("tag-text"), text(opening)},
+        {QStringLiteral("tag-text-long"),
+         text(QStringLiteral("A tag may hold a whole story. ").repeated(60))},
+        {QStringLiteral("tag-link"), uri("https://www.example.com/menu?table=12", menu)},
+        {QStringLiteral("tag-link-long"), uri("https://www.example.com/" + QByteArray("a1b2").repeated(500))},
+        {QStringLiteral("tag-number"), uri("tel:+358501234567")},
+        {QStringLiteral("tag-message"), uri("sms:+358501234567?body=Parking%20zone%20A,%20two%20hours")},
+        {QStringLiteral("tag-store"),
          [] { return new NfcTagReadPermissionDialog(QStringLiteral("ruvostore:link"), QString()); }},
-        {QStringLiteral("card"), newContactCard},
-        {QStringLiteral("application"), choice({QStringLiteral("viewer")})},
-        {QStringLiteral("applications"), choice(several)},
-        {QStringLiteral("nobodys"), choice({QStringLiteral("nobody")})},
-        {QStringLiteral("selection"), selection(several)},
-        {QStringLiteral("selection-empty"), selection({})},
+        {QStringLiteral("tag-card"), newContactCard},
+        {QStringLiteral("tag-application"), choice({QStringLiteral("viewer")})},
+        {QStringLiteral("tag-applications"), choice(several)},
+        {QStringLiteral("tag-nobodys"), choice({QStringLiteral("nobody")})},
+        {QStringLiteral("tag-selection"), selection(several)},
+        {QStringLiteral("tag-selection-empty"), selection({})},
     };
 }
 
@@ -115,16 +77,5 @@ QList<Kind> kinds()
 
 QList<Picture> tagPictures()
 {
-    QList<Picture> pictures;
-    const QList<Kind> all = kinds();
-    for (const Kind &kind : all) {
-        for (const char *language : {"en", "de", "ar"}) {
-            const QString code = QLatin1String(language);
-            const QString name = QStringLiteral("tag-%1-%2").arg(kind.name, code);
-            pictures.append({name, [=] { return pictureOf(kind.make, code, M::Portrait); }});
-            pictures.append({name + QStringLiteral("-landscape"),
-                             [=] { return pictureOf(kind.make, code, M::Landscape); }});
-        }
-    }
-    return pictures;
+    return dialogPictures(dialogs());
 }

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_GALLERY_DIALOGPICTURES_H
+#define CONNUI_GALLERY_DIALOGPICTURES_H
+
+#include <MDialog>
+
+#include "pictures.h"
+
+/** A dialog with one of the contents that it may have. */
+struct Dialog
+{
+    QString name;
+    std::function<MDialog *()> make;
+};
+
+/** Returns the pictures of \a dialogs in portrait and landscape, in English, German and Arabic. */
+QList<Picture> dialogPictures(const QList<Dialog> &dialogs);
+
+#endif

@@ -1,0 +1,12 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_GALLERY_PROMPTPICTURES_H
+#define CONNUI_GALLERY_PROMPTPICTURES_H
+
+#include "pictures.h"
+
+/** Returns the pictures of the prompts and of the question whether to share, each as dialogPictures() takes
+ * them. */
+QList<Picture> promptPictures();
+
+#endif
