@@ -114,7 +114,8 @@ std::unique_ptr<MWindow> newPhone()
 int runOnTerminal()
 {
     ConsoleClient client;
-    QObject::connect(&client, &ConsoleClient::finished, qApp, &QCoreApplication::quit);
+    QObject::connect(&client, &ConsoleClient::finished, QCoreApplication::instance(),
+                     &QCoreApplication::quit);
     return QCoreApplication::exec();
 }
 

@@ -14,7 +14,10 @@ function(connui_precompile)
         ${Qt6DBus_INCLUDE_DIRS} ${Qt6Widgets_INCLUDE_DIRS} ${Qt6Gui_INCLUDE_DIRS} ${Qt6Core_INCLUDE_DIRS})
     target_compile_options(connui-precompiled PRIVATE -pthread)
     set_target_properties(connui-precompiled PROPERTIES AUTOMOC OFF)
-    target_precompile_headers(connui-precompiled PRIVATE <QtCore/QtCore> <QtDBus/QtDBus> <QtWidgets/QtWidgets>)
+    # Without <QApplication>: with it qApp means another class.
+    target_precompile_headers(connui-precompiled PRIVATE
+        <QtCore/QtCore> <QtDBus/QtDBus> <QGraphicsLinearLayout> <QGraphicsScene> <QGraphicsSceneMouseEvent> <QGraphicsView>
+        <QGraphicsWidget> <QPainter> <QPixmap>)
     connui_precompile_below(${CMAKE_CURRENT_SOURCE_DIR})
 endfunction()
 

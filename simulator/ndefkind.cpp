@@ -3,18 +3,28 @@
 #include "ndefkind.h"
 
 #include <QNdefMessage>
-#include <QNdefNfcSmartPosterRecord>
 #include <QNdefNfcUriRecord>
 #include <QUrl>
 
 namespace {
+
+// A smart poster holds a message of its own. Qt's class for it leaks what it reads.
+QString posterKind(const QNdefRecord &poster)
+{
+    const QNdefMessage parts = QNdefMessage::fromByteArray(poster.payload());
+    for (const QNdefRecord &part : parts) {
+        if (part.isRecordType<QNdefNfcUriRecord>())
+            return QStringLiteral("uri:") + QNdefNfcUriRecord(part).uri().toString();
+    }
+    return QStringLiteral("unknown");
+}
 
 QString wellKnownKind(const QNdefRecord &record)
 {
     if (record.type() == "U")
         return QStringLiteral("uri:") + QNdefNfcUriRecord(record).uri().toString();
     if (record.type() == "Sp")
-        return QStringLiteral("uri:") + QNdefNfcSmartPosterRecord(record).uri().toString();
+        return posterKind(record);
     if (record.type() == "T")
         return QStringLiteral("text/plain");
     return QStringLiteral("unknown");

@@ -3,7 +3,6 @@
 #include "tagcontent.h"
 
 #include <QNdefMessage>
-#include <QNdefNfcSmartPosterRecord>
 #include <QNdefNfcTextRecord>
 #include <QUrl>
 

@@ -32,6 +32,8 @@ void TestNdefKind::firstRecordDecides_data()
     QTest::newRow("URI") << uri << u"uri:tel:+1"_s;
     QTest::newRow("text") << text << u"text/plain"_s;
     QTest::newRow("smart poster") << record("d1", "Sp", uri) << u"uri:tel:+1"_s;
+    QTest::newRow("smart poster without link")
+        << record("d1", "Sp", record("d1", "T", QByteArray::fromHex("02") + "enHi")) << u"unknown"_s;
     QTest::newRow("other well-known type") << record("d1", "X", "1") << u"unknown"_s;
     QTest::newRow("MIME type") << record("d2", "text/vcard", "1") << u"text/vcard"_s;
     QTest::newRow("absolute URI") << record("d3", "https://a.org", "") << u"uri:https://a.org"_s;

@@ -339,6 +339,7 @@ void TestNfcdSim::handoverDataNamesThePeer()
     QString address;
     data.beginStructure();
     data >> path >> address;
+    data.endStructure();
     QCOMPARE(path.path(), u"/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"_s);
     QCOMPARE(address, u"00:1A:7D:DA:71:13"_s);
 }
