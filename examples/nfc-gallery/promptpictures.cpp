@@ -6,7 +6,8 @@
 #include <QDir>
 #include <QFile>
 #include <QPainter>
-#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QUrl>
 
 #include <NfcEnableDialog>
@@ -58,36 +59,35 @@ QImage face()
     return image;
 }
 
-bool write(const QString &path, const QByteArray &content)
-{
-    QFile file(path);
-    return QDir().mkpath(QFileInfo(path).path()) && file.open(QIODevice::WriteOnly) &&
-           file.write(content) == content.size();
-}
-
-QString dataFile(const QString &name)
-{
-    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QLatin1Char('/') + name;
-}
-
 MDialog *newContact()
 {
+    // Not among the contacts of whoever takes the pictures.
+    const QTemporaryDir data;
+    const QByteArray usual = qgetenv("XDG_DATA_HOME");
+    qputenv("XDG_DATA_HOME", QFile::encodeName(data.path()));
+    QDir(data.path()).mkdir(QStringLiteral("contacts"));
+    QFile card(data.filePath(QStringLiteral("contacts/anna.vcf")));
     QBuffer photo;
     face().save(&photo, "PNG");
-    write(dataFile(QStringLiteral("contacts/anna.vcf")),
-          "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Virtanen;Anna;;;\r\nPHOTO;ENCODING=b;TYPE=PNG:" +
-              photo.data().toBase64() + "\r\nEND:VCARD\r\n");
-    return new NfcSharingPermissionDialog({QStringLiteral("contact:anna")});
+    if (card.open(QIODevice::WriteOnly))
+        card.write("BEGIN:VCARD\r\nVERSION:3.0\r\nN:Virtanen;Anna;;;\r\nPHOTO;ENCODING=b;TYPE=PNG:" +
+                   photo.data().toBase64() + "\r\nEND:VCARD\r\n");
+    card.close();
+    auto *dialog = new NfcSharingPermissionDialog({QStringLiteral("contact:anna")});
+    qputenv("XDG_DATA_HOME", usual);
+    return dialog;
 }
 
 // As after the thumbnail service has answered.
 Make withThumbnail(const QString &name)
 {
     return [=] {
-        const QString thumbnail = dataFile(QStringLiteral("sunset.png"));
-        sunset().save(thumbnail);
+        QTemporaryFile thumbnail;
+        if (thumbnail.open())
+            sunset().save(&thumbnail, "PNG");
+        thumbnail.close();
         auto *dialog = new NfcSharingPermissionDialog({name});
-        dialog->thumbnail(QUrl::fromLocalFile(name), QUrl::fromLocalFile(thumbnail));
+        dialog->thumbnail(QUrl::fromLocalFile(name), QUrl::fromLocalFile(thumbnail.fileName()));
         return dialog;
     };
 }
