@@ -103,12 +103,15 @@ QPixmap question()
     return pictureOf(&window);
 }
 
-QPixmap sheet(const QList<Report> &reports)
+QPixmap sheet(const QList<Report> &reports, M::Orientation orientation = M::Portrait,
+              const QString &file = QStringLiteral("Holiday.jpeg"))
 {
     MWindow window;
+    if (orientation == M::Landscape)
+        window.resize(window.sizeHint().transposed());
     NfcFileReceiveSheet sheet;
     sheet.setRemoteDeviceName(QStringLiteral("Anna's phone"));
-    sheet.setFileName(QStringLiteral("Holiday.jpeg"));
+    sheet.setFileName(file);
     sheet.setThumbnailImage(QStringLiteral("icon-m-content-note-inverse"));
     for (const Report &report : reports) {
         QElapsedTimer clock;
@@ -186,6 +189,11 @@ QList<Picture> pictures()
         {QStringLiteral("sheet-end"),
          [=] {
              return sheet({before, middle, end});
+         }},
+        {QStringLiteral("sheet-long-landscape"),
+         [=] {
+             return sheet({before, middle}, M::Landscape,
+                          QStringLiteral("a-name-that-goes-on-").repeated(20));
          }},
         {QStringLiteral("banner-0"), [] { return banner(M::Angle0, 1); }},
         {QStringLiteral("banner-90"), [] { return banner(M::Angle90, 1); }},
