@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "bluetoothquestions.h"
 
+#include <functional>
+
 #include <NfcAgent>
 
 #include "questionqueue.h"
@@ -44,6 +46,6 @@ void BluetoothQuestions::ask(const QString &subject, const QDBusObjectPath &targ
 {
     queue->ask({subject,
                 {},
-                [this, target, grant](int) { (agent->*grant)(target); },
+                [this, target, grant](int) { std::invoke(grant, agent, target); },
                 [this, target] { agent->rejectDevice(target); }});
 }
