@@ -85,6 +85,8 @@ NfcAdapterPrivate::NfcAdapterPrivate() : radioState(new RadioState(RadioState::N
             &NfcAdapterPrivate::serviceRegistered);
     connect(serviceWatcher, &QDBusServiceWatcher::serviceUnregistered, this,
             &NfcAdapterPrivate::serviceUnregistered);
+    connect(serviceWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
+            &NfcAdapterPrivate::serviceOwnerChanged);
 
     if (adapterBroken)
         return;
@@ -204,10 +206,18 @@ void NfcAdapterPrivate::serviceRegistered()
 void NfcAdapterPrivate::serviceUnregistered()
 {
     checkForBrokenDaemon();
-    dropAdapterProxy();
-    properties.clear();
-    propertiesFetched = false;
-    announce([](NfcAdapter *adapter) { Q_EMIT adapter->adapterInvalid(); });
+    unbind();
+}
+
+void NfcAdapterPrivate::serviceOwnerChanged(const QString &, const QString &oldOwner, const QString &newOwner)
+{
+    // A daemon that another one replaces neither unregisters nor has it died. Its successor knows no agent.
+    if (oldOwner.isEmpty() || newOwner.isEmpty())
+        return;
+    const QPointer<NfcAdapterPrivate> self(this);
+    unbind();
+    if (self)
+        serviceRegistered();
 }
 
 void NfcAdapterPrivate::handoverCallFinished(QDBusPendingCallWatcher *watcher)
@@ -261,6 +271,14 @@ void NfcAdapterPrivate::dropAdapterProxy()
     }
     delete adapterProxy;
     adapterProxy = nullptr;
+}
+
+void NfcAdapterPrivate::unbind()
+{
+    dropAdapterProxy();
+    properties.clear();
+    propertiesFetched = false;
+    announce([](NfcAdapter *adapter) { Q_EMIT adapter->adapterInvalid(); });
 }
 
 void NfcAdapterPrivate::checkForBrokenDaemon()

@@ -56,6 +56,7 @@ public Q_SLOTS:
     void propertyChanged(const QString &property, const QDBusVariant &value);
     void serviceRegistered();
     void serviceUnregistered();
+    void serviceOwnerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
     void handoverCallFinished(QDBusPendingCallWatcher *watcher);
     void handoverStarted();
     void handoverCarrierSelected(const QString &carrier);
@@ -65,6 +66,7 @@ public Q_SLOTS:
 private:
     void connectAdapterSignals();
     void dropAdapterProxy();
+    void unbind();
     void checkForBrokenDaemon();
 };
 

@@ -50,6 +50,9 @@ private Q_SLOTS:
     void invalidProxyIsReplacedWhenDaemonRegisters();
     void unregistrationIsAlwaysAnnounced();
     void restartedDaemonIsBoundAnew();
+    void replacedDaemonIsBoundAnew();
+    void replacedDaemonHasNotDied();
+    void lastAdapterDeletedWhenDaemonIsReplaced();
     void signalsOfFormerAdapterPathAreNotHeard();
     void deletedBindingLeavesItsProxy();
     void unboundAdapterIsOffWhateverIsCached();
@@ -379,6 +382,61 @@ void TestNfcAdapterPrivate::restartedDaemonIsBoundAnew()
     daemon.emitAdapterSignal(u"HandoverStarted"_s);
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 1);
+}
+
+void TestNfcAdapterPrivate::replacedDaemonIsBoundAnew()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    successor.reply(u"GetProperties"_s, {QVariantMap{{u"State"_s, u"off"_s}}});
+    successor.succeed(daemon.service());
+    NfcAdapter adapter;
+    QVERIFY(adapter.isPowered());
+    QStringList news;
+    connect(&adapter, &NfcAdapter::adapterInvalid, this, [&] {
+        QVERIFY(!adapter.isValid());
+        news.append(u"invalid"_s);
+    });
+    connect(&adapter, &NfcAdapter::adapterValid, this, [&] { news.append(u"valid"_s); });
+
+    daemon.stop();
+    QTRY_COMPARE(news, QStringList({u"invalid"_s, u"valid"_s}));
+    QVERIFY(!adapter.isPowered());
+    QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
+    successor.emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"HandoverStarted"_s);
+    QCoreApplication::processEvents();
+    QCOMPARE(started.count(), 1);
+}
+
+void TestNfcAdapterPrivate::replacedDaemonHasNotDied()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    successor.succeed(daemon.service());
+    m_radio->setEnabled(true);
+    NfcAdapter adapter;
+    QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
+
+    daemon.stop();
+    QTRY_COMPARE(valid.count(), 1);
+    QVERIFY(m_radio->enabled());
+    QVERIFY(!NfcAdapterPrivate::adapterBroken);
+}
+
+void TestNfcAdapterPrivate::lastAdapterDeletedWhenDaemonIsReplaced()
+{
+    FakeDaemon daemon;
+    daemon.start();
+    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    successor.succeed(daemon.service());
+    auto *adapter = new NfcAdapter;
+    connect(adapter, &NfcAdapter::adapterInvalid, this, [adapter] { delete adapter; });
+
+    daemon.stop();
+    QTRY_VERIFY(!NfcAdapterPrivate::instance);
+    QCOMPARE(successor.members(), QStringList());
 }
 
 void TestNfcAdapterPrivate::signalsOfFormerAdapterPathAreNotHeard()

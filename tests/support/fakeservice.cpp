@@ -104,6 +104,11 @@ void FakeService::start()
     control(QStringLiteral("Own"));
 }
 
+void FakeService::succeed(const QString &service)
+{
+    control(QStringLiteral("Succeed"), {service});
+}
+
 void FakeService::stop()
 {
     if (isRunning())
@@ -206,9 +211,9 @@ void FakeService::clearCalls()
 }
 
 void FakeService::emitSignal(const QString &path, const QString &interface, const QString &member,
-                             const QVariantList &arguments)
+                             const QVariantList &arguments, int times)
 {
-    control(QStringLiteral("EmitSignal"), {path, interface, member, QVariant(arguments)});
+    control(QStringLiteral("EmitSignal"), {path, interface, member, QVariant(arguments), times});
 }
 
 int FakeService::call(const QString &service, const QString &path, const QString &interface,

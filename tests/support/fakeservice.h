@@ -34,6 +34,8 @@ public:
 
     /** Takes the service name; with a fresh process, scripts forgotten, after kill(). */
     void start();
+    /** Takes \a service too, in the moment in which its present owner leaves it: it is never without one. */
+    void succeed(const QString &service);
     /** Gives the service name up. The process, its scripts and its calls stay. */
     void stop();
     /** Kills the process, as kill -9 does, and returns when the bus has noticed. */
@@ -67,7 +69,7 @@ public:
     void clearCalls();
 
     void emitSignal(const QString &path, const QString &interface, const QString &member,
-                    const QVariantList &arguments = {});
+                    const QVariantList &arguments = {}, int times = 1);
 
     /** Calls somebody without waiting and without a time limit. Returns the number of the call. */
     int call(const QString &service, const QString &path, const QString &interface, const QString &member,

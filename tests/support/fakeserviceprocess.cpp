@@ -89,6 +89,11 @@ public:
 public Q_SLOTS:
     void Own() { m_bus.registerService(m_service); }
 
+    void Succeed(const QString &service)
+    {
+        m_bus.interface()->registerService(service, QDBusConnectionInterface::QueueService);
+    }
+
     void Leave() { m_bus.unregisterService(m_service); }
 
     void Reply(const QString &member, const QVariantList &arguments)
@@ -128,11 +133,12 @@ public Q_SLOTS:
     void ClearCalls() { m_calls.clear(); }
 
     void EmitSignal(const QString &path, const QString &interface, const QString &member,
-                    const QVariantList &arguments)
+                    const QVariantList &arguments, int times)
     {
         QDBusMessage signal = QDBusMessage::createSignal(path, interface, member);
         signal.setArguments(arguments);
-        m_bus.send(signal);
+        for (int i = 0; i < times; ++i)
+            m_bus.send(signal);
         // The bus has it when it has answered.
         m_bus.interface()->isServiceRegistered(m_service);
     }
