@@ -8,6 +8,7 @@
 #include <QStyle>
 #include <QTextBoundaryFinder>
 #include <QtMath>
+#include <string>
 
 namespace {
 
@@ -15,6 +16,20 @@ namespace {
 constexpr qreal unlimited = 1e7;
 // A layout takes time with the square of its length where directions alternate.
 constexpr qsizetype longestLayout = 2048;
+// So many may follow a letter in Unicode's stream-safe text format. More than that are no writing, and take
+// time with the square of their number to be stacked.
+constexpr int mostMarks = 30;
+
+QString withoutStacks(const QString &text)
+{
+    std::u32string characters = text.toStdU32String();
+    int marks = 0;
+    std::erase_if(characters, [&marks](char32_t character) {
+        marks = QChar::isMark(character) ? marks + 1 : 0;
+        return marks > mostMarks;
+    });
+    return QString::fromStdU32String(characters);
+}
 
 QStringList paragraphs(QString text)
 {
@@ -42,7 +57,7 @@ qsizetype layoutEnd(const QString &paragraph)
 
 MTextBlock::MTextBlock(const QString &text, const Shape &shape) : m_shape(shape)
 {
-    const QStringList parts = paragraphs(text);
+    const QStringList parts = paragraphs(withoutStacks(text));
     for (const QString &part : parts) {
         QString rest = part;
         while (shape.wrapMode != QTextOption::NoWrap && rest.size() > longestLayout) {
