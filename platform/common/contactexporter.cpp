@@ -13,6 +13,7 @@ namespace ConnUi {
 namespace {
 
 constexpr qint64 SizeLimit = 4 << 20;
+constexpr qsizetype PartsLimit = 5000;
 
 struct Unref
 {
@@ -58,6 +59,12 @@ QByteArray joinCharacters(const QByteArray &data)
     return QString::fromLatin1(data).remove(fold).toLatin1();
 }
 
+// The library's time grows with the square of the parts of a value and of its soft line breaks.
+bool hasTooManyParts(const QByteArray &data)
+{
+    return data.count(';') + data.count(',') + data.count("=\n") + data.count("=\r\n") > PartsLimit;
+}
+
 Card readCard(const QString &path)
 {
     QByteArray data = readCardFile(path);
@@ -68,6 +75,10 @@ Card readCard(const QString &path)
         return nullptr;
     if (!data.toUpper().startsWith("BEGIN:VCARD")) {
         warn(path, QStringLiteral("not a contact card"));
+        return nullptr;
+    }
+    if (hasTooManyParts(data)) {
+        warn(path, QStringLiteral("too many parts for a contact card"));
         return nullptr;
     }
     const EBookContacts *library = EBookContacts::load();

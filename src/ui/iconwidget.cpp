@@ -12,9 +12,11 @@ namespace ConnUi {
 MImageWidget *newIconWidget(const QString &icon)
 {
     auto *widget = new MImageWidget;
-    if (QFileInfo(icon).isAbsolute())
+    const QFileInfo file(icon);
+    // Opening a pipe would wait for its writer.
+    if (file.isAbsolute() && file.isFile())
         widget->setPixmap(QPixmap(icon));
-    else
+    else if (!file.isAbsolute())
         widget->setImage(icon);
     return widget;
 }
