@@ -14,6 +14,7 @@
 
 #include <MWindow>
 
+#include "buswatch.h"
 #include "console.h"
 #include "consoleclient.h"
 #include "screenclient.h"
@@ -60,10 +61,10 @@ std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
 std::optional<Options> parse(QString *error)
 {
     QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "The person's side of NFC: answers the questions of the NFC daemon.\n\n"
-        "Exit codes: 0 input ended or asked to leave, 1 no system bus, 2 another nfc-ui runs in "
-        "this session, 64 bad arguments."));
+    parser.setApplicationDescription(
+        QStringLiteral("The person's side of NFC: answers the questions of the NFC daemon.\n\n"
+                       "Exit codes: 0 input ended or asked to leave, 1 no system bus, or a bus has gone, "
+                       "2 another nfc-ui runs in this session, 64 bad arguments."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
@@ -162,6 +163,10 @@ int main(int argc, char *argv[])
 
     QObject::connect(&termination, &TerminationSignals::received, application.get(), &QCoreApplication::quit);
     termination.watch();
+    const BusWatch buses;
+    QObject::connect(&buses, &BusWatch::lost, application.get(), [](const QString &bus) {
+        QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(bus)));
+    });
     if (options->onTerminal)
         return runOnTerminal();
     const std::unique_ptr<MWindow> phone = options->phone ? newPhone() : nullptr;

@@ -1,0 +1,132 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <map>
+#include <memory>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct Kill
+{
+    void operator()(QProcess *process) const
+    {
+        process->kill();
+        process->waitForFinished();
+        delete process;
+    }
+};
+using Process = std::unique_ptr<QProcess, Kill>;
+
+/** Programs on two buses of their own, which can be killed. */
+class Session
+{
+public:
+    Session()
+    {
+        for (const QString &bus : {u"system"_s, u"session"_s}) {
+            Process process(new QProcess);
+            // A session's configuration for both: it lets everybody do everything.
+            process->start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
+                                              u"--address=unix:path=%1"_s.arg(m_folder.filePath(bus))});
+            // The address is printed when the bus listens.
+            while (!process->canReadLine()) {
+                if (!process->waitForReadyRead())
+                    qFatal("no %s bus", qPrintable(bus));
+            }
+            m_environment.insert(u"DBUS_%1_BUS_ADDRESS"_s.arg(bus.toUpper()),
+                                 QString::fromLocal8Bit(process->readLine().trimmed()));
+            m_buses[bus] = std::move(process);
+        }
+    }
+
+    Process start(const char *program, const QStringList &arguments)
+    {
+        Process process(new QProcess);
+        process->setProcessEnvironment(m_environment);
+        process->start(QString::fromLatin1(program), arguments);
+        return process;
+    }
+
+    void kill(const QString &bus) { m_buses.erase(bus); }
+
+private:
+    QTemporaryDir m_folder;
+    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
+    std::map<QString, Process> m_buses;
+};
+
+bool says(QProcess *process, const QByteArray &text)
+{
+    QByteArray said;
+    while (!said.contains(text)) {
+        if (!process->waitForReadyRead())
+            return false;
+        said += process->readAllStandardOutput();
+    }
+    return true;
+}
+
+} // namespace
+
+class TestLostBus : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void clientSaysSoAndFails_data();
+    void clientSaysSoAndFails();
+};
+
+void TestLostBus::clientSaysSoAndFails_data()
+{
+    QTest::addColumn<QStringList>("face");
+    QTest::addColumn<QString>("bus");
+    QTest::addColumn<QByteArray>("words");
+
+    const QByteArray unregistered =
+        "UnregisterUIAgent returned error 'org.freedesktop.DBus.Error.Disconnected': "
+        "Not connected to D-Bus server\n";
+    const QStringList faces[] = {{u"--read-aloud"_s}, {u"--console"_s}};
+    for (const QStringList &face : faces) {
+        for (const QString &bus : {u"system"_s, u"session"_s}) {
+            QTest::addRow("%s, %s bus", qPrintable(face.constFirst()), qPrintable(bus))
+                << face << bus
+                << "nfc-ui: the " + bus.toUtf8() + " bus has gone\n" +
+                       (bus == u"system"_s ? unregistered : QByteArray());
+        }
+    }
+}
+
+void TestLostBus::clientSaysSoAndFails()
+{
+    QFETCH(QStringList, face);
+    QFETCH(QString, bus);
+    QFETCH(QByteArray, words);
+
+    Session session;
+    const auto daemon = session.start(NFCD_SIM, {});
+    QVERIFY(daemon->waitForStarted());
+    const auto client = session.start(NFC_UI, face);
+    QVERIFY(says(client.get(), "the NFC daemon is here"));
+    const auto tap = session.start(NFCTAP, {u"pair"_s, u"00:11:22:33:44:55"_s, u"Headset"_s, u"0x240404"_s});
+    QVERIFY(says(client.get(), "Headset"));
+
+    // In the middle of a question.
+    session.kill(bus);
+    QVERIFY(client->waitForFinished());
+    QCOMPARE(client->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(client->exitCode(), 1);
+    // Last: the platform plugin has its say before.
+    const QByteArray said = client->readAllStandardError();
+    QVERIFY2(said.endsWith(words), said.constData());
+}
+
+QTEST_GUILESS_MAIN(TestLostBus)
+
+#include "tst_lostbus.moc"
