@@ -10,6 +10,7 @@
 #include <QTemporaryFile>
 #include <QUrl>
 
+#include <ContentAction>
 #include <MButtonModel>
 #include <NfcAdapter>
 #include <NfcAgent>
@@ -56,8 +57,8 @@ const NdefMessageHandler &chosen(const NdefMessageHandlerList &handlers, const Q
     return front ? *front : handlers.first();
 }
 
-// A dialog about a file owns it: readable for this user alone, and gone with the dialog.
-MDialog *fileDialog(const TagContent &content)
+// A dialog about a card's file owns it: readable for this user alone, and gone with the dialog.
+MDialog *cardDialog(const TagContent &content)
 {
     auto file = std::make_unique<QTemporaryFile>();
     if (!file->open() || file->write(content.payload) != content.payload.size() || !file->flush()) {
@@ -69,23 +70,24 @@ MDialog *fileDialog(const TagContent &content)
     return dialog;
 }
 
+// What cannot be shown is told by the application that gets it: not the desktop's, but one that the daemon
+// knows.
 MDialog *newDialog(const TagContent &content, const QStringList &applications)
 {
     switch (content.kind) {
     case TagContent::Uri: {
+        if (!applications.isEmpty() && !content.isShownWhenAsked())
+            break;
         const URINDEFRecord record(content.payload);
         return new NfcTagReadPermissionDialog(&record, QString());
     }
     case TagContent::Text:
         return new NfcTagReadPermissionDialog(content.text);
     case TagContent::ContactCard:
-        return fileDialog(content);
+        return cardDialog(content);
     case TagContent::StoreLink:
         return new NfcTagReadPermissionDialog(content.type, QString::fromUtf8(content.payload));
     case TagContent::File:
-        if (applications.size() == 1)
-            return fileDialog(content);
-        break;
     case TagContent::Other:
     case TagContent::Empty:
         break;
@@ -116,7 +118,9 @@ void DeliveryDialogs::decide(const NdefMessageHandlerList &handlers, const QDBus
                              const QByteArray &data)
 {
     const Delivery delivery{handlers, target, data, readTag(data)};
-    const bool openedByDesktop = delivery.content.kind == TagContent::Uri;
+    const bool openedByDesktop =
+        delivery.content.kind == TagContent::Uri &&
+        ContentAction::Action::defaultActionForScheme(delivery.content.text).isValid();
     if (delivery.content.kind == TagContent::Empty || (handlers.isEmpty() && !openedByDesktop))
         tellUnusable(delivery);
     else if (!forwardUnasked(delivery))

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tagcontent.h"
 
+#include <algorithm>
+
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
 #include <QUrl>
@@ -69,6 +71,15 @@ bool TagContent::isHarmless() const
     if (kind == Uri)
         return text.startsWith(QLatin1String("http://")) || text.startsWith(QLatin1String("https://"));
     return kind == Text || kind == ContactCard;
+}
+
+bool TagContent::isShownWhenAsked() const
+{
+    static constexpr QLatin1String shown[] = {QLatin1String("http"), QLatin1String("tel:"),
+                                              QLatin1String("callto:"), QLatin1String("sms:")};
+    return !text.contains(QLatin1Char(':')) ||
+           std::any_of(std::begin(shown), std::end(shown),
+                       [this](QLatin1String beginning) { return text.startsWith(beginning); });
 }
 
 TagContent readTag(const QByteArray &data)

@@ -25,6 +25,10 @@ struct TagContent
      * and what unknown data does is up to the application.
      */
     bool isHarmless() const;
+
+    /** Returns whether the question about this Uri shows what it leads to; of others it names the application
+     * alone. */
+    bool isShownWhenAsked() const;
 };
 
 /** Reads the NDEF message \a message. One that cannot be read, but is not empty either, is of the kind Other.

@@ -170,8 +170,8 @@ def opened_file(stage, step):
     """A picture on a tag is opened by the application that takes pictures"""
     picture = b"\x89PNG\r\n\x1a\n"
     tap = stage.tap("mime", "image/png", stage.file("sun.png", picture))
-    shows(stage, step, "the client asks", "Tag content | ")
-    touches(stage, step, "the person views it", "press View")
+    shows(stage, step, "the client names it", "Tag content | Open with Tag Reader? | ")
+    touches(stage, step, "the person opens it", "press Open")
     handler_gets(stage, step, mime_record("image/png", picture))
     decided(tap, step, "granted", 0)
 
