@@ -41,15 +41,18 @@ void ScreenClient::meetDaemon()
 {
     leaveDaemon();
     agent = new NfcAgent(this);
+    // First: its questions wait in the event loop until everybody below is there.
+    adapter.registerAgent(agent);
+    if (!overlay)
+        overlay.emplace();
     // Who answers what; each lives as long as the agent.
     new BluetoothDialogs(agent, &queue);
     new DeliveryDialogs(&adapter, agent, &queue);
     new SharingDialogs(&adapter, agent, &queue);
-    new TouchIndication(agent, &overlay, &queue);
+    new TouchIndication(agent, &*overlay, &queue);
     new TransferSheets(agent);
     // Queued: the daemon gets its answer before the agent that it called goes.
     connect(agent, &NfcAgent::release, this, &ScreenClient::leaveDaemon, Qt::QueuedConnection);
-    adapter.registerAgent(agent);
     qCInfo(clientLog, "the daemon is here; %s is its agent", qUtf8Printable(agent->path()));
     Q_EMIT daemonHere(true);
 }

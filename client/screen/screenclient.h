@@ -3,6 +3,8 @@
 #ifndef CONNUI_SCREENCLIENT_H
 #define CONNUI_SCREENCLIENT_H
 
+#include <optional>
+
 #include <QObject>
 
 #include <NfcAdapter>
@@ -35,8 +37,9 @@ private:
     void leaveDaemon();
 
     DialogQueue queue;
-    ConnUi::NfcOverlay overlay;
     ConnUi::NfcAdapter adapter;
+    // Made when there is a daemon that may want it, and kept.
+    std::optional<ConnUi::NfcOverlay> overlay;
     ConnUi::NfcAgent *agent = nullptr;
 };
 

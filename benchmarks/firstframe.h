@@ -1,0 +1,40 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_FIRSTFRAME_H
+#define CONNUI_FIRSTFRAME_H
+
+#include <QApplication>
+#include <QEvent>
+#include <QTimer>
+#include <QWidget>
+
+#include <functional>
+
+#include "measurement.h"
+
+/** Prints the time at which the next frame of any window has been painted, and then does something. */
+class FirstFrame : public QObject
+{
+public:
+    FirstFrame() { qApp->installEventFilter(this); }
+
+    void then(const std::function<void()> &after) { m_after = after; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (m_after && event->type() == QEvent::Paint && watched->isWidgetType()) {
+            // From the event loop: then it has been painted.
+            QTimer::singleShot(0, this, [after = std::exchange(m_after, {})] {
+                std::printf("%.0f\n", Measurement::now());
+                std::fflush(stdout);
+                after();
+            });
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_after;
+};
+
+#endif

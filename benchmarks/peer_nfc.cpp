@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// Our side of the measurements that scripts take, in a process of its own. It prints its name on the bus and its
+// agent's path, and then the time of each thing that is waited for:
+//
+//   peer_nfc binding    the daemon is bound
+//   peer_nfc dialog     the dialog about a text from a tag is on the screen
+#include <cstdio>
+#include <cstring>
+
+#include <NfcAdapter>
+#include <NfcAgent>
+#include <NfcTagReadPermissionDialog>
+#include <QApplication>
+#include <QDBusConnection>
+
+#include "catalogue.h"
+#include "firstframe.h"
+#include "measurement.h"
+
+using namespace ConnUi;
+
+namespace {
+
+void introduce(const QString &path)
+{
+    std::printf("%s %s\n", qUtf8Printable(QDBusConnection::systemBus().baseService()), qUtf8Printable(path));
+    std::fflush(stdout);
+}
+
+int bind(int argc, char **argv)
+{
+    QCoreApplication application(argc, argv);
+    const NfcAdapter adapter;
+    QObject::connect(&adapter, &NfcAdapter::adapterValid, qApp, [] {
+        std::printf("%.0f\n", Measurement::now());
+        std::fflush(stdout);
+    });
+    introduce(QStringLiteral("/"));
+    return QCoreApplication::exec();
+}
+
+int ask(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const Catalogue catalogue;
+    FirstFrame frame;
+    NfcAgent agent;
+    QObject::connect(&agent, &NfcAgent::dataDeliveryRequested, qApp,
+                     [&](const NdefMessageHandlerList &, const QDBusObjectPath &target, const QByteArray &data) {
+                         auto *dialog = new NfcTagReadPermissionDialog(QString::fromUtf8(data));
+                         dialog->appear(MSceneWindow::DestroyWhenDone);
+                         frame.then([&agent, target, dialog] {
+                             dialog->reject();
+                             agent.rejectDevice(target);
+                         });
+                     });
+    introduce(agent.path());
+    return QApplication::exec();
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    return argc > 1 && std::strcmp(argv[1], "binding") == 0 ? bind(argc, argv) : ask(argc, argv);
+}
