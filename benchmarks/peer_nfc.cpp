@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Our side of the measurements that scripts take, in a process of its own. It prints its name on the bus and its
-// agent's path, and then the time of each thing that is waited for:
+// Our side of the measurements that scripts take, in a process of its own. It prints its name on the bus and
+// its agent's path, and then the time of each thing that is waited for:
 //
 //   peer_nfc binding    the daemon is bound
 //   peer_nfc dialog     the dialog about a text from a tag is on the screen
@@ -48,15 +48,16 @@ int ask(int argc, char **argv)
     const Catalogue catalogue;
     FirstFrame frame;
     NfcAgent agent;
-    QObject::connect(&agent, &NfcAgent::dataDeliveryRequested, qApp,
-                     [&](const NdefMessageHandlerList &, const QDBusObjectPath &target, const QByteArray &data) {
-                         auto *dialog = new NfcTagReadPermissionDialog(QString::fromUtf8(data));
-                         dialog->appear(MSceneWindow::DestroyWhenDone);
-                         frame.then([&agent, target, dialog] {
-                             dialog->reject();
-                             agent.rejectDevice(target);
-                         });
-                     });
+    QObject::connect(
+        &agent, &NfcAgent::dataDeliveryRequested, qApp,
+        [&](const NdefMessageHandlerList &, const QDBusObjectPath &target, const QByteArray &data) {
+            auto *dialog = new NfcTagReadPermissionDialog(QString::fromUtf8(data));
+            dialog->appear(MSceneWindow::DestroyWhenDone);
+            frame.then([&agent, target, dialog] {
+                dialog->reject();
+                agent.rejectDevice(target);
+            });
+        });
     introduce(agent.path());
     return QApplication::exec();
 }

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// The bare side of the measurements that scripts take, made with Qt alone as its documentation shows it. It prints
-// its name on the bus and its agent's path, and then the time of each thing that is waited for:
+// The bare side of the measurements that scripts take, made with Qt alone as its documentation shows it. It
+// prints its name on the bus and its agent's path, and then the time of each thing that is waited for:
 //
 //   peer_qt binding    the daemon is bound
 //   peer_qt dialog     a message box with a text from a tag is on the screen
@@ -44,10 +44,7 @@ class Binding : public QObject
     Q_OBJECT
 
 public:
-    Binding()
-    {
-        connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &Binding::bind);
-    }
+    Binding() { connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &Binding::bind); }
 
 public Q_SLOTS:
     void propertyChanged(const QString &, const QDBusVariant &) {}

@@ -193,12 +193,15 @@ void NfcAdapterPrivate::serviceRegistered()
     }
 
     const QString path = reply.value().path();
+    // Before the proxy: with its signals connected the D-Bus library knows the daemon's owner, and asks the
+    // bus no more.
+    connectAdapterSignals(path);
     adapterProxy = new NfcAdapterProxy(NfcService::name(), path, bus);
     if (!adapterProxy->isValid()) {
         qWarning("Unable to get adapter proxy for %s", qUtf8Printable(path));
+        disconnectAdapterSignals(path);
         return;
     }
-    connectAdapterSignals();
     announce([](NfcAdapter *adapter) { Q_EMIT adapter->adapterValid(); });
     adapterBroken = false;
 }
@@ -249,12 +252,21 @@ void NfcAdapterPrivate::handoverFailed(const QString &reason)
     announce([reason](NfcAdapter *adapter) { Q_EMIT adapter->handoverFailed(reason); });
 }
 
-void NfcAdapterPrivate::connectAdapterSignals()
+void NfcAdapterPrivate::connectAdapterSignals(const QString &path)
 {
-    QDBusConnection bus = adapterProxy->connection();
+    QDBusConnection bus = QDBusConnection::systemBus();
     for (const Relay &relay : relays()) {
-        bus.connect(adapterProxy->service(), adapterProxy->path(), adapterProxy->interface(),
+        bus.connect(NfcService::name(), path, QLatin1String(NfcAdapterProxy::staticInterfaceName()),
                     QLatin1String(relay.signal), this, relay.slot);
+    }
+}
+
+void NfcAdapterPrivate::disconnectAdapterSignals(const QString &path)
+{
+    QDBusConnection bus = QDBusConnection::systemBus();
+    for (const Relay &relay : relays()) {
+        bus.disconnect(NfcService::name(), path, QLatin1String(NfcAdapterProxy::staticInterfaceName()),
+                       QLatin1String(relay.signal), this, relay.slot);
     }
 }
 
@@ -264,11 +276,7 @@ void NfcAdapterPrivate::dropAdapterProxy()
         return;
 
     // The next daemon's default adapter may have another path; nothing of the old one may be heard then.
-    QDBusConnection bus = adapterProxy->connection();
-    for (const Relay &relay : relays()) {
-        bus.disconnect(adapterProxy->service(), adapterProxy->path(), adapterProxy->interface(),
-                       QLatin1String(relay.signal), this, relay.slot);
-    }
+    disconnectAdapterSignals(adapterProxy->path());
     delete adapterProxy;
     adapterProxy = nullptr;
 }

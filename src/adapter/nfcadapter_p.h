@@ -64,7 +64,8 @@ public Q_SLOTS:
     void handoverFailed(const QString &reason);
 
 private:
-    void connectAdapterSignals();
+    void connectAdapterSignals(const QString &path);
+    void disconnectAdapterSignals(const QString &path);
     void dropAdapterProxy();
     void unbind();
     void checkForBrokenDaemon();
