@@ -40,6 +40,7 @@ private Q_SLOTS:
     void startsDaemonWhenRadioIsOn();
     void startsNoDaemonWhenRadioIsOff();
     void startsNoDaemonThatIsThere();
+    void bindingWaitsForTheBusThreeTimes();
     void failedStartIsLogged();
     void unknownServiceIsLogged();
     void defaultAdapterErrorLeavesUnbound();
@@ -240,6 +241,21 @@ void TestNfcAdapterPrivate::startsNoDaemonThatIsThere()
     BusMonitor monitor;
     NfcAdapterPrivate::instance->startNfcService();
     QCOMPARE(monitor.takeCalls(), QStringList(u"org.freedesktop.DBus.NameHasOwner"_s));
+}
+
+void TestNfcAdapterPrivate::bindingWaitsForTheBusThreeTimes()
+{
+    FakeDaemon daemon;
+    const NfcAdapter adapter;
+    QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
+    BusMonitor monitor;
+    daemon.start();
+    QTRY_COMPARE(valid.count(), 1);
+    QStringList waits = monitor.takeCalls();
+    waits.removeAll(u"org.freedesktop.DBus.AddMatch"_s);
+    QCOMPARE(waits,
+             QStringList({u"org.freedesktop.DBus.GetNameOwner"_s, u"com.tavix.nfc.Manager.DefaultAdapter"_s,
+                          u"org.freedesktop.DBus.GetNameOwner"_s}));
 }
 
 void TestNfcAdapterPrivate::failedStartIsLogged()
