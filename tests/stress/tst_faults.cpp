@@ -173,7 +173,7 @@ void TestFaults::meetDaemon()
     const auto answer = [this](auto grant) {
         return [this, grant](const QDBusObjectPath &target) {
             if (answers)
-                (agent->*grant)(target);
+                std::invoke(grant, *agent, target);
         };
     };
     const auto accept = [this](const QString &, const QVariant &info) {

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <functional>
 #include <malloc.h>
 #include <memory>
 #include <random>
@@ -69,7 +70,7 @@ void answerAtOnce(NfcAgent *agent)
             if (++count % 3 == 0)
                 agent->rejectDevice(target);
             else
-                (agent->*grant)(target);
+                std::invoke(grant, agent, target);
         };
     };
     const auto answerSharing = [agent, count = 0](const QString &, const QVariant &info) mutable {
