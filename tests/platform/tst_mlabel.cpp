@@ -32,6 +32,7 @@ private Q_SLOTS:
     void bidiControlsEndWithTheirLine();
     void leftIsRightInRightToLeft();
     void veryLongTextIsDrawnInParts();
+    void stackOfMarksEnds();
     void everyPixelIsSharp();
 
 private:
@@ -228,6 +229,19 @@ void MLabelTest::veryLongTextIsDrawnInParts()
     const QImage first = picture(&scene, QRectF(0, 0, 200, 100));
     const qreal line = MLabel(QStringLiteral("x")).preferredSize().height();
     QCOMPARE(picture(&scene, QRectF(0, 10000 * line, 200, 100)), first);
+}
+
+void MLabelTest::stackOfMarksEnds()
+{
+    const QString mark(QChar(0x301));
+    const QSizeF size(100, 400);
+    const auto stack = [&](int marks) {
+        MLabel label(QLatin1Char('a') + mark.repeated(marks) + QLatin1Char('b'));
+        return drawn(&label, size);
+    };
+    QVERIFY(stack(30) != stack(5));
+    QCOMPARE(stack(31), stack(30));
+    QCOMPARE(stack(100000), stack(30));
 }
 
 void MLabelTest::everyPixelIsSharp()
