@@ -31,6 +31,13 @@ using ConnUi::RadioState;
 
 namespace {
 
+// Bytes of growth that are no leak. The address sanitizer keeps what is freed, and finds leaks by itself.
+#ifdef __SANITIZE_ADDRESS__
+constexpr qint64 tolerance = 16 * 1024 * 1024;
+#else
+constexpr qint64 tolerance = 1024 * 1024;
+#endif
+
 const QString rejected = u"com.tavix.nfc.UIAgent.Rejected"_s;
 
 QDBusObjectPath target(int number)
@@ -212,7 +219,7 @@ void TestLoad::memoryStaysFlat()
     qInfo("%d requests answered, %lld a second; memory grew by %lld bytes after the first %d", all,
           (all - warmUp) * 1000LL / std::max<qint64>(clock.elapsed(), 1), growth, warmUp);
     QCOMPARE(asker.answered, all);
-    QVERIFY2(growth < 1024 * 1024, qPrintable(QString::number(growth)));
+    QVERIFY2(growth < tolerance, qPrintable(QString::number(growth)));
 }
 
 void TestLoad::manyPendingRequestsAreAnsweredInAnyOrder()
