@@ -12,6 +12,7 @@ function(connui_precompile)
     # Not linked to Qt: its macros, QT_GUI_LIB and the like, would have to be those of every target.
     target_include_directories(connui-precompiled SYSTEM PRIVATE
         ${Qt6DBus_INCLUDE_DIRS} ${Qt6Widgets_INCLUDE_DIRS} ${Qt6Gui_INCLUDE_DIRS} ${Qt6Core_INCLUDE_DIRS})
+    target_compile_definitions(connui-precompiled PRIVATE $<$<NOT:$<CONFIG:Debug>>:QT_NO_DEBUG>)
     target_compile_options(connui-precompiled PRIVATE -pthread)
     set_target_properties(connui-precompiled PROPERTIES AUTOMOC OFF)
     # Without <QApplication>: with it qApp means another class.
