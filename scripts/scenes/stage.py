@@ -75,6 +75,11 @@ class Stage:
             shutil.copy(announcement.with_suffix(".desktop"), applications)
 
     @staticmethod
+    def nobody_takes_tags():
+        """Takes back what every handler application has announced."""
+        shutil.rmtree(pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers"))
+
+    @staticmethod
     def _forget_settings():
         shutil.rmtree(pathlib.Path(os.environ["XDG_CONFIG_HOME"], "connui"), ignore_errors=True)
 

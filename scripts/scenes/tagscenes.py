@@ -217,6 +217,19 @@ def told_malformed_tag(stage, step):
     screen_is_clear(stage, step)
 
 
+@screen_scene
+def told_tag_that_nobody_takes(stage, step):
+    """What no application takes is told about, a link that nothing opens as well"""
+    step("nobody takes tags any more", stage.nobody_takes_tags)
+    for words, arguments in [("a typeface", ("mime", "font/ttf", stage.file("letters.ttf", b"\0\1\0\0"))),
+                             ("a link of a scheme of its own", ("uri", "nobody-opens:this"))]:
+        tap = stage.tap(*arguments)
+        shows(stage, step, f"the client says so of {words}", "Tag not supported | This tag cannot be read. | [OK]")
+        touches(stage, step, "the person has read it", "press OK")
+        decided(tap, step, "rejected", 1)
+        screen_is_clear(stage, step)
+
+
 # Where the person goes at a question that two applications could answer, and what the daemon learns.
 WAYS = [
     ("discards", ["press Discard"], "rejected", 1),
