@@ -3,13 +3,16 @@
 #include "handlerfolder.h"
 
 #include <algorithm>
+#include <glib.h>
+#include <memory>
 #include <optional>
 
 #include <QDir>
 #include <QRegularExpression>
-#include <QSettings>
 
 namespace {
+
+constexpr qint64 maximumFileSize = 1 << 20;
 
 bool isObjectPath(const QString &path)
 {
@@ -17,19 +20,38 @@ bool isObjectPath(const QString &path)
     return objectPath.match(path).hasMatch();
 }
 
-std::optional<Handler> readHandler(const QString &file)
+QString value(GKeyFile *file, const char *key)
 {
-    QSettings settings(file, QSettings::IniFormat);
-    settings.beginGroup(QStringLiteral("Handler"));
-    const QString path = settings.value(QStringLiteral("Path")).toString();
-    const QString service = settings.value(QStringLiteral("Service")).toString();
+    gchar *value = g_key_file_get_string(file, "Handler", key, nullptr);
+    const QString text = QString::fromUtf8(value);
+    g_free(value);
+    return text;
+}
+
+QStringList listed(const QString &value)
+{
+    QStringList parts = value.split(QLatin1Char(','), Qt::SkipEmptyParts);
+    for (QString &part : parts)
+        part = part.trimmed();
+    return parts;
+}
+
+std::optional<Handler> readHandler(const QFileInfo &file)
+{
+    const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
+    // One that cannot be read is as one that says nothing.
+    if (file.size() <= maximumFileSize)
+        g_key_file_load_from_file(keys.get(), QFile::encodeName(file.filePath()).constData(), G_KEY_FILE_NONE,
+                                  nullptr);
+    const QString bus = value(keys.get(), "Bus");
+    const QString path = value(keys.get(), "Path");
+    const QString service = value(keys.get(), "Service");
     if (service.isEmpty() || !isObjectPath(path)) {
-        qWarning("nfcd-sim: %s announces no handler", qUtf8Printable(file));
+        qWarning("nfcd-sim: %s announces no handler", qUtf8Printable(file.filePath()));
         return std::nullopt;
     }
-    return Handler{settings.value(QStringLiteral("Bus"), QStringLiteral("session")).toString(), service,
-                   QDBusObjectPath(path), settings.value(QStringLiteral("ApplicationId")).toString(),
-                   settings.value(QStringLiteral("Takes")).toStringList()};
+    return Handler{bus.isEmpty() ? QStringLiteral("session") : bus, service, QDBusObjectPath(path),
+                   value(keys.get(), "ApplicationId"), listed(value(keys.get(), "Takes"))};
 }
 
 bool matches(const QString &pattern, const QString &kind)
@@ -56,7 +78,7 @@ QList<Handler> HandlerFolder::handlersFor(const QString &kind) const
         const QFileInfoList files =
             QDir(folder).entryInfoList({QStringLiteral("*.handler")}, QDir::Files, QDir::Name);
         for (const QFileInfo &file : files) {
-            const std::optional<Handler> handler = readHandler(file.filePath());
+            const std::optional<Handler> handler = readHandler(file);
             if (handler && takes(*handler, kind))
                 handlers.append(*handler);
         }

@@ -41,9 +41,12 @@ QString ndefKind(const QByteArray &message)
         return QStringLiteral("unknown");
 
     const QNdefRecord &first = records.first();
-    switch (first.typeNameFormat()) {
-    case QNdefRecord::Empty:
+    if (first.typeNameFormat() == QNdefRecord::Empty)
         return QStringLiteral("empty");
+    // One that must have a type and has none.
+    if (first.type().isEmpty())
+        return QStringLiteral("unknown");
+    switch (first.typeNameFormat()) {
     case QNdefRecord::NfcRtd:
         return wellKnownKind(first);
     case QNdefRecord::Mime:

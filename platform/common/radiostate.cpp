@@ -11,17 +11,24 @@ namespace ConnUi {
 static const auto Group = QStringLiteral("radios");
 static const auto Off = QStringLiteral("off");
 
+// Anything but a whole number switches nothing off.
+static qint64 radiosOff(const QCborMap &group)
+{
+    const QCborValue off = group.value(Off);
+    return off.isInteger() ? off.toInteger() : 0;
+}
+
 RadioState::RadioState(int radios, QObject *parent) : QObject(parent), m_radios(radios) {}
 
 bool RadioState::enabled() const
 {
-    return !(SettingsStore::read(Group).value(Off).toInteger() & m_radios);
+    return !(radiosOff(SettingsStore::read(Group)) & m_radios);
 }
 
 void RadioState::setEnabled(bool enabled)
 {
     SettingsStore::change(Group, [&](QCborMap &group) {
-        const qint64 off = group.value(Off).toInteger();
+        const qint64 off = radiosOff(group);
         group.insert(Off, enabled ? off & ~qint64(m_radios) : off | m_radios);
     });
 }

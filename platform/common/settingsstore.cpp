@@ -37,6 +37,21 @@ void warn(const char *what, const QString &path, const QString &reason)
     qWarning("ConnectivitySettings: unable to %s %s: %s", what, qUtf8Printable(path), qUtf8Printable(reason));
 }
 
+// Returns what is wrong with the content of a store, empty when it is right and in map.
+QString understand(const QByteArray &data, QCborMap *map)
+{
+    if (data.size() > SizeLimit)
+        return QStringLiteral("not a settings file");
+    QCborParserError error;
+    const QCborValue content = QCborValue::fromCbor(data, &error);
+    if (error.error != QCborError::NoError)
+        return error.errorString();
+    if (!content.isMap() || error.offset != data.size())
+        return QStringLiteral("not a settings file");
+    *map = content.toMap();
+    return QString();
+}
+
 // A map when there is something to go on with, be it the empty one; nothing when the file is there but may
 // not be read: replacing it would drop what it holds.
 std::optional<QCborMap> readAll()
@@ -65,18 +80,14 @@ std::optional<QCborMap> readAll()
         report("read", file.errorString());
         return std::nullopt;
     }
-    QCborParserError error;
-    const QCborValue content = QCborValue::fromCbor(data, &error);
-    if (error.error != QCborError::NoError) {
-        report("understand", error.errorString());
-        return QCborMap();
-    }
-    if (!content.isMap() || error.offset != data.size()) {
-        report("understand", QStringLiteral("not a settings file"));
+    QCborMap map;
+    const QString problem = understand(data, &map);
+    if (!problem.isEmpty()) {
+        report("understand", problem);
         return QCborMap();
     }
     reported = false;
-    return content.toMap();
+    return map;
 }
 
 // A lock of the kernel's, so that it ends with its holder, however that dies. The file stays: removing it
@@ -116,10 +127,15 @@ void SettingsStore::change(const QString &group, const std::function<void(QCborM
     apply(map);
     all->insert(group, map);
 
+    // What no one could read again would take all other settings with it.
+    const QByteArray data = all->toCborValue().toCbor();
+    const QString problem = understand(data, &map);
+    if (!problem.isEmpty())
+        return warn("write", storePath(), problem);
+
     QSaveFile file(storePath());
     if (!file.open(QIODevice::WriteOnly))
         return warn("write", storePath(), file.errorString());
-    const QByteArray data = all->toCborValue().toCbor();
     // A disk that fills up in the middle shortens the write: commit() alone would put the short file in
     // place.
     if (file.write(data) != data.size() || !file.flush()) {

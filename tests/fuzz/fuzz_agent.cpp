@@ -3,6 +3,8 @@
 
 // Calls an agent over a bus with arguments made of the input, reads all that it hands out, and stops where a
 // call has not one answer.
+#include "support.h"
+
 #include <NfcAgent>
 #include <NfcBluetoothHandoverInfo>
 #include <QCoreApplication>
@@ -20,7 +22,6 @@
 
 #include <climits>
 #include <csignal>
-#include <cstdlib>
 #include <sys/prctl.h>
 
 using ConnUi::NdefMessageHandler;
@@ -29,12 +30,6 @@ using ConnUi::NfcAgent;
 using ConnUi::NfcBluetoothHandoverInfo;
 
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 // A bus of its own, for as long as the program runs.
 void startBus()

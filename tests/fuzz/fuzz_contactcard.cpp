@@ -2,38 +2,17 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as a contact's card: its name, its picture, and its copy, which must be the input.
+#include "support.h"
+
 #include <ContactExporter>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
-#include <QTemporaryDir>
 
-#include <cstdlib>
 #include <glib.h>
 #include <memory>
 
 using ConnUi::ContactExporter;
-
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-const QString &cardPath()
-{
-    static const QTemporaryDir data;
-    static const QString path = data.filePath(QStringLiteral("contacts/fuzzed.vcf"));
-    if (!QFileInfo::exists(path)) {
-        qputenv("XDG_DATA_HOME", QFile::encodeName(data.path()));
-        require(QDir(data.path()).mkdir(QStringLiteral("contacts")));
-    }
-    return path;
-}
-
-} // namespace
 
 // The vCard library loses the beginning of a broken line; only its allocator is left on the stack.
 extern "C" const char *__lsan_default_suppressions()
@@ -48,19 +27,20 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
     g_log_set_writer_func(
         [](GLogLevelFlags, const GLogField *, gsize, gpointer) { return G_LOG_WRITER_HANDLED; }, nullptr,
         nullptr);
+    qputenv("XDG_DATA_HOME", QFile::encodeName(filePath(QString())));
+    require(QDir(filePath(QString())).mkdir(QStringLiteral("contacts")));
     return 0;
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    const QByteArray input(reinterpret_cast<const char *>(data), qsizetype(size));
-    QFile file(cardPath());
-    require(file.open(QIODevice::WriteOnly) && file.write(input) == input.size());
-    file.close();
+    const QByteArray input = inputBytes(data, size);
+    static const QString path = filePath(QStringLiteral("contacts/fuzzed.vcf"));
+    writeFile(path, input);
 
     QString first;
     QString second;
-    ContactExporter::resolveContactInfo(QFileInfo(file), first, second);
+    ContactExporter::resolveContactInfo(QFileInfo(path), first, second);
     const QString contact = QStringLiteral("contact:fuzzed");
     QImage avatar;
     require(ContactExporter::resolveContactAvatar(contact, avatar) != avatar.isNull());

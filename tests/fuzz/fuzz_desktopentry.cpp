@@ -2,28 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as an application's desktop file, twice, which must give the same.
+#include "support.h"
+
 #include <MDesktopEntry>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <cstdlib>
-
-namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-const QString &filePath()
-{
-    static const QTemporaryDir folder;
-    static const QString path = folder.filePath(QStringLiteral("fuzzed.desktop"));
-    return path;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
@@ -34,13 +15,11 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    QFile file(filePath());
-    require(file.open(QIODevice::WriteOnly) &&
-            file.write(reinterpret_cast<const char *>(data), qint64(size)) == qint64(size));
-    file.close();
+    static const QString path = filePath(QStringLiteral("fuzzed.desktop"));
+    writeFile(path, inputBytes(data, size));
 
-    const MDesktopEntry entry(filePath());
-    const MDesktopEntry again(filePath());
+    const MDesktopEntry entry(path);
+    const MDesktopEntry again(path);
     require(entry.name() == again.name() && entry.icon() == again.icon());
     require(!entry.name().contains(QChar(QChar::Null)) && !entry.icon().contains(QChar(QChar::Null)));
     return 0;

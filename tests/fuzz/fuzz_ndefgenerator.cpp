@@ -3,20 +3,13 @@
 
 // Encodes messages and records made of the input, and stops where the bytes differ from the second encoder's.
 #include "../ndef/referenceencoder.h"
+#include "support.h"
 
 #include <ndefgenerator_p.h>
 
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include <cstdlib>
-
 namespace {
-
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
 
 QByteArray bytes(FuzzedDataProvider &input)
 {

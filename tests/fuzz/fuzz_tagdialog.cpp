@@ -7,6 +7,8 @@
 // The first byte of an input picks the constructor, the rest is what it gets: a text (t), a URI and a line of
 // description (u), a description alone (n), a type and its data (d), a MIME type and the file's content (f),
 // or the default application and a line for each application (l).
+#include "support.h"
+
 #include <MButtonModel>
 #include <MDialog>
 #include <MWindow>
@@ -14,36 +16,20 @@
 #include <NfcTagReadPermissionDialog>
 #include <QApplication>
 #include <QGraphicsScene>
-#include <QTemporaryDir>
 #include <QTranslator>
 #include <URINDEFRecord>
 
-#include <cstdlib>
 #include <glib.h>
 
 using namespace ConnUi;
 
 namespace {
 
-void require(bool condition)
-{
-    if (!condition)
-        std::abort();
-}
-
-const QString &filePath()
-{
-    static const QTemporaryDir folder;
-    static const QString path = folder.filePath(QStringLiteral("content"));
-    return path;
-}
-
 NfcTagReadPermissionDialog *newFileDialog(const QString &mimeType, const QByteArray &content)
 {
-    QFile file(filePath());
-    require(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    file.close();
-    return new NfcTagReadPermissionDialog(mimeType, QFileInfo(file));
+    static const QString path = filePath(QStringLiteral("content"));
+    writeFile(path, content);
+    return new NfcTagReadPermissionDialog(mimeType, QFileInfo(path));
 }
 
 NfcTagReadPermissionDialog *newDialog(char kind, const QByteArray &input)

@@ -84,6 +84,8 @@ private Q_SLOTS:
     void rubbishMeansDefaultsAndOneWarning();
     void rubbishIsReplacedByTheNextWrite();
     void unwritableFolderKeepsTheOldValue();
+    void unreadableValueKeepsTheOldValue_data();
+    void unreadableValueKeepsTheOldValue();
     void fullDiskKeepsTheOldValue();
     void heldLockEndsTheWriteInTime();
     void otherProcessSeesTheValueAtItsNextRead();
@@ -209,6 +211,28 @@ void TestConnectivitySettings::unwritableFolderKeepsTheOldValue()
                            .arg(folder())));
     ConnectivitySettings(1).set(Key, QStringLiteral("new"));
     QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(QStringLiteral("old")));
+}
+
+void TestConnectivitySettings::unreadableValueKeepsTheOldValue_data()
+{
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("too large") << QVariant(QByteArray(1 << 20, 'x')) << QStringLiteral("not a settings file");
+    QVariant nested;
+    for (int depth = 0; depth < 1024; ++depth)
+        nested = QVariantList{nested};
+    QTest::newRow("too deep") << nested << QStringLiteral("Internal limitation: data nesting too deep");
+}
+
+void TestConnectivitySettings::unreadableValueKeepsTheOldValue()
+{
+    QFETCH(QVariant, value);
+    QFETCH(QString, reason);
+    ConnectivitySettings settings(1);
+    settings.set(Key, QStringLiteral("old"));
+    expectWarning("write", reason);
+    settings.set(Key, value);
+    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
 }
 
 void TestConnectivitySettings::fullDiskKeepsTheOldValue()

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <ConnectivitySettings>
+#include <QCborMap>
+#include <QStandardPaths>
 #include <QtTest>
 #include <RadioState>
 
@@ -20,6 +22,8 @@ private Q_SLOTS:
     void radiosAreSwitchedSeparately();
     void severalRadiosAreOnWhenAllAre();
     void settingsKeepTheirValues();
+    void anythingButWholeNumbersMeansOn_data();
+    void anythingButWholeNumbersMeansOn();
 };
 
 void TestRadioState::init()
@@ -81,6 +85,28 @@ void TestRadioState::settingsKeepTheirValues()
     settings.set(QStringLiteral("key"), QStringLiteral("value"));
     RadioState(RadioState::NFC).setEnabled(false);
     QCOMPARE(settings.get(QStringLiteral("key")), QVariant(QStringLiteral("value")));
+}
+
+void TestRadioState::anythingButWholeNumbersMeansOn_data()
+{
+    QTest::addColumn<QCborValue>("stored");
+    QTest::newRow("number beyond all whole ones") << QCborValue(1e300);
+    QTest::newRow("broken number") << QCborValue(-1.0);
+    QTest::newRow("text") << QCborValue(QStringLiteral("16"));
+}
+
+void TestRadioState::anythingButWholeNumbersMeansOn()
+{
+    QFETCH(QCborValue, stored);
+    QFile store(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                QStringLiteral("/connui/settings.cbor"));
+    QVERIFY(store.open(QIODevice::WriteOnly));
+    const QCborMap off{{QStringLiteral("off"), stored}};
+    QVERIFY(store.write(QCborMap{{QStringLiteral("radios"), off}}.toCborValue().toCbor()) > 0);
+    store.close();
+    QVERIFY(RadioState(RadioState::NFC).enabled());
+    RadioState(RadioState::NFC).setEnabled(false);
+    QVERIFY(!RadioState(RadioState::NFC).enabled());
 }
 
 QTEST_GUILESS_MAIN(TestRadioState)

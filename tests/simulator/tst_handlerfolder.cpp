@@ -17,6 +17,7 @@ private Q_SLOTS:
 
     void announcementIsRead();
     void sessionIsTheUsualBus();
+    void everyValueIsText();
     void sampleHandlerAnnouncesItself();
     void handlersComeInTheOrderOfTheirFiles();
     void newFileIsSeenAtOnce();
@@ -71,6 +72,14 @@ void TestHandlerFolder::sessionIsTheUsualBus()
 {
     announce(u"a.handler"_s, "Service=a.b\nPath=/\nTakes=*\n");
     QCOMPARE(HandlerFolder({folder->path()}).handlersFor(u"unknown"_s)[0].bus, u"session"_s);
+}
+
+void TestHandlerFolder::everyValueIsText()
+{
+    // Some libraries make objects of it, of any size that it claims.
+    const QString list = u"@Variant(\\x0\\x0\\x0\\xbZZZZ)"_s;
+    announce(u"a.handler"_s, "ApplicationId=" + list.toUtf8() + "\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(u"unknown"_s), QStringList{list});
 }
 
 void TestHandlerFolder::sampleHandlerAnnouncesItself()
@@ -131,6 +140,7 @@ void TestHandlerFolder::uselessAnnouncementIsSkipped_data()
     QTest::newRow("no service") << QByteArray("Path=/a\nTakes=*\n");
     QTest::newRow("no path") << QByteArray("Service=a.b\nTakes=*\n");
     QTest::newRow("no object path") << QByteArray("Service=a.b\nPath=/a/\nTakes=*\n");
+    QTest::newRow("huge") << "Service=a.b\nPath=/a\nTakes=*\n" + QByteArray(1 << 20, '#');
 }
 
 void TestHandlerFolder::uselessAnnouncementIsSkipped()

@@ -39,6 +39,7 @@ void TestNdefKind::firstRecordDecides_data()
     QTest::newRow("absolute URI") << record("d3", "https://a.org", "") << u"uri:https://a.org"_s;
     QTest::newRow("external type") << record("d4", "a.org:t", "1") << u"urn:nfc:ext:a.org:t"_s;
     QTest::newRow("unknown type") << record("d5", "", "1") << u"unknown"_s;
+    QTest::newRow("MIME type that is empty") << record("d2", "", "1") << u"unknown"_s;
     QTest::newRow("empty record") << QByteArray::fromHex("d00000") << u"empty"_s;
     QTest::newRow("no bytes") << QByteArray() << u"empty"_s;
     QTest::newRow("second record does not count")

@@ -37,8 +37,8 @@ public:
      * arrays, and lists and string maps of these can be stored.
      *
      * Blocks while another process writes, for two seconds at most. When the value cannot be stored (another
-     * kind of value, full disk, no permission, file locked for too long) one warning says why and the old
-     * value stays.
+     * kind of value, lists in more than some 1,000 lists, more than 1 MiB of settings, full disk, no
+     * permission, file locked for too long) one warning says why and the old value stays.
      */
     void set(const QString &key, const QVariant &value);
 
