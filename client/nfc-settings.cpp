@@ -9,6 +9,7 @@
 #include <QDBusConnection>
 #include <QDBusError>
 
+#include "buswatch.h"
 #include "console.h"
 #include "screenreader.h"
 #include "settingswindow.h"
@@ -36,7 +37,8 @@ std::optional<Options> parse(QString *error)
     QCommandLineParser parser;
     parser.setApplicationDescription(
         QStringLiteral("Switches NFC, and the question before what is on a tag is opened.\n\n"
-                       "Exit codes: 0 closed or asked to leave, 1 no system bus, 64 bad arguments."));
+                       "Exit codes: 0 closed or asked to leave, 1 no system bus, or a bus has gone, 64 bad "
+                       "arguments."));
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
@@ -89,6 +91,10 @@ int main(int argc, char *argv[])
 
     QObject::connect(&termination, &TerminationSignals::received, &application, &QCoreApplication::quit);
     termination.watch();
+    const BusWatch buses;
+    QObject::connect(&buses, &BusWatch::lost, &application, [](const QString &bus) {
+        QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(bus)));
+    });
     const auto aloud = options->readAloud ? std::make_unique<Aloud>() : nullptr;
     SettingsWindow window;
     window.show();

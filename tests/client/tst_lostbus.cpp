@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <csignal>
 #include <map>
 #include <memory>
 
@@ -81,6 +82,9 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
     void clientSaysSoAndFails_data();
     void clientSaysSoAndFails();
+    void settingsSaySoAndFail_data();
+    void settingsSaySoAndFail();
+    void settingsThatWaitForTheDaemonFail();
 };
 
 void TestLostBus::clientSaysSoAndFails_data()
@@ -125,6 +129,45 @@ void TestLostBus::clientSaysSoAndFails()
     // Last: the platform plugin has its say before.
     const QByteArray said = client->readAllStandardError();
     QVERIFY2(said.endsWith(words), said.constData());
+}
+
+void TestLostBus::settingsSaySoAndFail_data()
+{
+    QTest::addColumn<QString>("bus");
+    QTest::newRow("system bus") << u"system"_s;
+    QTest::newRow("session bus") << u"session"_s;
+}
+
+void TestLostBus::settingsSaySoAndFail()
+{
+    QFETCH(QString, bus);
+    Session session;
+    const auto settings = session.start(NFC_SETTINGS, {u"--read-aloud"_s});
+    QVERIFY(says(settings.get(), "screen: NFC settings"));
+
+    session.kill(bus);
+    QVERIFY(settings->waitForFinished());
+    QCOMPARE(settings->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(settings->exitCode(), 1);
+    const QByteArray said = settings->readAllStandardError();
+    QVERIFY2(said.endsWith("nfc-settings: the " + bus.toUtf8() + " bus has gone\n"), said.constData());
+}
+
+void TestLostBus::settingsThatWaitForTheDaemonFail()
+{
+    Session session;
+    const auto daemon = session.start(NFCD_SIM, {});
+    const auto settings = session.start(NFC_SETTINGS, {u"--read-aloud"_s});
+    QVERIFY(says(settings.get(), "(NFC): on]"));
+    QCOMPARE(::kill(pid_t(daemon->processId()), SIGSTOP), 0);
+    settings->write("press Near Field Communication (NFC)\n");
+    QVERIFY(settings->waitForBytesWritten());
+
+    session.kill(u"system"_s);
+    QVERIFY(settings->waitForFinished());
+    QCOMPARE(settings->exitCode(), 1);
+    const QByteArray said = settings->readAllStandardError();
+    QVERIFY2(said.endsWith("nfc-settings: the system bus has gone\n"), said.constData());
 }
 
 QTEST_GUILESS_MAIN(TestLostBus)
