@@ -97,7 +97,7 @@ Make sharing(const QStringList &resources)
     return prompt<NfcSharingPermissionDialog>(resources);
 }
 
-QList<Dialog> dialogs()
+QList<Dialog> promptDialogs()
 {
     constexpr unsigned int headset = 0x240404;
     constexpr unsigned int smartphone = 0x5a020c;
@@ -132,5 +132,5 @@ QList<Dialog> dialogs()
 
 QList<Picture> promptPictures()
 {
-    return dialogPictures(dialogs());
+    return dialogPictures(promptDialogs());
 }

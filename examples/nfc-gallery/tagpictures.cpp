@@ -49,7 +49,7 @@ Make selection(const QStringList &applications)
     return [=] { return new NfcApplicationSelectionDialog(applications, 0); };
 }
 
-QList<Dialog> dialogs()
+QList<Dialog> tagDialogs()
 {
     const QString menu = QStringLiteral("Menu of the day");
     const QString opening = QStringLiteral("Welcome to the library.\nOpen from 9 to 18.");
@@ -77,5 +77,5 @@ QList<Dialog> dialogs()
 
 QList<Picture> tagPictures()
 {
-    return dialogPictures(dialogs());
+    return dialogPictures(tagDialogs());
 }

@@ -12,7 +12,7 @@
 namespace ConnUi {
 namespace {
 
-constexpr qint64 SizeLimit = 4 << 20;
+constexpr qint64 CardLimit = 4 << 20;
 constexpr qsizetype PartsLimit = 5000;
 
 struct Unref
@@ -44,8 +44,8 @@ QByteArray readCardFile(const QString &path)
         warn(path, file.errorString());
         return QByteArray();
     }
-    const QByteArray data = file.read(SizeLimit + 1);
-    if (data.size() > SizeLimit) {
+    const QByteArray data = file.read(CardLimit + 1);
+    if (data.size() > CardLimit) {
         warn(path, QStringLiteral("too large for a contact card"));
         return QByteArray();
     }

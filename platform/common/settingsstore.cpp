@@ -19,7 +19,7 @@ namespace {
 
 constexpr int LockTimeout = 2000; // ms
 constexpr int LockRetry = 5;      // ms
-constexpr qint64 SizeLimit = 1 << 20;
+constexpr qint64 StoreLimit = 1 << 20;
 
 QString folderPath()
 {
@@ -40,7 +40,7 @@ void warn(const char *what, const QString &path, const QString &reason)
 // Returns what is wrong with the content of a store, empty when it is right and in map.
 QString understand(const QByteArray &data, QCborMap *map)
 {
-    if (data.size() > SizeLimit)
+    if (data.size() > StoreLimit)
         return QStringLiteral("not a settings file");
     QCborParserError error;
     const QCborValue content = QCborValue::fromCbor(data, &error);
@@ -67,7 +67,7 @@ std::optional<QCborMap> readAll()
     const QFileInfo info(file);
     if (!info.exists())
         return QCborMap();
-    if (!info.isFile() || info.size() > SizeLimit) {
+    if (!info.isFile() || info.size() > StoreLimit) {
         report("understand", QStringLiteral("not a settings file"));
         return QCborMap();
     }

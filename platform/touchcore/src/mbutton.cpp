@@ -14,12 +14,6 @@
 #include "mpaint_p.h"
 #include "mstyle_p.h"
 
-namespace {
-
-constexpr QChar variantSeparator(0x9c);
-
-} // namespace
-
 void MButtonPrivate::setDown(bool isDown)
 {
     down = isDown;
@@ -29,7 +23,7 @@ void MButtonPrivate::setDown(bool isDown)
 QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
 {
     const QFontMetricsF metrics(style.font);
-    QStringList variants = text.split(variantSeparator);
+    QStringList variants = text.split(textVariantSeparator);
     std::stable_sort(variants.begin(), variants.end(), [&](const QString &one, const QString &other) {
         return metrics.horizontalAdvance(one) > metrics.horizontalAdvance(other);
     });

@@ -5,12 +5,10 @@
 
 #include <glib.h>
 #include <memory>
-#include <QFile>
-#include <QFileInfo>
+
+#include "msmallfile_p.h"
 
 namespace {
-
-constexpr qint64 maximumFileSize = 1 << 20;
 
 QString localized(GKeyFile *file, const char *key)
 {
@@ -24,12 +22,7 @@ QString localized(GKeyFile *file, const char *key)
 
 MDesktopEntry::MDesktopEntry(const QString &path)
 {
-    QFile file(path);
-    // Opening a pipe would wait for its writer.
-    if (!QFileInfo(path).isFile() || file.size() > maximumFileSize || !file.open(QIODevice::ReadOnly)) {
-        return;
-    }
-    const QByteArray data = file.read(maximumFileSize);
+    const QByteArray data = readSmallFile(path);
     const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
     if (data.isEmpty() || data.contains('\0') ||
         !g_key_file_load_from_data(keys.get(), data.constData(), gsize(data.size()),

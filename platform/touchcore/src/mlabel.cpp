@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr QChar variantSeparator(0x9c);
 constexpr size_t keptBlocks = 8;
 // Widths are rounded on their way through layouts.
 constexpr qreal tolerance = 0.5;
@@ -85,7 +84,7 @@ QString MLabel::text() const
 void MLabel::setText(const QString &text)
 {
     d->text = text;
-    d->variants = text.split(variantSeparator);
+    d->variants = text.split(textVariantSeparator);
     d->forgetBlocks();
     updateGeometry();
     update();

@@ -5,31 +5,20 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include "msmallfile_p.h"
 #include "mtheme_p.h"
 
 namespace {
 
-const auto builtInFile = QStringLiteral(":/quenzotouchcore/theme.ini");
-const auto builtInIcons = QStringLiteral(":/quenzotouchcore/icons");
-const auto placeholder = QStringLiteral("icon-m-placeholder");
+constexpr QLatin1String builtInFile(":/quenzotouchcore/theme.ini");
+constexpr QLatin1String builtInIcons(":/quenzotouchcore/icons");
+constexpr QLatin1String placeholder("icon-m-placeholder");
 constexpr QSize probe(16, 16);
-constexpr qint64 maximumFileSize = 1 << 20;
 
 MTheme *theInstance = nullptr;
-
-QByteArray contents(const QString &path)
-{
-    QFile file(path);
-    if (!QFileInfo(path).isFile() || file.size() > maximumFileSize || !file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return file.readAll();
-}
 
 // Icons of installed applications are found on every platform plugin, and the toolkit's own come last.
 void setIconPaths()
@@ -80,7 +69,7 @@ QString MThemePrivate::path()
 void MThemePrivate::loadFile()
 {
     QString error;
-    [[maybe_unused]] const bool correct = file.read(contents(builtInFile), &error);
+    [[maybe_unused]] const bool correct = file.read(readSmallFile(builtInFile), &error);
     Q_ASSERT_X(correct, "MTheme", qPrintable(error));
 
     const QString theme = path();
@@ -88,7 +77,7 @@ void MThemePrivate::loadFile()
         return;
     }
     MThemeFile found;
-    const QByteArray data = contents(theme);
+    const QByteArray data = readSmallFile(theme);
     if (data.isEmpty()) {
         error = QStringLiteral("it cannot be read");
     } else if (found.read(data, &error)) {
