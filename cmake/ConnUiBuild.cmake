@@ -60,6 +60,10 @@ if(CONNUI_COVERAGE)
     add_compile_options(--coverage -O0)
     add_link_options(--coverage)
 endif()
+if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    # The files that are compiled as one count as its headers, whose classes must not use what is local to a file.
+    add_compile_options(-Wno-subobject-linkage)
+endif()
 add_compile_definitions(
     QT_NO_CAST_FROM_ASCII
     QT_NO_CAST_TO_ASCII

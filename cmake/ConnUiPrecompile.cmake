@@ -4,8 +4,8 @@
 # connui_precompile()
 #
 # Lets every target of the current folder and below read Qt's headers from one precompiled file: most of the time to
-# compile one of our files is reading them. For developing only: a file that forgets an include compiles all the same,
-# which the release build then refuses.
+# compile one of our files is reading them. For developing only, as is compiling several files as one: a file that
+# forgets an include compiles all the same, which the release build then refuses.
 function(connui_precompile)
     file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp "")
     add_library(connui-precompiled OBJECT ${CMAKE_CURRENT_BINARY_DIR}/precompiled.cpp)

@@ -3,11 +3,13 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <NdefMessageHandler>
 #include <NfcAdapter>
 #include <NfcAgent>
 #include <RadioState>
 
 using namespace Qt::Literals::StringLiterals;
+using ConnUi::NdefMessageHandler;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
 using ConnUi::RadioState;
@@ -20,24 +22,34 @@ private Q_SLOTS:
     void init();
     void missingBusIsLogged();
     void operationsAreHarmless();
+    void handlerIsNotInFront();
+
+private:
+    static void expectMissingBus();
 };
 
 void TestNfcAdapterWithoutBus::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     RadioState(RadioState::NFC).setEnabled(true);
+}
+
+void TestNfcAdapterWithoutBus::expectMissingBus()
+{
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: Unable to register handler for handover");
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
 }
 
 void TestNfcAdapterWithoutBus::missingBusIsLogged()
 {
+    expectMissingBus();
     const NfcAdapter adapter;
     QVERIFY(!adapter.isValid());
 }
 
 void TestNfcAdapterWithoutBus::operationsAreHarmless()
 {
+    expectMissingBus();
     NfcAdapter adapter;
     NfcAgent agent;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
@@ -55,6 +67,14 @@ void TestNfcAdapterWithoutBus::operationsAreHarmless()
     QVERIFY(!RadioState(RadioState::NFC).enabled());
     adapter.setConfirmationEnabled(true);
     QVERIFY(adapter.isConfirmationEnabled());
+}
+
+void TestNfcAdapterWithoutBus::handlerIsNotInFront()
+{
+    QTest::ignoreMessage(QtWarningMsg, "ApplicationTracker: Unable to subscribe to track applications");
+    const NdefMessageHandler handler(u"app"_s, u"system"_s, u"org.example.Handler"_s,
+                                     QDBusObjectPath(u"/"_s));
+    QVERIFY(!handler.isRunningOnForeground());
 }
 
 QTEST_GUILESS_MAIN(TestNfcAdapterWithoutBus)

@@ -15,9 +15,12 @@
 #include <QMetaMethod>
 #include <QtTest>
 
+#include "nfcagent_p.h"
+
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::NfcAgent;
+using ConnUi::NfcAgentPrivate;
 
 Q_DECLARE_METATYPE(std::function<void()>)
 
@@ -153,6 +156,7 @@ private Q_SLOTS:
     void answerWithoutRequestIsLoggedAndSendsNothing_data();
     void answerWithoutRequestIsLoggedAndSendsNothing();
     void answeredRequestIsAnsweredOnce();
+    void valueOfAnAnswerIsItsOneArgument();
     void anyErrorNameOfDBusIsPassedOn();
     void impossibleErrorNameBecomesRejected_data();
     void impossibleErrorNameBecomesRejected();
@@ -491,6 +495,17 @@ void TestNfcAgent::answeredRequestIsAnsweredOnce()
     agent->rejectDevice(QDBusObjectPath(target));
     agent.reset();
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: granted")});
+}
+
+void TestNfcAgent::valueOfAnAnswerIsItsOneArgument()
+{
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    daemon->pair("pairing", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
+
+    auto *d = agent->findChild<NfcAgentPrivate *>();
+    d->replyRequest(NfcAgentPrivate::BtPairingRequest, target, QStringList());
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: as")});
 }
 
 void TestNfcAgent::anyErrorNameOfDBusIsPassedOn()
