@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "buswatch.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 
 namespace {
@@ -21,8 +20,6 @@ BusWatch::BusWatch()
 {
     watch(QDBusConnection::systemBus(), this, SLOT(loseSystemBus()));
     watch(QDBusConnection::sessionBus(), this, SLOT(loseSessionBus()));
-    // The connections hand on nothing before: a call that waits would not end when the bus goes.
-    QCoreApplication::processEvents();
 }
 
 void BusWatch::loseSystemBus()

@@ -12,7 +12,6 @@ class BusWatch : public QObject
     Q_OBJECT
 
 public:
-    /** Begins to watch. Processes events, once. */
     BusWatch();
 
 Q_SIGNALS:

@@ -18,8 +18,8 @@
 
 namespace {
 
-const QString bluetooth = QStringLiteral("bluetooth");
-const QString done = QStringLiteral("done");
+constexpr QLatin1String bluetooth("bluetooth");
+constexpr QLatin1String done("done");
 
 QVariant target(const QDBusObjectPath &path)
 {

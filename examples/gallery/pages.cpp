@@ -20,11 +20,14 @@
 
 namespace {
 
-const QString longText = QStringLiteral("A tag may hold a text of any length. What does not fit on the "
-                                        "screen is scrolled with a finger, while the "
-                                        "buttons stay where they are. Even a word like "
-                                        "Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbau, which "
-                                        "is wider than the dialog, is broken rather than cut.\n\n");
+QString longText()
+{
+    return QStringLiteral("A tag may hold a text of any length. What does not fit on the screen is scrolled "
+                          "with a finger, while the "
+                          "buttons stay where they are. Even a word like "
+                          "Donaudampfschifffahrtselektrizitätenhauptbetriebswerkbau, "
+                          "which is wider than the dialog, is broken rather than cut.\n\n");
+}
 
 QGraphicsLinearLayout *lines(Qt::Orientation orientation, qreal spacing = 0)
 {
@@ -230,7 +233,7 @@ MSceneWindow *content()
 
 MSceneWindow *longContent()
 {
-    return query(longText.left(80), longText, longText.repeated(4), true);
+    return query(longText().left(80), longText(), longText().repeated(4), true);
 }
 
 MSceneWindow *selection()

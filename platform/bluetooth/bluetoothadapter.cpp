@@ -14,7 +14,7 @@ using namespace std::chrono_literals;
 
 static constexpr int LookTimeout = 500; // ms
 static constexpr auto CreationLimit = 30s;
-static const auto AdapterGone = QStringLiteral("The Bluetooth adapter is gone");
+static constexpr QLatin1String AdapterGone("The Bluetooth adapter is gone");
 
 BluetoothAdapterPrivate::BluetoothAdapterPrivate(BluetoothAdapter *adapter, const QString &path)
     : QObject(adapter)

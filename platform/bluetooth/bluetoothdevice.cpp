@@ -13,7 +13,9 @@ BluetoothDevice::BluetoothDevice(const QMap<QString, QVariant> &properties, QObj
     , m_properties(properties)
 {}
 
-BluetoothDevice::BluetoothDevice(const BluetoothDevice &other) : QObject(), m_properties(other.m_properties)
+BluetoothDevice::BluetoothDevice(const BluetoothDevice &other)
+    : QObject(nullptr)
+    , m_properties(other.m_properties)
 {}
 
 BluetoothDevice &BluetoothDevice::operator=(const BluetoothDevice &other)

@@ -8,8 +8,8 @@
 namespace ConnUi {
 
 // The radios that are switched off, joined by "|". So a radio that is not mentioned is on.
-static const auto Group = QStringLiteral("radios");
-static const auto Off = QStringLiteral("off");
+static constexpr QLatin1String Group("radios");
+static constexpr QLatin1String Off("off");
 
 // Anything but a whole number switches nothing off.
 static qint64 radiosOff(const QCborMap &group)

@@ -15,8 +15,8 @@
 namespace Thumbnails {
 namespace {
 
-const auto Service = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
-const auto Path = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
+constexpr QLatin1String Service("org.freedesktop.thumbnails.Thumbnailer1");
+constexpr QLatin1String Path("/org/freedesktop/thumbnails/Thumbnailer1");
 
 // Where the thumbnail managing standard keeps the thumbnail of a URI.
 QString thumbnailPath(const QString &uri, const QString &flavor)

@@ -6,10 +6,10 @@
 
 namespace {
 
-const QString daemonRole = QStringLiteral("daemon");
-const QString clientRole = QStringLiteral("client");
-const QString worldRole = QStringLiteral("world");
-const QString daemonName = QStringLiteral("com.tavix.nfc");
+constexpr QLatin1String daemonRole("daemon");
+constexpr QLatin1String clientRole("client");
+constexpr QLatin1String worldRole("world");
+constexpr QLatin1String daemonName("com.tavix.nfc");
 
 QStringList rules()
 {

@@ -6,7 +6,7 @@
 
 namespace {
 
-const QByteArray card = "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Byron;Ada;;;\r\nFN:Ada Byron\r\nEND:VCARD\r\n";
+constexpr char card[] = "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Byron;Ada;;;\r\nFN:Ada Byron\r\nEND:VCARD\r\n";
 
 TouchButton tag(const QString &label, const QByteArray &message)
 {

@@ -40,6 +40,8 @@ NdefMessageHandler::NdefMessageHandler(const NdefMessageHandler &other) : NdefMe
     *this = other;
 }
 
+// Strings may be assigned to themselves.
+// NOLINTNEXTLINE(bugprone-unhandled-self-assignment)
 NdefMessageHandler &NdefMessageHandler::operator=(const NdefMessageHandler &other)
 {
     d->busType = other.d->busType;

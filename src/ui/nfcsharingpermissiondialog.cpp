@@ -28,6 +28,8 @@ NfcSharingPermissionDialog::~NfcSharingPermissionDialog()
     delete d;
 }
 
+// Programs connect to it with its arguments as they are.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void NfcSharingPermissionDialog::thumbnail(QUrl, QUrl thumbnail)
 {
     // Qt warns when it is to read a file without a name.
