@@ -40,7 +40,33 @@ private Q_SLOTS:
     void deletedOneLeavesItsWindow();
     void deletedWindowKeepsItsSceneWindows();
     void touchesStayInFront();
+    void shadeIsEven_data();
+    void shadeIsEven();
 };
+
+void MSceneWindowTest::shadeIsEven_data()
+{
+    QTest::addColumn<qreal>("ratio");
+    for (const qreal ratio : {1.0, 1.25, 1.5, 3.0}) {
+        QTest::addRow("%g", ratio) << ratio;
+    }
+}
+
+void MSceneWindowTest::shadeIsEven()
+{
+    QFETCH(qreal, ratio);
+    QGraphicsScene scene;
+    auto *shade = new MSceneWindow;
+    scene.addItem(shade);
+    shade->setStyleName(QStringLiteral("MDialog"));
+    shade->setGeometry(0, 0, 60, 200);
+    QImage shown = picture(&scene, shade->rect(), ratio);
+    shown.setDevicePixelRatio(1);
+    QImage even(shown.size(), shown.format());
+    even.fill(shown.pixelColor(0, 0));
+    QVERIFY(even.pixelColor(0, 0) != QColor(Qt::white));
+    QCOMPARE(shown, even);
+}
 
 void MSceneWindowTest::windowIsMadeAndGoesWithTheLast()
 {

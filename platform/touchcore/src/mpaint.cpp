@@ -9,6 +9,10 @@
 
 namespace {
 
+// Where it blends a hundred rows of the screen or more, Qt hands them to a pool of threads in pieces and
+// waits, which takes several times as long as blending them. This many are fewer on every screen.
+constexpr qreal rowsAtOnce = 30;
+
 void outline(QPainter *painter, const QRectF &rect, qreal radius, const QPen &pen)
 {
     const qreal inset = pen.widthF() / 2;
@@ -16,6 +20,23 @@ void outline(QPainter *painter, const QRectF &rect, qreal radius, const QPen &pe
     painter->setPen(pen);
     painter->setBrush(Qt::NoBrush);
     painter->drawRoundedRect(rect.adjusted(inset, inset, -inset, -inset), inner, inner);
+}
+
+void fillRows(QPainter *painter, const QRectF &rect, const QColor &color)
+{
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    for (qreal top = rect.top(); top < rect.bottom(); top += rowsAtOnce) {
+        const qreal bottom = qMin(top + rowsAtOnce, rect.bottom());
+        painter->fillRect(QRectF(QPointF(rect.left(), top), QPointF(rect.right(), bottom)), color);
+    }
+    painter->setRenderHint(QPainter::Antialiasing);
+}
+
+void fillRounded(QPainter *painter, const QRectF &rect, qreal radius, const QColor &color)
+{
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(color);
+    painter->drawRoundedRect(rect, radius, radius);
 }
 
 qreal cornerRadius(const QRectF &rect, const MStyle &style)
@@ -29,10 +50,10 @@ void MPaint::panel(QPainter *painter, const QRectF &rect, const MStyle &style, c
 {
     const qreal radius = cornerRadius(rect, style);
     painter->setRenderHint(QPainter::Antialiasing);
-    if (background.alpha() > 0) {
-        painter->setPen(Qt::NoPen);
-        painter->setBrush(background);
-        painter->drawRoundedRect(rect, radius, radius);
+    if (background.alpha() > 0 && style.radius > 0) {
+        fillRounded(painter, rect, radius, background);
+    } else if (background.alpha() > 0) {
+        fillRows(painter, rect, background);
     }
     if (style.borderWidth > 0) {
         outline(painter, rect, radius, QPen(style.border, style.borderWidth));
