@@ -30,7 +30,20 @@ private Q_SLOTS:
     void longTextMakesButtonHigher();
     void longestVariantThatFitsIsShown();
     void switchMirrors();
+    void sizeFollowsTextAndStyle();
 };
+
+void MButtonTest::sizeFollowsTextAndStyle()
+{
+    MButton button(QStringLiteral("A text wider than the least width"));
+    const QSizeF plain = button.preferredSize();
+    button.setStyleName(QStringLiteral("CommonTitle"));
+    QVERIFY(button.preferredSize().width() != plain.width());
+    button.setStyleName(QString());
+    QCOMPARE(button.preferredSize(), plain);
+    button.setText(QStringLiteral("A text that is still wider than the least width"));
+    QVERIFY(button.preferredSize().width() > plain.width());
+}
 
 void MButtonTest::propertiesComeBack()
 {

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void veryLongTextIsDrawnInParts();
     void stackOfMarksEnds();
     void everyPixelIsSharp();
+    void sizeFollowsTextAndStyle();
 
 private:
     static QImage drawn(MLabel *label, const QSizeF &size, qreal ratio = 1);
@@ -47,6 +48,20 @@ QImage MLabelTest::drawn(MLabel *label, const QSizeF &size, qreal ratio)
     const QImage image = picture(&scene, QRectF(QPointF(), size), ratio);
     scene.removeItem(label);
     return image;
+}
+
+void MLabelTest::sizeFollowsTextAndStyle()
+{
+    MLabel label(QStringLiteral("Text"));
+    const QSizeF plain = label.preferredSize();
+    label.setStyleName(QStringLiteral("CommonTitle"));
+    const QSizeF great = label.preferredSize();
+    QVERIFY(great.width() > plain.width() && great.height() > plain.height());
+    label.setText(QStringLiteral("Text that is longer"));
+    QVERIFY(label.preferredSize().width() > great.width());
+    label.setText(QStringLiteral("Text"));
+    label.setStyleName(QString());
+    QCOMPARE(label.preferredSize(), plain);
 }
 
 void MLabelTest::propertiesComeBack()

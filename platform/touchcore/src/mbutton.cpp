@@ -22,8 +22,11 @@ void MButtonPrivate::setDown(bool isDown)
 
 QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
 {
-    const QFontMetricsF metrics(style.font);
     QStringList variants = text.split(textVariantSeparator);
+    if (variants.size() == 1) {
+        return text;
+    }
+    const QFontMetricsF metrics(style.font);
     std::stable_sort(variants.begin(), variants.end(), [&](const QString &one, const QString &other) {
         return metrics.horizontalAdvance(one) > metrics.horizontalAdvance(other);
     });
@@ -34,11 +37,11 @@ QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
     return fitting != variants.cend() ? *fitting : variants.constLast();
 }
 
-MTextBlock MButtonPrivate::block(qreal width, const MStyle &style) const
+const MTextBlock &MButtonPrivate::block(qreal width, const MStyle &style)
 {
     const QTextOption::WrapMode mode =
         width < 0 ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere;
-    return MTextBlock(fittingVariant(width, style), {style.font, width, mode, style.lineHeight});
+    return blocks.block(fittingVariant(width, style), {style.font, width, mode, style.lineHeight});
 }
 
 void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)
@@ -90,6 +93,7 @@ QString MButton::text() const
 void MButton::setText(const QString &text)
 {
     d->text = text;
+    d->blocks.clear();
     updateGeometry();
     update();
 }

@@ -7,7 +7,7 @@
 #include <MButton>
 #include <optional>
 
-#include "mtextblock_p.h"
+#include "mtextblocks_p.h"
 
 class MButtonPrivate
 {
@@ -20,7 +20,7 @@ public:
     /** Returns the longest variant of the text that fits into one line of @p width, or the shortest when none
      * does. */
     QString fittingVariant(qreal width, const MStyle &style) const;
-    MTextBlock block(qreal width, const MStyle &style) const;
+    const MTextBlock &block(qreal width, const MStyle &style);
 
     MButton *const q;
     QString text;
@@ -28,6 +28,7 @@ public:
     bool checkable = false;
     bool checked = false;
     bool down = false;
+    MTextBlocks blocks;
 };
 
 #endif

@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr size_t keptBlocks = 8;
 // Widths are rounded on their way through layouts.
 constexpr qreal tolerance = 0.5;
 
@@ -25,15 +24,7 @@ const MTextBlock &MLabelPrivate::block(int variant, qreal width, const MStyle &s
         shape.wrapMode =
             wrapMode == QTextOption::WordWrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : wrapMode;
     }
-    for (const Block &known : blocks) {
-        if (known.variant == variant && known.shape == shape) {
-            return known.text;
-        }
-    }
-    if (blocks.size() == keptBlocks) {
-        blocks.pop_front();
-    }
-    return blocks.emplace_back(Block{variant, shape, MTextBlock(variants.at(variant), shape)}).text;
+    return blocks.block(variants.at(variant), shape);
 }
 
 QList<int> MLabelPrivate::longestFirst(const MStyle &style)
@@ -85,7 +76,7 @@ void MLabel::setText(const QString &text)
 {
     d->text = text;
     d->variants = text.split(textVariantSeparator);
-    d->forgetBlocks();
+    d->blocks.clear();
     updateGeometry();
     update();
 }
@@ -136,7 +127,6 @@ void MLabel::setTextElide(bool elide)
 
 void MLabel::styleChanged()
 {
-    d->forgetBlocks();
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(wordWrap());
     setSizePolicy(policy);

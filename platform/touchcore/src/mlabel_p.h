@@ -9,7 +9,7 @@
 #include <QTextOption>
 
 #include "mstyle_p.h"
-#include "mtextblock_p.h"
+#include "mtextblocks_p.h"
 
 class MLabelPrivate
 {
@@ -34,17 +34,7 @@ public:
     /** Returns the variants' numbers with the widest first. */
     QList<int> longestFirst(const MStyle &style);
 
-    void forgetBlocks() { blocks.clear(); }
-
-private:
-    struct Block
-    {
-        int variant;
-        MTextBlock::Shape shape;
-        MTextBlock text;
-    };
-    // Layouts ask for the same few widths again and again.
-    std::deque<Block> blocks;
+    MTextBlocks blocks;
 };
 
 #endif

@@ -130,8 +130,9 @@ void MThemePrivate::warnIfMissing(const QString &id)
 QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
 {
     const MStyle *own = style(id);
-    const QList<QSize> sizes = icon.availableSizes();
-    if (!own && !sizes.isEmpty()) {
+    // Qt reads all of an icon's files to tell.
+    const QList<QSize> sizes = own ? QList<QSize>() : icon.availableSizes();
+    if (!sizes.isEmpty()) {
         return *std::max_element(sizes.cbegin(), sizes.cend(), [](const QSize &one, const QSize &other) {
             return one.width() < other.width();
         });

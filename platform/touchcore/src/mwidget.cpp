@@ -14,3 +14,22 @@ QSizeF MWidget::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
     }
     return QGraphicsWidget::sizeHint(which, constraint);
 }
+
+// Qt makes a widget that stands in no layout as large as it has to be at each change, and lays it out to
+// know. As long as it is in no scene nobody sees that: once is enough, when it gets there.
+void MWidget::updateGeometry()
+{
+    if (scene() || parentLayoutItem()) {
+        QGraphicsWidget::updateGeometry();
+    } else {
+        QGraphicsLayoutItem::updateGeometry();
+    }
+}
+
+QVariant MWidget::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSceneHasChanged && scene() && !parentLayoutItem()) {
+        updateGeometry();
+    }
+    return QGraphicsWidget::itemChange(change, value);
+}

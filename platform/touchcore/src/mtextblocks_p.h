@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTEXTBLOCKS_P_H
+#define MTEXTBLOCKS_P_H
+
+#include <deque>
+#include <QString>
+
+#include "mtextblock_p.h"
+
+/** The text blocks that a widget was asked for last: layouts ask for the same few widths again and again. */
+class MTextBlocks
+{
+public:
+    /** Returns @p text in lines as @p shape says. It stays until some others have been asked for. */
+    const MTextBlock &block(const QString &text, const MTextBlock::Shape &shape);
+
+    void clear() { m_blocks.clear(); }
+
+private:
+    struct Known
+    {
+        QString text;
+        MTextBlock::Shape shape;
+        MTextBlock block;
+    };
+    std::deque<Known> m_blocks;
+};
+
+#endif

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <MWidget>
+#include <QGraphicsLinearLayout>
+#include <QGraphicsScene>
+
+#include "touchtest.h"
+
+namespace {
+
+/** Counts how often it is asked for a size. */
+class Asked : public MWidget
+{
+public:
+    using MWidget::MWidget;
+    using MWidget::updateGeometry;
+
+    mutable int times = 0;
+
+protected:
+    QSizeF sizeHint(Qt::SizeHint which, const QSizeF &) const override
+    {
+        ++times;
+        return which == Qt::MaximumSize ? QSizeF(1000, 1000) : QSizeF(30, 20);
+    }
+};
+
+} // namespace
+
+class MWidgetTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
+
+    void isAskedForNoSizeBeforeSomebodyWantsIt();
+    void isAsLargeAsItNeedsInAScene();
+    void changeInALayoutIsTold();
+};
+
+void MWidgetTest::isAskedForNoSizeBeforeSomebodyWantsIt()
+{
+    Asked widget;
+    widget.updateGeometry();
+    widget.setContentsMargins(1, 2, 3, 4);
+    QCOMPARE(widget.times, 0);
+    QCOMPARE(widget.preferredSize(), QSizeF(30, 20));
+}
+
+void MWidgetTest::isAsLargeAsItNeedsInAScene()
+{
+    MWidget parent;
+    auto *widget = new Asked(&parent);
+    widget->updateGeometry();
+    QGraphicsScene scene;
+    scene.addItem(&parent);
+    QCOMPARE(widget->size(), QSizeF(30, 20));
+    scene.removeItem(&parent);
+}
+
+void MWidgetTest::changeInALayoutIsTold()
+{
+    MWidget parent;
+    auto *layout = new QGraphicsLinearLayout(&parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    auto *widget = new Asked;
+    layout->addItem(widget);
+    QCOMPARE(parent.preferredSize(), QSizeF(30, 20));
+    widget->setPreferredWidth(50);
+    QCOMPARE(parent.preferredSize(), QSizeF(50, 20));
+}
+
+QTEST_MAIN(MWidgetTest)
+#include "tst_mwidget.moc"
