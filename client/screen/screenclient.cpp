@@ -5,10 +5,12 @@
 #include <utility>
 
 #include <NfcAgent>
+#include <QTimer>
 
 #include "bluetoothdialogs.h"
 #include "clientlog.h"
 #include "deliverydialogs.h"
+#include "rehearsal.h"
 #include "sharingdialogs.h"
 #include "touchindication.h"
 #include "transfersheets.h"
@@ -25,6 +27,8 @@ ScreenClient::ScreenClient(QObject *parent) : QObject(parent)
     // A daemon that was there before the adapter is not announced.
     if (adapter.isValid())
         meetDaemon();
+    // When there is nothing else to do: the daemon gets its agent first.
+    QTimer::singleShot(0, this, &rehearseQuestion);
 }
 
 ScreenClient::~ScreenClient()
