@@ -81,6 +81,16 @@ void countFromHere()
     CALLGRIND_TOGGLE_COLLECT;
 }
 
+void countAnew()
+{
+    CALLGRIND_ZERO_STATS;
+}
+
+void endCount()
+{
+    CALLGRIND_DUMP_STATS;
+}
+
 double now()
 {
     return time(CLOCK_MONOTONIC);
@@ -132,7 +142,7 @@ void dumpInstructions(const std::string &comparison, const char *side)
 {
     if (!countsInstructions())
         return;
-    CALLGRIND_DUMP_STATS;
+    endCount();
     std::printf("{\"comparison\": \"%s\", \"counted\": \"%s\"}\n", comparison.c_str(), side);
     std::fflush(stdout);
 }

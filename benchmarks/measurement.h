@@ -60,6 +60,9 @@ double wallTime(const std::function<void()> &call);
 /** Counts the instructions of this thread from here on, for what is no call. */
 void countFromHere();
 
+/** Forgets what has been counted so far, in a process of which all is counted. */
+void countAnew();
+
 /** Returns the nanoseconds since some time in the past. */
 double now();
 
@@ -76,6 +79,9 @@ void printMedians(const std::string &comparison, const Samples &base, const Samp
 /** Does rounds() of \a full of each side by turns, after one of each that does not count, and prints the line
  * of the medians. */
 void compare(const std::string &comparison, const Way &base, const Way &other, const Goal &goal, int full);
+
+/** Ends what is counted since the last end, in a process of which all is counted. */
+void endCount();
 
 /** Ends what is counted for a side of a line; when nothing is counted, does nothing. \a side is "base" or
  * "other", or empty when nobody wants to know. */

@@ -6,6 +6,7 @@
 //
 //   peer_nfc binding    the daemon is bound
 //   peer_nfc dialog     the dialog about a text from a tag is on the screen
+//   peer_nfc rehearsed  the same, after the rehearsal that nfc-ui begins with
 #include <cstdio>
 #include <cstring>
 
@@ -18,6 +19,7 @@
 #include "catalogue.h"
 #include "firstframe.h"
 #include "measurement.h"
+#include "rehearsal.h"
 
 using namespace ConnUi;
 
@@ -41,16 +43,19 @@ int bind(int argc, char **argv)
     return QCoreApplication::exec();
 }
 
-int ask(int argc, char **argv)
+int ask(int argc, char **argv, bool rehearsed)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const Catalogue catalogue;
+    if (rehearsed)
+        rehearseQuestion();
     FirstFrame frame;
     NfcAgent agent;
     QObject::connect(
         &agent, &NfcAgent::dataDeliveryRequested, qApp,
         [&](const NdefMessageHandlerList &, const QDBusObjectPath &target, const QByteArray &data) {
+            frame.begin();
             auto *dialog = new NfcTagReadPermissionDialog(QString::fromUtf8(data));
             dialog->appear(MSceneWindow::DestroyWhenDone);
             frame.then([&agent, target, dialog] {
@@ -66,5 +71,8 @@ int ask(int argc, char **argv)
 
 int main(int argc, char **argv)
 {
-    return argc > 1 && std::strcmp(argv[1], "binding") == 0 ? bind(argc, argv) : ask(argc, argv);
+    const char *what = argc > 1 ? argv[1] : "";
+    if (std::strcmp(what, "binding") == 0)
+        return bind(argc, argv);
+    return ask(argc, argv, std::strcmp(what, "rehearsed") == 0);
 }

@@ -91,6 +91,7 @@ public:
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
+        m_frame->begin();
         auto *box = new QMessageBox(QMessageBox::Question, QStringLiteral("Tag"),
                                     QString::fromUtf8(message.arguments().constLast().toByteArray()),
                                     QMessageBox::Yes | QMessageBox::No);

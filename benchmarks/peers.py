@@ -9,13 +9,13 @@ import dbus
 
 
 class Daemon:
-    """A fake NFC daemon, which comes and goes."""
+    """A fake daemon on the system bus, which comes and goes."""
 
-    def __init__(self, tree):
-        self.process = subprocess.Popen([tree / "bin" / "fake-service", "system", "com.tavix.nfc"],
+    def __init__(self, tree, service="com.tavix.nfc"):
+        self.process = subprocess.Popen([tree / "bin" / "fake-service", "system", service],
                                         stdout=subprocess.PIPE)
         self.process.stdout.readline()
-        fake = dbus.SystemBus().get_object("org.connui.fake.com.tavix.nfc", "/", introspect=False)
+        fake = dbus.SystemBus().get_object(f"org.connui.fake.{service}", "/", introspect=False)
         self.fake = dbus.Interface(fake, "org.connui.FakeService")
 
     def start(self):
@@ -52,10 +52,17 @@ def now():
     return time.clock_gettime_ns(time.CLOCK_MONOTONIC)
 
 
-def report(comparison, unit, base, other, at_most=None):
-    """Prints a line; base and other are pairs of a name and a figure."""
+def total_instructions(dump):
+    """Returns the instructions that a dump of callgrind counts."""
+    return next(int(line.split()[1]) for line in open(dump, errors="replace") if line.startswith("totals:"))
+
+
+def report(comparison, unit, base, other, at_most=None, instructions=None):
+    """Prints a line; base and other are pairs of a name and a figure, instructions those of both."""
     line = {"comparison": comparison, "unit": unit, "base": dict(zip(("name", "value"), base)),
             "other": dict(zip(("name", "value"), other)), "at_least": 0}
     if at_most is not None:
         line["at_most"] = at_most
+    if instructions:
+        line["instructions"] = dict(zip(("base", "other"), instructions))
     print(json.dumps(line), flush=True)
