@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr size_t kept = 8;
+constexpr size_t keptBlocks = 8;
 
 } // namespace
 
@@ -16,7 +16,7 @@ const MTextBlock &MTextBlocks::block(const QString &text, const MTextBlock::Shap
             return known.block;
         }
     }
-    if (m_blocks.size() == kept) {
+    if (m_blocks.size() == keptBlocks) {
         m_blocks.pop_front();
     }
     return m_blocks.emplace_back(Known{text, shape, MTextBlock(text, shape)}).block;
