@@ -301,14 +301,17 @@ void TestLoad::manyAdaptersAndAgentsShareOneProcess()
         adapters.append(adapter);
     }
     QList<NfcAgent *> agents;
+    QSet<QString> paths;
     Asker asker;
     for (int i = 0; i < agentCount; ++i) {
         auto *agent = new NfcAgent;
         answerAtOnce(agent);
         adapters[i]->registerAgent(agent);
         agents.append(agent);
+        paths.insert(agent->path());
         asker.askAnything(agent->path(), i % 3);
     }
+    QCOMPARE(paths.size(), agentCount);
     QCOMPARE(daemon.calls(u"RegisterUIAgent"_s).size(), agentCount);
     QCOMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 1);
     QTRY_COMPARE(asker.answered, agentCount);
