@@ -112,14 +112,20 @@ class Chaos:
 
     def _crash(self):
         self._stage.daemon.is_killed()
-        self._stage.client.says("the NFC daemon has left")
+        self._leaves_nothing()
         self._comes_back()
 
     def _release(self):
         self._stage.tap("release").leaves()
-        self._stage.client.says("the NFC daemon has left")
+        self._leaves_nothing()
         self._stage.daemon.is_killed()
         self._comes_back()
+
+    def _leaves_nothing(self):
+        self._stage.client.says("the NFC daemon has left")
+        # No such button: what is on the screen stays there, and is told.
+        self._stage.client.hears("press nothing")
+        self._stage.client.says("screen: nothing")
 
     def _comes_back(self):
         self._stage.daemon_comes()

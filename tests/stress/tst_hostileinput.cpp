@@ -78,8 +78,10 @@ public:
     bool beginsOnScreen() const
     {
         const QList<MLabel *> labels = shownWidgets<MLabel>(dialog.get());
-        return !labels.isEmpty() && window.viewport()->rect().contains(
-                                        window.mapFromScene(labels.constFirst()->mapToScene(QPointF())));
+        if (labels.isEmpty() || labels.constFirst()->text().isEmpty())
+            return false;
+        const QPointF corner = labels.constFirst()->mapToScene(QPointF());
+        return window.viewport()->rect().contains(window.mapFromScene(corner));
     }
 
     // Answers by touching the last button, where a finger finds it; returns whether that ended the question.
