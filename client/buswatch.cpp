@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "buswatch.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 
 namespace {
@@ -20,6 +21,8 @@ BusWatch::BusWatch()
 {
     watch(QDBusConnection::systemBus(), this, SLOT(loseSystemBus()));
     watch(QDBusConnection::sessionBus(), this, SLOT(loseSessionBus()));
+    // The connections hand on nothing before: a call that waits would not end when the bus goes.
+    QCoreApplication::processEvents();
 }
 
 void BusWatch::loseSystemBus()

@@ -12,6 +12,7 @@ class BusWatch : public QObject
     Q_OBJECT
 
 public:
+    /** Begins to watch. Processes events, once. */
     BusWatch();
 
 Q_SIGNALS:

@@ -68,10 +68,13 @@ int hold(const Tap &tap)
                                                        QStringLiteral("/com/tavix/nfc/simulator"),
                                                        QStringLiteral("com.tavix.nfc.Simulator"), tap.method);
     call.setArguments(tap.arguments);
+    QDBusConnection bus = QDBusConnection::systemBus();
+    // The connection hands on nothing before: a call that waits would not end when the bus goes.
+    QCoreApplication::processEvents();
     // A tag does not start a daemon.
     call.setAutoStartService(false);
     constexpr int noTimeLimit = std::numeric_limits<int>::max();
-    const QDBusMessage reply = QDBusConnection::systemBus().call(call, QDBus::Block, noTimeLimit);
+    const QDBusMessage reply = bus.call(call, QDBus::Block, noTimeLimit);
 
     if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
         std::printf("done: %s\n", qUtf8Printable(tap.what));

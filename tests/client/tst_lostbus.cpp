@@ -67,7 +67,7 @@ bool says(QProcess *process, const QByteArray &text)
     while (!said.contains(text)) {
         if (!process->waitForReadyRead())
             return false;
-        said += process->readAllStandardOutput();
+        said += process->readAll();
     }
     return true;
 }
@@ -84,7 +84,9 @@ private Q_SLOTS:
     void clientSaysSoAndFails();
     void settingsSaySoAndFail_data();
     void settingsSaySoAndFail();
-    void settingsThatWaitForTheDaemonFail();
+    void waitingProgramSaysSoAndFails_data();
+    void waitingProgramSaysSoAndFails();
+    void touchSaysSoAndFails();
 };
 
 void TestLostBus::clientSaysSoAndFails_data()
@@ -143,7 +145,7 @@ void TestLostBus::settingsSaySoAndFail()
     QFETCH(QString, bus);
     Session session;
     const auto settings = session.start(NFC_SETTINGS, {u"--read-aloud"_s});
-    QVERIFY(says(settings.get(), "screen: NFC settings"));
+    QVERIFY(says(settings.get(), "(NFC): off]"));
 
     session.kill(bus);
     QVERIFY(settings->waitForFinished());
@@ -153,21 +155,58 @@ void TestLostBus::settingsSaySoAndFail()
     QVERIFY2(said.endsWith("nfc-settings: the " + bus.toUtf8() + " bus has gone\n"), said.constData());
 }
 
-void TestLostBus::settingsThatWaitForTheDaemonFail()
+void TestLostBus::waitingProgramSaysSoAndFails_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QByteArray>("program");
+    QTest::addColumn<QString>("face");
+    QTest::newRow("screen") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--read-aloud"_s;
+    QTest::newRow("terminal") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--console"_s;
+    QTest::newRow("settings") << "nfc-settings"_ba << QByteArray(NFC_SETTINGS) << u"--read-aloud"_s;
+}
+
+void TestLostBus::waitingProgramSaysSoAndFails()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QByteArray, program);
+    QFETCH(QString, face);
+
+    Session session;
+    const auto daemon = session.start(NFCD_SIM, {});
+    daemon->setReadChannel(QProcess::StandardError);
+    QVERIFY(says(daemon.get(), "ready"));
+    QCOMPARE(::kill(pid_t(daemon->processId()), SIGSTOP), 0);
+    const auto monitor =
+        session.start("stdbuf", {u"-oL"_s, u"dbus-monitor"_s, u"--system"_s, u"member='DefaultAdapter'"_s});
+    // It says so when the bus has made it a monitor: the name of its own connection is taken from it.
+    QVERIFY(says(monitor.get(), "NameLost"));
+    const auto waiting = session.start(program, {face});
+    QVERIFY(says(monitor.get(), "member=DefaultAdapter"));
+
+    session.kill(u"system"_s);
+    QVERIFY(waiting->waitForFinished());
+    QCOMPARE(waiting->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(waiting->exitCode(), 1);
+    const QByteArray said = waiting->readAllStandardError();
+    QVERIFY2(said.contains(name + ": the system bus has gone\n"), said.constData());
+}
+
+void TestLostBus::touchSaysSoAndFails()
 {
     Session session;
     const auto daemon = session.start(NFCD_SIM, {});
-    const auto settings = session.start(NFC_SETTINGS, {u"--read-aloud"_s});
-    QVERIFY(says(settings.get(), "(NFC): on]"));
-    QCOMPARE(::kill(pid_t(daemon->processId()), SIGSTOP), 0);
-    settings->write("press Near Field Communication (NFC)\n");
-    QVERIFY(settings->waitForBytesWritten());
+    daemon->setReadChannel(QProcess::StandardError);
+    QVERIFY(says(daemon.get(), "ready"));
+    const auto client = session.start(NFC_UI, {u"--console"_s});
+    QVERIFY(says(client.get(), "the NFC daemon is here"));
+    const auto tap = session.start(NFCTAP, {u"pair"_s, u"00:11:22:33:44:55"_s, u"Headset"_s, u"0x240404"_s});
+    QVERIFY(says(client.get(), "Headset"));
 
     session.kill(u"system"_s);
-    QVERIFY(settings->waitForFinished());
-    QCOMPARE(settings->exitCode(), 1);
-    const QByteArray said = settings->readAllStandardError();
-    QVERIFY2(said.endsWith("nfc-settings: the system bus has gone\n"), said.constData());
+    QVERIFY(tap->waitForFinished());
+    QCOMPARE(tap->exitCode(), 3);
+    QCOMPARE(tap->readAllStandardError(), "nfctap: pairing with Headset (00:11:22:33:44:55): no simulated "
+                                          "daemon: Not connected to D-Bus server\n");
 }
 
 QTEST_GUILESS_MAIN(TestLostBus)
