@@ -17,7 +17,7 @@ constexpr qsizetype PartsLimit = 5000;
 
 struct Unref
 {
-    void operator()(EVCard *card) const { g_object_unref(card); }
+    void operator()(EVCard *card) const { EBookContacts::load()->g_object_unref(card); }
 };
 using Card = std::unique_ptr<EVCard, Unref>;
 

@@ -25,7 +25,9 @@ std::optional<EBookContacts> resolveAll()
         resolve(library, "e_vcard_construct_full", all.e_vcard_construct_full) &&
         resolve(library, "e_vcard_get_attribute", all.e_vcard_get_attribute) &&
         resolve(library, "e_vcard_attribute_get_values_decoded", all.e_vcard_attribute_get_values_decoded) &&
-        resolve(library, "e_vcard_attribute_get_value_decoded", all.e_vcard_attribute_get_value_decoded))
+        resolve(library, "e_vcard_attribute_get_value_decoded", all.e_vcard_attribute_get_value_decoded) &&
+        // From a library that it brings along.
+        resolve(library, "g_object_unref", all.g_object_unref))
         return all;
     qWarning("ContactExporter: unable to read cards: %s", qUtf8Printable(library.errorString()));
     return {};

@@ -18,6 +18,7 @@ struct EBookContacts
     decltype(&::e_vcard_get_attribute) e_vcard_get_attribute;
     decltype(&::e_vcard_attribute_get_values_decoded) e_vcard_attribute_get_values_decoded;
     decltype(&::e_vcard_attribute_get_value_decoded) e_vcard_attribute_get_value_decoded;
+    decltype(&::g_object_unref) g_object_unref;
 };
 
 } // namespace ConnUi
