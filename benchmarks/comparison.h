@@ -8,6 +8,8 @@
 #include <limits>
 #include <string>
 
+#include "measurement.h"
+
 /** The ratios that a comparison is meant to come out at. */
 struct Goal
 {
@@ -26,16 +28,27 @@ struct Side
 template <typename Call>
 Side(const char *, Call) -> Side<Call>;
 
+/** So many calls are counted under callgrind. */
+constexpr int countedCalls = 100;
+
 template <typename Call>
 void addSide(const std::string &what, const Goal &goal, const char *role, const Side<Call> &side)
 {
-    benchmark::RegisterBenchmark((what + '/' + role + '/' + side.name).c_str(),
-                                 [goal, call = side.call](benchmark::State &state) {
-                                     for ([[maybe_unused]] const auto &iteration : state)
-                                         benchmark::DoNotOptimize(call());
-                                     state.counters["at_least"] = goal.atLeast;
-                                     state.counters["at_most"] = goal.atMost;
-                                 });
+    auto *added = benchmark::RegisterBenchmark((what + '/' + role + '/' + side.name).c_str(),
+                                               [what, role, goal, call = side.call](benchmark::State &state) {
+                                                   benchmark::DoNotOptimize(call());
+                                                   Measurement::countAnew();
+                                                   Measurement::countFromHere();
+                                                   for ([[maybe_unused]] const auto &iteration : state)
+                                                       benchmark::DoNotOptimize(call());
+                                                   Measurement::countFromHere();
+                                                   Measurement::dumpInstructions(what, role);
+                                                   state.counters["at_least"] = goal.atLeast;
+                                                   state.counters["at_most"] = goal.atMost;
+                                               });
+    // As many on both sides.
+    if (Measurement::countsInstructions())
+        added->Iterations(countedCalls);
 }
 
 /**

@@ -10,10 +10,14 @@
 #include <QDBusConnection>
 #include <QDBusInterface>
 #include <QDBusObjectPath>
+#include <QDir>
 #include <QEventLoop>
+#include <QFile>
 #include <QLibrary>
 #include <QProcess>
+#include <QTemporaryDir>
 
+#include <csignal>
 #include <cstring>
 
 #include "fakedaemon.h"
@@ -59,7 +63,11 @@ int loadLibrary(const char *file)
     return library.isLoaded() ? 0 : 1;
 }
 
-double untilRegistered(FakeDaemon *daemon, const QString &program, const QStringList &arguments)
+// What a program is started with.
+using Command = QStringList;
+
+// Starts a program, and ends it with a signal that it does not know as soon as the daemon has its agent.
+double untilRegistered(FakeDaemon *daemon, const Command &command)
 {
     QEventLoop loop;
     QObject::connect(daemon, &FakeService::called, &loop, [&loop](const QString &member) {
@@ -70,13 +78,40 @@ double untilRegistered(FakeDaemon *daemon, const QString &program, const QString
     process.setStandardErrorFile(QProcess::nullDevice());
     QObject::connect(&process, &QProcess::finished, &loop, [] { qFatal("a program left early"); });
     const double start = now();
-    process.start(program, arguments);
+    process.start(command.first(), command.mid(1));
     loop.exec();
     const double time = now() - start;
     process.disconnect();
-    process.kill();
+    ::kill(pid_t(process.processId()), SIGUSR1);
     process.waitForFinished();
     return time;
+}
+
+// Callgrind writes what it has counted when a signal ends the program.
+double instructionsUntilRegistered(FakeDaemon *daemon, const Command &command)
+{
+    const QTemporaryDir folder;
+    const QString counts = folder.filePath(QStringLiteral("counts"));
+    untilRegistered(daemon, Command{QStringLiteral("valgrind"), QStringLiteral("--tool=callgrind"),
+                                    QStringLiteral("--callgrind-out-file=") + counts} +
+                                command);
+    QFile file(counts);
+    if (!file.open(QIODevice::ReadOnly))
+        qFatal("nothing has been counted");
+    const QByteArray all = file.readAll();
+    return all.mid(all.indexOf("totals: ") + qsizetype(qstrlen("totals: "))).split('\n').first().toDouble();
+}
+
+void compareStarts(const std::string &comparison, FakeDaemon *daemon, const std::string &baseName,
+                   const Command &base, const Command &nfcUi, const Goal &goal)
+{
+    if (countsInstructions()) {
+        printInstructions(comparison, instructionsUntilRegistered(daemon, base),
+                          instructionsUntilRegistered(daemon, nfcUi));
+        return;
+    }
+    compare(comparison, {baseName, [=] { return untilRegistered(daemon, base); }},
+            {"nfc-ui", [=] { return untilRegistered(daemon, nfcUi); }}, goal, 60);
 }
 
 double loading(const QString &library)
@@ -100,21 +135,20 @@ int main(int argc, char **argv)
 
     QCoreApplication application(argc, argv);
     begin(argc, argv);
-    // What other processes execute is not counted here.
-    if (countsInstructions())
-        return 0;
     FakeDaemon daemon;
     daemon.start();
-    const QString nfcUi = QCoreApplication::applicationDirPath() + QStringLiteral("/nfc-ui");
-    const Way bare{"bare", [&] {
-                       return untilRegistered(&daemon, QCoreApplication::applicationFilePath(),
-                                              {QStringLiteral("bare")});
-                   }};
-    compare("From start to registered", bare, {"nfc-ui", [&] { return untilRegistered(&daemon, nfcUi, {}); }},
-            {.atMost = 1.5}, 100);
-    compare("From start to registered, on a terminal", bare,
-            {"nfc-ui", [&] { return untilRegistered(&daemon, nfcUi, {QStringLiteral("--console")}); }}, {},
-            50);
+    const QDir programs(QCoreApplication::applicationDirPath());
+    const Command bare{QCoreApplication::applicationFilePath(), QStringLiteral("bare")};
+    const Command withWidgets{programs.filePath(QStringLiteral("peer_qt")), QStringLiteral("agent")};
+    const Command nfcUi{programs.filePath(QStringLiteral("nfc-ui"))};
+    compareStarts("From start to registered", &daemon, "bare", bare, nfcUi, {.atMost = 1.5});
+    compareStarts("From start to registered, with Qt Widgets", &daemon, "bare, QApplication", withWidgets,
+                  nfcUi, {});
+    compareStarts("From start to registered, on a terminal", &daemon, "bare", bare,
+                  nfcUi + Command{QStringLiteral("--console")}, {});
+    // What a library does while it is loaded is not counted here.
+    if (countsInstructions())
+        return 0;
     compare("Loading the library",
             {"Qt Widgets", [] { return loading(QStringLiteral("libQt6Widgets.so.6")); }},
             {"connui-nfc", [] { return loading(QStringLiteral(CONNUI_NFC_LIBRARY)); }}, {}, 50);

@@ -113,6 +113,13 @@ void print(const std::string &comparison, const char *unit, const std::string &b
     std::fflush(stdout);
 }
 
+void printInstructions(const std::string &comparison, double base, double other)
+{
+    std::printf("{\"comparison\": \"%s\", \"instructions\": {\"base\": %.0f, \"other\": %.0f}}\n",
+                comparison.c_str(), base, other);
+    std::fflush(stdout);
+}
+
 void printMedians(const std::string &comparison, const Samples &base, const Samples &other, const Goal &goal)
 {
     print(comparison, "ns", base.name, quantile(base.values, 0.5), other.name, quantile(other.values, 0.5),

@@ -57,7 +57,7 @@ double processorTime(const std::function<void()> &call);
 /** Returns the nanoseconds that pass during \a call. Its instructions are counted, on this thread. */
 double wallTime(const std::function<void()> &call);
 
-/** Counts the instructions of this thread from here on, for what is no call. */
+/** Counts the instructions of this thread from here on, or no more, for what is no call. */
 void countFromHere();
 
 /** Forgets what has been counted so far, in a process of which all is counted. */
@@ -72,6 +72,9 @@ double quantile(std::vector<double> values, double fraction);
 /** Prints a line with a figure for each side. \a unit is "ns", "bytes" or "" for numbers of things. */
 void print(const std::string &comparison, const char *unit, const std::string &baseName, double base,
            const std::string &otherName, double other, const Goal &goal);
+
+/** Prints the instructions of both sides of a line that other processes have counted. */
+void printInstructions(const std::string &comparison, double base, double other);
 
 /** Prints the line of the medians. */
 void printMedians(const std::string &comparison, const Samples &base, const Samples &other, const Goal &goal);

@@ -7,6 +7,7 @@
 //   peer_qt binding    the daemon is bound
 //   peer_qt dialog     a message box with a text from a tag is on the screen
 //   peer_qt window     a window is on the screen
+//   peer_qt agent      nothing; registers an agent with the daemon
 //   peer_qt nothing    nothing; ends at once
 #include <cstdio>
 #include <cstring>
@@ -132,6 +133,20 @@ int ask(int argc, char **argv)
     return QApplication::exec();
 }
 
+int registerAgent(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    const QDBusConnection bus = QDBusConnection::systemBus();
+    FirstFrame frame;
+    Agent agent(&frame);
+    QDBusConnection(bus).registerVirtualObject(QStringLiteral("/agent"), &agent);
+    QDBusInterface adapter(service, QStringLiteral("/com/tavix/nfc/adapter0"),
+                           QStringLiteral("com.tavix.nfc.Adapter"), bus);
+    adapter.call(QStringLiteral("RegisterUIAgent"),
+                 QVariant::fromValue(QDBusObjectPath(QStringLiteral("/agent"))));
+    return QApplication::exec();
+}
+
 int showWindow(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -152,6 +167,8 @@ int main(int argc, char **argv)
         return 0;
     if (std::strcmp(what, "binding") == 0)
         return bind(argc, argv);
+    if (std::strcmp(what, "agent") == 0)
+        return registerAgent(argc, argv);
     return std::strcmp(what, "window") == 0 ? showWindow(argc, argv) : ask(argc, argv);
 }
 
