@@ -65,6 +65,13 @@ bool hasTooManyParts(const QByteArray &data)
     return data.count(';') + data.count(',') + data.count("=\n") + data.count("=\r\n") > PartsLimit;
 }
 
+// The library reads beyond the end of a text that stops inside of a quoted-printable character, and takes a
+// byte of zero for the end.
+QByteArray ended(const QByteArray &data)
+{
+    return QByteArray(data.constData()) + "\r\n\r\n";
+}
+
 Card readCard(const QString &path)
 {
     QByteArray data = readCardFile(path);
@@ -84,6 +91,7 @@ Card readCard(const QString &path)
     const EBookContacts *library = EBookContacts::load();
     if (!library)
         return nullptr;
+    data = ended(data);
     Card card(library->e_vcard_new());
     library->e_vcard_construct_full(card.get(), data.constData(), data.size(), nullptr);
     return card;

@@ -67,6 +67,7 @@ private Q_SLOTS:
     void emptyFileHasNoName();
     void unreadableFileHasNoName();
     void otherFileHasNoName();
+    void cutCardKeepsWhatItHas_data();
     void cutCardKeepsWhatItHas();
     void avatarIsRead_data();
     void avatarIsRead();
@@ -269,15 +270,28 @@ void TestContactExporter::otherFileHasNoName()
     QCOMPARE(first + second, QString());
 }
 
+void TestContactExporter::cutCardKeepsWhatItHas_data()
+{
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("after a letter") << QByteArray();
+    QTest::newRow("at a soft line break") << QByteArray("=");
+    QTest::newRow("inside of a character") << QByteArray("=C");
+    QTest::newRow("between the bytes of a character") << QByteArray("=C3");
+    QTest::newRow("after a line") << QByteArray("\r\n");
+    QTest::newRow("by a byte of zero") << QByteArray("=\0=C3\r\nEND:VCARD\r\n", 17);
+}
+
 void TestContactExporter::cutCardKeepsWhatItHas()
 {
+    QFETCH(QByteArray, end);
     QTemporaryFile file;
     QVERIFY(file.open());
-    file.write("BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENCODING=QUOTED-PRINTABLE:Virtanen;Aino=");
+    file.write("BEGIN:VCARD\r\nVERSION:2.1\r\nN;ENCODING=QUOTED-PRINTABLE:Virtanen;Aino" + end);
     QVERIFY(file.flush());
     QString first, second;
     ContactExporter::resolveContactInfo(QFileInfo(file), first, second);
     QCOMPARE(second, QStringLiteral("Virtanen"));
+    QVERIFY2(first.startsWith(QStringLiteral("Aino")), qUtf8Printable(first));
 }
 
 void TestContactExporter::avatarIsRead_data()
