@@ -4,6 +4,7 @@
 #include "mpaint_p.h"
 
 #include <QPainter>
+#include <QtMath>
 
 #include "mstyle_p.h"
 
@@ -25,7 +26,9 @@ void outline(QPainter *painter, const QRectF &rect, qreal radius, const QPen &pe
 void fillRows(QPainter *painter, const QRectF &rect, const QColor &color)
 {
     painter->setRenderHint(QPainter::Antialiasing, false);
-    for (qreal top = rect.top(); top < rect.bottom(); top += rowsAtOnce) {
+    const int strips = qCeil(rect.height() / rowsAtOnce);
+    for (int strip = 0; strip < strips; ++strip) {
+        const qreal top = rect.top() + strip * rowsAtOnce;
         const qreal bottom = qMin(top + rowsAtOnce, rect.bottom());
         painter->fillRect(QRectF(QPointF(rect.left(), top), QPointF(rect.right(), bottom)), color);
     }

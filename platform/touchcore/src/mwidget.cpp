@@ -22,6 +22,7 @@ void MWidget::updateGeometry()
     if (scene() || parentLayoutItem()) {
         QGraphicsWidget::updateGeometry();
     } else {
+        // NOLINTNEXTLINE(bugprone-parent-virtual-call): it is what QGraphicsWidget adds that is left out.
         QGraphicsLayoutItem::updateGeometry();
     }
 }
