@@ -7,8 +7,8 @@
 #include <QString>
 
 /**
- * Reads a regular file of at most 1 MiB. Empty when there is none, when it is larger, or when it cannot be read. Does
- * not wait for the writer of a pipe.
+ * Reads a regular file of at most 1 MiB. Empty when there is none, when it is larger, or when it cannot be
+ * read. Does not wait for the writer of a pipe.
  */
 QByteArray readSmallFile(const QString &path);
 
