@@ -2,16 +2,17 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // NDEFGenerator against Qt's encoder of NDEF messages and against a plain copy.
-#include "comparison.h"
+#include <cstring>
+#include <memory>
 
-#include <NDEFGenerator>
 #include <QNdefMessage>
 #include <QNdefNfcUriRecord>
 #include <QNdefRecord>
 #include <QUrl>
 
-#include <cstring>
-#include <memory>
+#include <NDEFGenerator>
+
+#include "comparison.h"
 
 namespace {
 
@@ -48,23 +49,21 @@ QList<Content> mixed(int count)
     static const QString types[] = {QStringLiteral("text/plain"), QStringLiteral("text/vcard"),
                                     QStringLiteral("application/octet-stream")};
     QList<Content> contents;
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < count; ++i)
         if (i % 2)
             contents.append({{}, types[i % std::size(types)], QByteArray(60 * (1 + i % 5), 'x')});
         else
             contents.append({uri(i), {}, {}});
-    }
     return contents;
 }
 
 void fill(NDEFGenerator &generator, const QList<Content> &contents)
 {
-    for (const Content &content : contents) {
+    for (const Content &content : contents)
         if (content.uri.isEmpty())
             generator.addRecord(NDEFGenerator::Record(content.mimeType, content.mimeData));
         else
             generator.addRecord(NDEFGenerator::Record(content.uri));
-    }
 }
 
 QNdefMessage qtMessage(const QList<Content> &contents)

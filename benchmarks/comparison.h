@@ -4,7 +4,6 @@
 #define CONNUI_COMPARISON_H
 
 #include <benchmark/benchmark.h>
-
 #include <limits>
 #include <string>
 
@@ -52,7 +51,7 @@ void addSide(const std::string &what, const Goal &goal, const char *role, const 
 }
 
 /**
- * Adds a line to the table that scripts/bench prints: the time of @a other divided by the time of @a base.
+ * Adds a line to the table that scripts/bench prints: the time of \a other divided by the time of \a base.
  *
  * Both run in the same process, by turns. No name may hold a slash.
  */

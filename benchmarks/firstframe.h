@@ -3,12 +3,12 @@
 #ifndef CONNUI_FIRSTFRAME_H
 #define CONNUI_FIRSTFRAME_H
 
+#include <functional>
+
 #include <QApplication>
 #include <QEvent>
 #include <QTimer>
 #include <QWidget>
-
-#include <functional>
 
 #include "measurement.h"
 
@@ -21,13 +21,13 @@ public:
     /** Counts the instructions from here to the frame, under callgrind. */
     void begin() { Measurement::countAnew(); }
 
-    void then(const std::function<void()> &after) { m_after = after; }
+    void then(const std::function<void()> &after) { this->after = after; }
 
     bool eventFilter(QObject *watched, QEvent *event) override
     {
-        if (m_after && event->type() == QEvent::Paint && watched->isWidgetType()) {
+        if (after && event->type() == QEvent::Paint && watched->isWidgetType()) {
             // From the event loop: then it has been painted.
-            QTimer::singleShot(0, this, [after = std::exchange(m_after, {})] {
+            QTimer::singleShot(0, this, [after = std::exchange(after, {})] {
                 std::printf("%.0f\n", Measurement::now());
                 std::fflush(stdout);
                 Measurement::endCount();
@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    std::function<void()> m_after;
+    std::function<void()> after;
 };
 
 #endif

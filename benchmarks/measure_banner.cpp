@@ -3,12 +3,13 @@
 
 // The banner of a touch: its first frame, and a frame of its slide, against the same picture moved on a bare
 // view.
-#include <IndicationItem>
-#include <MTheme>
-#include <NfcOverlay>
 #include <QApplication>
 #include <QGraphicsPixmapItem>
 #include <QGraphicsView>
+
+#include <IndicationItem>
+#include <MTheme>
+#include <NfcOverlay>
 
 #include "measurement.h"
 
@@ -54,10 +55,9 @@ void paint(QGraphicsView *view)
 ConnUi::IndicationItem *bannerOf(const ConnUi::NfcOverlay &overlay)
 {
     const QList<QGraphicsItem *> items = overlay.scene()->items();
-    for (QGraphicsItem *item : items) {
+    for (QGraphicsItem *item : items)
         if (auto *banner = dynamic_cast<ConnUi::IndicationItem *>(item))
             return banner;
-    }
     qFatal("there is no banner");
 }
 

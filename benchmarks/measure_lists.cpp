@@ -3,13 +3,14 @@
 
 // The choice among applications, with twenty of them and with ten thousand: how long until it is seen, and
 // what a frame costs while it scrolls.
-#include <MList>
-#include <MWindow>
-#include <NfcApplicationSelectionDialog>
 #include <QAbstractItemModel>
 #include <QApplication>
 #include <QGraphicsLayout>
 #include <QWheelEvent>
+
+#include <MList>
+#include <MWindow>
+#include <NfcApplicationSelectionDialog>
 
 #include "applicationsfolder.h"
 #include "catalogue.h"

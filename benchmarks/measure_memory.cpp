@@ -7,6 +7,9 @@
 #include <memory>
 #include <vector>
 
+#include <QApplication>
+#include <QMessageBox>
+
 #include <MWindow>
 #include <NdefMessageHandler>
 #include <NfcAdapter>
@@ -22,8 +25,6 @@
 #include <NfcSharingSelectionDialog>
 #include <NfcTagNotSupportedDialog>
 #include <NfcTagReadPermissionDialog>
-#include <QApplication>
-#include <QMessageBox>
 
 #include "measurement.h"
 

@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <string>
 
-#include <NfcAgent>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusObjectPath>
 #include <QProcess>
+
+#include <NfcAgent>
 
 #include "measurement.h"
 #include "sdbus.h"
@@ -61,10 +62,9 @@ int callMany(char **argv)
                          "sd_bus_call_async");
         }
         const int due = asked;
-        while (answered < due) {
+        while (answered < due)
             if (SdBus::check(sd_bus_process(bus.get(), nullptr), "sd_bus_process") == 0)
                 SdBus::check(sd_bus_wait(bus.get(), UINT64_MAX), "sd_bus_wait");
-        }
     }
     return 0;
 }
@@ -73,47 +73,44 @@ int callMany(char **argv)
 class Person
 {
 public:
-    Person(NfcAgent *agent, qsizetype pending, Order order)
-        : m_agent(agent)
-        , m_pending(pending)
-        , m_order(order)
+    Person(NfcAgent *agent, qsizetype pending, Order order) : agent(agent), pending(pending), order(order)
     {
-        QObject::connect(agent, &NfcAgent::btPairingRequested, &m_context,
-                         [this](const QDBusObjectPath &target) { take(QVariant::fromValue(target)); });
-        QObject::connect(agent, &NfcAgent::sharingSelectionRequested, &m_context,
+        QObject::connect(
+            agent, &NfcAgent::btPairingRequested, &context,
+            [this](const QDBusObjectPath &target) { take(QVariant::fromValue(target)); });
+        QObject::connect(agent, &NfcAgent::sharingSelectionRequested, &context,
                          [this](const QString &, const QVariant &info) { take(info); });
     }
 
-    double nanosecondsAnAnswer() const { return m_time / many; }
+    double nanosecondsAnAnswer() const { return time / many; }
 
 private:
     void take(const QVariant &key)
     {
-        m_keys.append(key);
-        if (m_keys.size() < m_pending)
+        keys.append(key);
+        if (keys.size() < pending)
             return;
-        if (m_order == Order::NewestFirst)
-            std::reverse(m_keys.begin(), m_keys.end());
-        m_time += processorTime([this] { answerAll(); });
-        m_keys.clear();
+        if (order == Order::NewestFirst)
+            std::reverse(keys.begin(), keys.end());
+        time += processorTime([this] { answerAll(); });
+        keys.clear();
     }
 
     void answerAll()
     {
-        for (const QVariant &key : std::as_const(m_keys)) {
+        for (const QVariant &key : std::as_const(keys))
             if (key.metaType() == QMetaType::fromType<QDBusObjectPath>())
-                m_agent->btPairingRequestGranted(key.value<QDBusObjectPath>());
+                agent->btPairingRequestGranted(key.value<QDBusObjectPath>());
             else
-                m_agent->acceptSharing(key);
-        }
+                agent->acceptSharing(key);
     }
 
-    NfcAgent *m_agent;
-    qsizetype m_pending;
-    Order m_order;
-    QList<QVariant> m_keys;
-    double m_time = 0;
-    QObject m_context;
+    NfcAgent *agent;
+    qsizetype pending;
+    Order order;
+    QList<QVariant> keys;
+    double time = 0;
+    QObject context;
 };
 
 double answer(NfcAgent *agent, const char *kind, int pending, Order order)

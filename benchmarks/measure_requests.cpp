@@ -6,7 +6,6 @@
 //
 // This process has the agent and the adaptor, on one connection. The echo and the caller are processes of
 // their own, and the caller asks them all by turns.
-#include <NfcAgent>
 #include <QCoreApplication>
 #include <QDBusAbstractAdaptor>
 #include <QDBusArgument>
@@ -15,6 +14,8 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QProcess>
+
+#include <NfcAgent>
 
 #include "fakeohm.h"
 #include "measurement.h"
@@ -33,26 +34,26 @@ constexpr const char *barePath = "/bare";
 // A handler as it stands in the message, and no more.
 struct BareHandler
 {
+    QString busType;
     QString service;
-    QString interface;
     QDBusObjectPath path;
-    QString action;
+    QString applicationId;
 };
 Q_DECLARE_METATYPE(BareHandler)
 Q_DECLARE_METATYPE(QList<BareHandler>)
 
-static QDBusArgument &operator<<(QDBusArgument &out, const BareHandler &handler)
+QDBusArgument &operator<<(QDBusArgument &out, const BareHandler &handler)
 {
     out.beginStructure();
-    out << handler.service << handler.interface << handler.path << handler.action;
+    out << handler.busType << handler.service << handler.path << handler.applicationId;
     out.endStructure();
     return out;
 }
 
-static const QDBusArgument &operator>>(const QDBusArgument &in, BareHandler &handler)
+const QDBusArgument &operator>>(const QDBusArgument &in, BareHandler &handler)
 {
     in.beginStructure();
-    in >> handler.service >> handler.interface >> handler.path >> handler.action;
+    in >> handler.busType >> handler.service >> handler.path >> handler.applicationId;
     in.endStructure();
     return in;
 }
@@ -112,10 +113,9 @@ int echo()
     SdBus::check(sd_bus_get_unique_name(bus.get(), &name), "sd_bus_get_unique_name");
     std::puts(name);
     std::fflush(stdout);
-    for (;;) {
+    for (;;)
         if (SdBus::check(sd_bus_process(bus.get(), nullptr), "sd_bus_process") == 0)
             SdBus::check(sd_bus_wait(bus.get(), UINT64_MAX), "sd_bus_wait");
-    }
 }
 
 // The caller's process.
@@ -242,8 +242,9 @@ int main(int argc, char **argv)
     FakeOhm ohm;
     ohm.start();
     NfcAgent agent;
-    QObject::connect(&agent, &NfcAgent::btPairingRequested, &agent,
-                     [&agent](const QDBusObjectPath &target) { agent.btPairingRequestGranted(target); });
+    QObject::connect(
+        &agent, &NfcAgent::btPairingRequested, &agent,
+        [&agent](const QDBusObjectPath &target) { agent.btPairingRequestGranted(target); });
     QObject::connect(&agent, &NfcAgent::dataDeliveryRequested, &agent,
                      [&agent](const ConnUi::NdefMessageHandlerList &, const QDBusObjectPath &target) {
                          agent.dataDeliveryGranted(target);

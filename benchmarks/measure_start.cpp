@@ -5,6 +5,9 @@
 // and the library's loading, against that of Qt's widgets, which it needs.
 //
 // This program is its own peer: started as "bare" it is that program, as "load FILE" it loads a library.
+#include <csignal>
+#include <cstring>
+
 #include <QCoreApplication>
 #include <QDBusAbstractAdaptor>
 #include <QDBusConnection>
@@ -16,9 +19,6 @@
 #include <QLibrary>
 #include <QProcess>
 #include <QTemporaryDir>
-
-#include <csignal>
-#include <cstring>
 
 #include "fakedaemon.h"
 #include "measurement.h"

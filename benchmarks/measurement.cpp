@@ -7,7 +7,6 @@
 #include <cstdio>
 #include <cstring>
 #include <ctime>
-
 #include <valgrind/callgrind.h>
 
 namespace Measurement {
@@ -50,8 +49,8 @@ void count(const std::string &comparison, const char *side, const Way &way, int 
 
 void begin(int argc, char **argv)
 {
-    quick =
-        std::any_of(argv, argv + argc, [](const char *word) { return std::strcmp(word, "--quick") == 0; });
+    quick = std::any_of(
+        argv, argv + argc, [](const char *word) { return std::strcmp(word, "--quick") == 0; });
 }
 
 int rounds(int full)

@@ -6,20 +6,21 @@
 //
 //   peer_nfc binding    the daemon is bound
 //   peer_nfc dialog     the dialog about a text from a tag is on the screen
-//   peer_nfc rehearsed  the same, after the rehearsal that nfc-ui begins with
+//   peer_nfc prewarmed  the same, after the prewarming that nfc-ui begins with
 #include <cstdio>
 #include <cstring>
+
+#include <QApplication>
+#include <QDBusConnection>
 
 #include <NfcAdapter>
 #include <NfcAgent>
 #include <NfcTagReadPermissionDialog>
-#include <QApplication>
-#include <QDBusConnection>
 
 #include "catalogue.h"
 #include "firstframe.h"
 #include "measurement.h"
-#include "rehearsal.h"
+#include "screen/prewarm.h"
 
 using namespace ConnUi;
 
@@ -43,13 +44,13 @@ int bind(int argc, char **argv)
     return QCoreApplication::exec();
 }
 
-int ask(int argc, char **argv, bool rehearsed)
+int ask(int argc, char **argv, bool prewarmed)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const Catalogue catalogue;
-    if (rehearsed)
-        rehearseQuestion();
+    if (prewarmed)
+        prewarmQuestion();
     FirstFrame frame;
     NfcAgent agent;
     QObject::connect(
@@ -74,5 +75,5 @@ int main(int argc, char **argv)
     const char *what = argc > 1 ? argv[1] : "";
     if (std::strcmp(what, "binding") == 0)
         return bind(argc, argv);
-    return ask(argc, argv, std::strcmp(what, "rehearsed") == 0);
+    return ask(argc, argv, std::strcmp(what, "prewarmed") == 0);
 }

@@ -45,7 +45,7 @@ class Binding : public QObject
     Q_OBJECT
 
 public:
-    Binding() { connect(&m_watcher, &QDBusServiceWatcher::serviceRegistered, this, &Binding::bind); }
+    Binding() { connect(&watcher, &QDBusServiceWatcher::serviceRegistered, this, &Binding::bind); }
 
 public Q_SLOTS:
     void propertyChanged(const QString &, const QDBusVariant &) {}
@@ -60,10 +60,10 @@ private:
         const QDBusConnection bus = QDBusConnection::systemBus();
         QDBusInterface manager(service, QStringLiteral("/"), QStringLiteral("com.tavix.nfc.Manager"), bus);
         const QDBusReply<QDBusObjectPath> path = manager.call(QStringLiteral("DefaultAdapter"));
-        m_adapter.reset(
+        adapter.reset(
             new QDBusInterface(service, path.value().path(), QStringLiteral("com.tavix.nfc.Adapter"), bus));
         const auto relay = [this, bus](const char *signal, const char *slot) {
-            QDBusConnection(bus).connect(service, m_adapter->path(), m_adapter->interface(),
+            QDBusConnection(bus).connect(service, adapter->path(), adapter->interface(),
                                          QString::fromLatin1(signal), this, slot);
         };
         relay("PropertyChanged", SLOT(propertyChanged(QString, QDBusVariant)));
@@ -75,9 +75,9 @@ private:
         std::fflush(stdout);
     }
 
-    QDBusServiceWatcher m_watcher{service, QDBusConnection::systemBus(),
-                                  QDBusServiceWatcher::WatchForOwnerChange};
-    std::unique_ptr<QDBusInterface> m_adapter;
+    QDBusServiceWatcher watcher{service, QDBusConnection::systemBus(),
+                                QDBusServiceWatcher::WatchForOwnerChange};
+    std::unique_ptr<QDBusInterface> adapter;
 };
 
 /** Takes whatever is called for a question with a text. */
@@ -86,19 +86,19 @@ class Agent : public QDBusVirtualObject
     Q_OBJECT
 
 public:
-    explicit Agent(FirstFrame *frame) : m_frame(frame) {}
+    explicit Agent(FirstFrame *frame) : frame(frame) {}
 
     QString introspect(const QString &) const override { return {}; }
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &) override
     {
-        m_frame->begin();
+        frame->begin();
         auto *box = new QMessageBox(QMessageBox::Question, QStringLiteral("Tag"),
                                     QString::fromUtf8(message.arguments().constLast().toByteArray()),
                                     QMessageBox::Yes | QMessageBox::No);
         box->setAttribute(Qt::WA_DeleteOnClose);
         box->open();
-        m_frame->then([box, message] {
+        frame->then([box, message] {
             box->reject();
             QDBusConnection::systemBus().send(
                 message.createErrorReply(QStringLiteral("com.tavix.nfc.UIAgent.Rejected"), QString()));
@@ -107,7 +107,7 @@ public:
     }
 
 private:
-    FirstFrame *m_frame;
+    FirstFrame *frame;
 };
 
 namespace {

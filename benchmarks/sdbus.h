@@ -3,12 +3,11 @@
 #ifndef CONNUI_SDBUS_H
 #define CONNUI_SDBUS_H
 
-#include <systemd/sd-bus.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <systemd/sd-bus.h>
 
 /** What owns sd-bus's objects: the leanest client of a bus that there is, for the other end of a measurement.
  */

@@ -10,9 +10,9 @@
 #include <QDBusError>
 
 #include "buswatch.h"
-#include "console.h"
-#include "screenreader.h"
-#include "settingswindow.h"
+#include "console/console.h"
+#include "remote/remotecontrol.h"
+#include "settings/settingswindow.h"
 #include "terminationsignals.h"
 #include "texts.h"
 
@@ -22,7 +22,7 @@ enum ExitCode { Left = 0, NoBus = 1, BadArguments = 64 };
 
 struct Options
 {
-    bool readAloud = false;
+    bool remoteControl = false;
 };
 
 int fail(ExitCode code, const QString &reason)
@@ -42,12 +42,12 @@ std::optional<Options> parse(QString *error)
     const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
                                   QStringLiteral("Print this."));
     const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption readAloud(
-        QStringLiteral("read-aloud"),
+    const QCommandLineOption remoteControl(
+        QStringLiteral("remote-control"),
         QStringLiteral(
             "Tell on standard output what is on the screen, and do what standard input says: press "
             "TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
-    parser.addOptions({help, readAloud});
+    parser.addOptions({help, remoteControl});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))
@@ -57,9 +57,9 @@ std::optional<Options> parse(QString *error)
     if (!understood)
         *error = parser.errorText();
     else if (!parser.positionalArguments().isEmpty())
-        *error = QStringLiteral("usage: nfc-settings [--read-aloud]");
+        *error = QStringLiteral("usage: nfc-settings [--remote-control]");
     else
-        return Options{parser.isSet(readAloud)};
+        return Options{parser.isSet(remoteControl)};
     return {};
 }
 
@@ -69,7 +69,7 @@ struct Aloud
     Aloud() : reader(&console) { QObject::connect(&console, &Console::ended, qApp, &QCoreApplication::quit); }
 
     Console console;
-    ScreenReader reader;
+    RemoteControl reader;
 };
 
 } // namespace
@@ -95,7 +95,7 @@ int main(int argc, char *argv[])
     QObject::connect(&buses, &BusWatch::lost, &application, [](const QString &bus) {
         QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(bus)));
     });
-    const auto aloud = options->readAloud ? std::make_unique<Aloud>() : nullptr;
+    const auto aloud = options->remoteControl ? std::make_unique<Aloud>() : nullptr;
     SettingsWindow window;
     window.show();
     return QCoreApplication::exec();

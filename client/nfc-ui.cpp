@@ -15,10 +15,10 @@
 #include <MWindow>
 
 #include "buswatch.h"
-#include "console.h"
-#include "consoleclient.h"
-#include "screenclient.h"
-#include "screenreader.h"
+#include "console/console.h"
+#include "console/consoleclient.h"
+#include "remote/remotecontrol.h"
+#include "screen/screenclient.h"
 #include "terminationsignals.h"
 #include "texts.h"
 
@@ -35,15 +35,15 @@ int fail(ExitCode code, const QString &reason)
 struct Options
 {
     bool onTerminal = false;
-    bool readAloud = false;
+    bool remoteControl = false;
     bool phone = false;
 };
 
 // Which face is wanted decides which application object is made, before anything can be parsed with its help.
 bool wantsTerminal(int argc, char *argv[])
 {
-    return std::any_of(argv, argv + argc,
-                       [](const char *argument) { return qstrcmp(argument, "--console") == 0; });
+    return std::any_of(
+        argv, argv + argc, [](const char *argument) { return qstrcmp(argument, "--console") == 0; });
 }
 
 std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
@@ -70,15 +70,15 @@ std::optional<Options> parse(QString *error)
     const QCommandLineOption version = parser.addVersionOption();
     const QCommandLineOption console(QStringLiteral("console"),
                                      QStringLiteral("Ask on the terminal: y, n, or the number of a choice."));
-    const QCommandLineOption readAloud(
-        QStringLiteral("read-aloud"),
+    const QCommandLineOption remoteControl(
+        QStringLiteral("remote-control"),
         QStringLiteral(
             "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
             "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
     const QCommandLineOption phone(QStringLiteral("phone"),
                                    QStringLiteral("Show everything in a window of a phone's size, which is "
                                                   "always there; leave when it is closed."));
-    parser.addOptions({help, console, readAloud, phone});
+    parser.addOptions({help, console, remoteControl, phone});
 
     const bool understood = parser.parse(QCoreApplication::arguments());
     if (parser.isSet(help))
@@ -88,10 +88,10 @@ std::optional<Options> parse(QString *error)
     if (!understood)
         *error = parser.errorText();
     else if (!parser.positionalArguments().isEmpty() ||
-             (parser.isSet(console) && (parser.isSet(readAloud) || parser.isSet(phone))))
-        *error = QStringLiteral("usage: nfc-ui [--console | [--phone] [--read-aloud]]");
+             (parser.isSet(console) && (parser.isSet(remoteControl) || parser.isSet(phone))))
+        *error = QStringLiteral("usage: nfc-ui [--console | [--phone] [--remote-control]]");
     else
-        return Options{parser.isSet(console), parser.isSet(readAloud), parser.isSet(phone)};
+        return Options{parser.isSet(console), parser.isSet(remoteControl), parser.isSet(phone)};
     return {};
 }
 
@@ -126,10 +126,10 @@ int runOnScreen()
     return QCoreApplication::exec();
 }
 
-int runReadAloud()
+int runWithRemoteControl()
 {
     Console console;
-    const ScreenReader reader(&console);
+    const RemoteControl reader(&console);
     QObject::connect(&console, &Console::ended, qApp, &QCoreApplication::quit);
     ScreenClient client;
     const auto tell = [&console](bool here) {
@@ -170,5 +170,5 @@ int main(int argc, char *argv[])
     if (options->onTerminal)
         return runOnTerminal();
     const std::unique_ptr<MWindow> phone = options->phone ? newPhone() : nullptr;
-    return options->readAloud ? runReadAloud() : runOnScreen();
+    return options->remoteControl ? runWithRemoteControl() : runOnScreen();
 }

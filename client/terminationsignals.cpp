@@ -3,7 +3,6 @@
 #include "terminationsignals.h"
 
 #include <csignal>
-
 #include <sys/signalfd.h>
 #include <unistd.h>
 

@@ -3,9 +3,9 @@
 #ifndef CONNUI_APPLICATIONTRACKER_H
 #define CONNUI_APPLICATIONTRACKER_H
 
-#include <QObject>
-
 #include <connui_nfc_export.h>
+
+#include <QObject>
 
 class ApplicationTrackerProxy;
 

@@ -3,12 +3,12 @@
 #ifndef CONNUI_BLUETOOTHHANDOVERDATA_H
 #define CONNUI_BLUETOOTHHANDOVERDATA_H
 
+#include <connui_nfc_export.h>
+
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QMetaType>
 #include <QString>
-
-#include <connui_nfc_export.h>
 
 namespace ConnUi {
 

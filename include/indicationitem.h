@@ -3,10 +3,11 @@
 #ifndef CONNUI_INDICATIONITEM_H
 #define CONNUI_INDICATIONITEM_H
 
+#include <connui_nfc_export.h>
+
 #include <QGraphicsPixmapItem>
 #include <QObject>
 
-#include <connui_nfc_export.h>
 #include <mtypes.h>
 
 namespace ConnUi {

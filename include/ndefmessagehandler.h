@@ -3,14 +3,14 @@
 #ifndef CONNUI_NDEFMESSAGEHANDLER_H
 #define CONNUI_NDEFMESSAGEHANDLER_H
 
+#include <connui_nfc_export.h>
+
 #include <QByteArray>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QList>
 #include <QMetaType>
 #include <QString>
-
-#include <connui_nfc_export.h>
 
 namespace ConnUi {
 

@@ -3,10 +3,10 @@
 #ifndef CONNUI_NFCADAPTER_H
 #define CONNUI_NFCADAPTER_H
 
+#include <connui_nfc_export.h>
+
 #include <QObject>
 #include <QVariant>
-
-#include <connui_nfc_export.h>
 
 namespace ConnUi {
 

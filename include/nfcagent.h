@@ -3,13 +3,13 @@
 #ifndef CONNUI_NFCAGENT_H
 #define CONNUI_NFCAGENT_H
 
+#include <connui_nfc_export.h>
+#include <ndefmessagehandler.h>
+
 #include <QDBusObjectPath>
 #include <QObject>
 #include <QStringList>
 #include <QVariant>
-
-#include <connui_nfc_export.h>
-#include <ndefmessagehandler.h>
 
 namespace ConnUi {
 

@@ -3,9 +3,10 @@
 #ifndef CONNUI_NFCAPPLICATIONSELECTIONDIALOG_H
 #define CONNUI_NFCAPPLICATIONSELECTIONDIALOG_H
 
+#include <connui_nfc_export.h>
+
 #include <QStringList>
 
-#include <connui_nfc_export.h>
 #include <MDialog>
 
 namespace ConnUi {

@@ -3,11 +3,12 @@
 #ifndef CONNUI_NFCBLUETOOTHHANDOVERINFO_H
 #define CONNUI_NFCBLUETOOTHHANDOVERINFO_H
 
+#include <connui_nfc_export.h>
+
 #include <QString>
 #include <QVariant>
 
 #include <BluetoothDevice>
-#include <connui_nfc_export.h>
 
 namespace ConnUi {
 

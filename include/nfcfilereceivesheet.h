@@ -3,9 +3,10 @@
 #ifndef CONNUI_NFCFILERECEIVESHEET_H
 #define CONNUI_NFCFILERECEIVESHEET_H
 
+#include <connui_nfc_export.h>
+
 #include <QString>
 
-#include <connui_nfc_export.h>
 #include <SimpleSheet>
 
 namespace ConnUi {

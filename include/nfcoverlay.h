@@ -4,6 +4,7 @@
 #define CONNUI_NFCOVERLAY_H
 
 #include <connui_nfc_export.h>
+
 #include <MWindow>
 
 namespace ConnUi {

@@ -4,6 +4,7 @@
 #define CONNUI_NFCPAIRINGDIALOG_H
 
 #include <connui_nfc_export.h>
+
 #include <MMessageBox>
 
 namespace ConnUi {

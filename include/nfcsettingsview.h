@@ -4,6 +4,7 @@
 #define CONNUI_NFCSETTINGSVIEW_H
 
 #include <connui_nfc_export.h>
+
 #include <MWidget>
 
 namespace ConnUi {

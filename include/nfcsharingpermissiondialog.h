@@ -3,10 +3,11 @@
 #ifndef CONNUI_NFCSHARINGPERMISSIONDIALOG_H
 #define CONNUI_NFCSHARINGPERMISSIONDIALOG_H
 
+#include <connui_nfc_export.h>
+
 #include <QStringList>
 #include <QUrl>
 
-#include <connui_nfc_export.h>
 #include <MMessageBox>
 
 namespace ConnUi {

@@ -3,10 +3,11 @@
 #ifndef CONNUI_NFCTAGREADPERMISSIONDIALOG_H
 #define CONNUI_NFCTAGREADPERMISSIONDIALOG_H
 
+#include <connui_nfc_export.h>
+
 #include <QFileInfo>
 #include <QStringList>
 
-#include <connui_nfc_export.h>
 #include <MMessageBox>
 
 class URINDEFRecord;

@@ -63,8 +63,9 @@ bool matches(const QString &pattern, const QString &kind)
 
 bool takes(const Handler &handler, const QString &kind)
 {
-    return std::any_of(handler.takes.cbegin(), handler.takes.cend(),
-                       [&kind](const QString &pattern) { return matches(pattern, kind); });
+    return std::any_of(
+        handler.takes.cbegin(), handler.takes.cend(),
+        [&kind](const QString &pattern) { return matches(pattern, kind); });
 }
 
 } // namespace

@@ -12,10 +12,9 @@ namespace {
 QString posterKind(const QNdefRecord &poster)
 {
     const QNdefMessage parts = QNdefMessage::fromByteArray(poster.payload());
-    for (const QNdefRecord &part : parts) {
+    for (const QNdefRecord &part : parts)
         if (part.isRecordType<QNdefNfcUriRecord>())
             return QStringLiteral("uri:") + QNdefNfcUriRecord(part).uri().toString();
-    }
     return QStringLiteral("unknown");
 }
 

@@ -95,7 +95,8 @@ QString Simulator::TouchForHandover(const QString &carrier)
     const auto answer = [tap = message()](const QString &outcome) {
         QDBusConnection::systemBus().send(tap.createReply(outcome));
     };
-    connect(handover, &Handover::completed, this, [answer] { answer(QStringLiteral("completed")); });
+    connect(
+        handover, &Handover::completed, this, [answer] { answer(QStringLiteral("completed")); });
     connect(handover, &Handover::failed, this, [answer] { answer(QStringLiteral("canceled")); });
     return {};
 }

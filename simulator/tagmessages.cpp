@@ -2,9 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "tagmessages.h"
 
-#include <NDEFGenerator>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
+
+#include <NDEFGenerator>
 
 namespace {
 

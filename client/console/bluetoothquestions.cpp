@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "bluetoothquestions.h"
+#include "console/bluetoothquestions.h"
 
 #include <functional>
 
 #include <NfcAgent>
 
-#include "questionqueue.h"
+#include "console/questionqueue.h"
 
 using ConnUi::NfcAgent;
 

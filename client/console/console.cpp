@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "console.h"
+#include "console/console.h"
 
 #include <cerrno>
 #include <cstdio>
-
 #include <unistd.h>
 
 #include <QString>
@@ -26,10 +25,9 @@ Console::Console(QObject *parent) : QObject(parent), input(STDIN_FILENO, QSocket
 void Console::print(const QString &line)
 {
     QString shown = line;
-    for (QChar &character : shown) {
+    for (QChar &character : shown)
         if (!isHarmless(character))
             character = QChar::ReplacementCharacter;
-    }
     std::printf("%s\n", qUtf8Printable(shown));
     std::fflush(stdout);
 }

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "consoleclient.h"
+#include "console/consoleclient.h"
 
 #include <utility>
 
 #include <NfcAgent>
 
-#include "bluetoothquestions.h"
-#include "deliveryquestions.h"
-#include "handovernews.h"
-#include "sharingquestions.h"
-#include "touchnews.h"
+#include "console/bluetoothquestions.h"
+#include "console/deliveryquestions.h"
+#include "console/handovernews.h"
+#include "console/sharingquestions.h"
+#include "console/touchnews.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;

@@ -7,8 +7,8 @@
 
 #include <NfcAdapter>
 
-#include "console.h"
-#include "questionqueue.h"
+#include "console/console.h"
+#include "console/questionqueue.h"
 
 namespace ConnUi {
 class NfcAgent;

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "deliveryquestions.h"
+#include "console/deliveryquestions.h"
 
 #include <NfcAgent>
 
-#include "console.h"
-#include "messagetext.h"
-#include "questionqueue.h"
+#include "console/console.h"
+#include "console/messagetext.h"
+#include "console/questionqueue.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;

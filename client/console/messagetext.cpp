@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "messagetext.h"
+#include "console/messagetext.h"
 
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
@@ -25,10 +25,9 @@ QString messageText(const QByteArray &data)
 {
     QStringList texts;
     const QNdefMessage message = QNdefMessage::fromByteArray(data);
-    for (const QNdefRecord &record : message) {
+    for (const QNdefRecord &record : message)
         if (record.typeNameFormat() != QNdefRecord::Empty)
             texts.append(recordText(record));
-    }
     if (message.isEmpty() && !data.isEmpty())
         return QStringLiteral("%1 unknown bytes").arg(data.size());
     return texts.join(QStringLiteral(" and "));

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "questionqueue.h"
+#include "console/questionqueue.h"
 
-#include "console.h"
+#include "console/console.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include <QList>
 #include <QObject>
 
-#include "question.h"
+#include "console/question.h"
 
 class Console;
 

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "sharingquestions.h"
+#include "console/sharingquestions.h"
 
 #include <NfcAgent>
 #include <NfcBluetoothHandoverInfo>
 
-#include "questionqueue.h"
+#include "console/questionqueue.h"
 
 using ConnUi::NfcAgent;
 using ConnUi::NfcBluetoothHandoverInfo;

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "touchnews.h"
+#include "console/touchnews.h"
 
 #include <QHash>
 
 #include <NfcAgent>
 
-#include "console.h"
+#include "console/console.h"
 
 using ConnUi::NfcAgent;
 

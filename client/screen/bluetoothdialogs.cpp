@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "bluetoothdialogs.h"
+#include "screen/bluetoothdialogs.h"
 
 #include <MMessageBox>
 #include <NfcAgent>
 #include <NfcPairingDialog>
 
-#include "dialogqueue.h"
+#include "screen/dialogqueue.h"
 
 using ConnUi::NfcAgent;
 using ConnUi::NfcPairingDialog;
@@ -16,13 +16,15 @@ BluetoothDialogs::BluetoothDialogs(NfcAgent *agent, DialogQueue *queue)
     , agent(agent)
     , queue(queue)
 {
-    connect(agent, &NfcAgent::btPairingRequested, this,
-            [this](const QDBusObjectPath &target, const QString &, const QString &name, uint cod,
-                   const QString &) { ask(target, name, cod, &NfcAgent::btPairingRequestGranted); });
-    connect(agent, &NfcAgent::btConnectionRequested, this,
-            [this](const QDBusObjectPath &target, const QString &, const QString &name, uint cod) {
-                ask(target, name, cod, &NfcAgent::btConnectionRequestGranted);
-            });
+    connect(
+        agent, &NfcAgent::btPairingRequested, this,
+        [this](const QDBusObjectPath &target, const QString &, const QString &name, uint cod,
+               const QString &) { ask(target, name, cod, &NfcAgent::btPairingRequestGranted); });
+    connect(
+        agent, &NfcAgent::btConnectionRequested, this,
+        [this](const QDBusObjectPath &target, const QString &, const QString &name, uint cod) {
+            ask(target, name, cod, &NfcAgent::btConnectionRequestGranted);
+        });
     connect(agent, &NfcAgent::btDisconnectionRequested, this,
             [this](const QDBusObjectPath &target, const QString &, const QString &name, uint) {
                 askToDisconnect(target, name);

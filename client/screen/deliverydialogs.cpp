@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "deliverydialogs.h"
+#include "screen/deliverydialogs.h"
 
 #include <algorithm>
 #include <memory>
@@ -19,7 +19,7 @@
 #include <URINDEFRecord>
 
 #include "clientlog.h"
-#include "dialogqueue.h"
+#include "screen/dialogqueue.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -49,10 +49,9 @@ const NdefMessageHandler *inForeground(const NdefMessageHandlerList &handlers)
 // The one that the user has picked or the dialog has named, else the one in front, else the daemon's first.
 const NdefMessageHandler &chosen(const NdefMessageHandlerList &handlers, const QString &application)
 {
-    for (const NdefMessageHandler &handler : handlers) {
+    for (const NdefMessageHandler &handler : handlers)
         if (handler.applicationId() == application)
             return handler;
-    }
     const NdefMessageHandler *front = inForeground(handlers);
     return front ? *front : handlers.first();
 }

@@ -9,7 +9,7 @@
 
 #include <NdefMessageHandler>
 
-#include "tagcontent.h"
+#include "screen/tagcontent.h"
 
 namespace ConnUi {
 class NfcAdapter;

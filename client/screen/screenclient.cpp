@@ -1,20 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "screenclient.h"
+#include "screen/screenclient.h"
 
 #include <utility>
 
-#include <NfcAgent>
 #include <QTimer>
 
-#include "bluetoothdialogs.h"
+#include <NfcAgent>
+
 #include "clientlog.h"
-#include "deliverydialogs.h"
-#include "rehearsal.h"
-#include "sharingdialogs.h"
-#include "touchindication.h"
-#include "transfersheets.h"
-#include "waitingbadge.h"
+#include "screen/bluetoothdialogs.h"
+#include "screen/deliverydialogs.h"
+#include "screen/prewarm.h"
+#include "screen/sharingdialogs.h"
+#include "screen/touchindication.h"
+#include "screen/transfersheets.h"
+#include "screen/waitingbadge.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
@@ -28,7 +29,7 @@ ScreenClient::ScreenClient(QObject *parent) : QObject(parent)
     if (adapter.isValid())
         meetDaemon();
     // When there is nothing else to do: the daemon gets its agent first.
-    QTimer::singleShot(0, this, &rehearseQuestion);
+    QTimer::singleShot(0, this, &prewarmQuestion);
 }
 
 ScreenClient::~ScreenClient()

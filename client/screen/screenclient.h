@@ -10,7 +10,7 @@
 #include <NfcAdapter>
 #include <NfcOverlay>
 
-#include "dialogqueue.h"
+#include "screen/dialogqueue.h"
 
 namespace ConnUi {
 class NfcAgent;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "sharingdialogs.h"
+#include "screen/sharingdialogs.h"
 
 #include <utility>
 
@@ -12,8 +12,8 @@
 #include <NfcSharingPermissionDialog>
 #include <NfcSharingSelectionDialog>
 
-#include "dialogqueue.h"
-#include "peername.h"
+#include "screen/dialogqueue.h"
+#include "screen/peername.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;

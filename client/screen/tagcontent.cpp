@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "tagcontent.h"
+#include "screen/tagcontent.h"
 
 #include <algorithm>
 
@@ -22,10 +22,9 @@ TagContent uriContent(const QByteArray &payload)
 TagContent posterContent(const QNdefRecord &record)
 {
     const QNdefMessage inside = QNdefMessage::fromByteArray(record.payload());
-    for (const QNdefRecord &part : inside) {
+    for (const QNdefRecord &part : inside)
         if (part.typeNameFormat() == QNdefRecord::NfcRtd && part.type() == "U")
             return uriContent(part.payload());
-    }
     return {TagContent::Other, QStringLiteral("Sp"), record.payload(), {}};
 }
 
@@ -85,10 +84,9 @@ bool TagContent::isShownWhenAsked() const
 TagContent readTag(const QByteArray &data)
 {
     const QNdefMessage message = QNdefMessage::fromByteArray(data);
-    for (const QNdefRecord &record : message) {
+    for (const QNdefRecord &record : message)
         if (record.typeNameFormat() != QNdefRecord::Empty)
             return recordContent(record);
-    }
     if (message.isEmpty() && !data.isEmpty())
         return {TagContent::Other, {}, data, {}};
     return {};

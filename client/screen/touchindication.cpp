@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "touchindication.h"
+#include "screen/touchindication.h"
 
 #include <QApplication>
 
@@ -10,7 +10,7 @@
 #include <NfcOverlay>
 #include <NfcTagNotSupportedDialog>
 
-#include "dialogqueue.h"
+#include "screen/dialogqueue.h"
 
 using ConnUi::NfcAgent;
 using ConnUi::NfcOverlay;

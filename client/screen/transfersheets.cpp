@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "transfersheets.h"
+#include "screen/transfersheets.h"
 
 #include <QDBusConnection>
 
@@ -35,7 +35,8 @@ void TransferSheets::show(uint transfer, const QString &sender, const QString &n
     sheet->setFileName(name);
     sheet->setThumbnailImage(QStringLiteral("icon-m-content-nfc-inverse"));
     sheet->setProgress(QString::number(transfer), 0, size);
-    connect(sheet, &NfcFileReceiveSheet::transferCanceled, this, [this, transfer] { cancel(transfer); });
+    connect(
+        sheet, &NfcFileReceiveSheet::transferCanceled, this, [this, transfer] { cancel(transfer); });
     connect(sheet, &NfcFileReceiveSheet::disappeared, this, [this, transfer] { sheets.remove(transfer); });
     sheets.insert(transfer, sheet);
     sheet->appear(MSceneWindow::DestroyWhenDone);

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "waitingbadge.h"
+#include "screen/waitingbadge.h"
 
 #include <MDialog>
 
-#include "dialogqueue.h"
+#include "screen/dialogqueue.h"
 
 WaitingBadge::WaitingBadge(DialogQueue *queue) : QObject(queue), queue(queue)
 {

@@ -3,14 +3,19 @@
 
 // Makes an NDEF message of URIs and files: ndef-write [-o message.ndef] tel:12345 card.vcf
 // Without -o the message is printed in hex.
-#include <NDEFGenerator>
 #include <QtCore>
 
-static int fail(const QFile &file)
+#include <NDEFGenerator>
+
+namespace {
+
+int fail(const QFile &file)
 {
     std::fprintf(stderr, "ndef-write: %s: %s\n", qPrintable(file.fileName()), qPrintable(file.errorString()));
     return 1;
 }
+
+} // namespace
 
 int main(int argc, char **argv)
 {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "conversation.h"
+#include "panel/conversation.h"
 
 #include <QRegularExpression>
 

@@ -6,7 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusError>
 
-#include "touchpanel.h"
+#include "panel/touchpanel.h"
 
 int main(int argc, char *argv[])
 {

@@ -5,8 +5,8 @@
 
 #include <QWidget>
 
-#include "conversation.h"
-#include "touchbuttons.h"
+#include "panel/conversation.h"
+#include "panel/touchbuttons.h"
 
 class QBoxLayout;
 class QLabel;

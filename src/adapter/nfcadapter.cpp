@@ -9,10 +9,10 @@
 #include <ConnectivitySettings>
 #include <RadioState>
 
-#include "nfcadapter_p.h"
+#include "adapter/nfcadapter_p.h"
+#include "adapter/nfcservice.h"
 #include "nfcadapterproxy.h"
 #include "nfcagent.h"
-#include "nfcservice.h"
 
 namespace ConnUi {
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "nfcadapter_p.h"
+#include "adapter/nfcadapter_p.h"
 
 #include <span>
 
@@ -15,11 +15,11 @@
 
 #include <RadioState>
 
+#include "adapter/nfchandoverrequestor.h"
+#include "adapter/nfcservice.h"
 #include "nfcadapter.h"
 #include "nfcadapterproxy.h"
-#include "nfchandoverrequestor.h"
 #include "nfcmanagerproxy.h"
-#include "nfcservice.h"
 
 namespace ConnUi {
 
@@ -54,10 +54,9 @@ void announce(Emit emitOn)
 {
     const QList<NfcAdapter *> &adapters = NfcAdapterPrivate::adapters;
     const QList<QPointer<NfcAdapter>> listeners(adapters.cbegin(), adapters.cend());
-    for (const QPointer<NfcAdapter> &listener : listeners) {
+    for (const QPointer<NfcAdapter> &listener : listeners)
         if (listener)
             emitOn(listener.data());
-    }
 }
 
 } // namespace

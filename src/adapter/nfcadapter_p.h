@@ -3,12 +3,12 @@
 #ifndef CONNUI_NFCADAPTER_P_H
 #define CONNUI_NFCADAPTER_P_H
 
+#include <chrono>
+#include <optional>
+
 #include <QDBusVariant>
 #include <QList>
 #include <QVariantMap>
-
-#include <chrono>
-#include <optional>
 
 class NfcAdapterProxy;
 class QDBusError;

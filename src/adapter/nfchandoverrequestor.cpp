@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "nfchandoverrequestor.h"
+#include "adapter/nfchandoverrequestor.h"
 
-#include "nfcadapter_p.h"
+#include "adapter/nfcadapter_p.h"
 
 namespace ConnUi {
 

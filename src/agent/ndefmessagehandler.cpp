@@ -6,10 +6,10 @@
 #include <QDBusMessage>
 #include <QDBusPendingReply>
 
+#include "agent/dbusnames.h"
+#include "agent/ndefmessagehandler_p.h"
 #include "applicationtracker.h"
-#include "dbusnames.h"
 #include "ndefhandlerproxy.h"
-#include "ndefmessagehandler_p.h"
 
 namespace ConnUi {
 

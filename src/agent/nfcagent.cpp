@@ -6,8 +6,8 @@
 #include <QDBusMetaType>
 #include <QDBusVariant>
 
-#include "dbusnames.h"
-#include "nfcagent_p.h"
+#include "agent/dbusnames.h"
+#include "agent/nfcagent_p.h"
 
 namespace ConnUi {
 

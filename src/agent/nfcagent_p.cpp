@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "nfcagent_p.h"
+#include "agent/nfcagent_p.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <QDBusConnection>
 
+#include "agent/variantcontent.h"
 #include "nfcagent.h"
-#include "variantcontent.h"
 
 namespace ConnUi {
 

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "variantcontent.h"
+#include "agent/variantcontent.h"
+
+#include <sys/stat.h>
 
 #include <QDataStream>
 #include <QDBusArgument>
@@ -9,7 +11,6 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QIODevice>
-#include <sys/stat.h>
 
 namespace ConnUi {
 

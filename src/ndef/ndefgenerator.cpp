@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "ndefgenerator_p.h"
+#include <algorithm>
+#include <utility>
 
 #include <QtEndian>
 
-#include <algorithm>
-#include <utility>
+#include "ndef/ndefgenerator_p.h"
 
 // A message is encoded in two steps: the sizes of all records are added up, then each record is written once
 // into a byte array of exactly that size. Nothing is assembled aside and copied.
@@ -52,10 +52,9 @@ bool isAscii(QStringView text)
 {
     constexpr quint64 beyondAscii = 0xFF80'FF80'FF80'FF80;
     constexpr qsizetype step = sizeof(quint64) / sizeof(QChar);
-    for (; text.size() >= step; text = text.sliced(step)) {
+    for (; text.size() >= step; text = text.sliced(step))
         if (qFromUnaligned<quint64>(text.data()) & beyondAscii)
             return false;
-    }
     return std::all_of(text.begin(), text.end(), [](QChar c) { return c < QChar(0x80); });
 }
 
@@ -186,10 +185,9 @@ struct UriPayload
 UriPayload abbreviated(QStringView uri)
 {
     const QChar first = uri.isEmpty() ? QChar() : uri.front();
-    for (const auto &[prefix, code] : uriPrefixes) {
+    for (const auto &[prefix, code] : uriPrefixes)
         if (prefix.front() == first && beginsWith(uri, prefix))
             return {code, uri.sliced(prefix.size())};
-    }
     return {0x00, uri};
 }
 
@@ -285,14 +283,13 @@ QByteArray NDEFGenerator::data() const
     const QList<Record> &records = d->records;
     qsizetype size = 0;
     qsizetype dropped = 0;
-    for (const Record &record : records) {
+    for (const Record &record : records)
         if (!record.d->uri.isEmpty())
             size += abbreviated(record.d->uri).recordSizes({}).total();
         else if (!record.d->mimeType.isEmpty())
             size += mimeRecordSizes(record.d->mimeType, record.d->mimeData).total();
         else if (!record.d->mimeData.isEmpty())
             ++dropped;
-    }
 
     QByteArray message(size, Qt::Uninitialized);
     char *out = message.data();

@@ -3,9 +3,9 @@
 #ifndef CONNUI_NDEFGENERATOR_P_H
 #define CONNUI_NDEFGENERATOR_P_H
 
-#include "ndefgenerator.h"
-
 #include <QList>
+
+#include "ndefgenerator.h"
 
 class NDEFGenerator::Record::Private
 {

@@ -5,7 +5,7 @@
 #include <QEventLoop>
 #include <QPointer>
 
-#include "nfcbluetoothhandoverinfo_p.h"
+#include "ndef/nfcbluetoothhandoverinfo_p.h"
 
 namespace ConnUi {
 

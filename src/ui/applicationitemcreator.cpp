@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "applicationitemcreator.h"
+#include "ui/applicationitemcreator.h"
 
 #include <QGraphicsLinearLayout>
 
 #include <MImageWidget>
 #include <MLabel>
 
-#include "iconwidget.h"
-#include "nfcapplicationselectiondialog_p.h"
+#include "ui/iconwidget.h"
+#include "ui/nfcapplicationselectiondialog_p.h"
 
 namespace ConnUi {
 

@@ -9,8 +9,8 @@
 #include <MList>
 #include <MWidget>
 
-#include "applicationitemcreator.h"
-#include "nfcapplicationselectiondialog_p.h"
+#include "ui/applicationitemcreator.h"
+#include "ui/nfcapplicationselectiondialog_p.h"
 
 namespace ConnUi {
 

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "nfcapplicationselectiondialog_p.h"
+#include "ui/nfcapplicationselectiondialog_p.h"
 
 #include <QTimerEvent>
 
 #include <MDesktopEntry>
 
-#include "applicationdesktopfile.h"
+#include "ui/applicationdesktopfile.h"
 
 namespace ConnUi {
 
@@ -66,10 +66,9 @@ void NfcApplicationSelectionDialogPrivate::timerEvent(QTimerEvent *event)
 void NfcApplicationSelectionDialogPrivate::readSome()
 {
     QList<QStandardItem *> rows;
-    for (const qsizetype end = qMin(read + atOnce, applications.size()); read < end; ++read) {
+    for (const qsizetype end = qMin(read + atOnce, applications.size()); read < end; ++read)
         if (QStandardItem *row = newRow(applications[read]))
             rows.append(row);
-    }
     if (!rows.isEmpty())
         invisibleRootItem()->appendRows(rows);
 }

@@ -5,7 +5,7 @@
 #include <MImageWidget>
 #include <MLabel>
 
-#include "nfcfilereceivesheet_p.h"
+#include "ui/nfcfilereceivesheet_p.h"
 
 namespace ConnUi {
 

@@ -4,7 +4,7 @@
 
 #include <MSceneManager>
 
-#include "nfcoverlay_p.h"
+#include "ui/nfcoverlay_p.h"
 
 namespace ConnUi {
 

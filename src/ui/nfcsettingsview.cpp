@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcsettingsview.h"
 
-#include "nfcsettingsview_p.h"
+#include "ui/nfcsettingsview_p.h"
 
 namespace ConnUi {
 

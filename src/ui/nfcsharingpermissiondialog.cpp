@@ -10,8 +10,8 @@
 #include <MLinearLayoutPolicy>
 #include <MWidget>
 
-#include "nfcsharingpermissiondialog_p.h"
-#include "querylabel.h"
+#include "ui/nfcsharingpermissiondialog_p.h"
+#include "ui/querylabel.h"
 
 namespace ConnUi {
 

@@ -14,7 +14,7 @@
 #include <MWidgetController>
 #include <URINDEFRecord>
 
-#include "nfctagreadpermissiondialog_p.h"
+#include "ui/nfctagreadpermissiondialog_p.h"
 
 namespace ConnUi {
 
@@ -51,9 +51,9 @@ QString withoutControls(const QString &text)
 
 bool startsWithAny(const QString &text, std::initializer_list<QLatin1String> beginnings)
 {
-    return std::any_of(beginnings.begin(), beginnings.end(), [&text](QLatin1String beginning) {
-        return text.startsWith(beginning, Qt::CaseInsensitive);
-    });
+    return std::any_of(
+        beginnings.begin(), beginnings.end(),
+        [&text](QLatin1String beginning) { return text.startsWith(beginning, Qt::CaseInsensitive); });
 }
 
 QStringList defaultHandler(const ContentAction::Action &action)

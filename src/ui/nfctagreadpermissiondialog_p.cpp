@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "nfctagreadpermissiondialog_p.h"
+#include "ui/nfctagreadpermissiondialog_p.h"
 
 #include <MButtonModel>
 #include <MDesktopEntry>
@@ -10,11 +10,11 @@
 #include <MLinearLayoutPolicy>
 #include <MWidget>
 
-#include "applicationdesktopfile.h"
-#include "iconwidget.h"
 #include "nfcapplicationselectiondialog.h"
 #include "nfctagreadpermissiondialog.h"
-#include "querylabel.h"
+#include "ui/applicationdesktopfile.h"
+#include "ui/iconwidget.h"
+#include "ui/querylabel.h"
 
 namespace ConnUi {
 

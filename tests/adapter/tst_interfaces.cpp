@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
@@ -8,8 +10,6 @@
 #include <NfcAdapter>
 #include <NfcAgent>
 #include <RadioState>
-
-#include <memory>
 
 #include "fakedaemon.h"
 #include "fakeohm.h"
@@ -32,18 +32,18 @@ private Q_SLOTS:
 private:
     static QStringList members(const QByteArray &introspection, const QString &interface);
 
-    std::unique_ptr<FakeOhm> m_ohm; // for the agent's records
-    std::unique_ptr<NfcAdapter> m_adapter;
-    std::unique_ptr<NfcAgent> m_agent;
+    std::unique_ptr<FakeOhm> ohm; // for the agent's records
+    std::unique_ptr<NfcAdapter> adapter;
+    std::unique_ptr<NfcAgent> agent;
 };
 
 void TestInterfaces::initTestCase()
 {
     RadioState(RadioState::NFC).setEnabled(false);
-    m_ohm = std::make_unique<FakeOhm>();
-    m_ohm->start();
-    m_adapter = std::make_unique<NfcAdapter>();
-    m_agent = std::make_unique<NfcAgent>();
+    ohm = std::make_unique<FakeOhm>();
+    ohm->start();
+    adapter = std::make_unique<NfcAdapter>();
+    agent = std::make_unique<NfcAgent>();
 }
 
 void TestInterfaces::init()
@@ -84,7 +84,7 @@ void TestInterfaces::exportedInterfaceIsAsPublished_data()
 {
     QTest::addColumn<QString>("path");
     QTest::newRow("com.tavix.nfc.HandoverRequestor") << u"/com/tavix/nfcHandoverRequestor"_s;
-    QTest::newRow("com.tavix.nfc.UIAgent") << m_agent->path();
+    QTest::newRow("com.tavix.nfc.UIAgent") << agent->path();
 }
 
 void TestInterfaces::exportedInterfaceIsAsPublished()

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
 #include <QDBusArgument>
 #include <QMetaMethod>
 #include <QSignalSpy>
@@ -9,8 +11,6 @@
 #include <NfcAdapter>
 #include <NfcAgent>
 #include <RadioState>
-
-#include <memory>
 
 #include "busmonitor.h"
 #include "fakedaemon.h"
@@ -80,15 +80,15 @@ private Q_SLOTS:
     void cancelDoesNotWait();
 
 private:
-    std::unique_ptr<RadioState> m_radio;
+    std::unique_ptr<RadioState> radio;
 };
 
 void TestNfcAdapter::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    m_radio = std::make_unique<RadioState>(RadioState::NFC);
+    radio = std::make_unique<RadioState>(RadioState::NFC);
     // On, the radio would have every adapter start the daemon, and a daemon's quick end break it.
-    m_radio->setEnabled(false);
+    radio->setEnabled(false);
     ConnectivitySettings(1).set(u"nfc_show_confirmations"_s, {});
 }
 
@@ -234,7 +234,7 @@ void TestNfcAdapter::failedSetPoweredIsLoggedAndKeepsTheCache()
     adapter.setPowered(false);
     QVERIFY(adapter.isPowered());
     QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
 }
 
 void TestNfcAdapter::setPoweredWritesState_data()
@@ -252,9 +252,9 @@ void TestNfcAdapter::setPoweredWritesState()
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
-    m_radio->setEnabled(!on);
+    radio->setEnabled(!on);
     adapter.setPowered(on);
-    QCOMPARE(m_radio->enabled(), on);
+    QCOMPARE(radio->enabled(), on);
 
     const QList<FakeCall> calls = daemon.calls(u"SetProperty"_s);
     QCOMPARE(calls.size(), 1);
@@ -369,7 +369,7 @@ void TestNfcAdapter::switchingOnStartsTheDaemonOnly()
     adapter.setPowered(true);
     QVERIFY(daemon.isOnBus());
     QTRY_COMPARE(valid.count(), 1);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
     QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
 }
 
@@ -378,16 +378,16 @@ void TestNfcAdapter::switchingOnWithoutDaemonIsLogged()
     NfcAdapter adapter;
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
     adapter.setPowered(true);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
 }
 
 void TestNfcAdapter::switchingOffWithoutDaemonSwitchesTheRadioOnly()
 {
     NfcAdapter adapter;
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     BusMonitor monitor;
     adapter.setPowered(false);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
     QCOMPARE(monitor.takeCalls(), QStringList());
 }
 
@@ -399,7 +399,7 @@ void TestNfcAdapter::switchingUnboundAdapterSwitchesTheRadioOnly()
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     NfcAdapter adapter;
     adapter.setPowered(true);
-    QVERIFY(m_radio->enabled());
+    QVERIFY(radio->enabled());
     QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
 }
 

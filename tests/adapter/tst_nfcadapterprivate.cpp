@@ -1,5 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <functional>
+#include <memory>
+
 #include <QDBusConnectionInterface>
 #include <QPointer>
 #include <QSignalSpy>
@@ -7,13 +10,10 @@
 
 #include <RadioState>
 
-#include <functional>
-#include <memory>
-
+#include "adapter/nfcadapter_p.h"
 #include "busmonitor.h"
 #include "fakedaemon.h"
 #include "nfcadapter.h"
-#include "nfcadapter_p.h"
 
 using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
@@ -92,7 +92,7 @@ private:
     void cause(FakeDaemon &daemon);
 
     static NfcAdapterPrivate::Clock::time_point s_now;
-    std::unique_ptr<RadioState> m_radio;
+    std::unique_ptr<RadioState> radio;
 };
 
 NfcAdapterPrivate::Clock::time_point TestNfcAdapterPrivate::s_now;
@@ -104,8 +104,8 @@ void TestNfcAdapterPrivate::init()
     // Time stands still until a test moves it.
     s_now = {};
     NfcAdapterPrivate::now = [] { return s_now; };
-    m_radio = std::make_unique<RadioState>(RadioState::NFC);
-    m_radio->setEnabled(false);
+    radio = std::make_unique<RadioState>(RadioState::NFC);
+    radio->setEnabled(false);
 }
 
 void TestNfcAdapterPrivate::cleanup()
@@ -211,7 +211,7 @@ void TestNfcAdapterPrivate::bindsWhenDaemonRegisters()
 
 void TestNfcAdapterPrivate::startsDaemonWhenRadioIsOn()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.makeActivatable();
     NfcAdapter adapter;
@@ -260,19 +260,19 @@ void TestNfcAdapterPrivate::bindingWaitsForTheBusThreeTimes()
 
 void TestNfcAdapterPrivate::failedStartIsLogged()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.makeActivatable(u"/bin/false"_s);
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
     const NfcAdapter adapter;
     QVERIFY(!adapter.isValid());
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
-    QVERIFY(m_radio->enabled());
+    QVERIFY(radio->enabled());
 }
 
 void TestNfcAdapterPrivate::unknownServiceIsLogged()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
     const NfcAdapter adapter;
     QVERIFY(!adapter.isValid());
@@ -410,10 +410,12 @@ void TestNfcAdapterPrivate::replacedDaemonIsBoundAnew()
     NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
     QStringList news;
-    connect(&adapter, &NfcAdapter::adapterInvalid, this, [&] {
-        QVERIFY(!adapter.isValid());
-        news.append(u"invalid"_s);
-    });
+    connect(
+        &adapter, &NfcAdapter::adapterInvalid, this,
+        [&] {
+            QVERIFY(!adapter.isValid());
+            news.append(u"invalid"_s);
+        });
     connect(&adapter, &NfcAdapter::adapterValid, this, [&] { news.append(u"valid"_s); });
 
     daemon.stop();
@@ -431,13 +433,13 @@ void TestNfcAdapterPrivate::replacedDaemonHasNotDied()
     daemon.start();
     FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
     successor.succeed(daemon.service());
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     NfcAdapter adapter;
     QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
 
     daemon.stop();
     QTRY_COMPARE(valid.count(), 1);
-    QVERIFY(m_radio->enabled());
+    QVERIFY(radio->enabled());
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
 }
 
@@ -531,7 +533,7 @@ void TestNfcAdapterPrivate::lifeOfDaemonDecides()
 {
     QFETCH(int, life);
     QFETCH(bool, broken);
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
@@ -544,7 +546,7 @@ void TestNfcAdapterPrivate::lifeOfDaemonDecides()
     daemon.kill();
     QTRY_COMPARE(invalid.count(), 1);
     QCOMPARE(NfcAdapterPrivate::adapterBroken, broken);
-    QCOMPARE(m_radio->enabled(), !broken);
+    QCOMPARE(radio->enabled(), !broken);
     QVERIFY(!adapter.isValid());
 }
 
@@ -557,12 +559,12 @@ void TestNfcAdapterPrivate::radioThatIsOffBreaksNothing()
     daemon.kill();
     QTRY_COMPARE(invalid.count(), 1);
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
 }
 
 void TestNfcAdapterPrivate::daemonThatWasNeverSeenBreaksNothing()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.start();
     NfcAdapterPrivate::adapterBroken = true;
@@ -572,12 +574,12 @@ void TestNfcAdapterPrivate::daemonThatWasNeverSeenBreaksNothing()
     daemon.kill();
     QTRY_COMPARE(invalid.count(), 1);
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
-    QVERIFY(m_radio->enabled());
+    QVERIFY(radio->enabled());
 }
 
 void TestNfcAdapterPrivate::lifeIsMeasuredFromTheLastRegistration()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
@@ -606,7 +608,7 @@ void TestNfcAdapterPrivate::clockIsMonotonic()
 void TestNfcAdapterPrivate::daemonThatDiesAtOnceIsBroken()
 {
     NfcAdapterPrivate::now = NfcAdapterPrivate::Clock::now;
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
@@ -620,12 +622,12 @@ void TestNfcAdapterPrivate::daemonThatDiesAtOnceIsBroken()
     daemon.kill();
     QTRY_COMPARE(invalid.count(), 1);
     QVERIFY(NfcAdapterPrivate::adapterBroken);
-    QVERIFY(!m_radio->enabled());
+    QVERIFY(!radio->enabled());
 }
 
 void TestNfcAdapterPrivate::daemonThatCannotBeBoundCanBreakToo()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
     daemon.start();
@@ -659,7 +661,7 @@ void TestNfcAdapterPrivate::brokenBindingWaitsForTheNextRegistration()
 void TestNfcAdapterPrivate::brokenBindingStartsNoDaemon()
 {
     NfcAdapterPrivate::adapterBroken = true;
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.makeActivatable();
     NfcAdapter adapter;
@@ -692,7 +694,7 @@ void TestNfcAdapterPrivate::failedBindKeepsBroken()
 
 void TestNfcAdapterPrivate::brokenOutlivesTheBinding()
 {
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     FakeDaemon daemon;
     daemon.start();
     AdapterPointer adapter(NfcAdapter::defaultAdapter());
@@ -703,7 +705,7 @@ void TestNfcAdapterPrivate::brokenOutlivesTheBinding()
     adapter.reset();
     QVERIFY(NfcAdapterPrivate::adapterBroken);
 
-    m_radio->setEnabled(true);
+    radio->setEnabled(true);
     daemon.start();
     daemon.clearCalls();
     adapter.reset(NfcAdapter::defaultAdapter());
@@ -754,16 +756,16 @@ class Reaction : public QObject
 
 public:
     Reaction(NfcAdapter *adapter, const QByteArray &signal, std::function<void()> react)
-        : m_react(std::move(react))
+        : reaction(std::move(react))
     {
         connect(adapter, signal.constData(), this, SLOT(react()));
     }
 
 private Q_SLOTS:
-    void react() { m_react(); }
+    void react() { reaction(); }
 
 private:
-    std::function<void()> m_react;
+    std::function<void()> reaction;
 };
 
 void TestNfcAdapterPrivate::listenersHearInTheOrderOfCreation_data()
@@ -780,8 +782,10 @@ void TestNfcAdapterPrivate::listenersHearInTheOrderOfCreation()
     NfcAdapter second;
     NfcAdapter third;
     QList<int> heard;
-    const Reaction three(&third, signal, [&heard] { heard.append(3); });
-    const Reaction one(&first, signal, [&heard] { heard.append(1); });
+    const Reaction three(
+        &third, signal, [&heard] { heard.append(3); });
+    const Reaction one(
+        &first, signal, [&heard] { heard.append(1); });
     const Reaction two(&second, signal, [&heard] { heard.append(2); });
     cause(daemon);
     QCoreApplication::processEvents();

@@ -1,11 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <ApplicationTracker>
 #include <memory>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QElapsedTimer>
 #include <QtTest>
+
+#include <ApplicationTracker>
 
 #include "busmonitor.h"
 #include "fakeohm.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <QtTest>
 
-#include "dbusnames.h"
+#include "agent/dbusnames.h"
 
 using namespace ConnUi;
 

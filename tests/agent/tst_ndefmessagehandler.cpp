@@ -1,7 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
-#include <NdefMessageHandler>
+#include <type_traits>
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -9,12 +10,13 @@
 #include <QDBusMetaType>
 #include <QElapsedTimer>
 #include <QtTest>
-#include <type_traits>
 
+#include <NdefMessageHandler>
+
+#include "agent/ndefmessagehandler_p.h"
 #include "busmonitor.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
-#include "ndefmessagehandler_p.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;

@@ -4,7 +4,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
-#include <NfcAgent>
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -15,7 +15,9 @@
 #include <QMetaMethod>
 #include <QtTest>
 
-#include "nfcagent_p.h"
+#include <NfcAgent>
+
+#include "agent/nfcagent_p.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -812,14 +814,18 @@ void TestNfcAgent::slotMayAnswerAtOnce()
 {
     QFETCH(QByteArray, method);
     const QDBusObjectPath tag(target);
-    connect(agent.get(), &NfcAgent::btPairingRequested, this, [&] { agent->btPairingRequestGranted(tag); });
-    connect(agent.get(), &NfcAgent::btConnectionRequested, this,
-            [&] { agent->btConnectionRequestGranted(tag); });
-    connect(agent.get(), &NfcAgent::btDisconnectionRequested, this,
-            [&] { agent->btDisconnectionRequestGranted(tag); });
-    connect(agent.get(), &NfcAgent::dataDeliveryRequested, this, [&] { agent->dataDeliveryGranted(tag); });
-    connect(agent.get(), &NfcAgent::sharingPermissionRequested, this,
-            [&](const QString &, const QVariant &info) { agent->acceptSharing(info); });
+    connect(
+        agent.get(), &NfcAgent::btPairingRequested, this, [&] { agent->btPairingRequestGranted(tag); });
+    connect(
+        agent.get(), &NfcAgent::btConnectionRequested, this, [&] { agent->btConnectionRequestGranted(tag); });
+    connect(
+        agent.get(), &NfcAgent::btDisconnectionRequested, this,
+        [&] { agent->btDisconnectionRequestGranted(tag); });
+    connect(
+        agent.get(), &NfcAgent::dataDeliveryRequested, this, [&] { agent->dataDeliveryGranted(tag); });
+    connect(
+        agent.get(), &NfcAgent::sharingPermissionRequested, this,
+        [&](const QString &, const QVariant &info) { agent->acceptSharing(info); });
     connect(agent.get(), &NfcAgent::sharingSelectionRequested, this,
             [&](const QString &, const QVariant &info) { agent->acceptSharing(info); });
     daemon->call("call", agent->path(), method.constData(), arguments(method));

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <functional>
 #include <limits>
+#include <time.h>
+#include <unistd.h>
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -11,10 +14,8 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QtTest>
-#include <time.h>
-#include <unistd.h>
 
-#include "variantcontent.h"
+#include "agent/variantcontent.h"
 
 using ConnUi::contentHash;
 using ConnUi::sameContent;
@@ -330,10 +331,9 @@ void TestVariantContent::comparingCostsTheSameEachTime()
         qint64 fastest = std::numeric_limits<qint64>::max();
         for (int round = 0; round < 10; ++round) {
             const qint64 start = threadTime();
-            for (int i = 0; i < 100; ++i) {
+            for (int i = 0; i < 100; ++i)
                 if (!sameContent(stored, copy))
                     return qint64(0);
-            }
             fastest = qMin(fastest, threadTime() - start);
         }
         return fastest;

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <QProcess>
-#include <QTemporaryDir>
-#include <QTest>
-
 #include <csignal>
 #include <map>
 #include <memory>
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,32 +33,31 @@ public:
             Process process(new QProcess);
             // A session's configuration for both: it lets everybody do everything.
             process->start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
-                                              u"--address=unix:path=%1"_s.arg(m_folder.filePath(bus))});
+                                              u"--address=unix:path=%1"_s.arg(folder.filePath(bus))});
             // The address is printed when the bus listens.
-            while (!process->canReadLine()) {
+            while (!process->canReadLine())
                 if (!process->waitForReadyRead())
                     qFatal("no %s bus", qPrintable(bus));
-            }
-            m_environment.insert(u"DBUS_%1_BUS_ADDRESS"_s.arg(bus.toUpper()),
-                                 QString::fromLocal8Bit(process->readLine().trimmed()));
-            m_buses[bus] = std::move(process);
+            environment.insert(u"DBUS_%1_BUS_ADDRESS"_s.arg(bus.toUpper()),
+                               QString::fromLocal8Bit(process->readLine().trimmed()));
+            buses[bus] = std::move(process);
         }
     }
 
     Process start(const char *program, const QStringList &arguments)
     {
         Process process(new QProcess);
-        process->setProcessEnvironment(m_environment);
+        process->setProcessEnvironment(environment);
         process->start(QString::fromLatin1(program), arguments);
         return process;
     }
 
-    void kill(const QString &bus) { m_buses.erase(bus); }
+    void kill(const QString &bus) { buses.erase(bus); }
 
 private:
-    QTemporaryDir m_folder;
-    QProcessEnvironment m_environment = QProcessEnvironment::systemEnvironment();
-    std::map<QString, Process> m_buses;
+    QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    std::map<QString, Process> buses;
 };
 
 bool says(QProcess *process, const QByteArray &text)
@@ -98,7 +97,7 @@ void TestLostBus::clientSaysSoAndFails_data()
     const QByteArray unregistered =
         "UnregisterUIAgent returned error 'org.freedesktop.DBus.Error.Disconnected': "
         "Not connected to D-Bus server\n";
-    const QStringList faces[] = {{u"--read-aloud"_s}, {u"--console"_s}};
+    const QStringList faces[] = {{u"--remote-control"_s}, {u"--console"_s}};
     for (const QStringList &face : faces) {
         for (const QString &bus : {u"system"_s, u"session"_s}) {
             QTest::addRow("%s, %s bus", qPrintable(face.constFirst()), qPrintable(bus))
@@ -144,7 +143,7 @@ void TestLostBus::settingsSaySoAndFail()
 {
     QFETCH(QString, bus);
     Session session;
-    const auto settings = session.start(NFC_SETTINGS, {u"--read-aloud"_s});
+    const auto settings = session.start(NFC_SETTINGS, {u"--remote-control"_s});
     QVERIFY(says(settings.get(), "(NFC): off]"));
 
     session.kill(bus);
@@ -160,9 +159,9 @@ void TestLostBus::waitingProgramSaysSoAndFails_data()
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("program");
     QTest::addColumn<QString>("face");
-    QTest::newRow("screen") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--read-aloud"_s;
+    QTest::newRow("screen") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--remote-control"_s;
     QTest::newRow("terminal") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--console"_s;
-    QTest::newRow("settings") << "nfc-settings"_ba << QByteArray(NFC_SETTINGS) << u"--read-aloud"_s;
+    QTest::newRow("settings") << "nfc-settings"_ba << QByteArray(NFC_SETTINGS) << u"--remote-control"_s;
 }
 
 void TestLostBus::waitingProgramSaysSoAndFails()

@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <csignal>
+
 #include <QElapsedTimer>
 #include <QImage>
 #include <QProcess>
 #include <QtTest>
+
 #include <RadioState>
 
 #include "fakedaemon.h"
@@ -25,7 +27,7 @@ const auto pressNfc = u"press Near Field Communication (NFC)"_s;
 class Settings
 {
 public:
-    explicit Settings(const QStringList &arguments = {u"--read-aloud"_s})
+    explicit Settings(const QStringList &arguments = {u"--remote-control"_s})
     {
         process.start(QStringLiteral(NFC_SETTINGS), arguments);
     }
@@ -112,7 +114,7 @@ void TestNfcSettings::helpIsPrinted()
     for (const QString &option : {u"--help"_s, u"-h"_s}) {
         Settings settings({option});
         QCOMPARE(settings.exitCode(), 0);
-        QVERIFY(settings.process.readAllStandardOutput().contains("--read-aloud"));
+        QVERIFY(settings.process.readAllStandardOutput().contains("--remote-control"));
         QCOMPARE(settings.errors(), QString());
     }
 }
@@ -124,7 +126,7 @@ void TestNfcSettings::badArgumentsAreRefused_data()
     QTest::newRow("unknown option") << QStringList{u"--dance"_s}
                                     << u"nfc-settings: Unknown option 'dance'.\n"_s;
     QTest::newRow("argument") << QStringList{u"now"_s}
-                              << u"nfc-settings: usage: nfc-settings [--read-aloud]\n"_s;
+                              << u"nfc-settings: usage: nfc-settings [--remote-control]\n"_s;
 }
 
 void TestNfcSettings::badArgumentsAreRefused()

@@ -3,10 +3,11 @@
 
 // Calls an agent over a bus with arguments made of the input, reads all that it hands out, and stops where a
 // call has not one answer.
-#include "support.h"
+#include <climits>
+#include <csignal>
+#include <fuzzer/FuzzedDataProvider.h>
+#include <sys/prctl.h>
 
-#include <NfcAgent>
-#include <NfcBluetoothHandoverInfo>
 #include <QCoreApplication>
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -18,11 +19,10 @@
 #include <QEventLoop>
 #include <QProcess>
 
-#include <fuzzer/FuzzedDataProvider.h>
+#include <NfcAgent>
+#include <NfcBluetoothHandoverInfo>
 
-#include <climits>
-#include <csignal>
-#include <sys/prctl.h>
+#include "support.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;

@@ -2,15 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as a contact's card: its name, its picture, and its copy, which must be the input.
-#include "support.h"
+#include <glib.h>
+#include <memory>
 
-#include <ContactExporter>
 #include <QDir>
 #include <QFileInfo>
 #include <QImage>
 
-#include <glib.h>
-#include <memory>
+#include <ContactExporter>
+
+#include "support.h"
 
 using ConnUi::ContactExporter;
 

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as an application's desktop file, twice, which must give the same.
-#include "support.h"
-
 #include <MDesktopEntry>
+
+#include "support.h"
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

@@ -2,12 +2,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Encodes messages and records made of the input, and stops where the bytes differ from the second encoder's.
-#include "../ndef/referenceencoder.h"
-#include "support.h"
-
-#include <ndefgenerator_p.h>
-
 #include <fuzzer/FuzzedDataProvider.h>
+
+#include "../ndef/referenceencoder.h"
+#include "ndef/ndefgenerator_p.h"
+#include "support.h"
 
 namespace {
 

@@ -3,28 +3,28 @@
 
 // Reads the input as the file of the connectivity settings, changes a setting and a radio, and stops where
 // what was not changed is another.
-#include "support.h"
-
-#include <ConnectivitySettings>
 #include <QCborValue>
 #include <QDir>
+
+#include <ConnectivitySettings>
 #include <RadioState>
+
+#include "support.h"
 
 using ConnUi::ConnectivitySettings;
 using ConnUi::RadioState;
 
 namespace {
 
-constexpr int Nfc = 16;
-constexpr int Bluetooth = 1;
+constexpr int nfcRadio = 16;
+constexpr int bluetoothRadio = 1;
 
 QList<QVariant> settings()
 {
     QList<QVariant> values;
-    for (const int type : {1, 2}) {
+    for (const int type : {1, 2})
         for (const char *key : {"nfc_show_confirmations", "kept"})
             values.append(ConnectivitySettings(type).get(QString::fromLatin1(key)));
-    }
     return values;
 }
 
@@ -49,11 +49,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     ConnectivitySettings(1).set(changed, QStringLiteral("value"));
     require(ConnectivitySettings(1).get(changed) == QStringLiteral("value"));
 
-    const bool bluetooth = RadioState(Bluetooth).enabled();
-    RadioState nfc(Nfc);
+    const bool bluetooth = RadioState(bluetoothRadio).enabled();
+    RadioState nfc(nfcRadio);
     const bool enabled = nfc.enabled();
     nfc.setEnabled(!enabled);
-    require(nfc.enabled() == !enabled && RadioState(Bluetooth).enabled() == bluetooth);
+    require(nfc.enabled() == !enabled && RadioState(bluetoothRadio).enabled() == bluetooth);
 
     // Compared as the store keeps them: a number that is none differs from itself.
     const QList<QVariant> after = settings();

@@ -7,19 +7,20 @@
 // The first byte of an input picks the constructor, the rest is what it gets: a text (t), a URI and a line of
 // description (u), a description alone (n), a type and its data (d), a MIME type and the file's content (f),
 // or the default application and a line for each application (l).
-#include "support.h"
+#include <glib.h>
+
+#include <QApplication>
+#include <QGraphicsScene>
+#include <QTranslator>
 
 #include <MButtonModel>
 #include <MDialog>
 #include <MWindow>
 #include <NfcApplicationSelectionDialog>
 #include <NfcTagReadPermissionDialog>
-#include <QApplication>
-#include <QGraphicsScene>
-#include <QTranslator>
 #include <URINDEFRecord>
 
-#include <glib.h>
+#include "support.h"
 
 using namespace ConnUi;
 
@@ -60,10 +61,9 @@ NfcTagReadPermissionDialog *newDialog(char kind, const QByteArray &input)
 NfcApplicationSelectionDialog *selectionIn(const MWindow &window)
 {
     const QList<QGraphicsItem *> items = window.scene()->items();
-    for (QGraphicsItem *item : items) {
+    for (QGraphicsItem *item : items)
         if (auto *selection = dynamic_cast<NfcApplicationSelectionDialog *>(item))
             return selection;
-    }
     return nullptr;
 }
 

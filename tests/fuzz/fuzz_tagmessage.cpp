@@ -3,12 +3,12 @@
 
 // Reads the input as the message on a tag, as the client and the simulated daemon do, and stops where what
 // the person is asked about is not what the application gets.
+#include <URINDEFRecord>
+
 #include "../../client/console/messagetext.h"
 #include "../../client/screen/tagcontent.h"
 #include "../../simulator/ndefkind.h"
 #include "support.h"
-
-#include <URINDEFRecord>
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {

@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as a theme file and, if there is no mistake in it, shows one of each widget in its styles.
-#include "../../platform/touchcore/src/mtheme_p.h"
-#include "support.h"
+#include <QApplication>
 
 #include <MButton>
 #include <MImageWidget>
@@ -15,7 +14,9 @@
 #include <MProgressIndicator>
 #include <MSceneManager>
 #include <MWindow>
-#include <QApplication>
+
+#include "support.h"
+#include "theme/mtheme_p.h"
 
 namespace {
 

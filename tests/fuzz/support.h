@@ -4,11 +4,11 @@
 #ifndef CONNUI_FUZZ_SUPPORT_H
 #define CONNUI_FUZZ_SUPPORT_H
 
+#include <cstdlib>
+
 #include <QFile>
 #include <QString>
 #include <QTemporaryDir>
-
-#include <cstdlib>
 
 /** Ends the program unless \a condition holds, so that the input is reported and kept. */
 inline void require(bool condition)

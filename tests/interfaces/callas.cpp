@@ -7,7 +7,6 @@
 // Does one thing as another user on the bus at ADDRESS, and prints "done" or the name of the error. An empty
 // INTERFACE is left out of the message.
 #include <cstdio>
-
 #include <grp.h>
 #include <unistd.h>
 
@@ -20,12 +19,14 @@
 #include <QDBusSignature>
 #include <QStringList>
 
-static bool become(uint user)
+namespace {
+
+bool become(uint user)
 {
     return setgroups(0, nullptr) == 0 && setgid(user) == 0 && setuid(user) == 0;
 }
 
-static QDBusError perform(const QDBusConnection &bus, const QStringList &action)
+QDBusError perform(const QDBusConnection &bus, const QStringList &action)
 {
     const QDBusMessage call =
         action.at(0) == QLatin1String("own")
@@ -36,6 +37,8 @@ static QDBusError perform(const QDBusConnection &bus, const QStringList &action)
             : QDBusMessage::createMethodCall(action.at(1), action.at(2), action.at(3), action.at(4));
     return QDBusError(bus.call(call));
 }
+
+} // namespace
 
 int main(int argc, char *argv[])
 {

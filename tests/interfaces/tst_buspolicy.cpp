@@ -41,10 +41,9 @@ QStringList methodsOf(const QString &interface)
         qFatal("BusPolicy: unable to read %s", qUtf8Printable(file.fileName()));
     QStringList methods;
     QXmlStreamReader xml(&file);
-    while (!xml.atEnd()) {
+    while (!xml.atEnd())
         if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == "method"_L1)
             methods.append(xml.attributes().value("name"_L1).toString());
-    }
     return methods;
 }
 
@@ -77,11 +76,11 @@ private:
     QString call(uint user, const QString &service, const QString &path, const QString &interface,
                  const QString &method) const;
 
-    QTemporaryDir m_folder;
-    QProcess m_bus;
-    QString m_address;
-    Anything m_anything;
-    QString m_client;
+    QTemporaryDir folder;
+    QProcess bus;
+    QString address;
+    Anything anything;
+    QString client;
 };
 
 void TestBusPolicy::initTestCase()
@@ -92,41 +91,41 @@ void TestBusPolicy::initTestCase()
     QFile from(QStringLiteral(BUS_CONFIGURATION));
     QVERIFY(from.open(QIODevice::ReadOnly));
     QString configuration = QString::fromUtf8(from.readAll());
-    configuration.replace(u"@FOLDER@"_s, m_folder.path());
+    configuration.replace(u"@FOLDER@"_s, folder.path());
     configuration.replace(u"@POLICY@"_s, INTERFACES "/com.tavix.nfc.conf"_L1);
-    QFile to(m_folder.filePath(u"bus.conf"_s));
+    QFile to(folder.filePath(u"bus.conf"_s));
     QVERIFY(to.open(QIODevice::WriteOnly) && to.write(configuration.toUtf8()) > 0);
     to.close();
     // Other users reach the socket in it.
-    QVERIFY(QFile::setPermissions(m_folder.path(), QFile::Permissions(0x5755)));
+    QVERIFY(QFile::setPermissions(folder.path(), QFile::Permissions(0x5755)));
 
     // It reports every refusal.
-    m_bus.setStandardErrorFile(QProcess::nullDevice());
-    m_bus.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
-                                   u"--config-file=%1"_s.arg(to.fileName())});
-    QVERIFY(m_bus.waitForReadyRead(-1));
-    m_address = QString::fromUtf8(m_bus.readLine()).trimmed();
+    bus.setStandardErrorFile(QProcess::nullDevice());
+    bus.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
+                                 u"--config-file=%1"_s.arg(to.fileName())});
+    QVERIFY(bus.waitForReadyRead(-1));
+    address = QString::fromUtf8(bus.readLine()).trimmed();
 
-    QDBusConnection daemon = QDBusConnection::connectToBus(m_address, u"daemon"_s);
-    QVERIFY(daemon.registerVirtualObject(u"/"_s, &m_anything, QDBusConnection::SubPath));
+    QDBusConnection daemon = QDBusConnection::connectToBus(address, u"daemon"_s);
+    QVERIFY(daemon.registerVirtualObject(u"/"_s, &anything, QDBusConnection::SubPath));
     QVERIFY(daemon.registerService(daemonName));
-    QDBusConnection client = QDBusConnection::connectToBus(m_address, u"client"_s);
-    QVERIFY(client.registerVirtualObject(u"/"_s, &m_anything, QDBusConnection::SubPath));
-    m_client = client.baseService();
+    QDBusConnection client = QDBusConnection::connectToBus(address, u"client"_s);
+    QVERIFY(client.registerVirtualObject(u"/"_s, &anything, QDBusConnection::SubPath));
+    this->client = client.baseService();
 }
 
 void TestBusPolicy::cleanupTestCase()
 {
     QDBusConnection::disconnectFromBus(u"daemon"_s);
     QDBusConnection::disconnectFromBus(u"client"_s);
-    m_bus.terminate();
-    m_bus.waitForFinished(-1);
+    bus.terminate();
+    bus.waitForFinished(-1);
 }
 
 void TestBusPolicy::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    m_anything.calls = 0;
+    anything.calls = 0;
 }
 
 // What became of the action: "done", or the name of an error.
@@ -135,7 +134,7 @@ QString TestBusPolicy::callAs(uint user, const QStringList &action) const
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QSignalSpy finished(&process, &QProcess::finished);
-    process.start(QStringLiteral(CALL_AS), QStringList{QString::number(user), m_address} + action);
+    process.start(QStringLiteral(CALL_AS), QStringList{QString::number(user), address} + action);
     // The daemon and the client of this process answer meanwhile.
     while (finished.isEmpty() && process.state() != QProcess::NotRunning)
         finished.wait();
@@ -162,11 +161,11 @@ void TestBusPolicy::onlyTheDaemonCallsItsClients()
     QFETCH(QString, path);
     QFETCH(QString, interface);
     QFETCH(QString, method);
-    QCOMPARE(call(ordinary, m_client, path, interface, method), refused);
-    QCOMPARE(call(ordinary, m_client, path, QString(), method), refused);
-    QCOMPARE(m_anything.calls, 0);
-    QCOMPARE(call(root, m_client, path, interface, method), u"done"_s);
-    QCOMPARE(m_anything.calls, 1);
+    QCOMPARE(call(ordinary, client, path, interface, method), refused);
+    QCOMPARE(call(ordinary, client, path, QString(), method), refused);
+    QCOMPARE(anything.calls, 0);
+    QCOMPARE(call(root, client, path, interface, method), u"done"_s);
+    QCOMPARE(anything.calls, 1);
 }
 
 void TestBusPolicy::everybodyCallsTheDaemon_data()
@@ -189,7 +188,7 @@ void TestBusPolicy::everybodyCallsTheDaemon()
     for (const uint user : {root, ordinary})
         QCOMPARE(call(user, daemonName, path, interface, method), u"done"_s);
     // And nobody takes a client for the daemon.
-    QCOMPARE(call(ordinary, m_client, path, interface, method), refused);
+    QCOMPARE(call(ordinary, client, path, interface, method), refused);
 }
 
 void TestBusPolicy::onlyRootCallsTheRestOfTheDaemon_data()
@@ -206,7 +205,7 @@ void TestBusPolicy::onlyRootCallsTheRestOfTheDaemon()
     QFETCH(QString, interface);
     QFETCH(QString, method);
     QCOMPARE(call(ordinary, daemonName, u"/"_s, interface, method), refused);
-    QCOMPARE(m_anything.calls, 0);
+    QCOMPARE(anything.calls, 0);
     QCOMPARE(call(root, daemonName, u"/"_s, interface, method), u"done"_s);
 }
 

@@ -3,10 +3,12 @@
 #ifndef CONNUI_FAKEBLUETOOTH_H
 #define CONNUI_FAKEBLUETOOTH_H
 
-#include <BluetoothAdapter>
 #include <functional>
+
 #include <QList>
 #include <QStringList>
+
+#include <BluetoothAdapter>
 
 /**
  * What the Bluetooth library's adapters do in a program that links fakebluetooth.cpp in place of that

@@ -90,10 +90,9 @@ inline QByteArray uriPayload(const QString &uri)
         {QStringLiteral("file://"), 29},
     };
     QString best;
-    for (const QString &prefix : codes.keys()) {
+    for (const QString &prefix : codes.keys())
         if (uri.startsWith(prefix) && prefix.size() > best.size())
             best = prefix;
-    }
     return codes.value(best, 0) + uri.toUtf8().mid(best.size());
 }
 

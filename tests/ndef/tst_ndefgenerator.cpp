@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "allocations.h"
-#include "referenceencoder.h"
-
-#include <ndefgenerator_p.h>
+#include <functional>
+#include <memory>
 
 #include <QNdefMessage>
 #include <QNdefNfcUriRecord>
@@ -12,8 +10,9 @@
 #include <QtTest>
 #include <QUrl>
 
-#include <functional>
-#include <memory>
+#include "allocations.h"
+#include "ndef/ndefgenerator_p.h"
+#include "referenceencoder.h"
 
 using Record = NDEFGenerator::Record;
 
@@ -47,7 +46,7 @@ QByteArray hex(const char *digits)
 class RandomContents
 {
 public:
-    explicit RandomContents(quint32 seed) : m_random(seed) {}
+    explicit RandomContents(quint32 seed) : random(seed) {}
 
     QList<Reference::Record> records()
     {
@@ -59,7 +58,7 @@ public:
     }
 
 private:
-    int below(int end) { return int(m_random.bounded(end)); }
+    int below(int end) { return int(random.bounded(end)); }
     bool oneIn(int chances) { return below(chances) == 0; }
 
     // Around the lengths at which something changes its width, and everywhere else.
@@ -70,7 +69,7 @@ private:
         QString text;
         const bool ascii = !oneIn(4);
         const int asciiShare = below(10);
-        for (int left = length(); left > 0; --left) {
+        for (int left = length(); left > 0; --left)
             if (ascii || below(10) < asciiShare)
                 text += QChar(' ' + below(95));
             else if (oneIn(3))
@@ -79,7 +78,6 @@ private:
                 text += QString::fromUcs4(std::begin({char32_t(0x10000 + below(0x100000))}), 1);
             else
                 text += QChar(below(0x10000));
-        }
         return text;
     }
 
@@ -152,7 +150,7 @@ private:
         }
     }
 
-    QRandomGenerator m_random;
+    QRandomGenerator random;
 };
 
 } // namespace

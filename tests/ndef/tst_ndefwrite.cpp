@@ -17,32 +17,32 @@ private Q_SLOTS:
 private:
     QByteArray run(const QStringList &arguments);
 
-    std::unique_ptr<QTemporaryDir> m_folder;
-    QProcess m_program;
+    std::unique_ptr<QTemporaryDir> folder;
+    QProcess program;
 };
 
 void TestNdefWrite::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
-    m_folder = std::make_unique<QTemporaryDir>();
-    QFile card(m_folder->filePath(QStringLiteral("card.vcf")));
+    folder = std::make_unique<QTemporaryDir>();
+    QFile card(folder->filePath(QStringLiteral("card.vcf")));
     QVERIFY(card.open(QIODevice::WriteOnly));
     card.write("BEGIN:VCARD\r\n");
 }
 
 QByteArray TestNdefWrite::run(const QStringList &arguments)
 {
-    m_program.setWorkingDirectory(m_folder->path());
-    m_program.start(QStringLiteral(NDEF_WRITE), arguments);
-    if (!m_program.waitForFinished())
+    program.setWorkingDirectory(folder->path());
+    program.start(QStringLiteral(NDEF_WRITE), arguments);
+    if (!program.waitForFinished())
         qFatal("%s does not end", NDEF_WRITE);
-    return m_program.readAllStandardOutput();
+    return program.readAllStandardOutput();
 }
 
 void TestNdefWrite::uriIsPrintedInHex()
 {
     QCOMPARE(run({QStringLiteral("tel:12345")}), "d1 01 06 55 05 31 32 33 34 35\n");
-    QCOMPARE(m_program.exitCode(), 0);
+    QCOMPARE(program.exitCode(), 0);
 }
 
 void TestNdefWrite::fileBecomesAMimeRecord()
@@ -56,7 +56,7 @@ void TestNdefWrite::messageIsWrittenToAFile()
     QCOMPARE(run({QStringLiteral("-o"), QStringLiteral("x.ndef"), QStringLiteral("tel:1"),
                   QStringLiteral("card.vcf")}),
              "");
-    QFile file(m_folder->filePath(QStringLiteral("x.ndef")));
+    QFile file(folder->filePath(QStringLiteral("x.ndef")));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "\x91\x01\x02U\x05\x31\x52\x0A\x0Dtext/vcardBEGIN:VCARD\r\n");
 }
@@ -64,8 +64,8 @@ void TestNdefWrite::messageIsWrittenToAFile()
 void TestNdefWrite::fileThatCannotBeReadEndsTheProgram()
 {
     QCOMPARE(run({QStringLiteral("tel:1"), QStringLiteral("none.vcf")}), "");
-    QCOMPARE(m_program.readAllStandardError(), "ndef-write: none.vcf: No such file or directory\n");
-    QCOMPARE(m_program.exitCode(), 1);
+    QCOMPARE(program.readAllStandardError(), "ndef-write: none.vcf: No such file or directory\n");
+    QCOMPARE(program.exitCode(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestNdefWrite)

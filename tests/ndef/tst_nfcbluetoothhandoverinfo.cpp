@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
-#include <NfcBluetoothHandoverInfo>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusMetaType>
@@ -9,9 +9,11 @@
 #include <QTimer>
 #include <QtTest>
 
+#include <NfcBluetoothHandoverInfo>
+
 #include "bluezmock.h"
 #include "busmonitor.h"
-#include "nfcbluetoothhandoverinfo_p.h"
+#include "ndef/nfcbluetoothhandoverinfo_p.h"
 
 using ConnUi::BluetoothDevice;
 using ConnUi::BluetoothHandoverData;
@@ -20,7 +22,7 @@ using ConnUi::NfcBluetoothHandoverInfoPrivate;
 
 namespace {
 
-const auto Address = QStringLiteral("00:11:22:AA:BB:CC");
+const auto peerAddress = QStringLiteral("00:11:22:AA:BB:CC");
 
 QVariant structure(const QVariantList &members)
 {
@@ -37,12 +39,12 @@ QVariant path()
     return QVariant::fromValue(QDBusObjectPath(QStringLiteral("/carrier")));
 }
 
-QVariant handover(const QString &address = Address)
+QVariant handover(const QString &address = peerAddress)
 {
     return structure({path(), address});
 }
 
-QByteArray failure(const QString &reason, const QString &address = Address)
+QByteArray failure(const QString &reason, const QString &address = peerAddress)
 {
     return QStringLiteral("NfcBluetoothHandoverInfo: Unable to create device %1: %2")
         .arg(address, reason)
@@ -100,11 +102,11 @@ private Q_SLOTS:
 private:
     QVariant overTheBus(const QVariant &info);
 
-    const QString m_peer = QStringLiteral("peer");
-    QVariant m_received;
+    const QString peer = QStringLiteral("peer");
+    QVariant sent;
 
 public Q_SLOTS:
-    void received(const QDBusVariant &info) { m_received = info.variant(); }
+    void received(const QDBusVariant &info) { sent = info.variant(); }
 };
 
 void TestNfcBluetoothHandoverInfo::initTestCase()
@@ -114,12 +116,12 @@ void TestNfcBluetoothHandoverInfo::initTestCase()
     QVERIFY(QDBusConnection::systemBus().connect(QString(), QStringLiteral("/info"),
                                                  QStringLiteral("org.example.Info"), QStringLiteral("Info"),
                                                  this, SLOT(received(QDBusVariant))));
-    QVERIFY(QDBusConnection::connectToBus(QDBusConnection::SystemBus, m_peer).isConnected());
+    QVERIFY(QDBusConnection::connectToBus(QDBusConnection::SystemBus, peer).isConnected());
 }
 
 void TestNfcBluetoothHandoverInfo::cleanupTestCase()
 {
-    QDBusConnection::disconnectFromBus(m_peer);
+    QDBusConnection::disconnectFromBus(peer);
 }
 
 void TestNfcBluetoothHandoverInfo::init()
@@ -130,20 +132,20 @@ void TestNfcBluetoothHandoverInfo::init()
 // Returns what arrives on this connection of what another one sends as a variant.
 QVariant TestNfcBluetoothHandoverInfo::overTheBus(const QVariant &info)
 {
-    m_received.clear();
+    sent.clear();
     auto signal = QDBusMessage::createSignal(QStringLiteral("/info"), QStringLiteral("org.example.Info"),
                                              QStringLiteral("Info"));
     signal << QVariant::fromValue(QDBusVariant(info));
-    QDBusConnection(m_peer).send(signal);
-    (void)QTest::qWaitFor([this] { return m_received.isValid(); });
-    return m_received;
+    QDBusConnection(peer).send(signal);
+    (void)QTest::qWaitFor([this] { return sent.isValid(); });
+    return sent;
 }
 
 void TestNfcBluetoothHandoverInfo::addressIsReadFromTheBus()
 {
     const QVariant info = overTheBus(handover());
     QCOMPARE(info.metaType(), QMetaType::fromType<QDBusArgument>());
-    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), Address);
+    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), peerAddress);
     QCOMPARE(NfcBluetoothHandoverInfoPrivate(info).data.path.path(), QStringLiteral("/carrier"));
 
     // What is no address is handed out as it is, an empty one included.
@@ -154,50 +156,50 @@ void TestNfcBluetoothHandoverInfo::addressIsReadFromTheBus()
 void TestNfcBluetoothHandoverInfo::variantCanBeReadMoreThanOnce()
 {
     const QVariant info = overTheBus(handover());
-    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), Address);
-    QCOMPARE(qdbus_cast<BluetoothHandoverData>(info).address, Address);
-    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), Address);
+    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), peerAddress);
+    QCOMPARE(qdbus_cast<BluetoothHandoverData>(info).address, peerAddress);
+    QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), peerAddress);
     QCOMPARE(qdbus_cast<BluetoothHandoverData>(info).path.path(), QStringLiteral("/carrier"));
 }
 
 void TestNfcBluetoothHandoverInfo::furtherMembersDoNotMatter_data()
 {
     QTest::addColumn<QVariant>("info");
-    QTest::newRow("(oss)") << structure({path(), Address, QStringLiteral("name")});
-    QTest::newRow("(osi)") << structure({path(), Address, 1});
-    QTest::newRow("(osas)") << structure({path(), Address, QStringList{Address}});
-    QTest::newRow("(osv)") << structure({path(), Address, QVariant::fromValue(QDBusVariant(1))});
-    QTest::newRow("(os(os))") << structure({path(), Address, handover(QStringLiteral("inner"))});
+    QTest::newRow("(oss)") << structure({path(), peerAddress, QStringLiteral("name")});
+    QTest::newRow("(osi)") << structure({path(), peerAddress, 1});
+    QTest::newRow("(osas)") << structure({path(), peerAddress, QStringList{peerAddress}});
+    QTest::newRow("(osv)") << structure({path(), peerAddress, QVariant::fromValue(QDBusVariant(1))});
+    QTest::newRow("(os(os))") << structure({path(), peerAddress, handover(QStringLiteral("inner"))});
 }
 
 void TestNfcBluetoothHandoverInfo::furtherMembersDoNotMatter()
 {
     QFETCH(QVariant, info);
-    QCOMPARE(NfcBluetoothHandoverInfo(overTheBus(info)).deviceAddress(), Address);
+    QCOMPARE(NfcBluetoothHandoverInfo(overTheBus(info)).deviceAddress(), peerAddress);
 }
 
 void TestNfcBluetoothHandoverInfo::whatIsNoHandoverDataHasNoAddress_data()
 {
     QTest::addColumn<QVariant>("info");
-    QTest::newRow("string") << QVariant(Address);
+    QTest::newRow("string") << QVariant(peerAddress);
     QTest::newRow("number") << QVariant(1);
     QTest::newRow("boolean") << QVariant(true);
     QTest::newRow("object path") << path();
     QTest::newRow("bytes") << QVariant(QByteArray("\0\1\2", 3));
-    QTest::newRow("strings") << QVariant(QStringList{Address});
-    QTest::newRow("dictionary") << QVariant(QVariantMap{{QStringLiteral("Address"), Address}});
+    QTest::newRow("strings") << QVariant(QStringList{peerAddress});
+    QTest::newRow("dictionary") << QVariant(QVariantMap{{QStringLiteral("Address"), peerAddress}});
     QTest::newRow("variant") << QVariant::fromValue(QDBusVariant(handover()));
-    QTest::newRow("(ss)") << structure({QStringLiteral("/carrier"), Address});
-    QTest::newRow("(so)") << structure({Address, path()});
+    QTest::newRow("(ss)") << structure({QStringLiteral("/carrier"), peerAddress});
+    QTest::newRow("(so)") << structure({peerAddress, path()});
     QTest::newRow("(o)") << structure({path()});
-    QTest::newRow("(s)") << structure({Address});
+    QTest::newRow("(s)") << structure({peerAddress});
     QTest::newRow("(oo)") << structure({path(), path()});
     QTest::newRow("(oi)") << structure({path(), 1});
-    QTest::newRow("(oas)") << structure({path(), QStringList{Address}});
-    QTest::newRow("(ov)") << structure({path(), QVariant::fromValue(QDBusVariant(Address))});
+    QTest::newRow("(oas)") << structure({path(), QStringList{peerAddress}});
+    QTest::newRow("(ov)") << structure({path(), QVariant::fromValue(QDBusVariant(peerAddress))});
     QTest::newRow("((os))") << structure({handover()});
     QDBusArgument array;
-    array << QList<BluetoothHandoverData>{{QDBusObjectPath(QStringLiteral("/carrier")), Address}};
+    array << QList<BluetoothHandoverData>{{QDBusObjectPath(QStringLiteral("/carrier")), peerAddress}};
     QTest::newRow("a(os)") << QVariant::fromValue(array);
     QTest::newRow("ao") << QVariant::fromValue(
         QList<QDBusObjectPath>{QDBusObjectPath(QStringLiteral("/carrier"))});
@@ -218,9 +220,9 @@ void TestNfcBluetoothHandoverInfo::whatWasNeverSentHasNoAddress_data()
 {
     QTest::addColumn<QVariant>("info");
     QTest::newRow("nothing") << QVariant();
-    QTest::newRow("string") << QVariant(Address);
+    QTest::newRow("string") << QVariant(peerAddress);
     QTest::newRow("data") << QVariant::fromValue(
-        BluetoothHandoverData{QDBusObjectPath(QStringLiteral("/carrier")), Address});
+        BluetoothHandoverData{QDBusObjectPath(QStringLiteral("/carrier")), peerAddress});
     QTest::newRow("empty argument") << QVariant::fromValue(QDBusArgument());
     QTest::newRow("written structure") << handover();
     QTest::newRow("empty structure") << structure({});
@@ -258,18 +260,19 @@ void TestNfcBluetoothHandoverInfo::withoutAdapterThereIsNoDevice()
     QVERIFY(!info.device().isValid());
 
     QVERIFY(bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")}));
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QVERIFY(info.device().isValid());
 }
 
 void TestNfcBluetoothHandoverInfo::knownDeviceIsReturned()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(QStringLiteral("00:00:00:00:00:01")) && bluez.addDevice(Address));
+    QVERIFY(bluez.ready && bluez.addDevice(QStringLiteral("00:00:00:00:00:01")) &&
+            bluez.addDevice(peerAddress));
     const NfcBluetoothHandoverInfo info(overTheBus(handover()));
     const BluetoothDevice device = info.device();
     QVERIFY(device.isValid());
-    QCOMPARE(device.address(), Address);
+    QCOMPARE(device.address(), peerAddress);
     QCOMPARE(device.name(), QStringLiteral("Peer"));
     QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
 }
@@ -277,15 +280,15 @@ void TestNfcBluetoothHandoverInfo::knownDeviceIsReturned()
 void TestNfcBluetoothHandoverInfo::addressInSmallLettersIsFound()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(Address));
-    const NfcBluetoothHandoverInfo info(overTheBus(handover(Address.toLower())));
+    QVERIFY(bluez.ready && bluez.addDevice(peerAddress));
+    const NfcBluetoothHandoverInfo info(overTheBus(handover(peerAddress.toLower())));
     QCOMPARE(info.device().name(), QStringLiteral("Peer"));
 }
 
 void TestNfcBluetoothHandoverInfo::laterCallsDoNotContactBlueZ()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(Address));
+    QVERIFY(bluez.ready && bluez.addDevice(peerAddress));
     const NfcBluetoothHandoverInfo info(overTheBus(handover()));
     QVERIFY(info.device().isValid());
     BusMonitor monitor;
@@ -299,7 +302,8 @@ void TestNfcBluetoothHandoverInfo::unknownDeviceIsDiscovered()
     BlueZMock bluez;
     QVERIFY(bluez.ready);
     const NfcBluetoothHandoverInfo info(overTheBus(handover()));
-    const When discovering([&] { return bluez.isDiscovering(); }, [&] { QVERIFY(bluez.addDevice(Address)); });
+    const When discovering([&] { return bluez.isDiscovering(); },
+                           [&] { QVERIFY(bluez.addDevice(peerAddress)); });
     QCOMPARE(info.device().name(), QStringLiteral("Peer"));
     QTRY_VERIFY(!bluez.isDiscovering());
 }
@@ -313,7 +317,7 @@ void TestNfcBluetoothHandoverInfo::failureIsLoggedAndTheNextCallTriesAgain()
     const NfcBluetoothHandoverInfo info(overTheBus(handover()));
     QTest::ignoreMessage(QtWarningMsg, failure(QStringLiteral("Host is down")).constData());
     QVERIFY(!info.device().isValid());
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QVERIFY(info.device().isValid());
 }
 
@@ -342,7 +346,7 @@ void TestNfcBluetoothHandoverInfo::adapterThatVanishesInTheWaitEndsIt()
     }
     // The adapter that was found stays the one that is asked.
     QVERIFY(bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")}));
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QTest::ignoreMessage(QtWarningMsg, gone.constData());
     QVERIFY(!info.device().isValid());
 }
@@ -375,7 +379,7 @@ void TestNfcBluetoothHandoverInfo::callInTheWaitReturnsTheSameDevice()
     BluetoothDevice inner;
     const When discovering([&] { return bluez.isDiscovering(); },
                            [&] {
-                               QTimer::singleShot(0, [&] { bluez.addDevice(Address); });
+                               QTimer::singleShot(0, [&] { bluez.addDevice(peerAddress); });
                                inner = info.device();
                            });
     QCOMPARE(info.device().name(), QStringLiteral("Peer"));

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVariant>
@@ -9,8 +10,8 @@
 #include <QtTest>
 
 #include "fakebluetooth.h"
+#include "ndef/nfcbluetoothhandoverinfo_p.h"
 #include "nfcbluetoothhandoverinfo.h"
-#include "nfcbluetoothhandoverinfo_p.h"
 
 using ConnUi::BluetoothAdapter;
 using ConnUi::BluetoothDevice;
@@ -20,12 +21,12 @@ using ConnUi::NfcBluetoothHandoverInfoPrivate;
 
 namespace {
 
-const auto Address = QStringLiteral("00:11:22:AA:BB:CC");
-const auto OtherAddress = QStringLiteral("00:11:22:AA:BB:DD");
-const char *const NoAdapter = "NfcBluetoothHandoverInfo: No Bluetooth adapter for creating device";
-const char *const OtherCreated =
+const auto peerAddress = QStringLiteral("00:11:22:AA:BB:CC");
+const auto otherAddress = QStringLiteral("00:11:22:AA:BB:DD");
+const char *const noAdapter = "NfcBluetoothHandoverInfo: No Bluetooth adapter for creating device";
+const char *const otherCreated =
     "NfcBluetoothHandoverInfo: device 00:11:22:AA:BB:DD created when expecting creation of 00:11:22:AA:BB:CC";
-const char *const HostDown =
+const char *const hostDown =
     "NfcBluetoothHandoverInfo: Unable to create device 00:11:22:AA:BB:CC: Host is down";
 
 BluetoothDevice device(const QString &address, const QString &name = {})
@@ -35,7 +36,7 @@ BluetoothDevice device(const QString &address, const QString &name = {})
 
 void create(BluetoothAdapter *adapter)
 {
-    Q_EMIT adapter->deviceCreated(device(Address, QStringLiteral("Peer")));
+    Q_EMIT adapter->deviceCreated(device(peerAddress, QStringLiteral("Peer")));
 }
 
 void fail(BluetoothAdapter *adapter)
@@ -50,12 +51,14 @@ void later(const std::function<void()> &action)
 
 void createLater(BluetoothAdapter *adapter)
 {
-    QTimer::singleShot(0, adapter, [=] { create(adapter); });
+    QTimer::singleShot(
+        0, adapter, [=] { create(adapter); });
 }
 
 void failLater(BluetoothAdapter *adapter)
 {
-    QTimer::singleShot(0, adapter, [=] { fail(adapter); });
+    QTimer::singleShot(
+        0, adapter, [=] { fail(adapter); });
 }
 
 } // namespace
@@ -93,10 +96,10 @@ private Q_SLOTS:
     void deletionDeletesTheAdapter();
 
 private:
-    QVariant m_info;
+    QVariant sentInfo;
 
 public Q_SLOTS:
-    void received(const QDBusVariant &info) { m_info = info.variant(); }
+    void received(const QDBusVariant &info) { sentInfo = info.variant(); }
 };
 
 void TestNfcBluetoothHandoverInfoPrivate::initTestCase()
@@ -107,12 +110,12 @@ void TestNfcBluetoothHandoverInfoPrivate::initTestCase()
                         QStringLiteral("Info"), this, SLOT(received(QDBusVariant))));
     auto peer = QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("peer"));
     QDBusArgument argument;
-    argument << BluetoothHandoverData{QDBusObjectPath(QStringLiteral("/carrier")), Address};
+    argument << BluetoothHandoverData{QDBusObjectPath(QStringLiteral("/carrier")), peerAddress};
     auto signal = QDBusMessage::createSignal(QStringLiteral("/info"), QStringLiteral("org.example.Info"),
                                              QStringLiteral("Info"));
     signal << QVariant::fromValue(QDBusVariant(QVariant::fromValue(argument)));
     QVERIFY(peer.send(signal));
-    QTRY_VERIFY(m_info.isValid());
+    QTRY_VERIFY(sentInfo.isValid());
     QDBusConnection::disconnectFromBus(QStringLiteral("peer"));
 }
 
@@ -149,24 +152,24 @@ void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled()
 void TestNfcBluetoothHandoverInfoPrivate::startsIdle()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfoPrivate info(m_info);
+    const NfcBluetoothHandoverInfoPrivate info(sentInfo);
     QVERIFY(!info.creating);
     QVERIFY(!info.device);
     QVERIFY(!info.adapter);
     QCOMPARE(info.parent(), nullptr);
     QCOMPARE(info.data.path.path(), QStringLiteral("/carrier"));
-    QCOMPARE(info.data.address, Address);
+    QCOMPARE(info.data.address, peerAddress);
     QCOMPARE(bluetooth.defaultAdapterCalls, 0);
 }
 
 void TestNfcBluetoothHandoverInfoPrivate::creationIsStartedOnceForTheAddress()
 {
     FakeBluetooth bluetooth;
-    NfcBluetoothHandoverInfoPrivate info(m_info);
+    NfcBluetoothHandoverInfoPrivate info(sentInfo);
     QVERIFY(info.startCreatingDevice());
     QVERIFY(info.creating);
     QVERIFY(info.startCreatingDevice());
-    QCOMPARE(bluetooth.started, QStringList(Address));
+    QCOMPARE(bluetooth.started, QStringList(peerAddress));
     QCOMPARE(bluetooth.defaultAdapterCalls, 1);
     QCOMPARE(info.adapter.data(), bluetooth.adapters.value(0));
 }
@@ -174,18 +177,18 @@ void TestNfcBluetoothHandoverInfoPrivate::creationIsStartedOnceForTheAddress()
 void TestNfcBluetoothHandoverInfoPrivate::createdDeviceIsKept()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = createLater;
     for (int i = 0; i < 2; ++i) {
         const BluetoothDevice created = info.device();
         QVERIFY(created.isValid());
-        QCOMPARE(created.address(), Address);
+        QCOMPARE(created.address(), peerAddress);
         QCOMPARE(created.name(), QStringLiteral("Peer"));
     }
     QCOMPARE(bluetooth.started.size(), 1);
     QCOMPARE(bluetooth.defaultAdapterCalls, 1);
 
-    NfcBluetoothHandoverInfoPrivate direct(m_info);
+    NfcBluetoothHandoverInfoPrivate direct(sentInfo);
     QVERIFY(direct.startCreatingDevice());
     create(direct.adapter.data());
     QVERIFY(!direct.creating);
@@ -198,10 +201,10 @@ void TestNfcBluetoothHandoverInfoPrivate::missingAdapterEndsAtOnceAndIsLookedFor
 {
     FakeBluetooth bluetooth;
     bluetooth.hasAdapter = false;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bool processed = false;
     later([&] { processed = true; });
-    QTest::ignoreMessage(QtWarningMsg, NoAdapter);
+    QTest::ignoreMessage(QtWarningMsg, noAdapter);
     QVERIFY(!info.device().isValid());
     QVERIFY(!processed);
     QTRY_VERIFY(processed);
@@ -216,48 +219,48 @@ void TestNfcBluetoothHandoverInfoPrivate::invalidAdapterIsRefusedOnceThenUsed()
 {
     FakeBluetooth bluetooth;
     bluetooth.adapterIsValid = false;
-    const NfcBluetoothHandoverInfo info(m_info);
-    QTest::ignoreMessage(QtWarningMsg, NoAdapter);
+    const NfcBluetoothHandoverInfo info(sentInfo);
+    QTest::ignoreMessage(QtWarningMsg, noAdapter);
     QVERIFY(!info.device().isValid());
     QCOMPARE(bluetooth.started, QStringList());
 
     bluetooth.onStart = createLater;
     QVERIFY(info.device().isValid());
-    QCOMPARE(bluetooth.started, QStringList(Address));
+    QCOMPARE(bluetooth.started, QStringList(peerAddress));
     QCOMPARE(bluetooth.defaultAdapterCalls, 1);
 }
 
 void TestNfcBluetoothHandoverInfoPrivate::otherDeviceIsIgnoredUntilTheExpectedOneComes()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bool stillWaiting = false;
     bluetooth.onStart = [&](BluetoothAdapter *adapter) {
         later([&, adapter] {
-            Q_EMIT adapter->deviceCreated(device(OtherAddress));
+            Q_EMIT adapter->deviceCreated(device(otherAddress));
             later([&, adapter] {
                 stillWaiting = true;
                 create(adapter);
             });
         });
     };
-    QTest::ignoreMessage(QtWarningMsg, OtherCreated);
-    QCOMPARE(info.device().address(), Address);
+    QTest::ignoreMessage(QtWarningMsg, otherCreated);
+    QCOMPARE(info.device().address(), peerAddress);
     QVERIFY(stillWaiting);
 }
 
 void TestNfcBluetoothHandoverInfoPrivate::otherDeviceIsIgnoredUntilTheFailure()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = [](BluetoothAdapter *adapter) {
         later([=] {
-            Q_EMIT adapter->deviceCreated(device(OtherAddress));
+            Q_EMIT adapter->deviceCreated(device(otherAddress));
             failLater(adapter);
         });
     };
-    QTest::ignoreMessage(QtWarningMsg, OtherCreated);
-    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QTest::ignoreMessage(QtWarningMsg, otherCreated);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
     const BluetoothDevice none = info.device();
     QVERIFY(!none.isValid());
     QCOMPARE(none.address(), QString());
@@ -266,11 +269,11 @@ void TestNfcBluetoothHandoverInfoPrivate::otherDeviceIsIgnoredUntilTheFailure()
 void TestNfcBluetoothHandoverInfoPrivate::addressInOtherLettersIsAnotherDevice()
 {
     FakeBluetooth bluetooth;
-    NfcBluetoothHandoverInfoPrivate info(m_info);
+    NfcBluetoothHandoverInfoPrivate info(sentInfo);
     QVERIFY(info.startCreatingDevice());
     QTest::ignoreMessage(QtWarningMsg, "NfcBluetoothHandoverInfo: device 00:11:22:aa:bb:cc created when "
                                        "expecting creation of 00:11:22:AA:BB:CC");
-    Q_EMIT info.adapter->deviceCreated(device(Address.toLower()));
+    Q_EMIT info.adapter->deviceCreated(device(peerAddress.toLower()));
     QVERIFY(info.creating);
     QVERIFY(!info.device);
 }
@@ -278,9 +281,9 @@ void TestNfcBluetoothHandoverInfoPrivate::addressInOtherLettersIsAnotherDevice()
 void TestNfcBluetoothHandoverInfoPrivate::failureLeavesNoDeviceAndTheNextCallTriesAgain()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = failLater;
-    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
     QVERIFY(!info.device().isValid());
     bluetooth.onStart = createLater;
     QVERIFY(info.device().isValid());
@@ -291,7 +294,7 @@ void TestNfcBluetoothHandoverInfoPrivate::failureLeavesNoDeviceAndTheNextCallTri
 void TestNfcBluetoothHandoverInfoPrivate::successInsideTheStartDoesNotWait()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = create;
     bool processed = false;
     later([&] { processed = true; });
@@ -303,11 +306,11 @@ void TestNfcBluetoothHandoverInfoPrivate::successInsideTheStartDoesNotWait()
 void TestNfcBluetoothHandoverInfoPrivate::failureInsideTheStartDoesNotWait()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = fail;
     bool processed = false;
     later([&] { processed = true; });
-    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
     QVERIFY(!info.device().isValid());
     QVERIFY(!processed);
     QTRY_VERIFY(processed);
@@ -316,17 +319,17 @@ void TestNfcBluetoothHandoverInfoPrivate::failureInsideTheStartDoesNotWait()
 void TestNfcBluetoothHandoverInfoPrivate::laterOutcomesAreNotHeard()
 {
     FakeBluetooth bluetooth;
-    NfcBluetoothHandoverInfoPrivate info(m_info);
+    NfcBluetoothHandoverInfoPrivate info(sentInfo);
     QVERIFY(info.startCreatingDevice());
     create(info.adapter.data());
-    Q_EMIT info.adapter->deviceCreated(device(OtherAddress));
-    Q_EMIT info.adapter->deviceCreated(device(Address, QStringLiteral("Second")));
+    Q_EMIT info.adapter->deviceCreated(device(otherAddress));
+    Q_EMIT info.adapter->deviceCreated(device(peerAddress, QStringLiteral("Second")));
     fail(info.adapter.data());
     QCOMPARE(info.device->name(), QStringLiteral("Peer"));
 
-    NfcBluetoothHandoverInfoPrivate failed(m_info);
+    NfcBluetoothHandoverInfoPrivate failed(sentInfo);
     QVERIFY(failed.startCreatingDevice());
-    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
     fail(failed.adapter.data());
     create(failed.adapter.data());
     fail(failed.adapter.data());
@@ -346,7 +349,7 @@ void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReturnedAsItIs()
 void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReplacedByTheNextCreation()
 {
     FakeBluetooth bluetooth;
-    NfcBluetoothHandoverInfoPrivate info(m_info);
+    NfcBluetoothHandoverInfoPrivate info(sentInfo);
     info.device.reset(new BluetoothDevice);
     QVERIFY(info.startCreatingDevice());
     QVERIFY(info.creating);
@@ -358,7 +361,7 @@ void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReplacedByTheNextCr
 void TestNfcBluetoothHandoverInfoPrivate::creationUnderWayIsWaitedFor()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = [](BluetoothAdapter *) { later([] { QCoreApplication::exit(); }); };
     // An application that quits does not hang in the wait, and what was started stays under way.
     later([&] { QVERIFY(!info.device().isValid()); });
@@ -371,7 +374,7 @@ void TestNfcBluetoothHandoverInfoPrivate::creationUnderWayIsWaitedFor()
 void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheDevice()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = [&](BluetoothAdapter *adapter) {
         later([&, adapter] {
             createLater(adapter);
@@ -385,14 +388,14 @@ void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheDevice()
 void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheFailure()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
     bluetooth.onStart = [&](BluetoothAdapter *adapter) {
         later([&, adapter] {
             failLater(adapter);
             QVERIFY(!info.device().isValid());
         });
     };
-    QTest::ignoreMessage(QtWarningMsg, HostDown);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
     QVERIFY(!info.device().isValid());
     QCOMPARE(bluetooth.started.size(), 1);
 }
@@ -400,7 +403,7 @@ void TestNfcBluetoothHandoverInfoPrivate::callInTheWaitSharesTheFailure()
 void TestNfcBluetoothHandoverInfoPrivate::deletionInTheWaitEndsIt()
 {
     FakeBluetooth bluetooth;
-    auto *info = new NfcBluetoothHandoverInfo(m_info);
+    auto *info = new NfcBluetoothHandoverInfo(sentInfo);
     bluetooth.onStart = [&](BluetoothAdapter *) { later([&] { delete info; }); };
     QVERIFY(!info->device().isValid());
     QCOMPARE(bluetooth.adapters.size(), 0);
@@ -409,7 +412,7 @@ void TestNfcBluetoothHandoverInfoPrivate::deletionInTheWaitEndsIt()
 void TestNfcBluetoothHandoverInfoPrivate::deletionByTheInnerCallerEndsTheOuterWait()
 {
     FakeBluetooth bluetooth;
-    auto *info = new NfcBluetoothHandoverInfo(m_info);
+    auto *info = new NfcBluetoothHandoverInfo(sentInfo);
     bluetooth.onStart = [&](BluetoothAdapter *adapter) {
         later([&, adapter] {
             createLater(adapter);
@@ -424,8 +427,8 @@ void TestNfcBluetoothHandoverInfoPrivate::deletionByTheInnerCallerEndsTheOuterWa
 void TestNfcBluetoothHandoverInfoPrivate::otherEventsAreProcessedInTheWait()
 {
     FakeBluetooth bluetooth;
-    const NfcBluetoothHandoverInfo info(m_info);
-    const NfcBluetoothHandoverInfo other(m_info);
+    const NfcBluetoothHandoverInfo info(sentInfo);
+    const NfcBluetoothHandoverInfo other(sentInfo);
     int events = 0;
     bluetooth.onStart = [&](BluetoothAdapter *adapter) {
         later([&, adapter] {
@@ -442,7 +445,7 @@ void TestNfcBluetoothHandoverInfoPrivate::otherEventsAreProcessedInTheWait()
 void TestNfcBluetoothHandoverInfoPrivate::deletionDeletesTheAdapter()
 {
     FakeBluetooth bluetooth;
-    auto info = std::make_unique<NfcBluetoothHandoverInfoPrivate>(m_info);
+    auto info = std::make_unique<NfcBluetoothHandoverInfoPrivate>(sentInfo);
     QVERIFY(info->startCreatingDevice());
     QCOMPARE(bluetooth.adapters.size(), 1);
     info.reset();

@@ -3,9 +3,9 @@
 #ifndef CONNUI_TEST_BLUEZMOCK_H
 #define CONNUI_TEST_BLUEZMOCK_H
 
-#include "dbusmock.h"
-
 #include <QDBusReply>
+
+#include "dbusmock.h"
 
 // BlueZ with the adapter hci0, as it is without its experimental interfaces.
 struct BlueZMock : DBusMock

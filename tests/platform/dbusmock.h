@@ -16,29 +16,29 @@ public:
     // Arguments as "python3 -m dbusmock" takes them.
     DBusMock(const QString &service, const QStringList &arguments,
              QDBusConnection::BusType type = QDBusConnection::SystemBus)
-        : m_service(service)
-        , m_bus(type == QDBusConnection::SystemBus ? QDBusConnection::systemBus()
-                                                   : QDBusConnection::sessionBus())
+        : serviceName(service)
+        , bus(type == QDBusConnection::SystemBus ? QDBusConnection::systemBus()
+                                                 : QDBusConnection::sessionBus())
     {
         const auto option =
             type == QDBusConnection::SystemBus ? QStringLiteral("--system") : QStringLiteral("--session");
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         // Debian's own interpreter: another one first in the path would not find Debian's modules.
-        m_process.start(QStringLiteral("/usr/bin/python3"),
-                        QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), option} + arguments);
+        process.start(QStringLiteral("/usr/bin/python3"),
+                      QStringList{QStringLiteral("-m"), QStringLiteral("dbusmock"), option} + arguments);
     }
 
     ~DBusMock()
     {
-        m_process.terminate();
-        m_process.waitForFinished();
+        process.terminate();
+        process.waitForFinished();
         // The bus may learn of the end later than we do.
         (void)QTest::qWaitFor([this] { return !isRegistered(); });
     }
 
     bool waitForRegistered() const
     {
-        const auto settled = [this] { return isRegistered() || m_process.state() == QProcess::NotRunning; };
+        const auto settled = [this] { return isRegistered() || process.state() == QProcess::NotRunning; };
         return QTest::qWaitFor(settled, 30000) && isRegistered();
     }
 
@@ -46,9 +46,9 @@ public:
     QDBusMessage call(const QString &path, const QString &interface, const QString &method,
                       const QVariantList &arguments) const
     {
-        auto message = QDBusMessage::createMethodCall(m_service, path, interface, method);
+        auto message = QDBusMessage::createMethodCall(serviceName, path, interface, method);
         message.setArguments(arguments);
-        return m_bus.call(message);
+        return bus.call(message);
     }
 
     // Adds a method with a body in Python.
@@ -78,11 +78,11 @@ public:
     }
 
 private:
-    bool isRegistered() const { return m_bus.interface()->isServiceRegistered(m_service); }
+    bool isRegistered() const { return bus.interface()->isServiceRegistered(serviceName); }
 
-    QString m_service;
-    QDBusConnection m_bus;
-    QProcess m_process;
+    QString serviceName;
+    QDBusConnection bus;
+    QProcess process;
 };
 
 #endif

@@ -3,9 +3,10 @@
 
 // settingswriter KEY COUNT: stores 1, 2, ... COUNT under KEY, and tells each on standard output before and
 // after.
-#include <ConnectivitySettings>
 #include <cstdio>
 #include <cstdlib>
+
+#include <ConnectivitySettings>
 
 int main(int, char **argv)
 {

@@ -4,57 +4,54 @@
 #ifndef CONNUI_TOUCHTEST_H
 #define CONNUI_TOUCHTEST_H
 
-#include <MButton>
-#include <MButtonModel>
-#include <MDialog>
-#include <MSceneManager>
-#include <MWindow>
 #include <QGraphicsScene>
 #include <QImage>
 #include <QPainter>
 #include <QTest>
 
+#include <MButton>
+#include <MButtonModel>
+#include <MDialog>
+#include <MSceneManager>
+#include <MWindow>
+
 /** What tests of the toolkit have in common. */
 namespace TouchTest {
 
-/** Returns all widgets of class @p T below @p root that are visible, in the order of their making. */
+/** Returns all widgets of class \a T below \a root that are visible, in the order of their making. */
 template <class T>
 QList<T *> visibleBelow(QGraphicsItem *root)
 {
     QList<T *> found;
     const QList<QGraphicsItem *> children = root->childItems();
     for (QGraphicsItem *child : children) {
-        if (!child->isVisible()) {
+        if (!child->isVisible())
             continue;
-        }
-        if (auto widget = dynamic_cast<T *>(child->toGraphicsObject())) {
+        if (auto widget = dynamic_cast<T *>(child->toGraphicsObject()))
             found.append(widget);
-        }
         found.append(visibleBelow<T>(child));
     }
     return found;
 }
 
-/** Returns the button on the screen that shows @p model, or null. */
+/** Returns the button on the screen that shows \a model, or null. */
 inline MButton *viewOf(MDialog *dialog, const MButtonModel *model)
 {
     const QList<MButton *> buttons = visibleBelow<MButton>(dialog);
-    for (MButton *button : buttons) {
-        if (model && button->text() == model->text()) {
+    for (MButton *button : buttons)
+        if (model && button->text() == model->text())
             return button;
-        }
-    }
     return nullptr;
 }
 
-/** Presses the middle of @p item in @p window and lets go. */
+/** Presses the middle of \a item in \a window and lets go. */
 inline void tap(MWindow *window, QGraphicsItem *item)
 {
     const QPoint middle = window->mapFromScene(item->sceneBoundingRect().center());
     QTest::mouseClick(window->viewport(), Qt::LeftButton, {}, middle);
 }
 
-/** Returns what the window's scene looks like at @p rect. */
+/** Returns what the window's scene looks like at \a rect. */
 inline QImage picture(QGraphicsScene *scene, const QRectF &rect, qreal ratio = 1)
 {
     QImage image((rect.size() * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
@@ -65,7 +62,7 @@ inline QImage picture(QGraphicsScene *scene, const QRectF &rect, qreal ratio = 1
     return image;
 }
 
-/** Shows @p window and waits until it takes keys. */
+/** Shows \a window and waits until it takes keys. */
 inline bool activate(MWindow *window)
 {
     window->show();

@@ -1,15 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "bluezmock.h"
-#include "devicecreation_p.h"
-
-#include <BluetoothAdapter>
 #include <memory>
+
 #include <QDBusReply>
 #include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <BluetoothAdapter>
+
+#include "bluezmock.h"
+#include "devicecreation_p.h"
 
 using namespace std::chrono_literals;
 using ConnUi::BluetoothAdapter;
@@ -18,8 +20,8 @@ using ConnUi::DeviceCreation;
 
 namespace {
 
-const auto ObjectManager = QStringLiteral("org.freedesktop.DBus.ObjectManager");
-const auto Address = QStringLiteral("00:11:22:AA:BB:CC");
+const auto objectManager = QStringLiteral("org.freedesktop.DBus.ObjectManager");
+const auto peerAddress = QStringLiteral("00:11:22:AA:BB:CC");
 
 BluetoothDevice device(const QString &address)
 {
@@ -30,9 +32,9 @@ BluetoothDevice device(const QString &address)
 struct OddBlueZ : DBusMock
 {
     explicit OddBlueZ(const QString &out, const QString &body)
-        : DBusMock(BlueZMock::Service, {BlueZMock::Service, QStringLiteral("/"), ObjectManager})
+        : DBusMock(BlueZMock::Service, {BlueZMock::Service, QStringLiteral("/"), objectManager})
     {
-        ready = waitForRegistered() && addMethod(QStringLiteral("/"), ObjectManager,
+        ready = waitForRegistered() && addMethod(QStringLiteral("/"), objectManager,
                                                  QStringLiteral("GetManagedObjects"), QString(), out, body)
                                                .type() == QDBusMessage::ReplyMessage;
     }
@@ -45,10 +47,11 @@ struct Outcome
 {
     explicit Outcome(BluetoothAdapter *adapter)
     {
-        QObject::connect(adapter, &BluetoothAdapter::deviceCreated, &context,
-                         [this](const BluetoothDevice &device) {
-                             created.append(device.address() + QLatin1Char(' ') + device.name());
-                         });
+        QObject::connect(
+            adapter, &BluetoothAdapter::deviceCreated, &context,
+            [this](const BluetoothDevice &device) {
+                created.append(device.address() + QLatin1Char(' ') + device.name());
+            });
         QObject::connect(adapter, &BluetoothAdapter::deviceCreationFailed, &context,
                          [this](const QString &reason) { failed.append(reason); });
     }
@@ -144,9 +147,9 @@ void TestBluetoothAdapter::firstAdapterIsTheDefault()
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(adapter);
     QVERIFY(bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci1")}));
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.created.size(), 1);
     QVERIFY(adapter->isValid());
 }
@@ -165,11 +168,12 @@ void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
 void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(QStringLiteral("00:00:00:00:00:01")) && bluez.addDevice(Address));
+    QVERIFY(bluez.ready && bluez.addDevice(QStringLiteral("00:00:00:00:00:01")) &&
+            bluez.addDevice(peerAddress));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(adapter);
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QCOMPARE(outcome.failed, QStringList());
@@ -179,21 +183,21 @@ void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
 void TestBluetoothAdapter::addressIsSpelledAsItWasAsked()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(Address));
+    QVERIFY(bluez.ready && bluez.addDevice(peerAddress));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address.toLower()));
+    adapter->startCreatingDevice(device(peerAddress.toLower()));
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:aa:bb:cc Peer")));
 }
 
 void TestBluetoothAdapter::unknownDeviceIsConnected()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.offerConnectDevice(
-                               QStringLiteral("ret = self.AddDevice('hci0', args[0]['Address'], 'New')")));
+    QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral(
+                               "ret = self.AddDevice('hci0', args[0]['Address'], 'New')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC New")));
     QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("ConnectDevice")), 1);
@@ -208,7 +212,7 @@ void TestBluetoothAdapter::failureCarriesBlueZWords()
                 "raise dbus.exceptions.DBusException('Host is down', name='org.bluez.Error.Failed')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Host is down")));
     QCOMPARE(outcome.created, QStringList());
     QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
@@ -223,7 +227,7 @@ void TestBluetoothAdapter::deviceThatAppearsButDoesNotConnectFails()
                 "raise dbus.exceptions.DBusException('Host is down', name='org.bluez.Error.Failed')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Host is down")));
     QCOMPARE(outcome.created, QStringList());
 }
@@ -234,7 +238,7 @@ void TestBluetoothAdapter::deviceThatBlueZDoesNotListFails()
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("ret = '/org/bluez/hci0/nowhere'")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("The device is gone")));
 }
 
@@ -244,10 +248,10 @@ void TestBluetoothAdapter::deviceIsDiscoveredWhereBlueZCannotConnect()
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(outcome.isOpen());
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QTRY_VERIFY(!bluez.isDiscovering());
     QCOMPARE(outcome.failed, QStringList());
@@ -260,19 +264,19 @@ void TestBluetoothAdapter::otherDevicesAreIgnored()
             bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")}));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(bluez.addDevice(QStringLiteral("00:00:00:00:00:01")));
     QVERIFY(bluez.mock(QStringLiteral("AddDevice"),
-                       {QStringLiteral("hci1"), Address, QStringLiteral("Elsewhere")}));
+                       {QStringLiteral("hci1"), peerAddress, QStringLiteral("Elsewhere")}));
     // An answer of nonsense, and a thing that is no device.
     QVERIFY(bluez
                 .call(QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Mock"),
                       QStringLiteral("EmitSignal"),
-                      {ObjectManager, QStringLiteral("InterfacesAdded"), QStringLiteral("s"),
-                       QVariantList{Address}})
+                      {objectManager, QStringLiteral("InterfacesAdded"), QStringLiteral("s"),
+                       QVariantList{peerAddress}})
                 .type() == QDBusMessage::ReplyMessage);
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
 }
 
@@ -285,7 +289,7 @@ void TestBluetoothAdapter::refusedDiscoveryFails()
                                                   "name='org.bluez.Error.NotReady')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Resource Not Ready")));
 }
 
@@ -300,9 +304,9 @@ void TestBluetoothAdapter::runningDiscoveryIsUsed()
                 "raise dbus.exceptions.DBusException('In progress', name='org.bluez.Error.InProgress')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
-    QVERIFY(bluez.addDevice(Address));
+    QVERIFY(bluez.addDevice(peerAddress));
     QTRY_COMPARE(outcome.created.size(), 1);
     QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StopDiscovery")), 0);
 }
@@ -311,7 +315,7 @@ void TestBluetoothAdapter::timeLimitEndsDiscovery()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready);
-    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, Address, 3s, this);
+    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, peerAddress, 3s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QSignalSpy deleted(creation, &QObject::destroyed);
     creation->start();
@@ -326,7 +330,7 @@ void TestBluetoothAdapter::timeLimitEndsASlowConnection()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("import time; time.sleep(20)")));
-    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, Address, 1s, this);
+    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, peerAddress, 1s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QElapsedTimer timer;
     timer.start();
@@ -341,7 +345,7 @@ void TestBluetoothAdapter::deletionEndsDiscoveryWithoutSignal()
     QVERIFY(bluez.ready);
     std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez.isDiscovering());
     adapter.reset();
     QTRY_VERIFY(!bluez.isDiscovering());
@@ -351,14 +355,14 @@ void TestBluetoothAdapter::deletionEndsDiscoveryWithoutSignal()
 void TestBluetoothAdapter::deletionByTheReceiverIsFine()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.addDevice(Address));
+    QVERIFY(bluez.ready && bluez.addDevice(peerAddress));
     BluetoothAdapter *adapter = BluetoothAdapter::defaultAdapter();
     bool created = false;
     connect(adapter, &BluetoothAdapter::deviceCreated, this, [&] {
         created = true;
         delete adapter;
     });
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(created);
 }
 
@@ -368,7 +372,7 @@ void TestBluetoothAdapter::vanishingAdapterFails()
     QVERIFY(bluez.ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci0")}));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("The Bluetooth adapter is gone")));
@@ -381,7 +385,7 @@ void TestBluetoothAdapter::endOfBlueZFails()
     QVERIFY(bluez->ready);
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez->isDiscovering());
     bluez.reset();
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("The Bluetooth adapter is gone")));
@@ -397,7 +401,7 @@ void TestBluetoothAdapter::vanishedAdapterStaysInvalid()
     QTRY_VERIFY(!adapter->isValid());
     QVERIFY(bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")}));
     Outcome outcome(adapter.get());
-    adapter->startCreatingDevice(device(Address));
+    adapter->startCreatingDevice(device(peerAddress));
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("The Bluetooth adapter is gone")));
 }

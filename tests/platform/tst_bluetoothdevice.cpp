@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <BluetoothDevice>
 #include <QtTest>
+
+#include <BluetoothDevice>
 
 using ConnUi::BluetoothDevice;
 

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <BluetoothDeviceInfoUtils>
 #include <QtTest>
+
+#include <BluetoothDeviceInfoUtils>
 
 class TestBluetoothDeviceInfoUtils : public QObject
 {

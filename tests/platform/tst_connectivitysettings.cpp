@@ -1,22 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <ConnectivitySettings>
 #include <csignal>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QStandardPaths>
 #include <QtTest>
-#include <sys/file.h>
-#include <sys/resource.h>
-#include <unistd.h>
+
+#include <ConnectivitySettings>
 
 using ConnUi::ConnectivitySettings;
 
 namespace {
 
-const auto Key = QStringLiteral("nfc_show_confirmations");
+const auto settingKey = QStringLiteral("nfc_show_confirmations");
 
 QString folder()
 {
@@ -55,10 +57,9 @@ struct Writer
     static int last(const QByteArray &output, const QByteArray &word)
     {
         int found = 0;
-        for (const QByteArray &line : output.split('\n')) {
+        for (const QByteArray &line : output.split('\n'))
             if (line.startsWith(word + ' '))
                 found = line.mid(word.size() + 1).toInt();
-        }
         return found;
     }
 
@@ -102,14 +103,14 @@ void TestConnectivitySettings::cleanup()
 {
     QVERIFY(QDir(folder()).removeRecursively());
     // A whole store ends the silence about a damaged one.
-    ConnectivitySettings(1).set(Key, QVariant());
-    ConnectivitySettings(1).get(Key);
+    ConnectivitySettings(1).set(settingKey, QVariant());
+    ConnectivitySettings(1).get(settingKey);
     QVERIFY(QDir(folder()).removeRecursively());
 }
 
 void TestConnectivitySettings::unsetKeyIsInvalid()
 {
-    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
     QVERIFY(!QFile::exists(folder()));
 }
 
@@ -131,37 +132,37 @@ void TestConnectivitySettings::valueKeepsItsType()
 {
     QFETCH(QVariant, value);
     ConnectivitySettings settings(1);
-    settings.set(Key, value);
-    QCOMPARE(settings.get(Key).typeName(), value.typeName());
-    QCOMPARE(settings.get(Key), value);
+    settings.set(settingKey, value);
+    QCOMPARE(settings.get(settingKey).typeName(), value.typeName());
+    QCOMPARE(settings.get(settingKey), value);
 }
 
 void TestConnectivitySettings::typesAreGroupsOfTheirOwn()
 {
-    ConnectivitySettings(1).set(Key, true);
-    ConnectivitySettings(2).set(Key, QStringLiteral("other"));
-    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(true));
-    QCOMPARE(ConnectivitySettings(2).get(Key), QVariant(QStringLiteral("other")));
-    QVERIFY(!ConnectivitySettings(3).get(Key).isValid());
+    ConnectivitySettings(1).set(settingKey, true);
+    ConnectivitySettings(2).set(settingKey, QStringLiteral("other"));
+    QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(true));
+    QCOMPARE(ConnectivitySettings(2).get(settingKey), QVariant(QStringLiteral("other")));
+    QVERIFY(!ConnectivitySettings(3).get(settingKey).isValid());
 }
 
 void TestConnectivitySettings::invalidValueRemovesTheKey()
 {
     ConnectivitySettings settings(1);
-    settings.set(Key, true);
-    settings.set(Key, QVariant());
-    QVERIFY(!settings.get(Key).isValid());
+    settings.set(settingKey, true);
+    settings.set(settingKey, QVariant());
+    QVERIFY(!settings.get(settingKey).isValid());
 }
 
 void TestConnectivitySettings::valueWithoutStoredFormIsRefused()
 {
     ConnectivitySettings settings(1);
-    settings.set(Key, true);
+    settings.set(settingKey, true);
     QTest::ignoreMessage(
         QtWarningMsg,
         "ConnectivitySettings: unable to store nfc_show_confirmations: a QObject* has no stored form");
-    settings.set(Key, QVariant::fromValue<QObject *>(this));
-    QCOMPARE(settings.get(Key), QVariant(true));
+    settings.set(settingKey, QVariant::fromValue<QObject *>(this));
+    QCOMPARE(settings.get(settingKey), QVariant(true));
 }
 
 void TestConnectivitySettings::rubbishMeansDefaultsAndOneWarning_data()
@@ -186,31 +187,31 @@ void TestConnectivitySettings::rubbishMeansDefaultsAndOneWarning()
     QFETCH(QString, reason);
     writeStore(content);
     expectWarning("understand", reason);
-    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
-    QVERIFY(!ConnectivitySettings(1).get(Key).isValid());
-    QVERIFY(!ConnectivitySettings(2).get(Key).isValid());
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
+    QVERIFY(!ConnectivitySettings(2).get(settingKey).isValid());
 }
 
 void TestConnectivitySettings::rubbishIsReplacedByTheNextWrite()
 {
     writeStore("rubbish");
     expectWarning("understand", QStringLiteral("Unexpected end of input data (more bytes needed)"));
-    ConnectivitySettings(1).set(Key, true);
-    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(true));
+    ConnectivitySettings(1).set(settingKey, true);
+    QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(true));
 }
 
 void TestConnectivitySettings::unwritableFolderKeepsTheOldValue()
 {
     // A folder in the lock's place, as permissions do not stop root.
-    ConnectivitySettings(1).set(Key, QStringLiteral("old"));
+    ConnectivitySettings(1).set(settingKey, QStringLiteral("old"));
     QVERIFY(QFile::remove(folder() + QStringLiteral("/settings.lock")));
     QVERIFY(QDir().mkdir(folder() + QStringLiteral("/settings.lock")));
     QTest::ignoreMessage(
         QtWarningMsg,
         qUtf8Printable(QStringLiteral("ConnectivitySettings: unable to lock %1/settings.lock: Is a directory")
                            .arg(folder())));
-    ConnectivitySettings(1).set(Key, QStringLiteral("new"));
-    QCOMPARE(ConnectivitySettings(1).get(Key), QVariant(QStringLiteral("old")));
+    ConnectivitySettings(1).set(settingKey, QStringLiteral("new"));
+    QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(QStringLiteral("old")));
 }
 
 void TestConnectivitySettings::unreadableValueKeepsTheOldValue_data()
@@ -229,16 +230,16 @@ void TestConnectivitySettings::unreadableValueKeepsTheOldValue()
     QFETCH(QVariant, value);
     QFETCH(QString, reason);
     ConnectivitySettings settings(1);
-    settings.set(Key, QStringLiteral("old"));
+    settings.set(settingKey, QStringLiteral("old"));
     expectWarning("write", reason);
-    settings.set(Key, value);
-    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
+    settings.set(settingKey, value);
+    QCOMPARE(settings.get(settingKey), QVariant(QStringLiteral("old")));
 }
 
 void TestConnectivitySettings::fullDiskKeepsTheOldValue()
 {
     ConnectivitySettings settings(1);
-    settings.set(Key, QStringLiteral("old"));
+    settings.set(settingKey, QStringLiteral("old"));
 
     rlimit before;
     QCOMPARE(getrlimit(RLIMIT_FSIZE, &before), 0);
@@ -246,17 +247,17 @@ void TestConnectivitySettings::fullDiskKeepsTheOldValue()
     const rlimit small = {64, before.rlim_max};
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
     expectWarning("write", QStringLiteral("File too large"));
-    settings.set(Key, QString(1000, QLatin1Char('x')));
+    settings.set(settingKey, QString(1000, QLatin1Char('x')));
     QCOMPARE(setrlimit(RLIMIT_FSIZE, &before), 0);
     signal(SIGXFSZ, ignored);
 
-    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
+    QCOMPARE(settings.get(settingKey), QVariant(QStringLiteral("old")));
 }
 
 void TestConnectivitySettings::heldLockEndsTheWriteInTime()
 {
     ConnectivitySettings settings(1);
-    settings.set(Key, QStringLiteral("old"));
+    settings.set(settingKey, QStringLiteral("old"));
     QFile held(folder() + QStringLiteral("/settings.lock"));
     QVERIFY(held.open(QIODevice::WriteOnly));
     QCOMPARE(flock(held.handle(), LOCK_EX), 0);
@@ -266,37 +267,37 @@ void TestConnectivitySettings::heldLockEndsTheWriteInTime()
         qUtf8Printable(
             QStringLiteral("ConnectivitySettings: unable to lock %1: Resource temporarily unavailable")
                 .arg(held.fileName())));
-    settings.set(Key, QStringLiteral("new"));
-    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("old")));
+    settings.set(settingKey, QStringLiteral("new"));
+    QCOMPARE(settings.get(settingKey), QVariant(QStringLiteral("old")));
 
     held.close();
-    settings.set(Key, QStringLiteral("new"));
-    QCOMPARE(settings.get(Key), QVariant(QStringLiteral("new")));
+    settings.set(settingKey, QStringLiteral("new"));
+    QCOMPARE(settings.get(settingKey), QVariant(QStringLiteral("new")));
 }
 
 void TestConnectivitySettings::otherProcessSeesTheValueAtItsNextRead()
 {
     ConnectivitySettings settings(1);
-    settings.set(Key, 0);
-    Writer writer(Key, 3);
+    settings.set(settingKey, 0);
+    Writer writer(settingKey, 3);
     QVERIFY(writer.process.waitForFinished());
-    QCOMPARE(settings.get(Key), QVariant(qlonglong(3)));
+    QCOMPARE(settings.get(settingKey), QVariant(qlonglong(3)));
 }
 
 void TestConnectivitySettings::twoProcessesLoseNothing()
 {
-    constexpr int Count = 100;
-    Writer first(QStringLiteral("first"), Count);
-    Writer second(QStringLiteral("second"), Count);
+    constexpr int tries = 100;
+    Writer first(QStringLiteral("first"), tries);
+    Writer second(QStringLiteral("second"), tries);
     ConnectivitySettings settings(1);
-    for (int i = 1; i <= Count; ++i)
+    for (int i = 1; i <= tries; ++i)
         settings.set(QStringLiteral("own%1").arg(i), i);
     QVERIFY(first.process.waitForFinished());
     QVERIFY(second.process.waitForFinished());
 
-    QCOMPARE(settings.get(QStringLiteral("first")), QVariant(qlonglong(Count)));
-    QCOMPARE(settings.get(QStringLiteral("second")), QVariant(qlonglong(Count)));
-    for (int i = 1; i <= Count; ++i)
+    QCOMPARE(settings.get(QStringLiteral("first")), QVariant(qlonglong(tries)));
+    QCOMPARE(settings.get(QStringLiteral("second")), QVariant(qlonglong(tries)));
+    for (int i = 1; i <= tries; ++i)
         QCOMPARE(settings.get(QStringLiteral("own%1").arg(i)), QVariant(qlonglong(i)));
 }
 
@@ -305,8 +306,8 @@ void TestConnectivitySettings::killedWriterLeavesOldOrNewValue()
     ConnectivitySettings settings(1);
     settings.set(QStringLiteral("other"), true);
     for (int kills = 0; kills < 500; ++kills) {
-        settings.set(Key, 0);
-        Writer writer(Key, 1000000);
+        settings.set(settingKey, 0);
+        Writer writer(settingKey, 1000000);
         QVERIFY(writer.process.waitForReadyRead());
         usleep(QRandomGenerator::global()->bounded(3000));
         QCOMPARE(::kill(pid_t(writer.process.processId()), SIGKILL), 0);
@@ -315,7 +316,7 @@ void TestConnectivitySettings::killedWriterLeavesOldOrNewValue()
         const QByteArray output = writer.process.readAll();
         const int begun = Writer::last(output, "begin");
         const int ended = Writer::last(output, "end");
-        const QVariant value = settings.get(Key);
+        const QVariant value = settings.get(settingKey);
         QCOMPARE(value.typeName(), "qlonglong");
         QVERIFY2(
             value == begun || value == ended,

@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <ContactExporter>
 #include <QBuffer>
 #include <QDir>
 #include <QStandardPaths>
 #include <QtTest>
+
+#include <ContactExporter>
 
 using ConnUi::ContactExporter;
 

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <ContentAction>
 #include <QDir>
 #include <QStandardPaths>
 #include <QtTest>
+
+#include <ContentAction>
 
 using ContentAction::Action;
 
@@ -47,7 +48,7 @@ private Q_SLOTS:
     void remoteFileHasNone();
 
 private:
-    QTemporaryDir m_folder;
+    QTemporaryDir folder;
 };
 
 void TestContentAction::initTestCase()
@@ -161,14 +162,14 @@ void TestContentAction::fileHasTheApplicationOfItsContent()
     QFETCH(QString, name);
     QFETCH(QByteArray, content);
     QFETCH(QString, application);
-    const QString path = m_folder.filePath(name);
+    const QString path = folder.filePath(name);
     writeFile(path, content);
     QCOMPARE(Action::defaultActionForFile(QUrl::fromLocalFile(path)).name(), application);
 }
 
 void TestContentAction::missingFileHasNone()
 {
-    QVERIFY(!Action::defaultActionForFile(QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("none.jpg"))))
+    QVERIFY(!Action::defaultActionForFile(QUrl::fromLocalFile(folder.filePath(QStringLiteral("none.jpg"))))
                  .isValid());
 }
 

@@ -1,14 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MButton>
 #include <QSignalSpy>
+
+#include <MButton>
 
 #include "touchtest.h"
 
 using namespace TouchTest;
 
-class MButtonTest : public QObject
+class TestMButton : public QObject
 {
     Q_OBJECT
 
@@ -33,7 +34,7 @@ private Q_SLOTS:
     void sizeFollowsTextAndStyle();
 };
 
-void MButtonTest::sizeFollowsTextAndStyle()
+void TestMButton::sizeFollowsTextAndStyle()
 {
     MButton button(QStringLiteral("A text wider than the least width"));
     const QSizeF plain = button.preferredSize();
@@ -45,7 +46,7 @@ void MButtonTest::sizeFollowsTextAndStyle()
     QVERIFY(button.preferredSize().width() > plain.width());
 }
 
-void MButtonTest::propertiesComeBack()
+void TestMButton::propertiesComeBack()
 {
     MButton button(QStringLiteral("Call"));
     QCOMPARE(button.text(), QStringLiteral("Call"));
@@ -56,7 +57,7 @@ void MButtonTest::propertiesComeBack()
     QVERIFY(!button.isChecked());
 }
 
-void MButtonTest::clickEmits()
+void TestMButton::clickEmits()
 {
     MButton button;
     QSignalSpy clicked(&button, &MButton::clicked);
@@ -67,7 +68,7 @@ void MButtonTest::clickEmits()
     QVERIFY(toggled.isEmpty());
 }
 
-void MButtonTest::checkableButtonChanges()
+void TestMButton::checkableButtonChanges()
 {
     MButton button;
     button.setCheckable(true);
@@ -88,7 +89,7 @@ void MButtonTest::checkableButtonChanges()
     QVERIFY(!button.isChecked());
 }
 
-void MButtonTest::switchIsCheckable()
+void TestMButton::switchIsCheckable()
 {
     MButton button;
     button.setViewType(MButton::switchType);
@@ -98,7 +99,7 @@ void MButtonTest::switchIsCheckable()
     QVERIFY(button.preferredSize().width() >= 48);
 }
 
-void MButtonTest::onlyCheckableButtonIsChecked()
+void TestMButton::onlyCheckableButtonIsChecked()
 {
     MButton button;
     QSignalSpy toggled(&button, &MButton::toggled);
@@ -107,7 +108,7 @@ void MButtonTest::onlyCheckableButtonIsChecked()
     QVERIFY(toggled.isEmpty());
 }
 
-void MButtonTest::fingerPresses()
+void TestMButton::fingerPresses()
 {
     MWindow window;
     window.show();
@@ -122,7 +123,7 @@ void MButtonTest::fingerPresses()
     QCOMPARE(clicked.count(), 1);
 }
 
-void MButtonTest::fingerThatLeavesDoesNotPress()
+void TestMButton::fingerThatLeavesDoesNotPress()
 {
     MWindow window;
     window.show();
@@ -136,7 +137,7 @@ void MButtonTest::fingerThatLeavesDoesNotPress()
     QVERIFY(clicked.isEmpty());
 }
 
-void MButtonTest::keysPress_data()
+void TestMButton::keysPress_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::addColumn<int>("presses");
@@ -147,7 +148,7 @@ void MButtonTest::keysPress_data()
     QTest::newRow("letter") << Qt::Key_A << 0;
 }
 
-void MButtonTest::keysPress()
+void TestMButton::keysPress()
 {
     QFETCH(Qt::Key, key);
     QFETCH(int, presses);
@@ -162,7 +163,7 @@ void MButtonTest::keysPress()
     QCOMPARE(clicked.count(), presses);
 }
 
-void MButtonTest::disabledButtonDoesNothing()
+void TestMButton::disabledButtonDoesNothing()
 {
     MButton button;
     button.setCheckable(true);
@@ -173,7 +174,7 @@ void MButtonTest::disabledButtonDoesNothing()
     QVERIFY(!button.isChecked());
 }
 
-void MButtonTest::slotMayDeleteButton_data()
+void TestMButton::slotMayDeleteButton_data()
 {
     QTest::addColumn<bool>("atToggle");
     QTest::addColumn<bool>("finger");
@@ -183,7 +184,7 @@ void MButtonTest::slotMayDeleteButton_data()
     QTest::newRow("clicked by finger") << false << true;
 }
 
-void MButtonTest::slotMayDeleteButton()
+void TestMButton::slotMayDeleteButton()
 {
     QFETCH(bool, atToggle);
     QFETCH(bool, finger);
@@ -194,15 +195,14 @@ void MButtonTest::slotMayDeleteButton()
     window.scene()->addItem(button);
     button->setGeometry(50, 50, 200, 60);
     connect(button, atToggle ? &MButton::toggled : &MButton::clicked, this, [&] { delete button; });
-    if (finger) {
+    if (finger)
         tap(&window, button);
-    } else {
+    else
         button->click();
-    }
     QVERIFY(!button);
 }
 
-void MButtonTest::longTextMakesButtonHigher()
+void TestMButton::longTextMakesButtonHigher()
 {
     MButton button(QStringLiteral("Change the application that opens this kind of content"));
     const QSizeF line = button.preferredSize();
@@ -211,7 +211,7 @@ void MButtonTest::longTextMakesButtonHigher()
     QVERIFY(button.minimumSize().width() < line.width() / 3);
 }
 
-void MButtonTest::longestVariantThatFitsIsShown()
+void TestMButton::longestVariantThatFitsIsShown()
 {
     const QString shorter = QStringLiteral("Other application");
     const QString longer = QStringLiteral("Choose another application");
@@ -238,7 +238,7 @@ void MButtonTest::longestVariantThatFitsIsShown()
     }
 }
 
-void MButtonTest::switchMirrors()
+void TestMButton::switchMirrors()
 {
     MWindow window;
     auto button = new MButton;
@@ -260,5 +260,5 @@ void MButtonTest::switchMirrors()
     QVERIFY(knobIsAt(right, left));
 }
 
-QTEST_MAIN(MButtonTest)
+QTEST_MAIN(TestMButton)
 #include "tst_mbutton.moc"

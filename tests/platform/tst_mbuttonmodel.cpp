@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MButtonModel>
 #include <QSignalSpy>
 #include <QTest>
 
-class MButtonModelTest : public QObject
+#include <MButtonModel>
+
+class TestMButtonModel : public QObject
 {
     Q_OBJECT
 
@@ -18,7 +19,7 @@ private Q_SLOTS:
     void codesAreFixed();
 };
 
-void MButtonModelTest::tellsWhatItIs()
+void TestMButtonModel::tellsWhatItIs()
 {
     MButtonModel model(QStringLiteral("Yes"), M::YesRole, M::YesButton);
     QCOMPARE(model.text(), QStringLiteral("Yes"));
@@ -26,7 +27,7 @@ void MButtonModelTest::tellsWhatItIs()
     QCOMPARE(model.standardButton(), M::YesButton);
 }
 
-void MButtonModelTest::textChangeIsTold()
+void TestMButtonModel::textChangeIsTold()
 {
     MButtonModel model(QStringLiteral("Yes"), M::YesRole, M::YesButton);
     QSignalSpy changed(&model, &MButtonModel::textChanged);
@@ -37,7 +38,7 @@ void MButtonModelTest::textChangeIsTold()
     QCOMPARE(changed.first().first().toString(), QStringLiteral("Call"));
 }
 
-void MButtonModelTest::clickEmits()
+void TestMButtonModel::clickEmits()
 {
     MButtonModel model(QStringLiteral("Yes"), M::YesRole, M::YesButton);
     QSignalSpy clicked(&model, &MButtonModel::clicked);
@@ -45,7 +46,7 @@ void MButtonModelTest::clickEmits()
     QCOMPARE(clicked.count(), 1);
 }
 
-void MButtonModelTest::codesAreFixed()
+void TestMButtonModel::codesAreFixed()
 {
     QCOMPARE(int(M::OkButton), 0x400);
     QCOMPARE(int(M::YesButton), 0x4000);
@@ -56,5 +57,5 @@ void MButtonModelTest::codesAreFixed()
     QCOMPARE(int(M::Angle270), 270);
 }
 
-QTEST_GUILESS_MAIN(MButtonModelTest)
+QTEST_GUILESS_MAIN(TestMButtonModel)
 #include "tst_mbuttonmodel.moc"

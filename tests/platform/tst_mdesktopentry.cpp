@@ -1,13 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MDesktopEntry>
+#include <sys/stat.h>
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
-#include <sys/stat.h>
 
-class MDesktopEntryTest : public QObject
+#include <MDesktopEntry>
+
+class TestMDesktopEntry : public QObject
 {
     Q_OBJECT
 
@@ -31,19 +33,19 @@ private:
     QTemporaryDir folder;
 };
 
-void MDesktopEntryTest::init()
+void TestMDesktopEntry::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
-QString MDesktopEntryTest::write(const QByteArray &content)
+QString TestMDesktopEntry::write(const QByteArray &content)
 {
     QFile file(folder.filePath(QStringLiteral("a.desktop")));
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size() ? file.fileName()
                                                                                     : QString();
 }
 
-void MDesktopEntryTest::nameAndIconAreRead()
+void TestMDesktopEntry::nameAndIconAreRead()
 {
     const MDesktopEntry entry(
         write("# Comment\n[Desktop Entry]\nType=Application\nName=Tag Reader\n"
@@ -52,7 +54,7 @@ void MDesktopEntryTest::nameAndIconAreRead()
     QCOMPARE(entry.icon(), QStringLiteral("/usr/share/pixmaps/reader.png"));
 }
 
-void MDesktopEntryTest::languageDecides_data()
+void TestMDesktopEntry::languageDecides_data()
 {
     QTest::addColumn<QByteArray>("language");
     QTest::addColumn<QString>("name");
@@ -68,7 +70,7 @@ void MDesktopEntryTest::languageDecides_data()
                               << QStringLiteral("reader");
 }
 
-void MDesktopEntryTest::languageDecides()
+void TestMDesktopEntry::languageDecides()
 {
     QFETCH(QByteArray, language);
     QFETCH(QString, name);
@@ -82,19 +84,19 @@ void MDesktopEntryTest::languageDecides()
     QCOMPARE(entry.icon(), icon);
 }
 
-void MDesktopEntryTest::escapesAreResolved()
+void TestMDesktopEntry::escapesAreResolved()
 {
     const MDesktopEntry entry(write("[Desktop Entry]\nName=\\sA\\\\B\\tC\nIcon=i\n"));
     QCOMPARE(entry.name(), QStringLiteral(" A\\B\tC"));
 }
 
-void MDesktopEntryTest::lengthVariantsStay()
+void TestMDesktopEntry::lengthVariantsStay()
 {
     const MDesktopEntry entry(write("[Desktop Entry]\nName=Tag Reader\xc2\x9cReader\nIcon=i\n"));
     QCOMPARE(entry.name(), QStringLiteral("Tag Reader\u009cReader"));
 }
 
-void MDesktopEntryTest::uselessFileGivesNothing_data()
+void TestMDesktopEntry::uselessFileGivesNothing_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -107,7 +109,7 @@ void MDesktopEntryTest::uselessFileGivesNothing_data()
     QTest::newRow("NUL") << QByteArray("[Desktop Entry]\nName=R\0e\n", 25);
 }
 
-void MDesktopEntryTest::uselessFileGivesNothing()
+void TestMDesktopEntry::uselessFileGivesNothing()
 {
     QFETCH(QByteArray, content);
     const MDesktopEntry entry(write(content));
@@ -118,7 +120,7 @@ void MDesktopEntryTest::uselessFileGivesNothing()
     QCOMPARE(MDesktopEntry(QString()).name(), QString());
 }
 
-void MDesktopEntryTest::hugeFileIsLeftAlone()
+void TestMDesktopEntry::hugeFileIsLeftAlone()
 {
     const QByteArray entry = "[Desktop Entry]\nName=Reader\nIcon=i\n";
     const QString path = write(entry + QByteArray(1 << 20, '#'));
@@ -128,12 +130,12 @@ void MDesktopEntryTest::hugeFileIsLeftAlone()
     QCOMPARE(MDesktopEntry(write(entry)).name(), QStringLiteral("Reader"));
 }
 
-void MDesktopEntryTest::pipeDoesNotBlock()
+void TestMDesktopEntry::pipeDoesNotBlock()
 {
     const QByteArray path = QFile::encodeName(folder.filePath(QStringLiteral("pipe.desktop")));
     QCOMPARE(mkfifo(path.constData(), 0600), 0);
     QCOMPARE(MDesktopEntry(QFile::decodeName(path)).name(), QString());
 }
 
-QTEST_GUILESS_MAIN(MDesktopEntryTest)
+QTEST_GUILESS_MAIN(TestMDesktopEntry)
 #include "tst_mdesktopentry.moc"

@@ -2,13 +2,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <malloc.h>
+
+#include <QApplication>
+#include <QSignalSpy>
+
 #include <MDialog>
 #include <MImageWidget>
 #include <MLabel>
 #include <MMessageBox>
 #include <MProgressIndicator>
-#include <QApplication>
-#include <QSignalSpy>
 
 #include "touchtest.h"
 
@@ -26,9 +28,8 @@ public:
 
     void done(int result) override
     {
-        if (!clickedButton() || clickedButton()->role() != M::InvalidRole) {
+        if (!clickedButton() || clickedButton()->role() != M::InvalidRole)
             MDialog::done(result);
-        }
     }
 };
 
@@ -53,7 +54,7 @@ QString longText()
 
 } // namespace
 
-class MDialogTest : public QObject
+class TestMDialog : public QObject
 {
     Q_OBJECT
 
@@ -93,7 +94,7 @@ private Q_SLOTS:
     void thousandDialogsLeaveNothing();
 };
 
-void MDialogTest::propertiesComeBack()
+void TestMDialog::propertiesComeBack()
 {
     MDialog dialog(QStringLiteral("Title"), M::OkButton);
     QCOMPARE(dialog.title(), QStringLiteral("Title"));
@@ -118,7 +119,7 @@ void MDialogTest::propertiesComeBack()
     QCOMPARE(visibleBelow<MLabel>(&dialog).size(), 0);
 }
 
-void MDialogTest::standardButtonsComeFirst()
+void TestMDialog::standardButtonsComeFirst()
 {
     MDialog dialog(M::CancelButton | M::NoButton | M::YesButton | M::OkButton);
     MButtonModel *added = dialog.addButton(QStringLiteral("More"));
@@ -135,7 +136,7 @@ void MDialogTest::standardButtonsComeFirst()
     QVERIFY(!dialog.button(M::NoStandardButton));
 }
 
-void MDialogTest::addedButtonsHaveTheirRoles()
+void TestMDialog::addedButtonsHaveTheirRoles()
 {
     MDialog dialog;
     MButtonModel *plain = dialog.addButton(QStringLiteral("Change"));
@@ -146,7 +147,7 @@ void MDialogTest::addedButtonsHaveTheirRoles()
     QCOMPARE(plain->standardButton(), M::NoStandardButton);
 }
 
-void MDialogTest::pressTellsButtonAndCode()
+void TestMDialog::pressTellsButtonAndCode()
 {
     MWindow window;
     window.show();
@@ -167,7 +168,7 @@ void MDialogTest::pressTellsButtonAndCode()
     QVERIFY(!dialog.scene());
 }
 
-void MDialogTest::addedButtonGivesZero()
+void TestMDialog::addedButtonGivesZero()
 {
     MDialog dialog(M::OkButton);
     MButtonModel *added = dialog.addButton(QStringLiteral("View"), M::ApplyRole);
@@ -178,7 +179,7 @@ void MDialogTest::addedButtonGivesZero()
     QCOMPARE(dialog.clickedButton(), added);
 }
 
-void MDialogTest::relabelledButtonShowsItsText()
+void TestMDialog::relabelledButtonShowsItsText()
 {
     MWindow window;
     MDialog dialog(M::OkButton | M::CancelButton);
@@ -188,7 +189,7 @@ void MDialogTest::relabelledButtonShowsItsText()
     QCOMPARE(dialog.button(M::OkButton)->text(), QStringLiteral("Continue"));
 }
 
-void MDialogTest::overriddenDoneKeepsDialogOpen()
+void TestMDialog::overriddenDoneKeepsDialogOpen()
 {
     MWindow window;
     window.show();
@@ -207,14 +208,14 @@ void MDialogTest::overriddenDoneKeepsDialogOpen()
     QVERIFY(!dialog.clickedButton());
 }
 
-void MDialogTest::keysDismiss_data()
+void TestMDialog::keysDismiss_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Escape") << Qt::Key_Escape;
     QTest::newRow("back") << Qt::Key_Back;
 }
 
-void MDialogTest::keysDismiss()
+void TestMDialog::keysDismiss()
 {
     QFETCH(Qt::Key, key);
     MWindow window;
@@ -229,7 +230,7 @@ void MDialogTest::keysDismiss()
     QVERIFY(window.isVisible());
 }
 
-void MDialogTest::closingWindowDismissesNewestFirst()
+void TestMDialog::closingWindowDismissesNewestFirst()
 {
     auto first = new MDialog(M::YesButton);
     MDialog second(M::OkButton);
@@ -240,7 +241,8 @@ void MDialogTest::closingWindowDismissesNewestFirst()
     QCOMPARE(second.scene(), first->scene());
 
     QList<int> order;
-    connect(first, &MDialog::finished, this, [&](int result) { order << 1 << result; });
+    connect(
+        first, &MDialog::finished, this, [&](int result) { order << 1 << result; });
     connect(&second, &MDialog::finished, this, [&](int result) { order << 2 << result; });
     QSignalSpy deleted(first, &QObject::destroyed);
     QSignalSpy windowDeleted(window, &QObject::destroyed);
@@ -251,7 +253,7 @@ void MDialogTest::closingWindowDismissesNewestFirst()
     QTRY_COMPARE(windowDeleted.count(), 1);
 }
 
-void MDialogTest::finishedComesOnce()
+void TestMDialog::finishedComesOnce()
 {
     MDialog dialog(M::OkButton);
     QSignalSpy finished(&dialog, &MDialog::finished);
@@ -262,7 +264,7 @@ void MDialogTest::finishedComesOnce()
     QCOMPARE(dialog.result(), 1);
 }
 
-void MDialogTest::appearingAgainStartsAfresh()
+void TestMDialog::appearingAgainStartsAfresh()
 {
     MWindow window;
     MDialog dialog(M::OkButton);
@@ -277,7 +279,7 @@ void MDialogTest::appearingAgainStartsAfresh()
     QCOMPARE(dialog.result(), 7);
 }
 
-void MDialogTest::acceptAndRejectForgetTheButton()
+void TestMDialog::acceptAndRejectForgetTheButton()
 {
     StubbornDialog dialog(M::OkButton);
     QSignalSpy finished(&dialog, &MDialog::finished);
@@ -291,21 +293,19 @@ void MDialogTest::acceptAndRejectForgetTheButton()
     QCOMPARE(other.result(), cancelled);
 }
 
-void MDialogTest::slotMayDeleteDialog_data()
+void TestMDialog::slotMayDeleteDialog_data()
 {
     QTest::addColumn<QString>("signal");
     QTest::addColumn<QString>("way");
-    for (const char *signal : {"finished", "clicked", "disappeared"}) {
-        for (const char *way : {"press", "click", "key"}) {
+    for (const char *signal : {"finished", "clicked", "disappeared"})
+        for (const char *way : {"press", "click", "key"})
             QTest::addRow("%s by %s", signal, way) << QString::fromLatin1(signal) << QString::fromLatin1(way);
-        }
-    }
     QTest::newRow("finished by Escape") << QStringLiteral("finished") << QStringLiteral("Escape");
     QTest::newRow("finished by done") << QStringLiteral("finished") << QStringLiteral("done");
     QTest::newRow("finished by closing") << QStringLiteral("finished") << QStringLiteral("close");
 }
 
-void MDialogTest::slotMayDeleteDialog()
+void TestMDialog::slotMayDeleteDialog()
 {
     QFETCH(QString, signal);
     QFETCH(QString, way);
@@ -316,13 +316,12 @@ void MDialogTest::slotMayDeleteDialog()
     QSignalSpy deleted(dialog, &QObject::destroyed);
     QSignalSpy windowDeleted(window, &QObject::destroyed);
     const auto remove = [dialog] { delete dialog; };
-    if (signal == QLatin1String("finished")) {
+    if (signal == QLatin1String("finished"))
         connect(dialog, &MDialog::finished, this, remove);
-    } else if (signal == QLatin1String("disappeared")) {
+    else if (signal == QLatin1String("disappeared"))
         connect(dialog, &MDialog::disappeared, this, remove);
-    } else {
+    else
         connect(dialog->button(M::OkButton), &MButtonModel::clicked, this, remove);
-    }
 
     if (way == QLatin1String("press")) {
         tap(window, viewOf(dialog, dialog->button(M::OkButton)));
@@ -342,7 +341,7 @@ void MDialogTest::slotMayDeleteDialog()
     QTRY_COMPARE(windowDeleted.count(), 1);
 }
 
-void MDialogTest::deletionPolicyHolds()
+void TestMDialog::deletionPolicyHolds()
 {
     MWindow window;
     QPointer<MDialog> kept = new MDialog(M::OkButton);
@@ -358,7 +357,7 @@ void MDialogTest::deletionPolicyHolds()
     delete kept;
 }
 
-void MDialogTest::slotMayLetDialogAppearAgain()
+void TestMDialog::slotMayLetDialogAppearAgain()
 {
     MWindow window;
     MDialog dialog(M::OkButton);
@@ -370,7 +369,7 @@ void MDialogTest::slotMayLetDialogAppearAgain()
     QCOMPARE(dialog.scene(), window.scene());
 }
 
-void MDialogTest::newDialogInSlotUsesSameWindow()
+void TestMDialog::newDialogInSlotUsesSameWindow()
 {
     MDialog question(M::YesButton);
     MDialog notice(M::OkButton);
@@ -387,7 +386,7 @@ void MDialogTest::newDialogInSlotUsesSameWindow()
     QVERIFY(!window);
 }
 
-void MDialogTest::newestStandsInFront()
+void TestMDialog::newestStandsInFront()
 {
     MWindow window;
     window.show();
@@ -405,7 +404,7 @@ void MDialogTest::newestStandsInFront()
     QCOMPARE(window.scene()->items(corner).first(), &lower);
 }
 
-void MDialogTest::longestTextFits_data()
+void TestMDialog::longestTextFits_data()
 {
     QTest::addColumn<QSize>("size");
     QTest::addColumn<int>("angle");
@@ -415,7 +414,7 @@ void MDialogTest::longestTextFits_data()
     QTest::newRow("turned to portrait") << QSize(854, 480) << 270;
 }
 
-void MDialogTest::longestTextFits()
+void TestMDialog::longestTextFits()
 {
     QFETCH(QSize, size);
     QFETCH(int, angle);
@@ -452,7 +451,7 @@ void MDialogTest::longestTextFits()
     }
 }
 
-void MDialogTest::newContentsAreFitted()
+void TestMDialog::newContentsAreFitted()
 {
     MWindow window;
     window.show();
@@ -467,25 +466,23 @@ void MDialogTest::newContentsAreFitted()
     QVERIFY(label->sceneBoundingRect().bottom() <= before);
 }
 
-void MDialogTest::restingDialogDoesNothing()
+void TestMDialog::restingDialogDoesNothing()
 {
     MWindow window;
     window.show();
     MMessageBox dialog(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
     dialog.appear(&window);
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 10; ++i)
         QCoreApplication::processEvents();
-    }
     CountLayouts layouts;
     qApp->installEventFilter(&layouts);
-    for (int i = 0; i < 20; ++i) {
+    for (int i = 0; i < 20; ++i)
         QCoreApplication::processEvents();
-    }
     qApp->removeEventFilter(&layouts);
     QCOMPARE(layouts.count, 0);
 }
 
-void MDialogTest::rightToLeftMirrors()
+void TestMDialog::rightToLeftMirrors()
 {
     MWindow window;
     window.show();
@@ -502,7 +499,7 @@ void MDialogTest::rightToLeftMirrors()
     QTRY_VERIFY(icon() > window.width() / 2);
 }
 
-void MDialogTest::enterPressesTheFirstButton()
+void TestMDialog::enterPressesTheFirstButton()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -513,7 +510,7 @@ void MDialogTest::enterPressesTheFirstButton()
     QCOMPARE(dialog.clickedButton(), dialog.button(M::YesButton));
 }
 
-void MDialogTest::focusStaysInFrontDialog()
+void TestMDialog::focusStaysInFrontDialog()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -537,7 +534,7 @@ void MDialogTest::focusStaysInFrontDialog()
     QCOMPARE(lower.result(), 0x400);
 }
 
-void MDialogTest::arrowsGoWhereTheyPoint()
+void TestMDialog::arrowsGoWhereTheyPoint()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -577,7 +574,7 @@ void MDialogTest::arrowsGoWhereTheyPoint()
     QVERIFY(no->hasFocus());
 }
 
-void MDialogTest::keysScrollLongContents()
+void TestMDialog::keysScrollLongContents()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -587,19 +584,17 @@ void MDialogTest::keysScrollLongContents()
     const qreal top = label->scenePos().y();
     QTest::keyClick(&window, Qt::Key_PageDown);
     QVERIFY(label->scenePos().y() < top);
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         QTest::keyClick(&window, Qt::Key_Down);
-    }
     const MButton *button = viewOf(&dialog, dialog.button(M::OkButton));
     QVERIFY(label->sceneBoundingRect().bottom() <= button->scenePos().y());
     QTest::keyClick(&window, Qt::Key_PageUp);
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 200; ++i)
         QTest::keyClick(&window, Qt::Key_Up);
-    }
     QCOMPARE(label->scenePos().y(), top);
 }
 
-void MDialogTest::touchTargetsAreLargeEnough()
+void TestMDialog::touchTargetsAreLargeEnough()
 {
     MWindow window;
     MDialog dialog(M::YesButton | M::NoButton | M::CancelButton);
@@ -613,7 +608,7 @@ void MDialogTest::touchTargetsAreLargeEnough()
     }
 }
 
-void MDialogTest::centralWidgetIsReplaced()
+void TestMDialog::centralWidgetIsReplaced()
 {
     MDialog dialog;
     QVERIFY(!dialog.centralWidget());
@@ -630,7 +625,7 @@ void MDialogTest::centralWidgetIsReplaced()
     QVERIFY(!dialog.centralWidget());
 }
 
-void MDialogTest::thousandDialogsLeaveNothing()
+void TestMDialog::thousandDialogsLeaveNothing()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -657,5 +652,5 @@ void MDialogTest::thousandDialogsLeaveNothing()
     QVERIFY2(mallinfo2().uordblks < used + 100'000, qPrintable(QString::number(mallinfo2().uordblks - used)));
 }
 
-QTEST_MAIN(MDialogTest)
+QTEST_MAIN(TestMDialog)
 #include "tst_mdialog.moc"

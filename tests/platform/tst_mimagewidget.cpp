@@ -1,16 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MImageWidget>
 #include <QDir>
 #include <QGraphicsScene>
 #include <QTemporaryDir>
+
+#include <MImageWidget>
 
 #include "touchtest.h"
 
 using namespace TouchTest;
 
-class MImageWidgetTest : public QObject
+class TestMImageWidget : public QObject
 {
     Q_OBJECT
 
@@ -37,7 +38,7 @@ private:
     }
 };
 
-void MImageWidgetTest::whatWasSetComesBack()
+void TestMImageWidget::whatWasSetComesBack()
 {
     MImageWidget widget(QStringLiteral("icon-m-service-nfc"));
     QCOMPARE(widget.imageId(), QStringLiteral("icon-m-service-nfc"));
@@ -57,7 +58,7 @@ void MImageWidgetTest::whatWasSetComesBack()
     QVERIFY(widget.pixmap().isNull());
 }
 
-void MImageWidgetTest::styleGivesTheSize()
+void TestMImageWidget::styleGivesTheSize()
 {
     QImage image(300, 200, QImage::Format_RGB32);
     image.fill(Qt::red);
@@ -69,7 +70,7 @@ void MImageWidgetTest::styleGivesTheSize()
     QCOMPARE(widget.maximumSize(), QSizeF(48, 48));
 }
 
-void MImageWidgetTest::pictureKeepsItsShape()
+void TestMImageWidget::pictureKeepsItsShape()
 {
     QImage image(400, 100, QImage::Format_RGB32);
     image.fill(Qt::red);
@@ -83,7 +84,7 @@ void MImageWidgetTest::pictureKeepsItsShape()
     QCOMPARE(shown.pixelColor(24, 38), QColor(Qt::white));
 }
 
-void MImageWidgetTest::absolutePathIsLoaded()
+void TestMImageWidget::absolutePathIsLoaded()
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("picture.png"));
@@ -96,7 +97,7 @@ void MImageWidgetTest::absolutePathIsLoaded()
     QCOMPARE(drawn(&widget).pixelColor(32, 32), QColor(Qt::blue));
 }
 
-void MImageWidgetTest::missingPictureIsReplacedWithOneWarning()
+void TestMImageWidget::missingPictureIsReplacedWithOneWarning()
 {
     QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("garbled.png"));
@@ -115,7 +116,7 @@ void MImageWidgetTest::missingPictureIsReplacedWithOneWarning()
     }
 }
 
-void MImageWidgetTest::emptyIdShowsNothing()
+void TestMImageWidget::emptyIdShowsNothing()
 {
     MImageWidget widget;
     widget.setStyleName(QStringLiteral("CommonMainIcon"));
@@ -128,7 +129,7 @@ void MImageWidgetTest::emptyIdShowsNothing()
     QCOMPARE(drawn(&widget), empty);
 }
 
-void MImageWidgetTest::drawingIsSharpAtTwice()
+void TestMImageWidget::drawingIsSharpAtTwice()
 {
     MImageWidget widget(QStringLiteral("icon-m-content-url-inverse"));
     QImage stretched = drawn(&widget).scaled(128, 128, Qt::KeepAspectRatio, Qt::SmoothTransformation);
@@ -149,5 +150,5 @@ void MImageWidgetTest::drawingIsSharpAtTwice()
     QVERIFY(white > blurred);
 }
 
-QTEST_MAIN(MImageWidgetTest)
+QTEST_MAIN(TestMImageWidget)
 #include "tst_mimagewidget.moc"

@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MimeTypeResolver>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <MimeTypeResolver>
 
 using ConnUi::MimeTypeResolver;
 

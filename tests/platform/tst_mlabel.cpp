@@ -1,16 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MLabel>
 #include <QFontMetricsF>
 #include <QGraphicsLinearLayout>
 #include <QGraphicsScene>
+
+#include <MLabel>
 
 #include "touchtest.h"
 
 using namespace TouchTest;
 
-class MLabelTest : public QObject
+class TestMLabel : public QObject
 {
     Q_OBJECT
 
@@ -40,7 +41,7 @@ private:
     static QImage drawn(MLabel *label, const QSizeF &size, qreal ratio = 1);
 };
 
-QImage MLabelTest::drawn(MLabel *label, const QSizeF &size, qreal ratio)
+QImage TestMLabel::drawn(MLabel *label, const QSizeF &size, qreal ratio)
 {
     QGraphicsScene scene;
     scene.addItem(label);
@@ -50,7 +51,7 @@ QImage MLabelTest::drawn(MLabel *label, const QSizeF &size, qreal ratio)
     return image;
 }
 
-void MLabelTest::sizeFollowsTextAndStyle()
+void TestMLabel::sizeFollowsTextAndStyle()
 {
     MLabel label(QStringLiteral("Text"));
     const QSizeF plain = label.preferredSize();
@@ -64,7 +65,7 @@ void MLabelTest::sizeFollowsTextAndStyle()
     QCOMPARE(label.preferredSize(), plain);
 }
 
-void MLabelTest::propertiesComeBack()
+void TestMLabel::propertiesComeBack()
 {
     MLabel label(QStringLiteral("Text"));
     QCOMPARE(label.text(), QStringLiteral("Text"));
@@ -84,7 +85,7 @@ void MLabelTest::propertiesComeBack()
     QCOMPARE(label.styleName(), QStringLiteral("CommonTitle"));
 }
 
-void MLabelTest::styleDecidesUnlessSet()
+void TestMLabel::styleDecidesUnlessSet()
 {
     MLabel label;
     QVERIFY(!label.wordWrap());
@@ -97,7 +98,7 @@ void MLabelTest::styleDecidesUnlessSet()
     QVERIFY(label.textElide());
 }
 
-void MLabelTest::markupIsPlainText()
+void TestMLabel::markupIsPlainText()
 {
     MLabel bold(QStringLiteral("<b>i</b>"));
     MLabel letter(QStringLiteral("i"));
@@ -108,7 +109,7 @@ void MLabelTest::markupIsPlainText()
     QCOMPARE(file.preferredSize().height(), letter.preferredSize().height());
 }
 
-void MLabelTest::wrappingMakesTextHigher()
+void TestMLabel::wrappingMakesTextHigher()
 {
     MLabel label(QStringLiteral("one two three four five six seven"));
     const QSizeF line = label.preferredSize();
@@ -120,7 +121,7 @@ void MLabelTest::wrappingMakesTextHigher()
     QVERIFY(label.minimumSize().width() < 100);
 }
 
-void MLabelTest::wordWiderThanLineIsBroken()
+void TestMLabel::wordWiderThanLineIsBroken()
 {
     for (const auto mode : {QTextOption::WordWrap, QTextOption::WrapAtWordBoundaryOrAnywhere}) {
         MLabel label(QStringLiteral("Donaudampfschifffahrtselektrizitätenhauptbetriebswerk"));
@@ -131,7 +132,7 @@ void MLabelTest::wordWiderThanLineIsBroken()
     }
 }
 
-void MLabelTest::everyLineEndBreaks()
+void TestMLabel::everyLineEndBreaks()
 {
     MLabel one(QStringLiteral("a"));
     for (const auto &text : {QStringLiteral("a\nb"), QStringLiteral("a\r\nb"), QStringLiteral("a\rb"),
@@ -142,7 +143,7 @@ void MLabelTest::everyLineEndBreaks()
     }
 }
 
-void MLabelTest::elidingLetsLabelBeNarrow()
+void TestMLabel::elidingLetsLabelBeNarrow()
 {
     MLabel label(QStringLiteral("a file name of some length.jpeg"));
     QCOMPARE(label.minimumSize().width(), label.preferredSize().width());
@@ -150,7 +151,7 @@ void MLabelTest::elidingLetsLabelBeNarrow()
     QVERIFY(label.minimumSize().width() < label.preferredSize().width() / 4);
 }
 
-void MLabelTest::elidedTextStaysInside()
+void TestMLabel::elidedTextStaysInside()
 {
     QGraphicsScene scene;
     MLabel label(QStringLiteral("a file name of\nsome length.jpeg"));
@@ -165,7 +166,7 @@ void MLabelTest::elidedTextStaysInside()
     QVERIFY(picture(&scene, QRectF(QPointF(), size)) != picture(&scene, QRectF(80, 0, 80, 30)));
 }
 
-void MLabelTest::longestFittingVariantIsShown_data()
+void TestMLabel::longestFittingVariantIsShown_data()
 {
     QTest::addColumn<QString>("text");
     QTest::newRow("longest first") << QStringLiteral("Messages and calls\u009cMessages\u009cMsg");
@@ -173,7 +174,7 @@ void MLabelTest::longestFittingVariantIsShown_data()
     QTest::newRow("empty variants") << QStringLiteral("Messages and calls\u009c\u009cMessages\u009cMsg");
 }
 
-void MLabelTest::longestFittingVariantIsShown()
+void TestMLabel::longestFittingVariantIsShown()
 {
     QFETCH(QString, text);
     for (const auto &shown :
@@ -186,14 +187,14 @@ void MLabelTest::longestFittingVariantIsShown()
     }
 }
 
-void MLabelTest::variantsGiveLabelItsSizes()
+void TestMLabel::variantsGiveLabelItsSizes()
 {
     MLabel label(QStringLiteral("Msg\u009cMessages and calls"));
     QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Messages and calls")).preferredSize());
     QCOMPARE(label.minimumSize().width(), MLabel(QStringLiteral("Msg")).preferredSize().width());
 }
 
-void MLabelTest::bidiControlsStayInLabel()
+void TestMLabel::bidiControlsStayInLabel()
 {
     QGraphicsScene scene;
     MLabel hostile;
@@ -211,7 +212,7 @@ void MLabelTest::bidiControlsStayInLabel()
     }
 }
 
-void MLabelTest::bidiControlsEndWithTheirLine()
+void TestMLabel::bidiControlsEndWithTheirLine()
 {
     MLabel label(QStringLiteral("\u202eabc\nfrom 123 to 456"));
     MLabel plain(QStringLiteral("abc\nfrom 123 to 456"));
@@ -223,7 +224,7 @@ void MLabelTest::bidiControlsEndWithTheirLine()
     QVERIFY(drawnLabel.copy(0, 0, 300, half) != drawnPlain.copy(0, 0, 300, half));
 }
 
-void MLabelTest::leftIsRightInRightToLeft()
+void TestMLabel::leftIsRightInRightToLeft()
 {
     MLabel label(QStringLiteral("left"));
     const QSizeF size(200, 40);
@@ -235,7 +236,7 @@ void MLabelTest::leftIsRightInRightToLeft()
     QCOMPARE(drawn(&label, size), left);
 }
 
-void MLabelTest::veryLongTextIsDrawnInParts()
+void TestMLabel::veryLongTextIsDrawnInParts()
 {
     QGraphicsScene scene;
     MLabel label(QStringLiteral("line of a text\n").repeated(20000));
@@ -246,7 +247,7 @@ void MLabelTest::veryLongTextIsDrawnInParts()
     QCOMPARE(picture(&scene, QRectF(0, 10000 * line, 200, 100)), first);
 }
 
-void MLabelTest::stackOfMarksEnds()
+void TestMLabel::stackOfMarksEnds()
 {
     const QString mark(QChar(0x301));
     const QSizeF size(100, 400);
@@ -259,7 +260,7 @@ void MLabelTest::stackOfMarksEnds()
     QCOMPARE(stack(100000), stack(30));
 }
 
-void MLabelTest::everyPixelIsSharp()
+void TestMLabel::everyPixelIsSharp()
 {
     MLabel label(QStringLiteral("Sharp"));
     const QSizeF size(100, 40);
@@ -268,5 +269,5 @@ void MLabelTest::everyPixelIsSharp()
     QVERIFY(drawn(&label, size, 2) != stretched);
 }
 
-QTEST_MAIN(MLabelTest)
+QTEST_MAIN(TestMLabel)
 #include "tst_mlabel.moc"

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <QTest>
+
 #include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
 #include <MWidgetController>
-#include <QTest>
 
-class MLayoutTest : public QObject
+class TestMLayout : public QObject
 {
     Q_OBJECT
 
@@ -32,7 +33,7 @@ MWidgetController *spacer()
 
 } // namespace
 
-void MLayoutTest::policyPlacesItems()
+void TestMLayout::policyPlacesItems()
 {
     MWidget widget;
     auto layout = new MLayout(&widget);
@@ -50,7 +51,7 @@ void MLayoutTest::policyPlacesItems()
     QCOMPARE(second->geometry(), QRectF(0, 58, 48, 48));
 }
 
-void MLayoutTest::alignmentPlacesSmallItem()
+void TestMLayout::alignmentPlacesSmallItem()
 {
     MWidget widget;
     auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
@@ -62,7 +63,7 @@ void MLayoutTest::alignmentPlacesSmallItem()
     QCOMPARE(item->geometry().left(), 50);
 }
 
-void MLayoutTest::rowMirrors()
+void TestMLayout::rowMirrors()
 {
     MWidget widget;
     auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Horizontal);
@@ -76,7 +77,7 @@ void MLayoutTest::rowMirrors()
     QCOMPARE(item->geometry().right(), 300);
 }
 
-void MLayoutTest::wrappedTextTakesItsHeight()
+void TestMLayout::wrappedTextTakesItsHeight()
 {
     MWidget widget;
     auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
@@ -88,7 +89,7 @@ void MLayoutTest::wrappedTextTakesItsHeight()
     QVERIFY(widget.effectiveSizeHint(Qt::MinimumSize, QSizeF(100, -1)).height() >= 4 * wide);
 }
 
-void MLayoutTest::laterPolicyReplacesEarlier()
+void TestMLayout::laterPolicyReplacesEarlier()
 {
     MWidget widget;
     auto layout = new MLayout(&widget);
@@ -99,5 +100,5 @@ void MLayoutTest::laterPolicyReplacesEarlier()
     QCOMPARE(layout->count(), 2);
 }
 
-QTEST_MAIN(MLayoutTest)
+QTEST_MAIN(TestMLayout)
 #include "tst_mlayout.moc"

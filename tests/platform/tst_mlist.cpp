@@ -1,10 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MAbstractCellCreator>
-#include <MLabel>
-#include <MList>
-#include <MListItem>
 #include <QElapsedTimer>
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
@@ -12,6 +8,11 @@
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QStringListModel>
+
+#include <MAbstractCellCreator>
+#include <MLabel>
+#include <MList>
+#include <MListItem>
 
 #include "touchtest.h"
 
@@ -31,9 +32,8 @@ public:
         auto label = new MLabel(index.data().toString());
         layout->addItem(label);
         cell->setLayout(layout);
-        if (updates) {
+        if (updates)
             ++*updates;
-        }
     }
 
 private:
@@ -72,20 +72,17 @@ struct Shown
     QStringList texts() const
     {
         QStringList texts;
-        for (const MLabel *label : visibleBelow<MLabel>(list)) {
+        for (const MLabel *label : visibleBelow<MLabel>(list))
             texts.append(label->text());
-        }
         return texts;
     }
 
     QPoint row(int number) const
     {
-        for (const MListItem *item : visibleBelow<MListItem>(list)) {
+        for (const MListItem *item : visibleBelow<MListItem>(list))
             if (visibleBelow<MLabel>(const_cast<MListItem *>(item)).first()->text() ==
-                QString::number(number)) {
+                QString::number(number))
                 return window.mapFromScene(item->sceneBoundingRect().center());
-            }
-        }
         return QPoint();
     }
 
@@ -95,7 +92,7 @@ struct Shown
 
 } // namespace
 
-class MListTest : public QObject
+class TestMList : public QObject
 {
     Q_OBJECT
 
@@ -121,7 +118,7 @@ private Q_SLOTS:
     void wheelScrolls();
 };
 
-void MListTest::propertiesComeBack()
+void TestMList::propertiesComeBack()
 {
     MList list;
     QVERIFY(!list.itemModel());
@@ -140,7 +137,7 @@ void MListTest::propertiesComeBack()
     QCOMPARE(list.selectionModel()->model(), &model);
 }
 
-void MListTest::onlySeenCellsExist()
+void TestMList::onlySeenCellsExist()
 {
     for (const int rows : {20, 10'000, 10'000'000}) {
         LongModel model(rows);
@@ -153,55 +150,51 @@ void MListTest::onlySeenCellsExist()
     }
 }
 
-void MListTest::scrollingRecyclesCells()
+void TestMList::scrollingRecyclesCells()
 {
     LongModel model(10'000);
     Shown shown(&model);
     QSet<QGraphicsItem *> seen;
     for (int row = 0; row < 10'000; row += 97) {
         shown.list->selectItem(model.index(row, 0));
-        for (MListItem *item : visibleBelow<MListItem>(shown.list)) {
+        for (MListItem *item : visibleBelow<MListItem>(shown.list))
             seen.insert(item);
-        }
         QVERIFY(shown.texts().contains(QString::number(row)));
     }
     QVERIFY2(seen.size() <= 30, qPrintable(QString::number(seen.size())));
 }
 
-void MListTest::recycledCellsComeBackEmpty()
+void TestMList::recycledCellsComeBackEmpty()
 {
     LongModel model(1'000);
     Shown shown(&model);
     shown.list->selectItem(model.index(900, 0));
-    for (MListItem *item : visibleBelow<MListItem>(shown.list)) {
+    for (MListItem *item : visibleBelow<MListItem>(shown.list))
         QCOMPARE(item->childItems().size(), 1);
-    }
 }
 
-void MListTest::fingerScrolls()
+void TestMList::fingerScrolls()
 {
     LongModel model(1'000);
     Shown shown(&model);
     QVERIFY(activate(&shown.window));
     QCOMPARE(shown.texts().first(), QStringLiteral("0"));
     QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
-    for (int y = 690; y >= 100; y -= 10) {
+    for (int y = 690; y >= 100; y -= 10)
         QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
-    }
     QTRY_VERIFY(!shown.texts().contains(QStringLiteral("0")));
     QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
     QVERIFY(visibleBelow<MListItem>(shown.list).size() <= 15);
 }
 
-void MListTest::scrollingFingerSelectsNothing()
+void TestMList::scrollingFingerSelectsNothing()
 {
     LongModel model(1'000);
     Shown shown(&model);
     QVERIFY(activate(&shown.window));
     QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
-    for (int y = 690; y >= 100; y -= 10) {
+    for (int y = 690; y >= 100; y -= 10)
         QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
-    }
     QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
     QVERIFY(!shown.list->selectionModel()->hasSelection());
     // The next touch is one again.
@@ -211,7 +204,7 @@ void MListTest::scrollingFingerSelectsNothing()
     QCOMPARE(shown.list->selectionModel()->selectedRows().first().row(), row);
 }
 
-void MListTest::tapSelects()
+void TestMList::tapSelects()
 {
     LongModel model(20);
     Shown shown(&model);
@@ -221,7 +214,7 @@ void MListTest::tapSelects()
     QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(5, 0)});
 }
 
-void MListTest::noSelectionModeSelectsNothing()
+void TestMList::noSelectionModeSelectsNothing()
 {
     LongModel model(20);
     Shown shown(&model);
@@ -230,7 +223,7 @@ void MListTest::noSelectionModeSelectsNothing()
     QVERIFY(!shown.list->selectionModel()->hasSelection());
 }
 
-void MListTest::selectItemRevealsRow()
+void TestMList::selectItemRevealsRow()
 {
     LongModel model(10'000);
     MList list;
@@ -244,14 +237,13 @@ void MListTest::selectItemRevealsRow()
     QCOMPARE(list.selectionModel()->selectedRows().first().row(), 1);
     list.resize(480, 400);
     QStringList texts;
-    for (const MLabel *label : visibleBelow<MLabel>(&list)) {
+    for (const MLabel *label : visibleBelow<MLabel>(&list))
         texts.append(label->text());
-    }
     QVERIFY(texts.contains(QStringLiteral("0")));
     QVERIFY(texts.contains(QStringLiteral("1")));
 }
 
-void MListTest::foreignAndInvalidIndexDoNothing()
+void TestMList::foreignAndInvalidIndexDoNothing()
 {
     LongModel model(20);
     LongModel other(20);
@@ -264,7 +256,7 @@ void MListTest::foreignAndInvalidIndexDoNothing()
     QVERIFY(!empty.selectionModel());
 }
 
-void MListTest::keysMoveSelection()
+void TestMList::keysMoveSelection()
 {
     LongModel model(50);
     Shown shown(&model);
@@ -282,7 +274,7 @@ void MListTest::keysMoveSelection()
     }
 }
 
-void MListTest::modelChangesAreFollowed()
+void TestMList::modelChangesAreFollowed()
 {
     QStringListModel model({QStringLiteral("a"), QStringLiteral("b")});
     Shown shown(&model);
@@ -298,12 +290,11 @@ void MListTest::modelChangesAreFollowed()
     QTRY_VERIFY(shown.texts().isEmpty());
 }
 
-void MListTest::rowsBelowTheScreenLeaveItsCellsAlone()
+void TestMList::rowsBelowTheScreenLeaveItsCellsAlone()
 {
     QStringList rows;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 100; ++i)
         rows.append(QString::number(i));
-    }
     QStringListModel model(rows);
     int updates = 0;
     Shown shown(&model, &updates);
@@ -321,7 +312,7 @@ void MListTest::rowsBelowTheScreenLeaveItsCellsAlone()
     QTRY_COMPARE(shown.list->preferredHeight(), 102 * shown.list->cellCreator()->cellSize().height());
 }
 
-void MListTest::deletedModelLeavesEmptyList()
+void TestMList::deletedModelLeavesEmptyList()
 {
     auto model = new LongModel(20);
     Shown shown(model);
@@ -331,14 +322,14 @@ void MListTest::deletedModelLeavesEmptyList()
     tap(&shown.window, shown.list);
 }
 
-void MListTest::cellSizeIsThatOfFreshItem()
+void TestMList::cellSizeIsThatOfFreshItem()
 {
     const Creator creator;
     QCOMPARE(creator.cellSize(), MListItem().effectiveSizeHint(Qt::PreferredSize));
     QVERIFY(creator.cellSize().height() >= 48);
 }
 
-void MListTest::listInDialogLeavesButtonsInReach()
+void TestMList::listInDialogLeavesButtonsInReach()
 {
     LongModel model(10'000);
     for (const QSize &size : {QSize(480, 854), QSize(854, 480)}) {
@@ -363,7 +354,7 @@ void MListTest::listInDialogLeavesButtonsInReach()
     }
 }
 
-void MListTest::wheelScrolls()
+void TestMList::wheelScrolls()
 {
     LongModel model(100);
     Shown shown(&model);
@@ -374,5 +365,5 @@ void MListTest::wheelScrolls()
     QVERIFY(!shown.texts().contains(QStringLiteral("0")));
 }
 
-QTEST_MAIN(MListTest)
+QTEST_MAIN(TestMList)
 #include "tst_mlist.moc"

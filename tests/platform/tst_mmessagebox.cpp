@@ -9,7 +9,7 @@
 
 using namespace TouchTest;
 
-class MMessageBoxTest : public QObject
+class TestMMessageBox : public QObject
 {
     Q_OBJECT
 
@@ -21,7 +21,7 @@ private Q_SLOTS:
     void ownContentsReplaceTheText();
 };
 
-void MMessageBoxTest::constructorsTakeTitleTextAndButtons()
+void TestMMessageBox::constructorsTakeTitleTextAndButtons()
 {
     MMessageBox box(QStringLiteral("Title"), QStringLiteral("Text"), M::YesButton | M::NoButton);
     QCOMPARE(box.title(), QStringLiteral("Title"));
@@ -33,7 +33,7 @@ void MMessageBoxTest::constructorsTakeTitleTextAndButtons()
     QCOMPARE(other.buttons().size(), 1);
 }
 
-void MMessageBoxTest::textAndIconAreShown()
+void TestMMessageBox::textAndIconAreShown()
 {
     MWindow window;
     MMessageBox box(QString(), M::OkButton);
@@ -51,7 +51,7 @@ void MMessageBoxTest::textAndIconAreShown()
     QVERIFY(visibleBelow<MImageWidget>(&box).isEmpty());
 }
 
-void MMessageBoxTest::ownContentsReplaceTheText()
+void TestMMessageBox::ownContentsReplaceTheText()
 {
     MWindow window;
     MMessageBox box(QString(), QStringLiteral("Text"), M::OkButton);
@@ -64,5 +64,5 @@ void MMessageBoxTest::ownContentsReplaceTheText()
     QCOMPARE(box.text(), QStringLiteral("Other"));
 }
 
-QTEST_MAIN(MMessageBoxTest)
+QTEST_MAIN(TestMMessageBox)
 #include "tst_mmessagebox.moc"

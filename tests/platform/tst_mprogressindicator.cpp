@@ -2,14 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <limits>
-#include <MProgressIndicator>
+
 #include <QGraphicsScene>
+
+#include <MProgressIndicator>
 
 #include "touchtest.h"
 
 using namespace TouchTest;
 
-class MProgressIndicatorTest : public QObject
+class TestMProgressIndicator : public QObject
 {
     Q_OBJECT
 
@@ -23,7 +25,7 @@ private Q_SLOTS:
     void spinnerTurnsWhileSeen();
 };
 
-void MProgressIndicatorTest::rangeHoldsTheValue()
+void TestMProgressIndicator::rangeHoldsTheValue()
 {
     MProgressIndicator bar;
     QCOMPARE(bar.viewType(), MProgressIndicator::barType);
@@ -45,7 +47,7 @@ void MProgressIndicatorTest::rangeHoldsTheValue()
     QCOMPARE(spinner.viewType(), MProgressIndicator::spinnerType);
 }
 
-void MProgressIndicatorTest::rangeEndsPushEachOther()
+void TestMProgressIndicator::rangeEndsPushEachOther()
 {
     MProgressIndicator bar;
     bar.setMinimum(200);
@@ -56,7 +58,7 @@ void MProgressIndicatorTest::rangeEndsPushEachOther()
     QCOMPARE(bar.value(), 50);
 }
 
-void MProgressIndicatorTest::barFillsFromItsStart()
+void TestMProgressIndicator::barFillsFromItsStart()
 {
     MWindow window;
     auto bar = new MProgressIndicator;
@@ -73,7 +75,7 @@ void MProgressIndicatorTest::barFillsFromItsStart()
     QVERIFY(colorAt(190) != empty);
 }
 
-void MProgressIndicatorTest::extremeRangesAreDrawn()
+void TestMProgressIndicator::extremeRangesAreDrawn()
 {
     MWindow window;
     auto bar = new MProgressIndicator;
@@ -89,7 +91,7 @@ void MProgressIndicatorTest::extremeRangesAreDrawn()
     QVERIFY(picture(window.scene(), bar->rect()) != none);
 }
 
-void MProgressIndicatorTest::spinnerTurnsWhileSeen()
+void TestMProgressIndicator::spinnerTurnsWhileSeen()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -100,5 +102,5 @@ void MProgressIndicatorTest::spinnerTurnsWhileSeen()
     QTRY_VERIFY(picture(window.scene(), spinner->rect()) != before);
 }
 
-QTEST_MAIN(MProgressIndicatorTest)
+QTEST_MAIN(TestMProgressIndicator)
 #include "tst_mprogressindicator.moc"

@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MSceneManager>
 #include <QSignalSpy>
+
+#include <MSceneManager>
 
 #include "touchtest.h"
 
-class MSceneManagerTest : public QObject
+class TestMSceneManager : public QObject
 {
     Q_OBJECT
 
@@ -24,7 +25,7 @@ private Q_SLOTS:
     void managerWithoutWindowHasThePhonesSize();
 };
 
-void MSceneManagerTest::sizeFollowsWindowAndAngle()
+void TestMSceneManager::sizeFollowsWindowAndAngle()
 {
     MWindow window;
     window.resize(854, 480);
@@ -42,7 +43,7 @@ void MSceneManagerTest::sizeFollowsWindowAndAngle()
     QCOMPARE(manager->orientation(), M::Portrait);
 }
 
-void MSceneManagerTest::everyChangeOfAngleIsTold()
+void TestMSceneManager::everyChangeOfAngleIsTold()
 {
     MWindow window;
     window.resize(854, 480);
@@ -63,18 +64,17 @@ void MSceneManagerTest::everyChangeOfAngleIsTold()
     QCOMPARE(finished.count(), 2);
 }
 
-void MSceneManagerTest::sameOrImpossibleAngleIsIgnored()
+void TestMSceneManager::sameOrImpossibleAngleIsIgnored()
 {
     MSceneManager manager;
     QSignalSpy about(&manager, &MSceneManager::orientationAboutToChange);
-    for (const int angle : {0, 45, -90, 360, 1}) {
+    for (const int angle : {0, 45, -90, 360, 1})
         manager.setOrientationAngle(M::OrientationAngle(angle));
-    }
     QVERIFY(about.isEmpty());
     QCOMPARE(manager.orientationAngle(), M::Angle0);
 }
 
-void MSceneManagerTest::sceneWindowsTurnAndSceneDoesNot_data()
+void TestMSceneManager::sceneWindowsTurnAndSceneDoesNot_data()
 {
     QTest::addColumn<int>("angle");
     QTest::addColumn<QPointF>("corner");
@@ -84,7 +84,7 @@ void MSceneManagerTest::sceneWindowsTurnAndSceneDoesNot_data()
     QTest::newRow("270") << 270 << QPointF(0, 854);
 }
 
-void MSceneManagerTest::sceneWindowsTurnAndSceneDoesNot()
+void TestMSceneManager::sceneWindowsTurnAndSceneDoesNot()
 {
     QFETCH(int, angle);
     QFETCH(QPointF, corner);
@@ -99,15 +99,14 @@ void MSceneManagerTest::sceneWindowsTurnAndSceneDoesNot()
     QCOMPARE(window.mapFromScene(QPointF(7, 9)), QPoint(7, 9));
 }
 
-void MSceneManagerTest::dialogTakesTouchesAtEveryAngle_data()
+void TestMSceneManager::dialogTakesTouchesAtEveryAngle_data()
 {
     QTest::addColumn<int>("angle");
-    for (const int angle : {0, 90, 180, 270}) {
+    for (const int angle : {0, 90, 180, 270})
         QTest::addRow("%d", angle) << angle;
-    }
 }
 
-void MSceneManagerTest::dialogTakesTouchesAtEveryAngle()
+void TestMSceneManager::dialogTakesTouchesAtEveryAngle()
 {
     QFETCH(int, angle);
     MWindow window;
@@ -119,7 +118,7 @@ void MSceneManagerTest::dialogTakesTouchesAtEveryAngle()
     QCOMPARE(dialog.result(), 0x10000);
 }
 
-void MSceneManagerTest::slotMayDeleteTheWindow()
+void TestMSceneManager::slotMayDeleteTheWindow()
 {
     auto window = new MWindow;
     connect(window->sceneManager(), &MSceneManager::orientationAboutToChange, this, [&] { delete window; });
@@ -128,7 +127,7 @@ void MSceneManagerTest::slotMayDeleteTheWindow()
     QVERIFY(!guard);
 }
 
-void MSceneManagerTest::managerWithoutWindowHasThePhonesSize()
+void TestMSceneManager::managerWithoutWindowHasThePhonesSize()
 {
     MSceneManager manager;
     QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));
@@ -136,5 +135,5 @@ void MSceneManagerTest::managerWithoutWindowHasThePhonesSize()
     QCOMPARE(manager.visibleSceneSize(), QSize(854, 480));
 }
 
-QTEST_MAIN(MSceneManagerTest)
+QTEST_MAIN(TestMSceneManager)
 #include "tst_mscenemanager.moc"

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MSceneWindow>
 #include <QSignalSpy>
+
+#include <MSceneWindow>
 
 #include "touchtest.h"
 
@@ -22,7 +23,7 @@ void deleteLaterNow()
 
 } // namespace
 
-class MSceneWindowTest : public QObject
+class TestMSceneWindow : public QObject
 {
     Q_OBJECT
 
@@ -44,15 +45,14 @@ private Q_SLOTS:
     void shadeIsEven();
 };
 
-void MSceneWindowTest::shadeIsEven_data()
+void TestMSceneWindow::shadeIsEven_data()
 {
     QTest::addColumn<qreal>("ratio");
-    for (const qreal ratio : {1.0, 1.25, 1.5, 3.0}) {
+    for (const qreal ratio : {1.0, 1.25, 1.5, 3.0})
         QTest::addRow("%g", ratio) << ratio;
-    }
 }
 
-void MSceneWindowTest::shadeIsEven()
+void TestMSceneWindow::shadeIsEven()
 {
     QFETCH(qreal, ratio);
     QGraphicsScene scene;
@@ -68,7 +68,7 @@ void MSceneWindowTest::shadeIsEven()
     QCOMPARE(shown, even);
 }
 
-void MSceneWindowTest::windowIsMadeAndGoesWithTheLast()
+void TestMSceneWindow::windowIsMadeAndGoesWithTheLast()
 {
     MSceneWindow first;
     MSceneWindow second;
@@ -87,7 +87,7 @@ void MSceneWindowTest::windowIsMadeAndGoesWithTheLast()
     QVERIFY(!window);
 }
 
-void MSceneWindowTest::activeWindowIsUsed()
+void TestMSceneWindow::activeWindowIsUsed()
 {
     MWindow first;
     MWindow second;
@@ -106,7 +106,7 @@ void MSceneWindowTest::activeWindowIsUsed()
     QVERIFY(!sceneWindow.sceneManager());
 }
 
-void MSceneWindowTest::indicationWindowIsNotUsed()
+void TestMSceneWindow::indicationWindowIsNotUsed()
 {
     MWindow indication;
     indication.setWindowFlags(indication.windowFlags() | Qt::WindowDoesNotAcceptFocus);
@@ -120,7 +120,7 @@ void MSceneWindowTest::indicationWindowIsNotUsed()
     QVERIFY(windowOf(sceneWindow) != &other);
 }
 
-void MSceneWindowTest::hiddenWindowIsNotUsed()
+void TestMSceneWindow::hiddenWindowIsNotUsed()
 {
     MWindow hidden;
     MSceneWindow sceneWindow;
@@ -128,7 +128,7 @@ void MSceneWindowTest::hiddenWindowIsNotUsed()
     QVERIFY(windowOf(sceneWindow) != &hidden);
 }
 
-void MSceneWindowTest::itFillsTheWindow()
+void TestMSceneWindow::itFillsTheWindow()
 {
     MWindow window;
     window.resize(854, 480);
@@ -140,7 +140,7 @@ void MSceneWindowTest::itFillsTheWindow()
     QCOMPARE(sceneWindow.sceneBoundingRect(), QRectF(0, 0, 600, 500));
 }
 
-void MSceneWindowTest::movesToAnotherWindow()
+void TestMSceneWindow::movesToAnotherWindow()
 {
     MWindow first;
     MWindow second;
@@ -152,7 +152,7 @@ void MSceneWindowTest::movesToAnotherWindow()
     QVERIFY(sceneWindow.isVisible());
 }
 
-void MSceneWindowTest::appearingAgainStaysInItsWindow()
+void TestMSceneWindow::appearingAgainStaysInItsWindow()
 {
     MWindow window;
     MSceneWindow sceneWindow;
@@ -161,7 +161,7 @@ void MSceneWindowTest::appearingAgainStaysInItsWindow()
     QCOMPARE(windowOf(sceneWindow), &window);
 }
 
-void MSceneWindowTest::disappearingTwiceIsToldOnce()
+void TestMSceneWindow::disappearingTwiceIsToldOnce()
 {
     MWindow window;
     MSceneWindow sceneWindow;
@@ -174,7 +174,7 @@ void MSceneWindowTest::disappearingTwiceIsToldOnce()
     QCOMPARE(disappeared.count(), 1);
 }
 
-void MSceneWindowTest::deletedOneLeavesItsWindow()
+void TestMSceneWindow::deletedOneLeavesItsWindow()
 {
     auto sceneWindow = new MSceneWindow;
     sceneWindow->appear();
@@ -184,7 +184,7 @@ void MSceneWindowTest::deletedOneLeavesItsWindow()
     QVERIFY(!window);
 }
 
-void MSceneWindowTest::deletedWindowKeepsItsSceneWindows()
+void TestMSceneWindow::deletedWindowKeepsItsSceneWindows()
 {
     MSceneWindow kept;
     QPointer<MSceneWindow> destroyed = new MSceneWindow;
@@ -199,7 +199,7 @@ void MSceneWindowTest::deletedWindowKeepsItsSceneWindows()
     QVERIFY(!destroyed);
 }
 
-void MSceneWindowTest::touchesStayInFront()
+void TestMSceneWindow::touchesStayInFront()
 {
     MWindow window;
     window.show();
@@ -216,5 +216,5 @@ void MSceneWindowTest::touchesStayInFront()
     QCOMPARE(clicked.count(), 1);
 }
 
-QTEST_MAIN(MSceneWindowTest)
+QTEST_MAIN(TestMSceneWindow)
 #include "tst_mscenewindow.moc"

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MLabel>
-#include <MTheme>
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 
-#include "mtheme_p.h"
+#include <MLabel>
+#include <MTheme>
+
+#include "theme/mtheme_p.h"
 #include "touchtest.h"
 
 namespace {
@@ -64,9 +65,8 @@ public:
     explicit ThemeFile(const QByteArray &content)
     {
         QFile file(path());
-        if (file.open(QIODevice::WriteOnly)) {
+        if (file.open(QIODevice::WriteOnly))
             file.write(content);
-        }
         qputenv("QUENZO_TOUCH_THEME", QFile::encodeName(path()));
     }
     ~ThemeFile() { qunsetenv("QUENZO_TOUCH_THEME"); }
@@ -84,7 +84,7 @@ QColor colorOf(const MThemePrivate &theme, const char *style)
 
 } // namespace
 
-class MThemeTest : public QObject
+class TestMTheme : public QObject
 {
     Q_OBJECT
 
@@ -109,15 +109,14 @@ private Q_SLOTS:
     void variantChangesWidgets();
 };
 
-void MThemeTest::everyStyleIsThere_data()
+void TestMTheme::everyStyleIsThere_data()
 {
     QTest::addColumn<QString>("name");
-    for (const char *name : styleNames) {
+    for (const char *name : styleNames)
         QTest::newRow(name) << QString::fromLatin1(name);
-    }
 }
 
-void MThemeTest::everyStyleIsThere()
+void TestMTheme::everyStyleIsThere()
 {
     QFETCH(QString, name);
     MWidgetController widget;
@@ -125,7 +124,7 @@ void MThemeTest::everyStyleIsThere()
     QVERIFY(MThemePrivate::instance()->style(name));
 }
 
-void MThemeTest::unknownStyleIsLoggedOnce()
+void TestMTheme::unknownStyleIsLoggedOnce()
 {
     QTest::ignoreMessage(QtWarningMsg, "MTheme: no style is called 'CommonNowhere'");
     MLabel label(QStringLiteral("Text"));
@@ -135,15 +134,14 @@ void MThemeTest::unknownStyleIsLoggedOnce()
     QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Text")).preferredSize());
 }
 
-void MThemeTest::everyPictureIsThere_data()
+void TestMTheme::everyPictureIsThere_data()
 {
     QTest::addColumn<QString>("id");
-    for (const char *id : pictureIds) {
+    for (const char *id : pictureIds)
         QTest::newRow(id) << QString::fromLatin1(id);
-    }
 }
 
-void MThemeTest::everyPictureIsThere()
+void TestMTheme::everyPictureIsThere()
 {
     QFETCH(QString, id);
     const QPixmap *pixmap = MTheme::pixmap(id);
@@ -151,12 +149,12 @@ void MThemeTest::everyPictureIsThere()
     MTheme::releasePixmap(pixmap);
 }
 
-void MThemeTest::picturesReadOnLightAndDark_data()
+void TestMTheme::picturesReadOnLightAndDark_data()
 {
     everyPictureIsThere_data();
 }
 
-void MThemeTest::picturesReadOnLightAndDark()
+void TestMTheme::picturesReadOnLightAndDark()
 {
     QFETCH(QString, id);
     const QPixmap *pixmap = MTheme::pixmap(id);
@@ -177,7 +175,7 @@ void MThemeTest::picturesReadOnLightAndDark()
     QVERIFY(coloured > area / 3);
 }
 
-void MThemeTest::bannersHaveTheirSizes()
+void TestMTheme::bannersHaveTheirSizes()
 {
     const QPixmap *landscape = MTheme::pixmap(QStringLiteral("quenzotouch-nfc-banner-landscape"));
     const QPixmap *portrait = MTheme::pixmap(QStringLiteral("quenzotouch-nfc-banner-portrait"));
@@ -187,7 +185,7 @@ void MThemeTest::bannersHaveTheirSizes()
     MTheme::releasePixmap(portrait);
 }
 
-void MThemeTest::picturesAreSharedUntilReleased()
+void TestMTheme::picturesAreSharedUntilReleased()
 {
     const auto &pixmaps = MThemePrivate::instance()->pixmaps;
     const size_t before = pixmaps.size();
@@ -205,7 +203,7 @@ void MThemeTest::picturesAreSharedUntilReleased()
     QCOMPARE(pixmaps.size(), before);
 }
 
-void MThemeTest::installedIconIsFound()
+void TestMTheme::installedIconIsFound()
 {
     // As an application installs it, in the theme that every other falls back on.
     const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/icons/hicolor");
@@ -222,7 +220,7 @@ void MThemeTest::installedIconIsFound()
     QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::green));
 }
 
-void MThemeTest::designersFileCounts()
+void TestMTheme::designersFileCounts()
 {
     const ThemeFile file("[Theme]\nfont-families=Serif\n[Light]\ntext=#112233\n[Dark]\ntext=#80ddeeff\n"
                          "[Base]\nfont-size=31\nmargins=1 2 3 4\n[CommonTitle]\ninherits=Base\ncolor=text\n"
@@ -240,7 +238,7 @@ void MThemeTest::designersFileCounts()
     QCOMPARE(theme.style(QStringLiteral("CommonMainIcon"))->width, 48);
 }
 
-void MThemeTest::fileInDataFolderCounts()
+void TestMTheme::fileInDataFolderCounts()
 {
     const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/quenzotouchcore");
     QVERIFY(QDir().mkpath(folder));
@@ -252,7 +250,7 @@ void MThemeTest::fileInDataFolderCounts()
     QVERIFY(file.remove());
 }
 
-void MThemeTest::uselessFileMeansBuiltInTheme_data()
+void TestMTheme::uselessFileMeansBuiltInTheme_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("reason");
@@ -283,7 +281,7 @@ void MThemeTest::uselessFileMeansBuiltInTheme_data()
     QTest::newRow("circle") << QByteArray("[A]\ninherits=B\n[B]\ninherits=A\n") << QString();
 }
 
-void MThemeTest::uselessFileMeansBuiltInTheme()
+void TestMTheme::uselessFileMeansBuiltInTheme()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, reason);
@@ -301,7 +299,7 @@ void MThemeTest::uselessFileMeansBuiltInTheme()
              MThemePrivate::instance()->style(QStringLiteral("CommonTitle"))->font.pixelSize());
 }
 
-void MThemeTest::variantComesFromEnvironmentOrFile()
+void TestMTheme::variantComesFromEnvironmentOrFile()
 {
     QCOMPARE(MThemePrivate().variant, MTheme::Light);
     qputenv("QUENZO_TOUCH_VARIANT", "dark");
@@ -313,7 +311,7 @@ void MThemeTest::variantComesFromEnvironmentOrFile()
     QCOMPARE(MThemePrivate().variant, MTheme::Dark);
 }
 
-void MThemeTest::variantChangesWidgets()
+void TestMTheme::variantChangesWidgets()
 {
     MTheme *theme = MTheme::instance();
     QCOMPARE(theme->variant(), MTheme::Light);
@@ -331,5 +329,5 @@ void MThemeTest::variantChangesWidgets()
     QCOMPARE(TouchTest::picture(window.scene(), button->rect()), light);
 }
 
-QTEST_MAIN(MThemeTest)
+QTEST_MAIN(TestMTheme)
 #include "tst_mtheme.moc"

@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MWidget>
 #include <QGraphicsLinearLayout>
 #include <QGraphicsScene>
+
+#include <MWidget>
 
 #include "touchtest.h"
 
@@ -28,7 +29,7 @@ protected:
 
 } // namespace
 
-class MWidgetTest : public QObject
+class TestMWidget : public QObject
 {
     Q_OBJECT
 
@@ -40,7 +41,7 @@ private Q_SLOTS:
     void changeInALayoutIsTold();
 };
 
-void MWidgetTest::isAskedForNoSizeBeforeSomebodyWantsIt()
+void TestMWidget::isAskedForNoSizeBeforeSomebodyWantsIt()
 {
     Asked widget;
     widget.updateGeometry();
@@ -49,7 +50,7 @@ void MWidgetTest::isAskedForNoSizeBeforeSomebodyWantsIt()
     QCOMPARE(widget.preferredSize(), QSizeF(30, 20));
 }
 
-void MWidgetTest::isAsLargeAsItNeedsInAScene()
+void TestMWidget::isAsLargeAsItNeedsInAScene()
 {
     MWidget parent;
     auto *widget = new Asked(&parent);
@@ -60,7 +61,7 @@ void MWidgetTest::isAsLargeAsItNeedsInAScene()
     scene.removeItem(&parent);
 }
 
-void MWidgetTest::changeInALayoutIsTold()
+void TestMWidget::changeInALayoutIsTold()
 {
     MWidget parent;
     auto *layout = new QGraphicsLinearLayout(&parent);
@@ -72,5 +73,5 @@ void MWidgetTest::changeInALayoutIsTold()
     QCOMPARE(parent.preferredSize(), QSizeF(50, 20));
 }
 
-QTEST_MAIN(MWidgetTest)
+QTEST_MAIN(TestMWidget)
 #include "tst_mwidget.moc"

@@ -1,8 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MTheme>
 #include <QSignalSpy>
+
+#include <MTheme>
 
 #include "touchtest.h"
 
@@ -22,7 +23,7 @@ public:
 
 } // namespace
 
-class MWindowTest : public QObject
+class TestMWindow : public QObject
 {
     Q_OBJECT
 
@@ -38,7 +39,7 @@ private Q_SLOTS:
     void mayBeShownAgainAfterClosing();
 };
 
-void MWindowTest::isAPhoneAtFirst()
+void TestMWindow::isAPhoneAtFirst()
 {
     MWindow window;
     QCOMPARE(window.size(), QSize(480, 854));
@@ -46,7 +47,7 @@ void MWindowTest::isAPhoneAtFirst()
     QCOMPARE(window.scene(), window.sceneManager()->scene());
 }
 
-void MWindowTest::standsOnGivenManager()
+void TestMWindow::standsOnGivenManager()
 {
     QPointer<MSceneManager> manager = new MSceneManager;
     {
@@ -58,7 +59,7 @@ void MWindowTest::standsOnGivenManager()
     QVERIFY(!manager);
 }
 
-void MWindowTest::managerWithParentStays()
+void TestMWindow::managerWithParentStays()
 {
     MSceneManager manager(this);
     {
@@ -69,7 +70,7 @@ void MWindowTest::managerWithParentStays()
     QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));
 }
 
-void MWindowTest::enterDisplayEventComesEachTime()
+void TestMWindow::enterDisplayEventComesEachTime()
 {
     CountingWindow window;
     QCOMPARE(window.entered, 0);
@@ -83,7 +84,7 @@ void MWindowTest::enterDisplayEventComesEachTime()
     QTRY_COMPARE(window.entered, 2);
 }
 
-void MWindowTest::backgroundIsTheThemes()
+void TestMWindow::backgroundIsTheThemes()
 {
     MWindow window;
     const QColor light = window.grab().toImage().pixelColor(10, 10);
@@ -94,14 +95,14 @@ void MWindowTest::backgroundIsTheThemes()
     QVERIFY(dark.lightness() < 60);
 }
 
-void MWindowTest::translucentWindowHasNoBackground()
+void TestMWindow::translucentWindowHasNoBackground()
 {
     MWindow window;
     window.setAttribute(Qt::WA_TranslucentBackground);
     QCOMPARE(window.grab().toImage().pixelColor(10, 10).alpha(), 0);
 }
 
-void MWindowTest::mayBeShownAgainAfterClosing()
+void TestMWindow::mayBeShownAgainAfterClosing()
 {
     MWindow window;
     window.show();
@@ -112,5 +113,5 @@ void MWindowTest::mayBeShownAgainAfterClosing()
     QCOMPARE(dialog.scene(), window.scene());
 }
 
-QTEST_MAIN(MWindowTest)
+QTEST_MAIN(TestMWindow)
 #include "tst_mwindow.moc"

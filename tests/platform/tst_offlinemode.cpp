@@ -1,34 +1,35 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "dbusmock.h"
-
-#include <OfflineMode>
 #include <QElapsedTimer>
 #include <QtTest>
+
+#include <OfflineMode>
+
+#include "dbusmock.h"
 
 using ConnUi::OfflineMode;
 
 namespace {
 
-const auto Service = QStringLiteral("net.connman");
-const auto Manager = QStringLiteral("net.connman.Manager");
+const auto service = QStringLiteral("net.connman");
+const auto managerInterface = QStringLiteral("net.connman.Manager");
 
 // A connection manager whose GetProperties has the given body.
 struct ConnectionManager : DBusMock
 {
     explicit ConnectionManager(const QString &out, const QString &body)
-        : DBusMock(Service, {Service, QStringLiteral("/"), Manager})
+        : DBusMock(service, {service, QStringLiteral("/"), managerInterface})
     {
-        ready = waitForRegistered() &&
-                addMethod(QStringLiteral("/"), Manager, QStringLiteral("GetProperties"), QString(), out, body)
-                        .type() == QDBusMessage::ReplyMessage;
+        ready = waitForRegistered() && addMethod(QStringLiteral("/"), managerInterface,
+                                                 QStringLiteral("GetProperties"), QString(), out, body)
+                                               .type() == QDBusMessage::ReplyMessage;
     }
 
     bool ready;
 };
 
-const auto Properties = QStringLiteral("a{sv}");
+const auto properties = QStringLiteral("a{sv}");
 
 } // namespace
 
@@ -71,22 +72,22 @@ void TestOfflineMode::serviceIsNotStarted()
     const auto cleanup = qScopeGuard([&] { file.remove(); });
     auto *bus = QDBusConnection::systemBus().interface();
     QVERIFY(bus->call(QStringLiteral("ReloadConfig")).type() == QDBusMessage::ReplyMessage);
-    QTRY_VERIFY(bus->activatableServiceNames().value().contains(Service));
+    QTRY_VERIFY(bus->activatableServiceNames().value().contains(service));
 
     QCOMPARE(OfflineMode().currentStatus(), 1);
-    QVERIFY(!bus->isServiceRegistered(Service));
+    QVERIFY(!bus->isServiceRegistered(service));
 }
 
 void TestOfflineMode::offlineIsZero()
 {
-    ConnectionManager manager(Properties, QStringLiteral("ret = {'State': 'offline', 'OfflineMode': True}"));
+    ConnectionManager manager(properties, QStringLiteral("ret = {'State': 'offline', 'OfflineMode': True}"));
     QVERIFY(manager.ready);
     QCOMPARE(OfflineMode().currentStatus(), 0);
 }
 
 void TestOfflineMode::onlineIsNot()
 {
-    ConnectionManager manager(Properties, QStringLiteral("ret = {'State': 'online', 'OfflineMode': False}"));
+    ConnectionManager manager(properties, QStringLiteral("ret = {'State': 'online', 'OfflineMode': False}"));
     QVERIFY(manager.ready);
     QCOMPARE(OfflineMode().currentStatus(), 1);
 }
@@ -95,7 +96,7 @@ void TestOfflineMode::everyCallAsksAnew()
 {
     OfflineMode offline;
     {
-        ConnectionManager manager(Properties, QStringLiteral("ret = {'OfflineMode': True}"));
+        ConnectionManager manager(properties, QStringLiteral("ret = {'OfflineMode': True}"));
         QVERIFY(manager.ready);
         QCOMPARE(offline.currentStatus(), 0);
         QCOMPARE(offline.currentStatus(), 0);
@@ -106,7 +107,7 @@ void TestOfflineMode::everyCallAsksAnew()
 
 void TestOfflineMode::slowAnswerIsNotOfflineInTime()
 {
-    ConnectionManager manager(Properties,
+    ConnectionManager manager(properties,
                               QStringLiteral("import time; time.sleep(5); ret = {'OfflineMode': True}"));
     QVERIFY(manager.ready);
     // A loaded machine may wake us late, but hardly every time.
@@ -134,9 +135,9 @@ void TestOfflineMode::nonsenseIsNotOffline_data()
     QTest::addColumn<QByteArray>("warning");
     const QByteArray notBoolean("OfflineMode: the connection manager's OfflineMode is not a boolean");
     QTest::newRow("property missing")
-        << Properties << QStringLiteral("ret = {'State': 'idle'}") << notBoolean;
-    QTest::newRow("a string") << Properties << QStringLiteral("ret = {'OfflineMode': 'true'}") << notBoolean;
-    QTest::newRow("a number") << Properties << QStringLiteral("ret = {'OfflineMode': 1}") << notBoolean;
+        << properties << QStringLiteral("ret = {'State': 'idle'}") << notBoolean;
+    QTest::newRow("a string") << properties << QStringLiteral("ret = {'OfflineMode': 'true'}") << notBoolean;
+    QTest::newRow("a number") << properties << QStringLiteral("ret = {'OfflineMode': 1}") << notBoolean;
     QTest::newRow("no properties") << QStringLiteral("s") << QStringLiteral("ret = 'offline'")
                                    << QByteArray(
                                           "OfflineMode: GetProperties returned error "
@@ -158,7 +159,7 @@ void TestOfflineMode::nonsenseIsNotOffline()
 void TestOfflineMode::refusalIsNotOffline()
 {
     ConnectionManager manager(
-        Properties,
+        properties,
         QStringLiteral(
             "raise dbus.exceptions.DBusException('not for you', name='net.connman.Error.Denied')"));
     QVERIFY(manager.ready);

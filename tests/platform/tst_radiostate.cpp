@@ -1,10 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <ConnectivitySettings>
 #include <QCborMap>
 #include <QStandardPaths>
 #include <QtTest>
+
+#include <ConnectivitySettings>
 #include <RadioState>
 
 using ConnUi::RadioState;

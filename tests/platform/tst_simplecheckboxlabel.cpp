@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <MLabel>
-#include <MProgressIndicator>
 #include <QGraphicsLayout>
 #include <QPointer>
 #include <QtTest>
+
+#include <MLabel>
+#include <MProgressIndicator>
 #include <SimpleCheckBoxLabel>
 
 using ConnUi::SimpleCheckBoxLabel;

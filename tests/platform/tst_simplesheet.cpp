@@ -1,16 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <QGraphicsLayout>
+#include <QPointer>
+#include <QSignalSpy>
+#include <QtTest>
+
 #include <DialogHelperWidget>
 #include <MButton>
 #include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
 #include <MWindow>
-#include <QGraphicsLayout>
-#include <QPointer>
-#include <QSignalSpy>
-#include <QtTest>
 #include <SimpleSheet>
 
 using ConnUi::DialogHelperWidget;
@@ -43,10 +44,9 @@ protected:
 MButton *rejectButton(const SimpleSheet &sheet)
 {
     for (QGraphicsItem *item : sheet.childItems()) {
-        for (QGraphicsItem *child : item->childItems()) {
+        for (QGraphicsItem *child : item->childItems())
             if (auto *button = dynamic_cast<MButton *>(child))
                 return button;
-        }
     }
     return nullptr;
 }

@@ -1,22 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include "dbusmock.h"
-
 #include <memory>
+
 #include <QDir>
 #include <QImage>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QtTest>
+
 #include <Thumbnailer>
+
+#include "dbusmock.h"
 
 using Thumbnails::Thumbnailer;
 
 namespace {
 
-const auto Service = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
-const auto Path = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
+const auto thumbnailService = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
+const auto servicePath = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
 
 // Asks as the dialogs do.
 void request(Thumbnailer &thumbnailer, QList<QUrl> uris, QStringList mimeTypes, bool sendPixmap = false)
@@ -28,18 +30,19 @@ void request(Thumbnailer &thumbnailer, QList<QUrl> uris, QStringList mimeTypes, 
 struct OddService : DBusMock
 {
     explicit OddService(const QString &out, const QString &body)
-        : DBusMock(Service, {Service, Path, Service}, QDBusConnection::SessionBus)
+        : DBusMock(thumbnailService, {thumbnailService, servicePath, thumbnailService},
+                   QDBusConnection::SessionBus)
     {
-        ready =
-            waitForRegistered() &&
-            addMethod(Path, Service, QStringLiteral("Queue"), QStringLiteral("asasssu"), out, body).type() ==
-                QDBusMessage::ReplyMessage;
+        ready = waitForRegistered() && addMethod(servicePath, thumbnailService, QStringLiteral("Queue"),
+                                                 QStringLiteral("asasssu"), out, body)
+                                               .type() == QDBusMessage::ReplyMessage;
     }
 
     bool emitReady(const QStringList &uris) const
     {
-        return call(Path, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("EmitSignal"),
-                    {Service, QStringLiteral("Ready"), QStringLiteral("uas"), QVariantList{1u, uris}})
+        return call(
+                   servicePath, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("EmitSignal"),
+                   {thumbnailService, QStringLiteral("Ready"), QStringLiteral("uas"), QVariantList{1u, uris}})
                    .type() == QDBusMessage::ReplyMessage;
     }
 
@@ -74,7 +77,7 @@ private Q_SLOTS:
 private:
     QString picture(const QString &name);
 
-    QTemporaryDir m_folder;
+    QTemporaryDir folder;
 };
 
 void TestThumbnailer::init()
@@ -84,7 +87,7 @@ void TestThumbnailer::init()
 
 QString TestThumbnailer::picture(const QString &name)
 {
-    const QString path = m_folder.filePath(name);
+    const QString path = folder.filePath(name);
     QImage image(400, 200, QImage::Format_RGB32);
     image.fill(Qt::blue);
     return image.save(path, "PNG") ? path : QString();
@@ -154,7 +157,7 @@ void TestThumbnailer::flavorIsTheSize()
 void TestThumbnailer::failureIsSilentWithoutDefaults()
 {
     const QUrl good = QUrl::fromLocalFile(picture(QStringLiteral("good.png")));
-    const QUrl missing = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("missing.png")));
+    const QUrl missing = QUrl::fromLocalFile(folder.filePath(QStringLiteral("missing.png")));
     Thumbnailer thumbnailer({}, {});
     QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
     // In one request: tumbler mixes up what it works on at the same time.
@@ -165,7 +168,7 @@ void TestThumbnailer::failureIsSilentWithoutDefaults()
 
 void TestThumbnailer::failureAnnouncesTheDefaults()
 {
-    const QUrl missing = QUrl::fromLocalFile(m_folder.filePath(QStringLiteral("missing.png")));
+    const QUrl missing = QUrl::fromLocalFile(folder.filePath(QStringLiteral("missing.png")));
     const QUrl defaultThumbnail(QStringLiteral("file:///default.png"));
     Thumbnailer thumbnailer(defaultThumbnail, QPixmap(3, 3));
     QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
@@ -270,10 +273,10 @@ void TestThumbnailer::cancelledRequestIsForgotten()
     QList<QUrl> uris = {QUrl(first)};
     QStringList types = {QStringLiteral("image/png")};
     thumbnailer.request(uris, types, false, QString(), QString(), false, true);
-    QTRY_COMPARE(service.callCount(Path, QStringLiteral("Queue")), 1);
+    QTRY_COMPARE(service.callCount(servicePath, QStringLiteral("Queue")), 1);
     uris = {QUrl(second)};
     thumbnailer.request(uris, types, false, QString(), QString(), true, false);
-    QTRY_COMPARE(service.callCount(Path, QStringLiteral("Queue")), 2);
+    QTRY_COMPARE(service.callCount(servicePath, QStringLiteral("Queue")), 2);
     QVERIFY(service.emitReady({first, second}));
     QTRY_COMPARE(spy.size(), 1);
     QCOMPARE(spy[0][0].toUrl(), QUrl(second));
@@ -283,7 +286,7 @@ void TestThumbnailer::missingServiceGivesOneWarning()
 {
     // A service file of the user's own comes before the system's.
     const QString path = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                         QStringLiteral("/dbus-1/services/%1.service").arg(Service);
+                         QStringLiteral("/dbus-1/services/%1.service").arg(thumbnailService);
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly));
     file.write("[D-BUS Service]\nName=org.freedesktop.thumbnails.Thumbnailer1\nExec=/bin/false\n");

@@ -3,6 +3,7 @@
 
 #include <QNdefNfcUriRecord>
 #include <QtTest>
+
 #include <URINDEFRecord>
 
 class TestURINDEFRecord : public QObject

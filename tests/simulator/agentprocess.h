@@ -28,10 +28,9 @@ public:
         FakeReply reply;
         const auto hasReply = [this, id, &reply] {
             const QList<FakeReply> all = replies();
-            for (const FakeReply &candidate : all) {
+            for (const FakeReply &candidate : all)
                 if (candidate.id == id)
                     reply = candidate;
-            }
             return reply.id == id;
         };
         if (!QTest::qWaitFor(hasReply, 30000))

@@ -13,7 +13,7 @@ import pathlib
 import random
 import sys
 
-sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "scripts/scenes"))
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "testing/scenes"))
 from actor import Unmet  # noqa: E402
 from scenes import HEADSET  # noqa: E402
 from stage import Stage  # noqa: E402
@@ -133,7 +133,7 @@ class Chaos:
 
 
 def run(programs, seed, count):
-    with Stage(programs, face="--read-aloud") as stage:
+    with Stage(programs, face="--remote-control") as stage:
         chaos = Chaos(stage, seed)
         # Half of the way to warm up: the first dialogs load fonts, icons and texts.
         for number in range(count):

@@ -4,38 +4,36 @@
 
 #include <QDBusMessage>
 
-ReplyCounter::ReplyCounter(const QDBusConnection &watched) : m_watched(watched)
+ReplyCounter::ReplyCounter(const QDBusConnection &watched) : watched(watched)
 {
-    m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(QStringLiteral("stdbuf"),
-                    {QStringLiteral("-oL"), QStringLiteral("dbus-monitor"), QStringLiteral("--system"),
-                     QStringLiteral("--profile"), QStringLiteral("sender='%1'").arg(watched.baseService())});
+    process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process.start(QStringLiteral("stdbuf"),
+                  {QStringLiteral("-oL"), QStringLiteral("dbus-monitor"), QStringLiteral("--system"),
+                   QStringLiteral("--profile"), QStringLiteral("sender='%1'").arg(watched.baseService())});
     // It says so when the bus has made it a monitor: the name of its own connection is taken from it.
-    while (!m_process.readAllStandardOutput().contains("NameLost")) {
-        if (!m_process.waitForReadyRead())
+    while (!process.readAllStandardOutput().contains("NameLost"))
+        if (!process.waitForReadyRead())
             qFatal("dbus-monitor does not start");
-    }
 }
 
 ReplyCounter::~ReplyCounter()
 {
-    m_process.kill();
-    m_process.waitForFinished();
+    process.kill();
+    process.waitForFinished();
 }
 
 QHash<QByteArray, int> ReplyCounter::replies()
 {
     // The last thing to be seen.
-    m_watched.send(QDBusMessage::createSignal(QStringLiteral("/"), QStringLiteral("org.connui.ReplyCounter"),
-                                              QStringLiteral("Mark")));
+    watched.send(QDBusMessage::createSignal(QStringLiteral("/"), QStringLiteral("org.connui.ReplyCounter"),
+                                            QStringLiteral("Mark")));
     QHash<QByteArray, int> replies;
     for (;;) {
-        while (!m_process.canReadLine()) {
-            if (!m_process.waitForReadyRead())
+        while (!process.canReadLine())
+            if (!process.waitForReadyRead())
                 qFatal("dbus-monitor does not show the mark");
-        }
         // Of a reply: type, time, serial, sender, destination, serial of the call.
-        const QByteArrayList columns = m_process.readLine().trimmed().split('\t');
+        const QByteArrayList columns = process.readLine().trimmed().split('\t');
         if (columns.first() == "mr" || columns.first() == "err")
             ++replies[columns[4] + ' ' + columns[5]];
         else if (columns.last() == "Mark")

@@ -22,8 +22,8 @@ public:
     QHash<QByteArray, int> replies();
 
 private:
-    QDBusConnection m_watched;
-    QProcess m_process;
+    QDBusConnection watched;
+    QProcess process;
 };
 
 #endif

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // One adapter and one agent outlive everything that can happen to the daemon, and work again when it is back.
+#include <csignal>
+#include <functional>
+
 #include <QDBusConnectionInterface>
 #include <QPointer>
 #include <QSignalSpy>
@@ -9,15 +12,12 @@
 
 #include <RadioState>
 
-#include <csignal>
-#include <functional>
-
+#include "adapter/nfcadapter_p.h"
 #include "amount.h"
 #include "fakedaemon.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
 #include "nfcadapter.h"
-#include "nfcadapter_p.h"
 #include "nfcagent.h"
 
 using namespace Qt::Literals::StringLiterals;

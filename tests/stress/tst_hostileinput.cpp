@@ -5,20 +5,22 @@
 // answered, and tell either what will be opened or by which application.
 #include <ctime>
 #include <functional>
+#include <memory>
+#include <sys/stat.h>
+
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QTest>
+
 #include <MButton>
 #include <MButtonModel>
-#include <memory>
 #include <MLabel>
 #include <MWindow>
 #include <NfcApplicationSelectionDialog>
 #include <NfcPairingDialog>
 #include <NfcSharingPermissionDialog>
 #include <NfcTagReadPermissionDialog>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QTest>
-#include <sys/stat.h>
 #include <URINDEFRecord>
 
 #include "applicationsfolder.h"

@@ -2,19 +2,20 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Much of everything. The full amounts, with CONNUI_STRESS=full, take minutes.
-#include <NfcAdapter>
-#include <NfcAgent>
-#include <QDBusPendingCallWatcher>
-#include <QSignalSpy>
-#include <QTest>
-#include <RadioState>
-
 #include <algorithm>
 #include <climits>
 #include <functional>
 #include <malloc.h>
 #include <memory>
 #include <random>
+
+#include <QDBusPendingCallWatcher>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <NfcAdapter>
+#include <NfcAgent>
+#include <RadioState>
 
 #include "amount.h"
 #include "fakedaemon.h"
@@ -62,10 +63,9 @@ qint64 privateMemory()
         qFatal("no smaps_rollup");
     qint64 kilobytes = 0;
     const QByteArrayList lines = file.readAll().split('\n');
-    for (const QByteArray &line : lines) {
+    for (const QByteArray &line : lines)
         if (line.startsWith("Private_"))
             kilobytes += line.simplified().split(' ').at(1).toLongLong();
-    }
     return kilobytes * 1024;
 }
 
@@ -103,7 +103,7 @@ void answerAtOnce(NfcAgent *agent)
 class Asker : public QObject
 {
 public:
-    Asker() : m_bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, u"asker"_s)) {}
+    Asker() : bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, u"asker"_s)) {}
     ~Asker() override { QDBusConnection::disconnectFromBus(u"asker"_s); }
 
     void ask(const QString &agent, const QString &member, const QVariantList &arguments)
@@ -112,7 +112,7 @@ public:
                                                            u"com.tavix.nfc.UIAgent"_s, member);
         call.setArguments(arguments);
         const int number = asked++;
-        auto *watcher = new QDBusPendingCallWatcher(m_bus.asyncCall(call, INT_MAX), this);
+        auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, INT_MAX), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number] {
             ++answered;
             if (keepsOutcomes)
@@ -159,7 +159,7 @@ public:
     QHash<int, QString> outcomes;
 
 private:
-    QDBusConnection m_bus;
+    QDBusConnection bus;
 };
 
 } // namespace
@@ -238,12 +238,11 @@ void TestLoad::manyPendingRequestsAreAnsweredInAnyOrder()
     QTRY_COMPARE_WITH_TIMEOUT(requested.count(), count, 60000);
 
     shuffle(order);
-    for (int i : std::as_const(order)) {
+    for (int i : std::as_const(order))
         if (i % 2 == 0)
             agent.btConnectionRequestGranted(target(i));
         else
             agent.rejectDevice(target(i));
-    }
     QTRY_COMPARE_WITH_TIMEOUT(asker.answered, count, 60000);
     for (int i = 0; i < count; ++i)
         QCOMPARE(asker.outcomes.value(i), i % 2 == 0 ? u"granted"_s : rejected);
@@ -295,8 +294,10 @@ void TestLoad::manyAdaptersAndAgentsShareOneProcess()
     QList<NfcAdapter *> adapters;
     for (int i = 0; i < adapterCount; ++i) {
         auto *adapter = new NfcAdapter;
-        connect(adapter, &NfcAdapter::adapterValid, this, [&valid] { ++valid; });
-        connect(adapter, &NfcAdapter::adapterInvalid, this, [&invalid] { ++invalid; });
+        connect(
+            adapter, &NfcAdapter::adapterValid, this, [&valid] { ++valid; });
+        connect(
+            adapter, &NfcAdapter::adapterInvalid, this, [&invalid] { ++invalid; });
         connect(adapter, &NfcAdapter::propertyChanged, this, [&changed] { ++changed; });
         adapters.append(adapter);
     }

@@ -207,10 +207,9 @@ void TestCatalogues::noPlaceholderIsLost()
 {
     QFETCH(QString, catalogue);
     const Messages messages = readCatalogue(catalogue);
-    for (const Message &message : messages) {
+    for (const Message &message : messages)
         for (const QString &variant : message.variants)
             QVERIFY2(placeholders(variant) == placeholders(message.source), qUtf8Printable(variant));
-    }
 }
 
 void TestCatalogues::lengthVariantsGoFromLongToShort_data()

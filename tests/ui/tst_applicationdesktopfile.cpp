@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <applicationdesktopfile.h>
-
 #include <QDir>
 #include <QtTest>
 
 #include "applicationsfolder.h"
+#include "ui/applicationdesktopfile.h"
 
 using namespace ConnUi;
 using namespace Qt::StringLiterals;

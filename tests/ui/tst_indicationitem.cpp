@@ -1,13 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <IndicationItem>
 #include <memory>
-#include <MSceneManager>
-#include <MTheme>
-#include <MWindow>
+
 #include <QGraphicsScene>
 #include <QPixmapCache>
 #include <QtTest>
+
+#include <IndicationItem>
+#include <MSceneManager>
+#include <MTheme>
+#include <MWindow>
 
 using ConnUi::IndicationItem;
 using namespace Qt::Literals::StringLiterals;

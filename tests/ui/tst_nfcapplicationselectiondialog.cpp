@@ -1,12 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <applicationitemcreator.h>
-#include <MButton>
-#include <MImageWidget>
-#include <MLabel>
-#include <MList>
-#include <MWindow>
-#include <NfcApplicationSelectionDialog>
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
 #include <QSignalSpy>
@@ -14,9 +7,17 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <MButton>
+#include <MImageWidget>
+#include <MLabel>
+#include <MList>
+#include <MWindow>
+#include <NfcApplicationSelectionDialog>
+
 #include "applicationsfolder.h"
 #include "catalogue.h"
 #include "shownwidgets.h"
+#include "ui/applicationitemcreator.h"
 
 using namespace ConnUi;
 using namespace Qt::StringLiterals;
@@ -472,10 +473,9 @@ void TestNfcApplicationSelectionDialog::recycledCellShowsItsNewRowAlone()
     MWidget *cell = creator.createCell(model.index(0, 0), recycler);
     const auto names = [&cell] {
         QStringList texts;
-        for (QGraphicsItem *child : cell->childItems()) {
+        for (QGraphicsItem *child : cell->childItems())
             if (const auto *label = dynamic_cast<MLabel *>(child))
                 texts.append(label->text());
-        }
         return texts;
     };
     QCOMPARE(names(), QStringList(u"A"_s));

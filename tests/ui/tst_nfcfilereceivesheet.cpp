@@ -1,22 +1,24 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <DialogHelperWidget>
 #include <limits>
-#include <MButton>
 #include <memory>
-#include <MImageWidget>
-#include <MLabel>
-#include <MProgressIndicator>
-#include <MWindow>
-#include <NfcFileReceiveSheet>
+
 #include <QElapsedTimer>
 #include <QGraphicsLinearLayout>
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <DialogHelperWidget>
+#include <MButton>
+#include <MImageWidget>
+#include <MLabel>
+#include <MProgressIndicator>
+#include <MWindow>
+#include <NfcFileReceiveSheet>
+
 #include "catalogue.h"
-#include "nfcfilereceivesheet_p.h"
 #include "shownwidgets.h"
+#include "ui/nfcfilereceivesheet_p.h"
 
 using namespace ConnUi;
 using namespace Qt::Literals::StringLiterals;
@@ -29,10 +31,9 @@ template <typename Widget>
 Widget *styled(const QGraphicsWidget *root, const QString &style)
 {
     Widget *found = nullptr;
-    for (Widget *widget : shownWidgets<Widget>(root)) {
+    for (Widget *widget : shownWidgets<Widget>(root))
         if (widget->styleName() == style)
             found = widget;
-    }
     return found;
 }
 

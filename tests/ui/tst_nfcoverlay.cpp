@@ -1,18 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <IndicationItem>
 #include <memory>
-#include <MSceneManager>
-#include <MSceneWindow>
-#include <MWindow>
-#include <NfcOverlay>
+
 #include <QElapsedTimer>
 #include <QPointer>
 #include <QPropertyAnimation>
 #include <QSignalSpy>
 #include <QtTest>
 
-#include "nfcoverlay_p.h"
+#include <IndicationItem>
+#include <MSceneManager>
+#include <MSceneWindow>
+#include <MWindow>
+#include <NfcOverlay>
+
+#include "ui/nfcoverlay_p.h"
 
 using namespace ConnUi;
 using namespace Qt::Literals::StringLiterals;

@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <MSceneManager>
-#include <NfcOverlay>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QProcess>
 #include <QtTest>
 
-#include "nfcoverlay_p.h"
+#include <MSceneManager>
+#include <NfcOverlay>
+
+#include "ui/nfcoverlay_p.h"
 
 using namespace ConnUi;
 using namespace Qt::Literals::StringLiterals;
@@ -29,10 +30,9 @@ QString output(const QString &program, const QStringList &arguments)
 QString lineWith(const QString &word, const QString &text)
 {
     const QStringList lines = text.split(u'\n');
-    for (const QString &line : lines) {
+    for (const QString &line : lines)
         if (line.contains(word))
             return line.trimmed();
-    }
     return {};
 }
 
@@ -179,10 +179,9 @@ void TestNfcOverlayOnX11::clickBelowTheBannerReachesTheWindowBelow()
     const QRect around = strip.adjusted(-1, -1, 1, 1);
     for (const QPoint place :
          {QPoint(around.left(), strip.center().y()), QPoint(around.right(), strip.center().y()),
-          QPoint(strip.center().x(), around.top()), QPoint(strip.center().x(), around.bottom())}) {
+          QPoint(strip.center().x(), around.top()), QPoint(strip.center().x(), around.bottom())})
         if (banner.overlay.rect().contains(place))
             outside.append(place);
-    }
     QVERIFY(outside.size() > 1);
     // What is within the strip is the banner's.
     click(strip.center());

@@ -1,5 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QGraphicsLayout>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QtTest>
+
 #include <ConnectivitySettings>
 #include <MButton>
 #include <MButtonModel>
@@ -9,10 +14,6 @@
 #include <NfcAdapter>
 #include <NfcEnableDialog>
 #include <NfcSettingsView>
-#include <QGraphicsLayout>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QtTest>
 #include <RadioState>
 #include <SimpleCheckBoxLabel>
 #include <SimpleSheet>
@@ -77,10 +78,9 @@ public:
     {
         QList<MDialog *> found;
         const QList<QGraphicsItem *> items = window.scene()->items();
-        for (QGraphicsItem *item : items) {
+        for (QGraphicsItem *item : items)
             if (auto *dialog = qobject_cast<MDialog *>(item->toGraphicsObject()))
                 found.append(dialog);
-        }
         return found;
     }
 
@@ -108,10 +108,9 @@ public:
 QVariantList stateWritten(FakeDaemon &daemon)
 {
     QVariantList written;
-    for (const FakeCall &call : daemon.calls(u"SetProperty"_s)) {
+    for (const FakeCall &call : daemon.calls(u"SetProperty"_s))
         if (call.arguments.value(0) == u"State"_s)
             written.append(call.arguments.value(1).value<QDBusVariant>().variant());
-    }
     return written;
 }
 

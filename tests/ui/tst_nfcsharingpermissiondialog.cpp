@@ -1,11 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <MButton>
-#include <MButtonModel>
-#include <MImageWidget>
-#include <MLabel>
-#include <MWindow>
-#include <NfcSharingPermissionDialog>
 #include <QBuffer>
 #include <QCryptographicHash>
 #include <QDBusConnectionInterface>
@@ -17,6 +11,13 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <MButton>
+#include <MButtonModel>
+#include <MImageWidget>
+#include <MLabel>
+#include <MWindow>
+#include <NfcSharingPermissionDialog>
+
 #include "catalogue.h"
 #include "fakeservice.h"
 #include "shownwidgets.h"
@@ -25,11 +26,11 @@ using ConnUi::NfcSharingPermissionDialog;
 
 namespace {
 
-const auto Thumbnailer = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
-const auto ThumbnailerPath = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
-const auto Queue = QStringLiteral("Queue");
-const auto Title = QStringLiteral("Share by touch?");
-const auto Sentence = QStringLiteral("%1 will be sent to the device you touched.");
+const auto thumbnailer = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1");
+const auto thumbnailerPath = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
+const auto queue = QStringLiteral("Queue");
+const auto title = QStringLiteral("Share by touch?");
+const auto sentence = QStringLiteral("%1 will be sent to the device you touched.");
 
 QString text(const char *text)
 {
@@ -149,16 +150,16 @@ private:
     QString file(const QString &name, const QByteArray &content = {}) const;
 
     const Catalogue english;
-    QTemporaryDir m_folder;
-    bool m_finished = false;
+    QTemporaryDir folder;
+    bool finished = false;
 
 public Q_SLOTS:
-    void requestFinished() { m_finished = true; }
+    void requestFinished() { finished = true; }
 };
 
 void TestNfcSharingPermissionDialog::initTestCase()
 {
-    QVERIFY(QDBusConnection::sessionBus().connect(Thumbnailer, ThumbnailerPath, Thumbnailer, text("Finished"),
+    QVERIFY(QDBusConnection::sessionBus().connect(thumbnailer, thumbnailerPath, thumbnailer, text("Finished"),
                                                   this, SLOT(requestFinished())));
     // A type that whoever described it has written with capitals. Known before the types are first looked up.
     write(dataFile(QStringLiteral("mime/packages/shouting.xml")),
@@ -170,12 +171,12 @@ void TestNfcSharingPermissionDialog::initTestCase()
 void TestNfcSharingPermissionDialog::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
-    m_finished = false;
+    finished = false;
 }
 
 QString TestNfcSharingPermissionDialog::file(const QString &name, const QByteArray &content) const
 {
-    const QString path = m_folder.filePath(name);
+    const QString path = folder.filePath(name);
     write(path, content);
     return path;
 }
@@ -197,7 +198,7 @@ void TestNfcSharingPermissionDialog::severalThingsShowTheirNumber()
     QFETCH(QString, number);
     const Shown shown(resources);
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(number + text(" items"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(number + text(" items"))}));
     QCOMPARE(shown.picture()->imageId(), text("icon-m-content-nfc-inverse"));
     QCOMPARE(shownWidgets<MImageWidget>(shown.dialog.data()).size(), 1);
 }
@@ -214,7 +215,7 @@ void TestNfcSharingPermissionDialog::nothingShowsAnEmptyName()
     QFETCH(QStringList, resources);
     const Shown shown(resources);
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(QString())}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(QString())}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -224,7 +225,7 @@ void TestNfcSharingPermissionDialog::contactShowsBothNamesAndTheAvatar()
     writeContact(text("1"), "N:Virtanen;Aino;;;\r\nPHOTO;ENCODING=b;TYPE=PNG:" + avatar.toBase64() + "\r\n");
     const Shown shown({text("contact:1")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(text("The contact Aino Virtanen"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact Aino Virtanen"))}));
     QCOMPARE(shown.pixmap().size(), QSize(40, 40));
     QCOMPARE(shown.pixmap().toImage().pixelColor(20, 20), QColor(Qt::red));
 }
@@ -235,7 +236,7 @@ void TestNfcSharingPermissionDialog::contactWithoutAvatarIsLogged()
     QTest::ignoreMessage(QtWarningMsg, "Avatar picture not found for contact:2");
     const Shown shown({text("contact:2")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(text("The contact Aino Virtanen"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact Aino Virtanen"))}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -248,7 +249,7 @@ void TestNfcSharingPermissionDialog::contactWithoutCardHasNoName()
     QTest::ignoreMessage(QtWarningMsg, "Avatar picture not found for contact:nobody");
     const Shown shown({text("contact:nobody")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(text("The contact  "))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact  "))}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -257,7 +258,7 @@ void TestNfcSharingPermissionDialog::contactIsSpelledInSmallLetters()
     writeContact(text("3"), "N:Virtanen;Aino;;;\r\n");
     const Shown shown({text("Contact:3")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(text("Contact:3"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("Contact:3"))}));
 }
 
 void TestNfcSharingPermissionDialog::namesAreShownAsTheyAre()
@@ -326,7 +327,7 @@ void TestNfcSharingPermissionDialog::fileShowsItsName()
     QFETCH(QString, name);
     const Shown shown({resource});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({Title, Sentence.arg(name)}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(name)}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -404,17 +405,17 @@ void TestNfcSharingPermissionDialog::thumbnailIsAskedForOnce()
     QFETCH(QString, resource);
     QFETCH(QString, uri);
     QFETCH(QString, mimeType);
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     QSignalSpy called(&service, &FakeService::called);
     const Shown shown({resource});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels().value(1), Sentence.arg(resource.section(QLatin1Char('/'), -1)));
+    QCOMPARE(shown.labels().value(1), sentence.arg(resource.section(QLatin1Char('/'), -1)));
     QTRY_COMPARE(called.size(), 1);
     const QList<FakeCall> calls = service.calls();
     QCOMPARE(calls.size(), 1);
-    QCOMPARE(calls[0].member, Queue);
+    QCOMPARE(calls[0].member, queue);
     QCOMPARE(calls[0].arguments,
              QVariantList({QStringList(uri), QStringList(mimeType), text("normal"), text("default"), 0u}));
     // There is room for it from the start.
@@ -438,8 +439,8 @@ void TestNfcSharingPermissionDialog::otherFilesAskForNoThumbnail_data()
 void TestNfcSharingPermissionDialog::otherFilesAskForNoThumbnail()
 {
     QFETCH(QStringList, resources);
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     const Shown shown(resources);
     QVERIFY(shown.ready);
@@ -448,8 +449,8 @@ void TestNfcSharingPermissionDialog::otherFilesAskForNoThumbnail()
 
 void TestNfcSharingPermissionDialog::silentServiceLeavesTheAreaEmpty()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.hold(Queue);
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.hold(queue);
     service.start();
     QSignalSpy called(&service, &FakeService::called);
     Shown shown({text("/home/user/a.png")});
@@ -461,36 +462,36 @@ void TestNfcSharingPermissionDialog::silentServiceLeavesTheAreaEmpty()
     shown.dialog->button(M::YesButton)->click();
     QCOMPARE(finished, QList<QVariantList>({{int(M::YesButton)}}));
     shown.dialog.reset();
-    service.release(Queue);
+    service.release(queue);
     QCoreApplication::processEvents();
 }
 
 void TestNfcSharingPermissionDialog::dyingServiceLeavesTheAreaEmpty()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.dieOn(Queue);
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.dieOn(queue);
     service.start();
     QTest::ignoreMessage(QtWarningMsg,
                          "Thumbnailer: Queue returned error 'org.freedesktop.DBus.Error.NoReply': Message "
                          "recipient disconnected from message bus without replying");
     const Shown shown({text("/home/user/a.png")});
     // Asked on the connection that hears of the death.
-    QTRY_VERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(Thumbnailer));
+    QTRY_VERIFY(!QDBusConnection::sessionBus().interface()->isServiceRegistered(thumbnailer));
     QCoreApplication::processEvents();
     QVERIFY(shown.hasPicture());
     QVERIFY(shown.pixmap().isNull());
-    QCOMPARE(shown.labels().value(1), Sentence.arg(text("a.png")));
+    QCOMPARE(shown.labels().value(1), sentence.arg(text("a.png")));
 }
 
 void TestNfcSharingPermissionDialog::refusingServiceLeavesTheAreaEmpty()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     QSignalSpy called(&service, &FakeService::called);
     const Shown shown({text("/home/user/a.png")});
     QTRY_COMPARE(called.size(), 1);
-    service.emitSignal(ThumbnailerPath, Thumbnailer, text("Error"),
+    service.emitSignal(thumbnailerPath, thumbnailer, text("Error"),
                        {1u, QStringList(text("file:///home/user/a.png")), 0, text("not today")});
     QCoreApplication::processEvents();
     QVERIFY(shown.hasPicture());
@@ -499,8 +500,8 @@ void TestNfcSharingPermissionDialog::refusingServiceLeavesTheAreaEmpty()
 
 void TestNfcSharingPermissionDialog::lateThumbnailIsHarmless()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     const auto uri = QUrl(text("file:///home/user/late.png"));
     write(thumbnailFile(uri), png(QSize(128, 64), Qt::green));
@@ -512,7 +513,7 @@ void TestNfcSharingPermissionDialog::lateThumbnailIsHarmless()
     QTRY_COMPARE(called.size(), 2);
     closed.dialog->reject();
     deleted.dialog.reset();
-    service.emitSignal(ThumbnailerPath, Thumbnailer, text("Ready"), ready);
+    service.emitSignal(thumbnailerPath, thumbnailer, text("Ready"), ready);
     QCoreApplication::processEvents();
     QVERIFY(!closed.dialog->scene());
     QCOMPARE(closed.dialog->result(), int(M::CancelButton));
@@ -524,8 +525,8 @@ void TestNfcSharingPermissionDialog::lateThumbnailIsHarmless()
 
 void TestNfcSharingPermissionDialog::thumbnailFileThatIsNoPictureLeavesTheAreaEmpty()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     const auto uri = QUrl(text("file:///home/user/broken.png"));
     write(thumbnailFile(uri), "not a picture");
@@ -535,7 +536,7 @@ void TestNfcSharingPermissionDialog::thumbnailFileThatIsNoPictureLeavesTheAreaEm
     QTRY_COMPARE(called.size(), 1);
     const QByteArray warning = noPicture(thumbnailFile(uri));
     QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    service.emitSignal(ThumbnailerPath, Thumbnailer, text("Ready"), {1u, QStringList(uri.toString())});
+    service.emitSignal(thumbnailerPath, thumbnailer, text("Ready"), {1u, QStringList(uri.toString())});
     QCoreApplication::processEvents();
     QVERIFY(shown.hasPicture());
     QVERIFY(shown.pixmap().isNull());
@@ -543,8 +544,8 @@ void TestNfcSharingPermissionDialog::thumbnailFileThatIsNoPictureLeavesTheAreaEm
 
 void TestNfcSharingPermissionDialog::missingThumbnailFileLeavesTheAreaEmpty()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     const Shown shown({text("/home/user/a.png")});
     QVERIFY(shown.ready);
@@ -584,8 +585,8 @@ void TestNfcSharingPermissionDialog::thumbnailWithoutAreaIsHarmless()
 
 void TestNfcSharingPermissionDialog::pictureIsAsSharpAsTheScreen()
 {
-    FakeService service(QDBusConnection::SessionBus, Thumbnailer);
-    service.reply(Queue, {1u});
+    FakeService service(QDBusConnection::SessionBus, thumbnailer);
+    service.reply(queue, {1u});
     service.start();
     const Shown shown({text("/home/user/a.png")});
     QVERIFY(shown.ready);
@@ -594,7 +595,7 @@ void TestNfcSharingPermissionDialog::pictureIsAsSharpAsTheScreen()
     for (int x = 0; x < stripes.width(); ++x)
         for (int y = 0; y < stripes.height(); ++y)
             stripes.setPixelColor(x, y, x % 2 ? Qt::white : Qt::black);
-    const QString path = m_folder.filePath(text("stripes.png"));
+    const QString path = folder.filePath(text("stripes.png"));
     QVERIFY(stripes.save(path));
     shown.dialog->thumbnail(QUrl(), QUrl::fromLocalFile(path));
 
@@ -632,17 +633,17 @@ void TestNfcSharingPermissionDialog::realServiceMakesTheThumbnail()
     const QString path = file(name, png(QSize(400, 200), Qt::blue));
     const Shown shown({asUrl ? QUrl::fromLocalFile(path).toString() : path});
     QVERIFY(shown.ready);
-    QTRY_VERIFY_WITH_TIMEOUT(m_finished, 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(finished, 30000);
     QCOMPARE(shown.pixmap().size(), QSize(128, 64));
     QCOMPARE(shown.pixmap().toImage().pixelColor(64, 32), QColor(Qt::blue));
     QCOMPARE(shown.picture()->size(), QSizeF(128, 128));
-    QCOMPARE(shown.labels().value(0), Title);
+    QCOMPARE(shown.labels().value(0), title);
 }
 
 void TestNfcSharingPermissionDialog::realServiceWithoutThumbnailLeavesTheAreaEmpty_data()
 {
     QTest::addColumn<QString>("resource");
-    QTest::newRow("missing file") << m_folder.filePath(text("missing.png"));
+    QTest::newRow("missing file") << folder.filePath(text("missing.png"));
     QTest::newRow("no picture") << file(text("fraud.png"), "not a picture");
     QTest::newRow("no video") << file(text("fraud.mp4"), "not a video");
     QTest::newRow("web address") << text("http://example.com/a.png");
@@ -653,7 +654,7 @@ void TestNfcSharingPermissionDialog::realServiceWithoutThumbnailLeavesTheAreaEmp
     QFETCH(QString, resource);
     const Shown shown({resource});
     QVERIFY(shown.ready);
-    QTRY_VERIFY_WITH_TIMEOUT(m_finished, 30000);
+    QTRY_VERIFY_WITH_TIMEOUT(finished, 30000);
     QVERIFY(shown.hasPicture());
     QVERIFY(shown.pixmap().isNull());
 }

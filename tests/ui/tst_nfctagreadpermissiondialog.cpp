@@ -3,6 +3,13 @@
 #include <algorithm>
 #include <ctime>
 #include <functional>
+
+#include <QItemSelectionModel>
+#include <QSignalSpy>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
 #include <MButton>
 #include <MButtonModel>
 #include <MImageWidget>
@@ -13,17 +20,12 @@
 #include <MWindow>
 #include <NfcApplicationSelectionDialog>
 #include <NfcTagReadPermissionDialog>
-#include <nfctagreadpermissiondialog_p.h>
-#include <QItemSelectionModel>
-#include <QSignalSpy>
-#include <QStandardPaths>
-#include <QTemporaryDir>
-#include <QtTest>
 #include <URINDEFRecord>
 
 #include "applicationsfolder.h"
 #include "catalogue.h"
 #include "shownwidgets.h"
+#include "ui/nfctagreadpermissiondialog_p.h"
 
 using namespace ConnUi;
 using namespace Qt::StringLiterals;
@@ -953,10 +955,9 @@ void TestNfcTagReadPermissionDialog::longUriCanBeScrolledToItsEnd()
     // What a label inside of the part that scrolls has of its rectangle on screen.
     const auto seen = [&](const QGraphicsWidget *widget) {
         QRectF part = widget->mapRectToItem(shown.dialog, widget->rect());
-        for (const QGraphicsItem *item = widget; item && item != shown.dialog; item = item->parentItem()) {
+        for (const QGraphicsItem *item = widget; item && item != shown.dialog; item = item->parentItem())
             if (item->flags() & QGraphicsItem::ItemClipsChildrenToShape)
                 part &= item->mapRectToItem(shown.dialog, item->boundingRect());
-        }
         return part & shown.dialog->rect();
     };
     const auto bottom = [&](const QGraphicsWidget *widget) {
@@ -982,12 +983,17 @@ void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion_data()
     const auto row = [](const char *name, const std::function<Make(int)> &makeOf) {
         QTest::newRow(name) << makeOf;
     };
-    row("web link",
+    row(
+        "web link",
         [](int length) { return uriOf("http://example.com/" + QByteArray(length, 'a'), u"x"_s); });
-    row("number", [](int length) { return uriOf("tel:" + QByteArray("tel:1").repeated(length / 5)); });
-    row("message", [](int length) { return uriOf("sms:1?body=" + QByteArray("%25 ").repeated(length / 4)); });
-    row("lines", [](int length) { return textOf(QString(length, u'\n')); });
-    row("words", [](int length) { return textOf(u"a "_s.repeated(length / 2)); });
+    row(
+        "number", [](int length) { return uriOf("tel:" + QByteArray("tel:1").repeated(length / 5)); });
+    row(
+        "message", [](int length) { return uriOf("sms:1?body=" + QByteArray("%25 ").repeated(length / 4)); });
+    row(
+        "lines", [](int length) { return textOf(QString(length, u'\n')); });
+    row(
+        "words", [](int length) { return textOf(u"a "_s.repeated(length / 2)); });
     row("directions", [](int length) { return textOf(u"a\u202bא"_s.repeated(length / 3)); });
 }
 

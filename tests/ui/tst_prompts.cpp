@@ -1,6 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <functional>
+
+#include <QMetaEnum>
+#include <QScopedPointer>
+#include <QSignalSpy>
+#include <QtTest>
+
 #include <MButton>
 #include <MButtonModel>
 #include <MImageWidget>
@@ -13,10 +19,6 @@
 #include <NfcPairingDialog>
 #include <NfcSharingSelectionDialog>
 #include <NfcTagNotSupportedDialog>
-#include <QMetaEnum>
-#include <QScopedPointer>
-#include <QSignalSpy>
-#include <QtTest>
 
 #include "catalogue.h"
 #include "fakeservice.h"
@@ -220,10 +222,9 @@ void TestPrompts::pressIsTheResult()
         const Shown shown(make);
         QVERIFY(shown.ready);
         QSignalSpy finished(shown.dialog.data(), &MDialog::finished);
-        for (MButton *view : shownWidgets<MButton>(shown.dialog.data())) {
+        for (MButton *view : shownWidgets<MButton>(shown.dialog.data()))
             if (view->text() == button.text)
                 view->click();
-        }
         QCOMPARE(finished, QList<QVariantList>({{int(button.code)}}));
         QCOMPARE(shown.dialog->result(), int(button.code));
         QCOMPARE(shown.dialog->clickedButton(), shown.dialog->button(button.code));

@@ -3,10 +3,11 @@
 #ifndef CONNUI_BLUETOOTHADAPTER_H
 #define CONNUI_BLUETOOTHADAPTER_H
 
-#include "bluetoothdevice.h"
-
 #include <connui_bluetooth_export.h>
+
 #include <QObject>
+
+#include "bluetoothdevice.h"
 
 namespace ConnUi {
 
@@ -35,7 +36,7 @@ public:
     bool isValid() const;
 
     /**
-     * Starts to create \p device, of which only the address counts, and returns at once. The outcome is
+     * Starts to create \a device, of which only the address counts, and returns at once. The outcome is
      * announced by either deviceCreated() or deviceCreationFailed(), always from the event loop.
      *
      * A device that BlueZ knows is taken as it is. Any other is connected, or, where BlueZ cannot connect by

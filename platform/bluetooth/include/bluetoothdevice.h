@@ -4,6 +4,7 @@
 #define CONNUI_BLUETOOTHDEVICE_H
 
 #include <connui_bluetooth_export.h>
+
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -27,10 +28,10 @@ public:
      */
     explicit BluetoothDevice(const QMap<QString, QVariant> &properties, QObject *parent = nullptr);
 
-    /** Copies the properties of \p other. */
+    /** Copies the properties of \a other. */
     BluetoothDevice(const BluetoothDevice &other);
 
-    /** Copies the properties of \p other; the parent stays. */
+    /** Copies the properties of \a other; the parent stays. */
     BluetoothDevice &operator=(const BluetoothDevice &other);
 
     /** Returns whether the device has a Bluetooth address: six bytes in hexadecimal, joined by colons. */
@@ -44,7 +45,7 @@ public:
     QString name() const;
 
 private:
-    QMap<QString, QVariant> m_properties;
+    QMap<QString, QVariant> properties;
 };
 
 } // namespace ConnUi

@@ -4,6 +4,7 @@
 #define CONNUI_BLUETOOTHDEVICEINFOUTILS_H
 
 #include <connui_bluetooth_export.h>
+
 #include <QString>
 
 namespace ConnUi {

@@ -4,6 +4,7 @@
 #define CONNUI_CONNECTIVITYSETTINGS_H
 
 #include <connui_common_export.h>
+
 #include <QString>
 #include <QVariant>
 
@@ -27,13 +28,13 @@ public:
     explicit ConnectivitySettings(int type);
 
     /**
-     * Returns the value stored under \p key with the type it was stored with, or an invalid QVariant when
+     * Returns the value stored under \a key with the type it was stored with, or an invalid QVariant when
      * there is none. Integers of every width come back as qlonglong.
      */
     QVariant get(const QString &key) const;
 
     /**
-     * Stores \p value under \p key; an invalid value removes the key. Booleans, numbers, strings, byte
+     * Stores \a value under \a key; an invalid value removes the key. Booleans, numbers, strings, byte
      * arrays, and lists and string maps of these can be stored.
      *
      * Blocks while another process writes, for two seconds at most. When the value cannot be stored (another
@@ -43,7 +44,7 @@ public:
     void set(const QString &key, const QVariant &value);
 
 private:
-    QString m_group;
+    QString group;
 };
 
 } // namespace ConnUi

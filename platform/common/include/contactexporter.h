@@ -4,6 +4,7 @@
 #define CONNUI_CONTACTEXPORTER_H
 
 #include <connui_common_export.h>
+
 #include <QFileInfo>
 #include <QImage>
 #include <QString>
@@ -22,7 +23,7 @@ class CONNUI_COMMON_EXPORT ContactExporter
 {
 public:
     /**
-     * Writes the card of \p contact into a new file that only the user can read, and returns that file,
+     * Writes the card of \a contact into a new file that only the user can read, and returns that file,
      * closed.
      *
      * The caller owns the object; deleting it removes the file. Where there is no such contact, or it cannot
@@ -31,17 +32,17 @@ public:
     static QTemporaryFile *createContactCardFile(const QString &contact);
 
     /**
-     * Reads the name in the card \p file: \p first becomes the given name and \p second the family name, each
-     * empty when the card has none. A card without either gives its formatted name as \p first.
+     * Reads the name in the card \a file: \a first becomes the given name and \a second the family name, each
+     * empty when the card has none. A card without either gives its formatted name as \a first.
      *
      * A file that cannot be read or is no card leaves both empty, with a warning unless it is an empty file.
      */
     static void resolveContactInfo(const QFileInfo &file, QString &first, QString &second);
 
     /**
-     * Reads the picture in the card of \p contact into \p avatar.
+     * Reads the picture in the card of \a contact into \a avatar.
      *
-     * Returns false, with \p avatar untouched, when there is no such contact or no picture in its card that
+     * Returns false, with \a avatar untouched, when there is no such contact or no picture in its card that
      * can be decoded. Pictures that a card only refers to are not fetched.
      */
     static bool resolveContactAvatar(const QString &contact, QImage &avatar);

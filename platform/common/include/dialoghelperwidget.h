@@ -4,6 +4,7 @@
 #define CONNUI_DIALOGHELPERWIDGET_H
 
 #include <connui_common_export.h>
+
 #include <MWidgetController>
 
 namespace ConnUi {
@@ -16,7 +17,7 @@ class CONNUI_COMMON_EXPORT DialogHelperWidget : public MWidgetController
 {
     Q_OBJECT
 public:
-    /** Makes a holder for \p content, which it owns, inside \p parent, which then owns the holder. */
+    /** Makes a holder for \a content, which it owns, inside \a parent, which then owns the holder. */
     explicit DialogHelperWidget(QGraphicsWidget *content, QGraphicsItem *parent = nullptr);
 };
 

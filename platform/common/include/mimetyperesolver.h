@@ -4,6 +4,7 @@
 #define CONNUI_MIMETYPERESOLVER_H
 
 #include <connui_common_export.h>
+
 #include <QString>
 
 namespace ConnUi {
@@ -15,7 +16,7 @@ class CONNUI_COMMON_EXPORT MimeTypeResolver
 {
 public:
     /**
-     * Returns the MIME type of the file at \p path, such as "image/jpeg", from its name and, where that
+     * Returns the MIME type of the file at \a path, such as "image/jpeg", from its name and, where that
      * leaves a doubt, its content; "application/octet-stream" when nothing is known. The file need not exist.
      */
     static QString mimeTypeForFilePath(const QString &path);

@@ -4,6 +4,7 @@
 #define CONNUI_OFFLINEMODE_H
 
 #include <connui_common_export.h>
+
 #include <QObject>
 
 namespace ConnUi {

@@ -4,6 +4,7 @@
 #define CONNUI_RADIOSTATE_H
 
 #include <connui_common_export.h>
+
 #include <QObject>
 
 namespace ConnUi {
@@ -24,7 +25,7 @@ public:
     };
 
     /**
-     * Creates an object for \p radios: one Radio, or several joined by "|", which are then read and switched
+     * Creates an object for \a radios: one Radio, or several joined by "|", which are then read and switched
      * together.
      */
     explicit RadioState(int radios, QObject *parent = nullptr);
@@ -40,7 +41,7 @@ public:
     void setEnabled(bool enabled);
 
 private:
-    int m_radios;
+    int radios;
 };
 
 } // namespace ConnUi

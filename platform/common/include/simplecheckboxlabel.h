@@ -4,6 +4,7 @@
 #define CONNUI_SIMPLECHECKBOXLABEL_H
 
 #include <connui_common_export.h>
+
 #include <MButton>
 #include <MWidgetController>
 
@@ -22,8 +23,8 @@ class CONNUI_COMMON_EXPORT SimpleCheckBoxLabel : public MWidgetController
     Q_PROPERTY(bool showProgressIndicator READ showProgressIndicator WRITE setShowProgressIndicator)
 public:
     /**
-     * Makes a row of \p text and \p button, which gets the look \p viewType and which the row then owns,
-     * inside \p parent, which then owns the row.
+     * Makes a row of \a text and \a button, which gets the look \a viewType and which the row then owns,
+     * inside \a parent, which then owns the row.
      */
     SimpleCheckBoxLabel(MButton *button, const QString &text, MButton::ViewType viewType,
                         QGraphicsItem *parent = nullptr);
@@ -37,8 +38,8 @@ public:
     void setShowProgressIndicator(bool show);
 
 private:
-    MLabel *m_label;
-    MProgressIndicator *m_indicator;
+    MLabel *label;
+    MProgressIndicator *indicator;
 };
 
 } // namespace ConnUi

@@ -5,8 +5,10 @@
 
 #include <connui_common_export.h>
 #include <memory>
-#include <MSceneWindow>
+
 #include <QString>
+
+#include <MSceneWindow>
 
 namespace ConnUi {
 
@@ -31,17 +33,17 @@ public:
 
     /** Returns the text in the header. */
     QString title() const;
-    /** Shows \p title in the header. */
+    /** Shows \a title in the header. */
     void setTitle(const QString &title);
 
     /** Returns the text of the button that closes the sheet. */
     QString rejectButtonText() const;
-    /** Shows the button that closes the sheet with \p text; no button when that is empty. */
+    /** Shows the button that closes the sheet with \a text; no button when that is empty. */
     void setRejectButtonText(const QString &text);
 
     /** Returns the content, or null when there is none yet. */
     QGraphicsWidget *centralWidget() const;
-    /** Makes \p widget the content. The sheet owns it and deletes the earlier content. */
+    /** Makes \a widget the content. The sheet owns it and deletes the earlier content. */
     void setCentralWidget(QGraphicsWidget *widget);
 
 protected:

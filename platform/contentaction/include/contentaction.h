@@ -4,6 +4,7 @@
 #define CONNUI_CONTENTACTION_H
 
 #include <contentaction_export.h>
+
 #include <QString>
 #include <QUrl>
 
@@ -17,7 +18,7 @@ class CONTENTACTION_EXPORT Action
 {
 public:
     /**
-     * Returns the default application for the scheme of \p uri, which may also be the bare scheme with its
+     * Returns the default application for the scheme of \a uri, which may also be the bare scheme with its
      * colon.
      */
     static Action defaultActionForScheme(const QString &uri);
@@ -29,13 +30,13 @@ public:
     static Action defaultActionForString(const QString &data);
 
     /**
-     * Returns the default application for content of the type \p mimeType (its case does not matter). The \p
+     * Returns the default application for content of the type \a mimeType (its case does not matter). The \p
      * file itself is not looked at.
      */
     static Action defaultActionForFile(const QUrl &file, const QString &mimeType);
 
     /**
-     * Returns the default application for the content type of the local \p file, as far as its name and its
+     * Returns the default application for the content type of the local \a file, as far as its name and its
      * content tell. Blocks to read the file's beginning. There is none for a file that does not exist.
      */
     static Action defaultActionForFile(const QUrl &file);
@@ -53,7 +54,7 @@ public:
 private:
     explicit Action(const QString &name);
 
-    QString m_name;
+    QString id;
 };
 
 } // namespace ContentAction

@@ -4,6 +4,7 @@
 #define CONNUI_URINDEFRECORD_H
 
 #include <ndef_export.h>
+
 #include <QByteArray>
 
 /**
@@ -26,7 +27,7 @@ public:
     QByteArray getURI() const;
 
 private:
-    QByteArray m_payload;
+    QByteArray payload;
 };
 
 #endif

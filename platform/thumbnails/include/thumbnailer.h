@@ -3,13 +3,14 @@
 #ifndef CONNUI_THUMBNAILER_H
 #define CONNUI_THUMBNAILER_H
 
+#include <thumbnails_export.h>
+
 #include <QList>
 #include <QObject>
 #include <QPixmap>
 #include <QString>
 #include <QStringList>
 #include <QUrl>
-#include <thumbnails_export.h>
 
 namespace Thumbnails {
 
@@ -24,8 +25,8 @@ class THUMBNAILS_EXPORT Thumbnailer : public QObject
     Q_OBJECT
 public:
     /**
-     * Makes a client. Items for which there is no thumbnail are announced with \p defaultThumbnail and
-     * \p defaultPixmap; not at all when both are empty.
+     * Makes a client. Items for which there is no thumbnail are announced with \a defaultThumbnail and
+     * \a defaultPixmap; not at all when both are empty.
      */
     Thumbnailer(const QUrl &defaultThumbnail, const QPixmap &defaultPixmap, QObject *parent = nullptr);
 
@@ -33,14 +34,14 @@ public:
     ~Thumbnailer() override;
 
     /**
-     * Asks for the thumbnails of \p uris, whose MIME types are \p mimeTypes in the same order. Both lists
+     * Asks for the thumbnails of \a uris, whose MIME types are \a mimeTypes in the same order. Both lists
      * stay as they are. A URI without a scheme is taken as the path of a local file.
      *
-     * Returns at once; each thumbnail is announced by thumbnail(), with its pixels when \p sendPixmap is set.
-     * \p flavor is the size, such as "normal" (128 pixels, also for an empty string) or "large" (256 pixels);
-     * \p scheduler the order of work, such as "default" (also for an empty string), "foreground" or
-     * "background". \p autoCancel takes what this object asked for before out of the service's queue; of
-     * that, what still arrives is announced only when \p sendRemainingSignals is set.
+     * Returns at once; each thumbnail is announced by thumbnail(), with its pixels when \a sendPixmap is set.
+     * \a flavor is the size, such as "normal" (128 pixels, also for an empty string) or "large" (256 pixels);
+     * \a scheduler the order of work, such as "default" (also for an empty string), "foreground" or
+     * "background". \a autoCancel takes what this object asked for before out of the service's queue; of
+     * that, what still arrives is announced only when \a sendRemainingSignals is set.
      *
      * The service is started when it is not running. When there is none, or it refuses, one warning says so.
      */
@@ -49,8 +50,8 @@ public:
 
 Q_SIGNALS:
     /**
-     * Announces the thumbnail of \p uri, spelled as it was in the request: \p thumbnail is the file that
-     * holds it, \p pixmap its pixels when they were asked for.
+     * Announces the thumbnail of \a uri, spelled as it was in the request: \a thumbnail is the file that
+     * holds it, \a pixmap its pixels when they were asked for.
      */
     void thumbnail(const QUrl &uri, const QUrl &thumbnail, const QPixmap &pixmap, const QString &flavor);
 

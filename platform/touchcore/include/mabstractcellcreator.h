@@ -7,7 +7,7 @@
 #include <MCellCreator>
 #include <MWidgetRecycler>
 
-/** Makes cells of the class @p T, all as large as a fresh one would like to be. A derived class fills them.
+/** Makes cells of the class \a T, all as large as a fresh one would like to be. A derived class fills them.
  */
 template <class T>
 class MAbstractCellCreator : public MCellCreator
@@ -18,9 +18,8 @@ public:
     MWidget *createCell(const QModelIndex &index, MWidgetRecycler &recycler) const override
     {
         T *cell = recycler.take<T>();
-        if (!cell) {
+        if (!cell)
             cell = new T;
-        }
         updateCell(index, cell);
         return cell;
     }

@@ -29,15 +29,15 @@ public:
     };
     Q_ENUM(ViewType)
 
-    /** Makes a button inside @p parent, which then owns it. */
+    /** Makes a button inside \a parent, which then owns it. */
     explicit MButton(QGraphicsItem *parent = nullptr);
-    /** Makes a button with @p text inside @p parent, which then owns it. */
+    /** Makes a button with \a text inside \a parent, which then owns it. */
     explicit MButton(const QString &text, QGraphicsItem *parent = nullptr);
     ~MButton() override;
 
     /** Returns the text on the button. */
     QString text() const;
-    /** Shows @p text, as plain text. A switch shows none. */
+    /** Shows \a text, as plain text. A switch shows none. */
     void setText(const QString &text);
 
     /** Returns how the button looks, pushType by default. */
@@ -63,7 +63,7 @@ public Q_SLOTS:
     void click();
 
 Q_SIGNALS:
-    /** The button was pressed and let go; @p checked is its state after that. A slot may delete the button.
+    /** The button was pressed and let go; \a checked is its state after that. A slot may delete the button.
      */
     void clicked(bool checked = false);
     /** The button is on or off now. A slot may delete the button. */

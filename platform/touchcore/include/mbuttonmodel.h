@@ -5,8 +5,10 @@
 #define MBUTTONMODEL_H
 
 #include <memory>
-#include <MTypes>
+
 #include <QObject>
+
+#include <MTypes>
 
 class MButtonModelPrivate;
 
@@ -16,14 +18,14 @@ class QUENZOTOUCHCORE_EXPORT MButtonModel : public QObject
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
 public:
-    /** Makes a button that shows @p text; the rest cannot change later. */
+    /** Makes a button that shows \a text; the rest cannot change later. */
     MButtonModel(const QString &text, M::ButtonRole role, M::StandardButton button,
                  QObject *parent = nullptr);
     ~MButtonModel() override;
 
     /** Returns the text on the button. */
     QString text() const;
-    /** Shows @p text, as plain text. */
+    /** Shows \a text, as plain text. */
     void setText(const QString &text);
 
     /** Returns what the button is for, M::InvalidRole for a button added by its text alone. */
@@ -38,7 +40,7 @@ public Q_SLOTS:
 Q_SIGNALS:
     /** The button was pressed. The dialog has been told already; a slot may delete it. */
     void clicked();
-    /** The button shows @p text now. */
+    /** The button shows \a text now. */
     void textChanged(const QString &text);
 
 private:

@@ -18,10 +18,10 @@ public:
     MCellCreator();
     virtual ~MCellCreator();
 
-    /** Returns a cell that shows @p index, from @p recycler where possible. The caller owns it. */
+    /** Returns a cell that shows \a index, from \a recycler where possible. The caller owns it. */
     virtual MWidget *createCell(const QModelIndex &index, MWidgetRecycler &recycler) const = 0;
 
-    /** Fills the empty @p cell with what @p index holds. */
+    /** Fills the empty \a cell with what \a index holds. */
     virtual void updateCell(const QModelIndex &index, MWidget *cell) const = 0;
 
     /** Returns the size of every cell, in pixels; a list takes the height. */

@@ -12,7 +12,7 @@ class QUENZOTOUCHCORE_EXPORT MDesktopEntry
 {
 public:
     /**
-     * Reads the file at @p path at once, as the freedesktop desktop entry format is defined. A file
+     * Reads the file at \a path at once, as the freedesktop desktop entry format is defined. A file
      * that is missing, malformed or larger than 1 MiB makes an entry whose values are all empty.
      */
     explicit MDesktopEntry(const QString &path);

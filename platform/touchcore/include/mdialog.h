@@ -4,10 +4,11 @@
 #ifndef MDIALOG_H
 #define MDIALOG_H
 
+#include <QList>
+
 #include <MButtonModel>
 #include <MSceneWindow>
 #include <MTypes>
-#include <QList>
 
 class MDialogPrivate;
 
@@ -24,20 +25,20 @@ class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
     Q_PROPERTY(
         bool progressIndicatorVisible READ isProgressIndicatorVisible WRITE setProgressIndicatorVisible)
 public:
-    /** Makes a dialog without a title that has @p buttons. */
+    /** Makes a dialog without a title that has \a buttons. */
     explicit MDialog(M::StandardButtons buttons = M::NoStandardButton);
-    /** Makes a dialog with @p title that has @p buttons. */
+    /** Makes a dialog with \a title that has \a buttons. */
     explicit MDialog(const QString &title, M::StandardButtons buttons = M::NoStandardButton);
     ~MDialog() override;
 
     /** Returns the text of the title bar. */
     QString title() const;
-    /** Shows @p title in the title bar. The bar goes away while it has nothing to show. */
+    /** Shows \a title in the title bar. The bar goes away while it has nothing to show. */
     void setTitle(const QString &title);
 
     /** Returns the theme id or the absolute path of the icon in the title bar. */
     QString titleBarIconId() const;
-    /** Shows the theme's icon @p id, or the file when it is an absolute path, in the title bar; none when
+    /** Shows the theme's icon \a id, or the file when it is an absolute path, in the title bar; none when
      * empty. */
     void setTitleBarIconId(const QString &id);
 
@@ -48,7 +49,7 @@ public:
 
     /** Returns the contents, or null. */
     QGraphicsWidget *centralWidget() const;
-    /** Makes @p widget the contents. The dialog owns it and deletes the earlier contents. */
+    /** Makes \a widget the contents. The dialog owns it and deletes the earlier contents. */
     void setCentralWidget(QGraphicsWidget *widget);
 
     /**
@@ -56,11 +57,11 @@ public:
      * in the order of adding.
      */
     QList<MButtonModel *> buttons() const;
-    /** Returns the button for @p button, or null when the dialog was made without it. */
+    /** Returns the button for \a button, or null when the dialog was made without it. */
     MButtonModel *button(M::StandardButton button) const;
-    /** Adds a button that shows @p text and has the role M::InvalidRole. The dialog owns it. */
+    /** Adds a button that shows \a text and has the role M::InvalidRole. The dialog owns it. */
     MButtonModel *addButton(const QString &text);
-    /** Adds a button that shows @p text. The dialog owns it. */
+    /** Adds a button that shows \a text. The dialog owns it. */
     MButtonModel *addButton(const QString &text, M::ButtonRole role);
 
     /** Returns the button whose press closes or closed the dialog; null when it goes away without a press. */
@@ -71,7 +72,7 @@ public:
 
 public Q_SLOTS:
     /**
-     * Closes the dialog: stores @p result, emits finished() and goes away as its deletion policy says. Until
+     * Closes the dialog: stores \a result, emits finished() and goes away as its deletion policy says. Until
      * it appears again, further calls do nothing.
      *
      * A press calls it with the standard button's code, or 0 for an added button.
@@ -86,7 +87,7 @@ public Q_SLOTS:
     void dismiss() override;
 
 Q_SIGNALS:
-    /** The dialog was closed with @p result. A slot may delete it. */
+    /** The dialog was closed with \a result. A slot may delete it. */
     void finished(int result);
 
 protected:

@@ -4,9 +4,10 @@
 #ifndef MIMAGEWIDGET_H
 #define MIMAGEWIDGET_H
 
-#include <MWidgetController>
 #include <QImage>
 #include <QPixmap>
+
+#include <MWidgetController>
 
 class MImageWidgetPrivate;
 
@@ -18,23 +19,23 @@ class QUENZOTOUCHCORE_EXPORT MImageWidget : public MWidgetController
 {
     Q_OBJECT
 public:
-    /** Makes an empty picture inside @p parent, which then owns it. */
+    /** Makes an empty picture inside \a parent, which then owns it. */
     explicit MImageWidget(QGraphicsItem *parent = nullptr);
-    /** Makes a picture that shows the theme's image @p id inside @p parent, which then owns it. */
+    /** Makes a picture that shows the theme's image \a id inside \a parent, which then owns it. */
     explicit MImageWidget(const QString &id, QGraphicsItem *parent = nullptr);
     ~MImageWidget() override;
 
     /**
-     * Shows the theme's image @p id, or the file when @p id is an absolute path. When there is none, a
+     * Shows the theme's image \a id, or the file when \a id is an absolute path. When there is none, a
      * neutral placeholder is drawn and a warning logged once for that id. An empty id shows nothing.
      */
     void setImage(const QString &id);
-    /** Shows @p image; a null image shows nothing. */
+    /** Shows \a image; a null image shows nothing. */
     void setImage(const QImage &image);
     /** Returns the id given to setImage(), empty when a picture was set. */
     QString imageId() const;
 
-    /** Shows @p pixmap; a null pixmap shows nothing. */
+    /** Shows \a pixmap; a null pixmap shows nothing. */
     void setPixmap(const QPixmap &pixmap);
     /** Returns the picture that was set, null when an id was. */
     QPixmap pixmap() const;

@@ -4,8 +4,9 @@
 #ifndef MLABEL_H
 #define MLABEL_H
 
-#include <MWidgetController>
 #include <QTextOption>
+
+#include <MWidgetController>
 
 class MLabelPrivate;
 
@@ -24,15 +25,15 @@ class QUENZOTOUCHCORE_EXPORT MLabel : public MWidgetController
     Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
     Q_PROPERTY(bool textElide READ textElide WRITE setTextElide)
 public:
-    /** Makes an empty label inside @p parent, which then owns it. */
+    /** Makes an empty label inside \a parent, which then owns it. */
     explicit MLabel(QGraphicsItem *parent = nullptr);
-    /** Makes a label that shows @p text inside @p parent, which then owns it. */
+    /** Makes a label that shows \a text inside \a parent, which then owns it. */
     explicit MLabel(const QString &text, QGraphicsItem *parent = nullptr);
     ~MLabel() override;
 
     /** Returns the whole text, with all of its length variants. */
     QString text() const;
-    /** Shows @p text. */
+    /** Shows \a text. */
     void setText(const QString &text);
 
     /** Returns whether the text may take several lines; unless set, the style decides. */

@@ -5,6 +5,7 @@
 #define MLAYOUT_H
 
 #include <memory>
+
 #include <QGraphicsLinearLayout>
 #include <quenzotouchcore_export.h>
 
@@ -14,7 +15,7 @@ class MLinearLayoutPolicy;
 class QUENZOTOUCHCORE_EXPORT MLayout : public QGraphicsLinearLayout
 {
 public:
-    /** Makes a layout and sets it on @p parent, if there is one; a widget owns its layout. */
+    /** Makes a layout and sets it on \a parent, if there is one; a widget owns its layout. */
     explicit MLayout(QGraphicsLayoutItem *parent = nullptr);
     ~MLayout() override;
 

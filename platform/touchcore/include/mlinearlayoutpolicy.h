@@ -14,17 +14,17 @@ class QGraphicsLayoutItem;
 class QUENZOTOUCHCORE_EXPORT MLinearLayoutPolicy
 {
 public:
-    /** Makes the policy of @p layout, which owns it from then on and deletes the policy that it had before.
+    /** Makes the policy of \a layout, which owns it from then on and deletes the policy that it had before.
      */
     MLinearLayoutPolicy(MLayout *layout, Qt::Orientation orientation);
 
     /**
-     * Appends @p item. It fills its cell as far as its greatest size allows and stands in the rest as @p
+     * Appends \a item. It fills its cell as far as its greatest size allows and stands in the rest as @p
      * alignment says.
      */
     void addItem(QGraphicsLayoutItem *item, Qt::Alignment alignment = {});
 
-    /** Appends empty space that grows with the factor @p factor. */
+    /** Appends empty space that grows with the factor \a factor. */
     void addStretch(int factor = 1);
 
     /** Sets the space between items, in pixels; unless set, the theme's. */

@@ -26,18 +26,18 @@ public:
     };
     Q_ENUM(SelectionMode)
 
-    /** Makes an empty list inside @p parent, which then owns it. */
+    /** Makes an empty list inside \a parent, which then owns it. */
     explicit MList(QGraphicsItem *parent = nullptr);
     ~MList() override;
 
     /** Returns the model, or null. */
     QAbstractItemModel *itemModel() const;
-    /** Shows the rows of @p model, which stays with its owner, with nothing selected. */
+    /** Shows the rows of \a model, which stays with its owner, with nothing selected. */
     void setItemModel(QAbstractItemModel *model);
 
     /** Returns what makes the cells, or null. */
     const MCellCreator *cellCreator() const;
-    /** Lets @p creator make the cells. The list owns it and deletes the earlier one. */
+    /** Lets \a creator make the cells. The list owns it and deletes the earlier one. */
     void setCellCreator(MCellCreator *creator);
 
     /** Returns what a touch does, NoSelection by default. */
@@ -48,7 +48,7 @@ public:
     /** Returns what is selected; null until there is a model. */
     QItemSelectionModel *selectionModel() const;
 
-    /** Selects the row of @p index instead of any other and brings it into sight. An invalid index does
+    /** Selects the row of \a index instead of any other and brings it into sight. An invalid index does
      * nothing. */
     void selectItem(const QModelIndex &index);
 

@@ -11,7 +11,7 @@ class QUENZOTOUCHCORE_EXPORT MListItem : public MWidgetController
 {
     Q_OBJECT
 public:
-    /** Makes an empty row inside @p parent, which then owns it. */
+    /** Makes an empty row inside \a parent, which then owns it. */
     explicit MListItem(QGraphicsItem *parent = nullptr);
     ~MListItem() override;
 };

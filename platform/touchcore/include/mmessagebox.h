@@ -15,7 +15,7 @@ class QUENZOTOUCHCORE_EXPORT MMessageBox : public MDialog
     Q_PROPERTY(QString text READ text WRITE setText)
     Q_PROPERTY(QString iconId READ iconId WRITE setIconId)
 public:
-    /** Makes a message box that shows @p text. */
+    /** Makes a message box that shows \a text. */
     MMessageBox(const QString &title, const QString &text, M::StandardButtons buttons = M::OkButton);
     /** Makes a message box without a text. */
     explicit MMessageBox(const QString &title = QString(), M::StandardButtons buttons = M::OkButton);
@@ -23,12 +23,12 @@ public:
 
     /** Returns the text. */
     QString text() const;
-    /** Shows @p text, as plain text. It shows nowhere once setCentralWidget() has given other contents. */
+    /** Shows \a text, as plain text. It shows nowhere once setCentralWidget() has given other contents. */
     void setText(const QString &text);
 
     /** Returns the theme id or the absolute path of the icon. */
     QString iconId() const;
-    /** Shows the theme's icon @p id, or the file when it is an absolute path, above the title; none when
+    /** Shows the theme's icon \a id, or the file when it is an absolute path, above the title; none when
      * empty. */
     void setIconId(const QString &id);
 

@@ -24,7 +24,7 @@ public:
     };
     Q_ENUM(ViewType)
 
-    /** Makes an indicator from 0 to 100 inside @p parent, which then owns it. */
+    /** Makes an indicator from 0 to 100 inside \a parent, which then owns it. */
     explicit MProgressIndicator(QGraphicsItem *parent = nullptr, ViewType type = barType);
     ~MProgressIndicator() override;
 

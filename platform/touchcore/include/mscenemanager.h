@@ -5,9 +5,11 @@
 #define MSCENEMANAGER_H
 
 #include <memory>
-#include <MTypes>
+
 #include <QObject>
 #include <QSize>
+
+#include <MTypes>
 
 class MSceneManagerPrivate;
 class MSceneWindow;
@@ -43,12 +45,12 @@ public:
     QSize visibleSceneSize() const;
 
 public Q_SLOTS:
-    /** Turns the scene windows at once. Does nothing when @p angle is the current one or no multiple of 90
+    /** Turns the scene windows at once. Does nothing when \a angle is the current one or no multiple of 90
      * degrees. */
     void setOrientationAngle(M::OrientationAngle angle);
 
 Q_SIGNALS:
-    /** The angle is about to change; afterwards the orientation will be @p orientation, maybe the same as
+    /** The angle is about to change; afterwards the orientation will be \a orientation, maybe the same as
      * before. */
     void orientationAboutToChange(M::Orientation orientation);
     /** The angle has changed and the scene windows have their new places. */

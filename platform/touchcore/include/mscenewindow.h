@@ -35,7 +35,7 @@ public:
      */
     void appear(DeletionPolicy policy = KeepWhenDone);
 
-    /** Appears in front in @p window, which is not shown by that. Returns at once. */
+    /** Appears in front in \a window, which is not shown by that. Returns at once. */
     void appear(MWindow *window, DeletionPolicy policy = KeepWhenDone);
 
     /** Returns the manager of the window that it has appeared in, or null. */

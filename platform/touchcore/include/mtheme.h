@@ -5,6 +5,7 @@
 #define MTHEME_H
 
 #include <memory>
+
 #include <QIcon>
 #include <QObject>
 #include <QPixmap>
@@ -35,11 +36,11 @@ public:
     /** Returns the variant in use: "light" or "dark" in QUENZO_TOUCH_VARIANT, or else as the theme file says.
      */
     Variant variant() const;
-    /** Shows everything in the colours of @p variant. */
+    /** Shows everything in the colours of \a variant. */
     void setVariant(Variant variant);
 
     /**
-     * Returns the picture @p id at its natural size; its pixel ratio is the application's, so that
+     * Returns the picture \a id at its natural size; its pixel ratio is the application's, so that
      * deviceIndependentSize() is its size in a scene. An id that is nowhere gives a neutral placeholder and
      * one warning. The picture is shared and stays until each caller has handed it back with releasePixmap().
      */

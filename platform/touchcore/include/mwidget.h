@@ -12,7 +12,7 @@ class QUENZOTOUCHCORE_EXPORT MWidget : public QGraphicsWidget
 {
     Q_OBJECT
 public:
-    /** Makes a widget inside @p parent, which then owns it. */
+    /** Makes a widget inside \a parent, which then owns it. */
     explicit MWidget(QGraphicsItem *parent = nullptr);
     ~MWidget() override;
 

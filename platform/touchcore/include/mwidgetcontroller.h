@@ -5,6 +5,7 @@
 #define MWIDGETCONTROLLER_H
 
 #include <memory>
+
 #include <MWidget>
 
 struct MStyle;
@@ -22,7 +23,7 @@ class QUENZOTOUCHCORE_EXPORT MWidgetController : public MWidget
     Q_OBJECT
     Q_PROPERTY(QString styleName READ styleName WRITE setStyleName)
 public:
-    /** Makes a widget inside @p parent, which then owns it. */
+    /** Makes a widget inside \a parent, which then owns it. */
     explicit MWidgetController(QGraphicsItem *parent = nullptr);
     ~MWidgetController() override;
 
@@ -30,7 +31,7 @@ public:
     QString styleName() const;
 
     /**
-     * Takes the look that the theme keeps under @p name. A name that the theme does not know is logged once
+     * Takes the look that the theme keeps under \a name. A name that the theme does not know is logged once
      * and shown in the look of the class.
      */
     void setStyleName(const QString &name);

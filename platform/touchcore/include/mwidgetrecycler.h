@@ -5,6 +5,7 @@
 #define MWIDGETRECYCLER_H
 
 #include <memory>
+
 #include <MWidget>
 
 class MWidgetRecyclerPrivate;
@@ -18,10 +19,10 @@ public:
     /** Deletes what is kept. */
     ~MWidgetRecycler();
 
-    /** Takes over @p widget, which is emptied: its layout and the items in it are deleted. */
+    /** Takes over \a widget, which is emptied: its layout and the items in it are deleted. */
     void recycle(MWidget *widget);
 
-    /** Hands out an empty widget of class @p T that was recycled, or null. The caller owns it. */
+    /** Hands out an empty widget of class \a T that was recycled, or null. The caller owns it. */
     template <class T>
     T *take()
     {

@@ -5,6 +5,7 @@
 #define MWINDOW_H
 
 #include <memory>
+
 #include <QGraphicsView>
 #include <quenzotouchcore_export.h>
 
@@ -18,7 +19,7 @@ class QUENZOTOUCHCORE_EXPORT MWindow : public QGraphicsView
 public:
     /** Makes a window with a scene manager of its own. */
     explicit MWindow(QWidget *parent = nullptr);
-    /** Makes a window on @p manager, which it owns from then on unless the manager has a parent. */
+    /** Makes a window on \a manager, which it owns from then on unless the manager has a parent. */
     explicit MWindow(MSceneManager *manager, QWidget *parent = nullptr);
     /** Dismisses the scene windows that are still there. */
     ~MWindow() override;

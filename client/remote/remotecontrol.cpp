@@ -1,0 +1,219 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "remote/remotecontrol.h"
+
+#include <algorithm>
+
+#include <QAbstractItemModel>
+#include <QApplication>
+#include <QGraphicsScene>
+#include <QKeyEvent>
+#include <QStringList>
+
+#include <MButton>
+#include <MLabel>
+#include <MList>
+#include <MSceneManager>
+#include <MSceneWindow>
+#include <MWindow>
+#include <SimpleCheckBoxLabel>
+
+#include "console/console.h"
+
+using ConnUi::SimpleCheckBoxLabel;
+
+namespace {
+
+// Often enough for a reader, seldom enough to cost nothing.
+constexpr int glanceInterval = 20; // milliseconds
+
+MWindow *visibleWindow(bool takesFocus)
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *window = qobject_cast<MWindow *>(widget);
+        const bool wanted =
+            window && window->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) != takesFocus;
+        if (wanted && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+MWindow *windowInFront()
+{
+    return visibleWindow(true);
+}
+
+// The indication of a touch is the window that takes no focus.
+QString bannerDescription()
+{
+    const MWindow *banner = visibleWindow(false);
+    return banner ? QStringLiteral("turned by %1").arg(int(banner->sceneManager()->orientationAngle()))
+                  : QStringLiteral("gone");
+}
+
+template <typename Widget>
+QList<Widget *> shown(const QGraphicsItem *parent)
+{
+    QList<Widget *> found;
+    const QList<QGraphicsItem *> children = parent->childItems();
+    for (QGraphicsItem *child : children) {
+        if (!child->isVisible())
+            continue;
+        if (auto *widget = qobject_cast<Widget *>(child->toGraphicsObject()))
+            found.append(widget);
+        found += shown<Widget>(child);
+    }
+    return found;
+}
+
+MSceneWindow *sceneWindowInFront()
+{
+    const MWindow *window = windowInFront();
+    if (!window)
+        return nullptr;
+    const QList<QGraphicsItem *> topmostFirst = window->scene()->items();
+    for (QGraphicsItem *item : topmostFirst)
+        if (auto *sceneWindow = qobject_cast<MSceneWindow *>(item->toGraphicsObject()))
+            return sceneWindow;
+    return nullptr;
+}
+
+// Of a text in several lengths the longest.
+QString wording(const QString &text)
+{
+    return text.section(QChar(0x9c), 0, 0);
+}
+
+// The row that a switch stands in.
+const SimpleCheckBoxLabel *rowOf(const MButton *button)
+{
+    return qobject_cast<const SimpleCheckBoxLabel *>(button->parentWidget());
+}
+
+QString nameOf(const MButton *button)
+{
+    const SimpleCheckBoxLabel *row = rowOf(button);
+    return wording(row ? row->text() : button->text());
+}
+
+QString stateOf(const MButton *button)
+{
+    if (button->viewType() != MButton::switchType)
+        return {};
+    const QString state = button->isChecked() ? QStringLiteral(": on") : QStringLiteral(": off");
+    const SimpleCheckBoxLabel *row = rowOf(button);
+    return row && row->showProgressIndicator() ? state + QStringLiteral(", busy") : state;
+}
+
+QString description(const MSceneWindow *front)
+{
+    if (!front)
+        return QStringLiteral("nothing");
+    QStringList parts;
+    const QList<MLabel *> labels = shown<MLabel>(front);
+    for (const MLabel *label : labels)
+        if (!label->text().isEmpty())
+            parts.append(wording(label->text()));
+    const QList<MButton *> buttons = shown<MButton>(front);
+    for (const MButton *button : buttons)
+        parts.append(QStringLiteral("[%1%2]").arg(nameOf(button), stateOf(button)));
+    // One line, whatever the texts hold.
+    return parts.join(QStringLiteral(" | ")).replace(QLatin1Char('\n'), QLatin1String(" / "));
+}
+
+void press(const QString &text)
+{
+    const MSceneWindow *front = sceneWindowInFront();
+    const QList<MButton *> buttons = front ? shown<MButton>(front) : QList<MButton *>();
+    for (MButton *button : buttons) {
+        if (nameOf(button) == text) {
+            button->click();
+            return;
+        }
+    }
+}
+
+void selectRow(const QString &text)
+{
+    const MSceneWindow *front = sceneWindowInFront();
+    const QList<MList *> lists = front ? shown<MList>(front) : QList<MList *>();
+    for (MList *list : lists) {
+        const QAbstractItemModel *model = list->itemModel();
+        for (int row = 0; row < model->rowCount(); ++row) {
+            const QModelIndex index = model->index(row, 0);
+            if (index.data().toStringList().contains(text))
+                list->selectItem(index);
+        }
+    }
+}
+
+void escape()
+{
+    if (MSceneWindow *front = sceneWindowInFront())
+        front->dismiss();
+}
+
+void closeWindow()
+{
+    if (MWindow *window = windowInFront())
+        window->close();
+}
+
+void turn(const QString &angle)
+{
+    if (const MWindow *window = windowInFront())
+        window->sceneManager()->setOrientationAngle(M::OrientationAngle(angle.toInt()));
+}
+
+void takePicture(const QString &file)
+{
+    if (MWindow *window = windowInFront())
+        window->grab().save(file);
+}
+
+} // namespace
+
+RemoteControl::RemoteControl(Console *console, QObject *parent) : QObject(parent), console(console)
+{
+    connect(&glance, &QTimer::timeout, this, &RemoteControl::look);
+    connect(console, &Console::lineEntered, this, &RemoteControl::obey);
+    glance.start(glanceInterval);
+}
+
+void RemoteControl::look()
+{
+    tellChange(QStringLiteral("banner"), bannerDescription(), banner);
+    tellChange(QStringLiteral("screen"), description(sceneWindowInFront()), seen);
+}
+
+void RemoteControl::tellChange(const QString &what, const QString &now, QString &before)
+{
+    if (now == before)
+        return;
+    before = now;
+    console->print(QStringLiteral("%1: %2").arg(what, now));
+}
+
+void RemoteControl::obey(const QString &line)
+{
+    const QString command = line.section(QLatin1Char(' '), 0, 0);
+    const QString rest = line.section(QLatin1Char(' '), 1);
+    if (command == QLatin1String("press"))
+        press(rest);
+    else if (command == QLatin1String("select"))
+        selectRow(rest);
+    else if (command == QLatin1String("escape"))
+        escape();
+    else if (command == QLatin1String("close"))
+        closeWindow();
+    else if (command == QLatin1String("turn"))
+        turn(rest);
+    else if (command == QLatin1String("picture"))
+        takePicture(rest);
+    else
+        console->print(QStringLiteral("not understood: %1").arg(line));
+    // A press that changes nothing visible is told too.
+    seen.clear();
+}

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_REMOTECONTROL_H
+#define CONNUI_REMOTECONTROL_H
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTimer>
+
+#include <MDialog>
+
+class Console;
+class MButton;
+
+/**
+ * Lets another program see what is on the screen, and touch it, on lines of text.
+ *
+ * Whenever the screen changes a line "screen: " tells the texts and, in brackets, the buttons of what is in
+ * front; "screen: nothing" that nothing is shown. A line "banner: turned by ANGLE" tells that a touch is
+ * indicated, "banner: gone" that it is not. It obeys the lines "press TEXT", "select TEXT" (a row of a
+ * list), "escape", "close" (the window), "turn ANGLE" and "picture FILE" (writes a PNG).
+ */
+class RemoteControl : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit RemoteControl(Console *console, QObject *parent = nullptr);
+
+private:
+    void look();
+    void tellChange(const QString &what, const QString &now, QString &before);
+    void obey(const QString &line);
+
+    Console *const console;
+    QTimer glance;
+    QString seen;
+    QString banner;
+};
+
+#endif

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "simplesheet.h"
+
+#include <utility>
+
+#include <MButton>
+#include <MLabel>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
+
+#include "simplesheet_p.h"
+
+namespace ConnUi {
+
+SimpleSheetPrivate::SimpleSheetPrivate(SimpleSheet *sheet)
+    : layout(new MLayout(sheet))
+    , title(new MLabel)
+    , rejectButton(new MButton)
+{
+    auto *header = new MWidgetController;
+    header->setStyleName(QStringLiteral("SimpleSheetHeader"));
+    title->setStyleName(QStringLiteral("SimpleSheetTitle"));
+    rejectButton->setStyleName(QStringLiteral("SimpleSheetButton"));
+    rejectButton->hide();
+
+    auto *row = new MLayout(header);
+    auto *rowPolicy = new MLinearLayoutPolicy(row, Qt::Horizontal);
+    rowPolicy->addItem(title, Qt::AlignVCenter);
+    rowPolicy->addItem(rejectButton, Qt::AlignVCenter);
+    row->setStretchFactor(title, 1);
+
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+    policy->setSpacing(0);
+    policy->addItem(header);
+    policy->addStretch();
+}
+
+SimpleSheet::SimpleSheet() : d(std::make_unique<SimpleSheetPrivate>(this))
+{
+    connect(d->rejectButton, &MButton::clicked, this, &SimpleSheet::dismiss);
+}
+
+SimpleSheet::~SimpleSheet() = default;
+
+QString SimpleSheet::title() const
+{
+    return d->title->text();
+}
+
+void SimpleSheet::setTitle(const QString &title)
+{
+    d->title->setText(title);
+}
+
+QString SimpleSheet::rejectButtonText() const
+{
+    return d->rejectButton->text();
+}
+
+void SimpleSheet::setRejectButtonText(const QString &text)
+{
+    d->rejectButton->setText(text);
+    d->rejectButton->setVisible(!text.isEmpty());
+}
+
+QGraphicsWidget *SimpleSheet::centralWidget() const
+{
+    return d->content;
+}
+
+void SimpleSheet::setCentralWidget(QGraphicsWidget *widget)
+{
+    delete std::exchange(d->content, widget);
+    // Between the header and the stretch.
+    if (widget)
+        d->layout->insertItem(1, widget);
+}
+
+void SimpleSheet::ensureContent()
+{
+    if (!std::exchange(d->contentMade, true))
+        createContent();
+}
+
+void SimpleSheet::createContent() {}
+
+void SimpleSheet::aboutToAppear()
+{
+    ensureContent();
+}
+
+} // namespace ConnUi

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "contentaction.h"
+
+#include <memory>
+
+#include <QFile>
+
+#include "gio.h"
+
+namespace ContentAction {
+namespace {
+
+struct Unref
+{
+    void operator()(gpointer object) const { Gio::load()->g_object_unref(object); }
+};
+
+// Takes over the reference.
+QString nameOf(GAppInfo *application)
+{
+    if (!application)
+        return QString();
+    const std::unique_ptr<GAppInfo, Unref> owner(application);
+    QString id = QString::fromUtf8(Gio::load()->g_app_info_get_id(application));
+    if (id.endsWith(QStringLiteral(".desktop")))
+        id.chop(int(qstrlen(".desktop")));
+    return id;
+}
+
+QString nameForScheme(const QString &uri)
+{
+    const QByteArray scheme = QUrl(uri, QUrl::TolerantMode).scheme().toUtf8();
+    const Gio *gio = Gio::load();
+    return !gio || scheme.isEmpty() ? QString()
+                                    : nameOf(gio->g_app_info_get_default_for_uri_scheme(scheme.constData()));
+}
+
+QString nameForType(const QString &mimeType)
+{
+    const QByteArray type = mimeType.toLower().toUtf8();
+    const Gio *gio = Gio::load();
+    return !gio || type.isEmpty() ? QString()
+                                  : nameOf(gio->g_app_info_get_default_for_type(type.constData(), false));
+}
+
+} // namespace
+
+Action::Action(const QString &name) : id(name) {}
+
+Action Action::defaultActionForScheme(const QString &uri)
+{
+    return Action(nameForScheme(uri));
+}
+
+Action Action::defaultActionForString(const QString &data)
+{
+    const QString application = nameForScheme(data);
+    const Gio *gio = Gio::load();
+    if (!gio || !application.isEmpty() || data.isEmpty())
+        return Action(application);
+    const QByteArray bytes = data.toUtf8();
+    const std::unique_ptr<char, decltype(&g_free)> type(
+        gio->g_content_type_guess(nullptr, reinterpret_cast<const guchar *>(bytes.constData()), bytes.size(),
+                                  nullptr),
+        g_free);
+    return Action(nameForType(QString::fromUtf8(type.get())));
+}
+
+Action Action::defaultActionForFile(const QUrl &file, const QString &mimeType)
+{
+    Q_UNUSED(file)
+    return Action(nameForType(mimeType));
+}
+
+Action Action::defaultActionForFile(const QUrl &file)
+{
+    const Gio *gio = Gio::load();
+    if (!gio || !file.isLocalFile())
+        return Action();
+    const std::unique_ptr<GFile, Unref> local(
+        gio->g_file_new_for_path(QFile::encodeName(file.toLocalFile()).constData()));
+    return Action(nameOf(gio->g_file_query_default_handler(local.get(), nullptr, nullptr)));
+}
+
+bool Action::isValid() const
+{
+    return !id.isEmpty();
+}
+
+QString Action::name() const
+{
+    return id;
+}
+
+} // namespace ContentAction

@@ -1,0 +1,395 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mdialog.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QGraphicsLinearLayout>
+#include <QKeyEvent>
+#include <QRegularExpression>
+
+#include <MButton>
+#include <MImageWidget>
+#include <MLabel>
+#include <MProgressIndicator>
+
+#include "scene/mdialog_p.h"
+#include "theme/mtheme_p.h"
+#include "widgets/mscrollarea_p.h"
+
+namespace {
+
+struct Standard
+{
+    M::StandardButton button;
+    M::ButtonRole role;
+    const char *text; ///< Translated by Qt's own catalogues
+};
+
+// In the order in which a dialog lists them.
+constexpr Standard standardButtons[] = {
+    {M::OkButton, M::AcceptRole, QT_TRANSLATE_NOOP("QPlatformTheme", "OK")},
+    {M::YesButton, M::YesRole, QT_TRANSLATE_NOOP("QPlatformTheme", "&Yes")},
+    {M::NoButton, M::NoRole, QT_TRANSLATE_NOOP("QPlatformTheme", "&No")},
+    {M::CancelButton, M::RejectRole, QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel")},
+};
+
+// A part of the body that is seen at once, so that keys do not jump over lines.
+constexpr qreal pageStep = 0.8;
+constexpr qreal lineStep = 0.2;
+// What the buttons may take of a screen that is too small for all of them.
+constexpr qreal buttonShare = 0.6;
+
+QString withoutMnemonic(QString text)
+{
+    static const QRegularExpression mnemonic(QStringLiteral("\\(&.\\)|&"));
+    return text.remove(mnemonic);
+}
+
+QGraphicsLinearLayout *plainLayout(Qt::Orientation orientation, qreal spacing)
+{
+    auto layout = new QGraphicsLinearLayout(orientation);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(spacing);
+    return layout;
+}
+
+bool isPrimary(const MButtonModel *model)
+{
+    return model->role() == M::AcceptRole || model->role() == M::YesRole;
+}
+
+} // namespace
+
+MDialogPrivate::MDialogPrivate(MDialog *dialog)
+    : q(dialog)
+    , card(new MWidgetController(dialog))
+    , body(new MWidget)
+    , bodyArea(new MScrollArea(body, card))
+    , buttonBox(new MWidget)
+    , buttonArea(new MScrollArea(buttonBox, card))
+    , headIcon(new MImageWidget(body))
+    , titleBar(new MWidgetController(body))
+    , titleIcon(new MImageWidget(titleBar))
+    , titleLabel(new MLabel(titleBar))
+    , spinner(new MProgressIndicator(titleBar, MProgressIndicator::spinnerType))
+    , balance(new MWidgetController(titleBar))
+{}
+
+void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
+{
+    headIcon->setStyleName(QStringLiteral("CommonQueryIcon"));
+    titleBar->setStyleName(QStringLiteral("MDialogTitleBar"));
+    titleIcon->setStyleName(QStringLiteral("MDialogTitleIcon"));
+    titleLabel->setStyleName(QStringLiteral("MDialogTitle"));
+    titleLabel->setText(title);
+    balance->setStyleName(QStringLiteral("MDialogTitleBalance"));
+    for (const Standard &known : standardButtons) {
+        if (standard & known.button) {
+            const QString text = QCoreApplication::translate("QPlatformTheme", known.text);
+            addButton(withoutMnemonic(text), known.role, known.button);
+        }
+    }
+    for (MScrollArea *area : {bodyArea, buttonArea})
+        QObject::connect(area, &MScrollArea::contentChanged, q, [this] { layOut(); });
+    fillBody();
+}
+
+MButtonModel *MDialogPrivate::addButton(const QString &text, M::ButtonRole role, M::StandardButton standard)
+{
+    auto model = new MButtonModel(text, role, standard, q);
+    auto view = new MButton(text, buttonBox);
+    view->setStyleName(isPrimary(model) ? QStringLiteral("MDialogPrimaryButton")
+                                        : QStringLiteral("MDialogButton"));
+    models.append(model);
+    views.insert(model, view);
+    QObject::connect(model, &MButtonModel::textChanged, view, &MButton::setText);
+    QObject::connect(view, &MButton::clicked, model, &MButtonModel::click);
+    QObject::connect(model, &MButtonModel::clicked, q, [this, model] { press(model); });
+    return model;
+}
+
+void MDialogPrivate::press(MButtonModel *model)
+{
+    clicked = model;
+    q->done(model->standardButton());
+}
+
+void MDialogPrivate::setHeadIcon(const QString &id)
+{
+    headIcon->setImage(id);
+    fillBody();
+}
+
+void MDialogPrivate::fillTitleBar()
+{
+    const bool hasIcon = !titleIcon->imageId().isEmpty();
+    titleIcon->setVisible(hasIcon);
+    spinner->setVisible(busy);
+    titleBar->setVisible(hasIcon || busy || !titleLabel->text().isEmpty());
+    titleLabel->setAlignment((hasIcon ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
+
+    QGraphicsLinearLayout *row = plainLayout(Qt::Horizontal, MThemePrivate::named("MDialogTitleBar").spacing);
+    balance->setVisible(busy && !hasIcon);
+    if (balance->isVisibleTo(titleBar))
+        row->addItem(balance);
+    if (hasIcon) {
+        row->addItem(titleIcon);
+        row->setAlignment(titleIcon, Qt::AlignVCenter);
+    }
+    row->addItem(titleLabel);
+    row->setStretchFactor(titleLabel, 1);
+    if (busy) {
+        row->addItem(spinner);
+        row->setAlignment(spinner, Qt::AlignVCenter);
+    }
+    titleBar->setLayout(row);
+}
+
+void MDialogPrivate::fillBody()
+{
+    fillTitleBar();
+    headIcon->setVisible(!headIcon->imageId().isEmpty());
+    QGraphicsLinearLayout *column = plainLayout(Qt::Vertical, MThemePrivate::named("MDialogBody").spacing);
+    if (headIcon->isVisibleTo(body)) {
+        column->addItem(headIcon);
+        column->setAlignment(headIcon, Qt::AlignCenter);
+    }
+    if (titleBar->isVisibleTo(body))
+        column->addItem(titleBar);
+    if (centralWidget) {
+        column->addItem(centralWidget);
+        column->setStretchFactor(centralWidget, 1);
+    }
+    body->setLayout(column);
+    layOut();
+}
+
+void MDialogPrivate::arrangeButtons(qreal width)
+{
+    const qreal spacing = MThemePrivate::named("MDialogButtons").spacing;
+    const qreal gaps = spacing * (models.size() - 1);
+    qreal widest = 0;
+    qreal together = 0;
+    for (MButton *view : std::as_const(views)) {
+        const qreal wanted = view->effectiveSizeHint(Qt::PreferredSize).width();
+        widest = qMax(widest, wanted);
+        together += wanted;
+    }
+    const Arrangement wanted = widest * models.size() + gaps <= width ? EqualRow
+                               : together + gaps <= width             ? Row
+                                                                      : Column;
+    // A new layout asks for another round of laying out, so it is only made when it is a different one.
+    if (buttonBox->layout() && wanted == arrangement && buttonBox->layout()->count() == models.size())
+        return;
+    arrangement = wanted;
+    QGraphicsLinearLayout *layout = plainLayout(wanted == Column ? Qt::Vertical : Qt::Horizontal, spacing);
+    for (const MButtonModel *model : std::as_const(models)) {
+        MButton *view = views.value(model);
+        // The first button stands where the thumb is: on top of the others, or at the end of the row.
+        layout->insertItem(wanted == Column ? -1 : 0, view);
+        if (wanted == EqualRow)
+            layout->setStretchFactor(view, 1);
+    }
+    buttonBox->setLayout(layout);
+}
+
+void MDialogPrivate::layOut()
+{
+    const bool portrait = q->size().height() >= q->size().width();
+    card->setStyleName(portrait ? QStringLiteral("MDialogPortrait") : QStringLiteral("MDialogLandscape"));
+    const MStyle &look = MThemePrivate::named(portrait ? "MDialogPortrait" : "MDialogLandscape");
+
+    const QRectF screen = q->contentsRect();
+    const qreal width = look.maximumWidth < 0 ? screen.width() : qMin(screen.width(), look.maximumWidth);
+    const qreal inner = width - look.margins.left() - look.margins.right();
+    const qreal tallest = screen.height() - look.margins.top() - look.margins.bottom();
+    if (inner <= 0 || tallest <= 0)
+        return;
+    arrangeButtons(inner);
+    const qreal buttons =
+        models.isEmpty() ? 0 : qMin(buttonArea->contentHeight(inner), tallest * buttonShare);
+    const qreal gap = models.isEmpty() ? 0 : look.spacing;
+    // The body reaches to the edges of the card, so that its scroll indicator stands beside the text.
+    body->setContentsMargins(look.margins.left(), 0, look.margins.right(), 0);
+    const qreal contents = qMin(bodyArea->contentHeight(width), tallest - buttons - gap);
+
+    const qreal height = contents + gap + buttons + look.margins.top() + look.margins.bottom();
+    const qreal left = screen.left() + (screen.width() - width) / 2;
+    const qreal top =
+        look.bottom ? screen.bottom() - height : screen.top() + qRound((screen.height() - height) / 2);
+    card->setGeometry(QRectF(qRound(left), top, width, height));
+    bodyArea->setGeometry(QRectF(0, look.margins.top(), width, contents));
+    buttonArea->setGeometry(QRectF(look.margins.left(), look.margins.top() + contents + gap, inner, buttons));
+}
+
+MDialog::MDialog(M::StandardButtons buttons) : MDialog(QString(), buttons) {}
+
+MDialog::MDialog(const QString &title, M::StandardButtons buttons) : d(std::make_unique<MDialogPrivate>(this))
+{
+    d->build(title, buttons);
+    applyStyle();
+}
+
+MDialog::~MDialog() = default;
+
+QString MDialog::title() const
+{
+    return d->titleLabel->text();
+}
+
+void MDialog::setTitle(const QString &title)
+{
+    d->titleLabel->setText(title);
+    d->fillBody();
+}
+
+QString MDialog::titleBarIconId() const
+{
+    return d->titleIcon->imageId();
+}
+
+void MDialog::setTitleBarIconId(const QString &id)
+{
+    d->titleIcon->setImage(id);
+    d->fillBody();
+}
+
+bool MDialog::isProgressIndicatorVisible() const
+{
+    return d->busy;
+}
+
+void MDialog::setProgressIndicatorVisible(bool visible)
+{
+    d->busy = visible;
+    d->fillBody();
+}
+
+QGraphicsWidget *MDialog::centralWidget() const
+{
+    return d->centralWidget;
+}
+
+void MDialog::setCentralWidget(QGraphicsWidget *widget)
+{
+    if (d->centralWidget == widget)
+        return;
+    delete d->centralWidget;
+    d->centralWidget = widget;
+    d->fillBody();
+}
+
+QList<MButtonModel *> MDialog::buttons() const
+{
+    return d->models;
+}
+
+MButtonModel *MDialog::button(M::StandardButton button) const
+{
+    for (MButtonModel *model : std::as_const(d->models))
+        if (button != M::NoStandardButton && model->standardButton() == button)
+            return model;
+    return nullptr;
+}
+
+MButtonModel *MDialog::addButton(const QString &text)
+{
+    return addButton(text, M::InvalidRole);
+}
+
+MButtonModel *MDialog::addButton(const QString &text, M::ButtonRole role)
+{
+    MButtonModel *model = d->addButton(text, role, M::NoStandardButton);
+    d->layOut();
+    return model;
+}
+
+MButtonModel *MDialog::clickedButton() const
+{
+    return d->clicked;
+}
+
+int MDialog::result() const
+{
+    return d->result;
+}
+
+void MDialog::done(int result)
+{
+    if (d->done)
+        return;
+    d->done = true;
+    d->result = result;
+    const QPointer<MDialog> self(this);
+    Q_EMIT finished(result);
+    // A slot may have deleted the dialog, or let it appear again.
+    if (self && d->done)
+        disappear();
+}
+
+void MDialog::accept()
+{
+    d->clicked = nullptr;
+    done(M::OkButton);
+}
+
+void MDialog::reject()
+{
+    d->clicked = nullptr;
+    done(M::CancelButton);
+}
+
+void MDialog::dismiss()
+{
+    reject();
+}
+
+void MDialog::aboutToAppear()
+{
+    d->done = false;
+    d->clicked = nullptr;
+}
+
+void MDialog::keyPressEvent(QKeyEvent *event)
+{
+    const qreal page = d->bodyArea->size().height();
+    const qreal from = d->bodyArea->position();
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Select:
+        if (!d->models.isEmpty() && !event->isAutoRepeat())
+            d->models.first()->click();
+        return;
+    case Qt::Key_PageDown:
+        d->bodyArea->scrollTo(from + page * pageStep);
+        return;
+    case Qt::Key_PageUp:
+        d->bodyArea->scrollTo(from - page * pageStep);
+        return;
+    case Qt::Key_Down:
+        if (d->bodyArea->scrollTo(from + page * lineStep))
+            return;
+        break;
+    case Qt::Key_Up:
+        if (d->bodyArea->scrollTo(from - page * lineStep))
+            return;
+        break;
+    default:
+        break;
+    }
+    MSceneWindow::keyPressEvent(event);
+}
+
+void MDialog::resizeEvent(QGraphicsSceneResizeEvent *event)
+{
+    MSceneWindow::resizeEvent(event);
+    d->layOut();
+}
+
+void MDialog::styleChanged()
+{
+    d->fillBody();
+}

@@ -1,0 +1,210 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mscenemanager.h"
+
+#include <MSceneWindow>
+#include <MWidget>
+
+#include "scene/mscenemanager_p.h"
+#include "scene/mscenewindow_p.h"
+#include "scene/mwindow_p.h"
+
+namespace {
+
+void collectFocusable(QGraphicsItem *item, QList<QGraphicsWidget *> *found)
+{
+    if (!item->isVisible() || !item->isEnabled())
+        return;
+    if (item->isWidget()) {
+        auto widget = static_cast<QGraphicsWidget *>(item);
+        if (widget->focusPolicy() & Qt::TabFocus)
+            found->append(widget);
+    }
+    const QList<QGraphicsItem *> children = item->childItems();
+    for (QGraphicsItem *child : children)
+        collectFocusable(child, found);
+}
+
+QSize turned(const QSize &size, M::OrientationAngle angle)
+{
+    return angle == M::Angle90 || angle == M::Angle270 ? size.transposed() : size;
+}
+
+} // namespace
+
+bool MScene::focusNextPrevChild(bool next)
+{
+    const QList<QGraphicsWidget *> chain = manager->focusChain();
+    if (chain.isEmpty())
+        return false;
+    const auto current = std::find(chain.cbegin(), chain.cend(), focusItem());
+    const int step = next ? 1 : -1;
+    const int start = current != chain.cend() ? int(current - chain.cbegin()) : next ? -1 : 0;
+    const int to = (start + step + int(chain.size())) % int(chain.size());
+    chain.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+    return true;
+}
+
+QList<QGraphicsWidget *> MSceneManagerPrivate::focusChain() const
+{
+    QList<QGraphicsWidget *> chain;
+    if (front()) {
+        collectFocusable(front(), &chain);
+        return chain;
+    }
+    const QList<QGraphicsItem *> all = scene.items(Qt::AscendingOrder);
+    for (QGraphicsItem *item : all)
+        if (!item->parentItem())
+            collectFocusable(item, &chain);
+    return chain;
+}
+
+void MSceneManagerPrivate::moveFocus(const QPointF &direction)
+{
+    const auto middle = [this](const QGraphicsItem *item) {
+        return root->mapFromScene(item->sceneBoundingRect().center());
+    };
+    const QList<QGraphicsWidget *> chain = focusChain();
+    const QGraphicsItem *current = scene.focusItem();
+    if (std::find(chain.cbegin(), chain.cend(), current) == chain.cend()) {
+        scene.focusNextPrevChild(true);
+        return;
+    }
+    QGraphicsWidget *nearest = nullptr;
+    qreal shortest = 0;
+    for (QGraphicsWidget *widget : chain) {
+        const QPointF way = middle(widget) - middle(current);
+        const qreal ahead = QPointF::dotProduct(way, direction);
+        // What lies aside is farther than it is: a key goes along its row or column first.
+        const qreal distance = 2 * way.manhattanLength() - ahead;
+        if (ahead > 0 && (!nearest || distance < shortest)) {
+            nearest = widget;
+            shortest = distance;
+        }
+    }
+    if (nearest)
+        nearest->setFocus(Qt::TabFocusReason);
+}
+
+MSceneManagerPrivate::MSceneManagerPrivate(MSceneManager *manager)
+    : q(manager)
+    , scene(this)
+    , root(new MWidget)
+{
+    scene.addItem(root);
+    // In front of what a program puts into the scene itself.
+    root->setZValue(1);
+    place();
+}
+
+void MSceneManagerPrivate::place()
+{
+    const QSize whole = windowSize();
+    const QSize size = turnedSize();
+    QPointF corner;
+    if (angle == M::Angle90 || angle == M::Angle180)
+        corner.setX(whole.width());
+    if (angle == M::Angle180 || angle == M::Angle270)
+        corner.setY(whole.height());
+    root->setRotation(angle);
+    root->setGeometry(QRectF(corner, size));
+    scene.setSceneRect(QRectF(QPointF(), whole));
+    for (MSceneWindow *sceneWindow : std::as_const(sceneWindows))
+        sceneWindow->setGeometry(QRectF(QPointF(), size));
+}
+
+QSize MSceneManagerPrivate::windowSize() const
+{
+    return window ? window->size() : MWindowPrivate::phoneSize();
+}
+
+QSize MSceneManagerPrivate::turnedSize() const
+{
+    return turned(windowSize(), angle);
+}
+
+M::Orientation MSceneManagerPrivate::orientationAt(M::OrientationAngle at) const
+{
+    const QSize size = turned(windowSize(), at);
+    return size.width() > size.height() ? M::Landscape : M::Portrait;
+}
+
+void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
+{
+    sceneWindows.removeOne(sceneWindow);
+    sceneWindows.append(sceneWindow);
+    sceneWindow->setParentItem(root);
+    for (int i = 0; i < sceneWindows.size(); ++i)
+        sceneWindows.at(i)->setZValue(i);
+    place();
+    sceneWindow->show();
+    sceneWindow->setFocus(Qt::ActiveWindowFocusReason);
+}
+
+void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
+{
+    if (!sceneWindows.removeOne(sceneWindow))
+        return;
+    sceneWindow->hide();
+    scene.removeItem(sceneWindow);
+    if (front())
+        front()->setFocus(Qt::ActiveWindowFocusReason);
+    if (window)
+        MWindowPrivate::of(window)->sceneWindowLeft();
+}
+
+void MSceneManagerPrivate::dismissAll()
+{
+    const QList<MSceneWindow *> present = sceneWindows;
+    QList<QPointer<MSceneWindow>> newestFirst(present.crbegin(), present.crend());
+    for (const QPointer<MSceneWindow> &sceneWindow : newestFirst)
+        if (sceneWindow && sceneWindows.contains(sceneWindow))
+            sceneWindow->dismiss();
+}
+
+MSceneManager::MSceneManager(QObject *parent)
+    : QObject(parent)
+    , d(std::make_unique<MSceneManagerPrivate>(this))
+{}
+
+MSceneManager::~MSceneManager()
+{
+    d->dismissAll();
+    // A program's own dialog may refuse to be dismissed, but not to leave a scene that ends.
+    while (MSceneWindow *sceneWindow = d->front())
+        sceneWindow->disappear();
+}
+
+QGraphicsScene *MSceneManager::scene() const
+{
+    return &d->scene;
+}
+
+M::Orientation MSceneManager::orientation() const
+{
+    return d->orientationAt(d->angle);
+}
+
+M::OrientationAngle MSceneManager::orientationAngle() const
+{
+    return d->angle;
+}
+
+QSize MSceneManager::visibleSceneSize() const
+{
+    return d->turnedSize();
+}
+
+void MSceneManager::setOrientationAngle(M::OrientationAngle angle)
+{
+    if (angle == d->angle || angle % M::Angle90 != 0 || angle < M::Angle0 || angle > M::Angle270)
+        return;
+    const QPointer<MSceneManager> self(this);
+    Q_EMIT orientationAboutToChange(d->orientationAt(angle));
+    if (!self)
+        return;
+    d->angle = angle;
+    d->place();
+    Q_EMIT orientationChangeFinished(orientation());
+}

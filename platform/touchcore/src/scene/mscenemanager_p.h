@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MSCENEMANAGER_P_H
+#define MSCENEMANAGER_P_H
+
+#include <QGraphicsScene>
+#include <QList>
+#include <QPointer>
+#include <QSize>
+
+#include <MSceneManager>
+
+class MWidget;
+
+/** The scene of a window; it keeps the keyboard focus inside of the newest scene window. */
+class MScene : public QGraphicsScene
+{
+    Q_OBJECT
+public:
+    explicit MScene(MSceneManagerPrivate *manager) : manager(manager) {}
+
+    bool focusNextPrevChild(bool next) override;
+
+private:
+    MSceneManagerPrivate *const manager;
+};
+
+class MSceneManagerPrivate
+{
+public:
+    explicit MSceneManagerPrivate(MSceneManager *manager);
+
+    static MSceneManagerPrivate *of(MSceneManager *manager) { return manager->d.get(); }
+
+    /** Puts \a sceneWindow in front. */
+    void add(MSceneWindow *sceneWindow);
+    /** Takes \a sceneWindow out and lets the one below have the focus. */
+    void remove(MSceneWindow *sceneWindow);
+    /** Closes all scene windows as without a press, the newest first. */
+    void dismissAll();
+
+    MSceneWindow *front() const { return sceneWindows.isEmpty() ? nullptr : sceneWindows.last(); }
+    /** Returns what Tab visits in the newest scene window, or in the scene while there is none. */
+    QList<QGraphicsWidget *> focusChain() const;
+    /** Lets the nearest widget that lies in \a direction, as the user sees it, have the focus. */
+    void moveFocus(const QPointF &direction);
+
+    QSize windowSize() const;
+    QSize turnedSize() const;
+    M::Orientation orientationAt(M::OrientationAngle at) const;
+    /** Turns the scene windows and fits them into the window. */
+    void place();
+
+    MSceneManager *const q;
+    MScene scene;
+    MWidget *root; ///< Turned by the angle
+    QPointer<MWindow> window;
+    QList<MSceneWindow *> sceneWindows; ///< The newest last
+    M::OrientationAngle angle = M::Angle0;
+};
+
+#endif

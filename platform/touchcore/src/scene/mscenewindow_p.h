@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MSCENEWINDOW_P_H
+#define MSCENEWINDOW_P_H
+
+#include <QPointer>
+
+#include <MSceneManager>
+#include <MSceneWindow>
+
+class MSceneWindowPrivate
+{
+public:
+    QPointer<MSceneManager> manager;
+    MSceneWindow::DeletionPolicy policy = MSceneWindow::KeepWhenDone;
+};
+
+#endif

@@ -1,0 +1,192 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mwindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QGraphicsWidget>
+#include <QWindow>
+
+#include <MSceneManager>
+#include <MSceneWindow>
+#include <MTheme>
+
+#include "mwidget.h"
+#include "scene/mscenemanager_p.h"
+#include "scene/mwindow_p.h"
+#include "theme/mtheme_p.h"
+
+namespace {
+
+// All windows of this process, the one that was active last at the end.
+QList<MWindow *> &windows()
+{
+    static QList<MWindow *> list;
+    return list;
+}
+
+} // namespace
+
+MWindowPrivate::MWindowPrivate(MWindow *window, MSceneManager *manager) : q(window), manager(manager)
+{
+    if (!manager->parent())
+        manager->setParent(window);
+    MSceneManagerPrivate::of(manager)->window = window;
+    windows().prepend(window);
+}
+
+QSize MWindowPrivate::phoneSize()
+{
+    const MStyle &style = MThemePrivate::named("MWindow");
+    return QSizeF(style.width, style.height).toSize();
+}
+
+bool MWindowPrivate::takesSceneWindows() const
+{
+    // A window that takes no focus, such as an indication, cannot be answered in.
+    return q->isVisible() && !closing && !q->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) &&
+           !q->testAttribute(Qt::WA_X11DoNotAcceptFocus);
+}
+
+MWindow *MWindowPrivate::activeOrNew()
+{
+    const QList<MWindow *> &all = windows();
+    for (auto window = all.crbegin(); window != all.crend(); ++window)
+        if (of(*window)->takesSceneWindows())
+            return *window;
+    auto made = new MWindow;
+    of(made)->madeForSceneWindows = true;
+    made->show();
+    return made;
+}
+
+void MWindowPrivate::sceneWindowLeft()
+{
+    if (madeForSceneWindows && MSceneManagerPrivate::of(manager)->sceneWindows.isEmpty()) {
+        closing = true;
+        q->hide();
+        q->deleteLater();
+    }
+}
+
+void MWindowPrivate::setOnDisplay(bool now)
+{
+    if (onDisplay == now)
+        return;
+    onDisplay = now;
+    if (now)
+        q->enterDisplayEvent();
+}
+
+MWindow::MWindow(QWidget *parent) : MWindow(new MSceneManager, parent) {}
+
+MWindow::MWindow(MSceneManager *manager, QWidget *parent)
+    : QGraphicsView(parent)
+    , d(std::make_unique<MWindowPrivate>(this, manager))
+{
+    setFrameShape(QFrame::NoFrame);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setRenderHint(QPainter::Antialiasing);
+    // drawBackground() covers it, except in a translucent window.
+    viewport()->setAutoFillBackground(false);
+    setScene(manager->scene());
+    resize(sizeHint());
+    connect(MTheme::instance(), &MTheme::changed, viewport(), qOverload<>(&QWidget::update));
+}
+
+MWindow::~MWindow()
+{
+    windows().removeOne(this);
+    d->closing = true;
+    // A deleted window is closed like any other, whoever the scene windows belong to.
+    if (d->manager) {
+        d->madeForSceneWindows = false;
+        MSceneManagerPrivate::of(d->manager)->dismissAll();
+        MSceneManagerPrivate::of(d->manager)->window = nullptr;
+    }
+}
+
+MSceneManager *MWindow::sceneManager() const
+{
+    return d->manager;
+}
+
+QSize MWindow::sizeHint() const
+{
+    return MWindowPrivate::phoneSize();
+}
+
+void MWindow::enterDisplayEvent() {}
+
+bool MWindow::event(QEvent *event)
+{
+    switch (event->type()) {
+    case QEvent::WindowActivate:
+        windows().removeOne(this);
+        windows().append(this);
+        break;
+    case QEvent::LayoutDirectionChange:
+        MSceneManagerPrivate::of(d->manager)->root->setLayoutDirection(layoutDirection());
+        break;
+    default:
+        break;
+    }
+    return QGraphicsView::event(event);
+}
+
+bool MWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed())
+        d->setOnDisplay(true);
+    return QGraphicsView::eventFilter(watched, event);
+}
+
+void MWindow::closeEvent(QCloseEvent *event)
+{
+    d->closing = true;
+    const QPointer<MWindow> self(this);
+    MSceneManagerPrivate::of(d->manager)->dismissAll();
+    if (!self)
+        return;
+    d->closing = d->madeForSceneWindows;
+    QGraphicsView::closeEvent(event);
+}
+
+void MWindow::drawBackground(QPainter *painter, const QRectF &rect)
+{
+    if (!testAttribute(Qt::WA_TranslucentBackground))
+        painter->fillRect(rect, MThemePrivate::named("MWindow").background);
+}
+
+void MWindow::keyPressEvent(QKeyEvent *event)
+{
+    QGraphicsView::keyPressEvent(event);
+    const bool back = event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
+    MSceneWindow *front = MSceneManagerPrivate::of(d->manager)->front();
+    if (!event->isAccepted() && back && front) {
+        event->accept();
+        front->dismiss();
+    }
+}
+
+void MWindow::resizeEvent(QResizeEvent *event)
+{
+    QGraphicsView::resizeEvent(event);
+    MSceneManagerPrivate::of(d->manager)->place();
+}
+
+void MWindow::showEvent(QShowEvent *event)
+{
+    QGraphicsView::showEvent(event);
+    if (windowHandle())
+        windowHandle()->installEventFilter(this);
+}
+
+void MWindow::hideEvent(QHideEvent *event)
+{
+    d->setOnDisplay(false);
+    QGraphicsView::hideEvent(event);
+}

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MWINDOW_P_H
+#define MWINDOW_P_H
+
+#include <QList>
+#include <QPointer>
+
+#include <MWindow>
+
+class MWindowPrivate
+{
+public:
+    MWindowPrivate(MWindow *window, MSceneManager *manager);
+
+    static MWindowPrivate *of(MWindow *window) { return window->d.get(); }
+
+    /** Returns the size that a window is made with. */
+    static QSize phoneSize();
+
+    /**
+     * Returns the active window, or else the visible one that was active last. When no window can take a
+     * scene window, shows a new one that goes away with the last scene window in it.
+     */
+    static MWindow *activeOrNew();
+
+    /** Closes a window that was made for its scene windows when none is left. */
+    void sceneWindowLeft();
+
+    void setOnDisplay(bool now);
+
+    MWindow *const q;
+    QPointer<MSceneManager> manager;
+    bool madeForSceneWindows = false;
+    bool closing = false;
+    bool onDisplay = false;
+
+private:
+    bool takesSceneWindows() const;
+};
+
+#endif

@@ -1,0 +1,194 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mtheme.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QGuiApplication>
+#include <QStandardPaths>
+
+#include "theme/msmallfile_p.h"
+#include "theme/mtheme_p.h"
+
+namespace {
+
+constexpr QLatin1String builtInFile(":/quenzotouchcore/theme.ini");
+constexpr QLatin1String builtInIcons(":/quenzotouchcore/icons");
+constexpr QLatin1String placeholder("icon-m-placeholder");
+constexpr QSize probe(16, 16);
+
+MTheme *theInstance = nullptr;
+
+// Icons of installed applications are found on every platform plugin, and the toolkit's own come last.
+void setIconPaths()
+{
+    QStringList themes = QIcon::themeSearchPaths();
+    QStringList flat = QIcon::fallbackSearchPaths();
+    const QStringList data = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    for (const QString &folder : data) {
+        themes.append(folder + QStringLiteral("/icons"));
+        flat.append(folder + QStringLiteral("/pixmaps"));
+    }
+    themes.append(QDir::homePath() + QStringLiteral("/.icons"));
+    flat.append(builtInIcons);
+    themes.removeDuplicates();
+    flat.removeDuplicates();
+    QIcon::setThemeSearchPaths(themes);
+    QIcon::setFallbackSearchPaths(flat);
+    if (QIcon::themeName().isEmpty())
+        QIcon::setThemeName(QStringLiteral("hicolor"));
+}
+
+QIcon findIcon(const QString &id)
+{
+    const QIcon icon = QDir::isAbsolutePath(id) ? QIcon(id) : QIcon::fromTheme(id);
+    // A file may be there and still hold no picture.
+    return icon.pixmap(probe).isNull() ? QIcon() : icon;
+}
+
+} // namespace
+
+MThemePrivate::MThemePrivate()
+{
+    setIconPaths();
+    loadFile();
+    const QByteArray wanted = qgetenv("QUENZO_TOUCH_VARIANT");
+    variant = wanted == "dark" ? MTheme::Dark : wanted == "light" ? MTheme::Light : file.preferredVariant();
+}
+
+QString MThemePrivate::path()
+{
+    const QString given = qEnvironmentVariable("QUENZO_TOUCH_THEME");
+    return !given.isEmpty() ? given
+                            : QStandardPaths::locate(QStandardPaths::GenericDataLocation,
+                                                     QStringLiteral("quenzotouchcore/theme.ini"));
+}
+
+void MThemePrivate::loadFile()
+{
+    QString error;
+    [[maybe_unused]] const bool correct = file.read(readSmallFile(builtInFile), &error);
+    Q_ASSERT_X(correct, "MTheme", qPrintable(error));
+
+    const QString theme = path();
+    if (theme.isEmpty())
+        return;
+    MThemeFile found;
+    const QByteArray data = readSmallFile(theme);
+    if (data.isEmpty()) {
+        error = QStringLiteral("it cannot be read");
+    } else if (found.read(data, &error)) {
+        found.complete(file);
+        file = found;
+        return;
+    }
+    qWarning("MTheme: cannot use theme file %s: %s", qUtf8Printable(theme), qUtf8Printable(error));
+}
+
+const MStyle *MThemePrivate::style(const QString &name) const
+{
+    const auto &styles = file.styles(variant);
+    const auto found = styles.constFind(name);
+    return found == styles.cend() ? nullptr : &*found;
+}
+
+const MStyle &MThemePrivate::named(const char *name)
+{
+    static const MStyle plain;
+    const MStyle *found = instance()->style(QLatin1String(name));
+    Q_ASSERT_X(found, "MTheme", name);
+    return found ? *found : plain;
+}
+
+void MThemePrivate::warnAboutStyle(const QString &name)
+{
+    if (missingStyles.contains(name))
+        return;
+    missingStyles.insert(name);
+    qWarning("MTheme: no style is called '%s'", qUtf8Printable(name));
+}
+
+QIcon MThemePrivate::icon(const QString &id)
+{
+    const QIcon found = findIcon(id);
+    return found.isNull() ? QIcon::fromTheme(placeholder) : found;
+}
+
+void MThemePrivate::warnIfMissing(const QString &id)
+{
+    if (missingIcons.contains(id) || !findIcon(id).isNull())
+        return;
+    missingIcons.insert(id);
+    qWarning("MTheme: no picture is called '%s'", qUtf8Printable(id));
+}
+
+QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
+{
+    const MStyle *own = style(id);
+    // Qt reads all of an icon's files to tell.
+    const QList<QSize> sizes = own ? QList<QSize>() : icon.availableSizes();
+    if (!sizes.isEmpty()) {
+        return *std::max_element(
+            sizes.cbegin(), sizes.cend(),
+            [](const QSize &one, const QSize &other) { return one.width() < other.width(); });
+    }
+    const MStyle &size = own ? *own : named("MPicture");
+    return icon.pixmap(QSizeF(size.width, size.height).toSize()).deviceIndependentSize().toSize();
+}
+
+MTheme::MTheme() : d(std::make_unique<MThemePrivate>())
+{
+    qAddPostRoutine([] {
+        delete theInstance;
+        theInstance = nullptr;
+    });
+}
+
+MTheme::~MTheme() = default;
+
+MTheme *MTheme::instance()
+{
+    if (!theInstance)
+        theInstance = new MTheme;
+    return theInstance;
+}
+
+MTheme::Variant MTheme::variant() const
+{
+    return d->variant;
+}
+
+void MTheme::setVariant(Variant variant)
+{
+    if (d->variant == variant)
+        return;
+    d->variant = variant;
+    Q_EMIT changed();
+}
+
+const QPixmap *MTheme::pixmap(const QString &id)
+{
+    MThemePrivate *d = MThemePrivate::instance();
+    MThemePrivate::SharedPixmap &shared = d->pixmaps[id];
+    if (shared.users++ == 0) {
+        const QIcon icon = MThemePrivate::icon(id);
+        d->warnIfMissing(id);
+        shared.pixmap = icon.pixmap(d->naturalSize(icon, id), qGuiApp->devicePixelRatio());
+    }
+    return &shared.pixmap;
+}
+
+void MTheme::releasePixmap(const QPixmap *pixmap)
+{
+    // Handed back by an object that outlived the theme.
+    if (!theInstance)
+        return;
+    auto &pixmaps = theInstance->d->pixmaps;
+    for (auto shared = pixmaps.begin(); shared != pixmaps.end(); ++shared) {
+        if (&shared->second.pixmap == pixmap && --shared->second.users == 0) {
+            pixmaps.erase(shared);
+            return;
+        }
+    }
+}

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTHEME_P_H
+#define MTHEME_P_H
+
+#include <map>
+
+#include <QSet>
+#include <QStringList>
+
+#include <MTheme>
+
+#include "theme/mstyle_p.h"
+#include "theme/mthemefile_p.h"
+
+class MThemePrivate
+{
+public:
+    static MThemePrivate *instance() { return MTheme::instance()->d.get(); }
+
+    MThemePrivate();
+
+    /** Returns the style called \a name, or null. */
+    const MStyle *style(const QString &name) const;
+
+    /** Returns the style of this toolkit's own called \a name; every theme has it. */
+    static const MStyle &named(const char *name);
+
+    /** Logs, once for each name, that there is no style called \a name. */
+    void warnAboutStyle(const QString &name);
+
+    /** Returns the icon with the theme id or absolute path \a id, or a neutral one in its place. */
+    static QIcon icon(const QString &id);
+
+    /** Logs, once for each id, that there is no picture with the theme id or absolute path \a id, if so. */
+    void warnIfMissing(const QString &id);
+
+    /**
+     * Returns the size that \a icon, known as \a id, is shown at by itself: that of the style that carries
+     * the id's name, or of its greatest bitmap. A drawing has none of its own and takes that of the style
+     * MPicture.
+     */
+    QSize naturalSize(const QIcon &icon, const QString &id) const;
+
+    struct SharedPixmap
+    {
+        QPixmap pixmap;
+        int users = 0;
+    };
+
+    MThemeFile file;
+    MTheme::Variant variant = MTheme::Light;
+    std::map<QString, SharedPixmap> pixmaps;
+
+private:
+    void loadFile();
+    static QString path();
+
+    QSet<QString> missingStyles;
+    QSet<QString> missingIcons;
+};
+
+#endif

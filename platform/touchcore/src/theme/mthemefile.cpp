@@ -1,0 +1,225 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <glib.h>
+#include <memory>
+#include <variant>
+
+#include "theme/mthemefile_p.h"
+
+namespace {
+
+using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
+using Palette = QHash<QString, QColor>;
+using Field = std::variant<qreal MStyle::*, bool MStyle::*, QColor MStyle::*, QMarginsF MStyle::*>;
+
+// The groups that are no styles, and the key that takes over another style.
+constexpr auto themeGroup = "Theme";
+constexpr std::array paletteGroups{"Light", "Dark"};
+constexpr auto inheritsKey = "inherits";
+// Deeper than any style needs; a circle of styles ends here.
+constexpr int maximumInheritance = 16;
+// Greater than any screen, and safe to calculate with.
+constexpr qreal maximumNumber = 10000;
+
+const QHash<QString, Field> &fields()
+{
+    static const QHash<QString, Field> fields{
+        {QStringLiteral("font-size"), &MStyle::fontSize},
+        {QStringLiteral("font-weight"), &MStyle::fontWeight},
+        {QStringLiteral("line-height"), &MStyle::lineHeight},
+        {QStringLiteral("word-wrap"), &MStyle::wordWrap},
+        {QStringLiteral("elide"), &MStyle::elide},
+        {QStringLiteral("margins"), &MStyle::margins},
+        {QStringLiteral("spacing"), &MStyle::spacing},
+        {QStringLiteral("width"), &MStyle::width},
+        {QStringLiteral("height"), &MStyle::height},
+        {QStringLiteral("minimum-width"), &MStyle::minimumWidth},
+        {QStringLiteral("minimum-height"), &MStyle::minimumHeight},
+        {QStringLiteral("maximum-width"), &MStyle::maximumWidth},
+        {QStringLiteral("bottom"), &MStyle::bottom},
+        {QStringLiteral("radius"), &MStyle::radius},
+        {QStringLiteral("border-width"), &MStyle::borderWidth},
+        {QStringLiteral("stroke-width"), &MStyle::strokeWidth},
+        {QStringLiteral("glyph"), &MStyle::glyph},
+        {QStringLiteral("focus-width"), &MStyle::focusWidth},
+        {QStringLiteral("duration"), &MStyle::duration},
+        {QStringLiteral("color"), &MStyle::color},
+        {QStringLiteral("background"), &MStyle::background},
+        {QStringLiteral("border"), &MStyle::border},
+        {QStringLiteral("focus"), &MStyle::focus},
+        {QStringLiteral("disabled-color"), &MStyle::disabledColor},
+        {QStringLiteral("disabled-background"), &MStyle::disabledBackground},
+        {QStringLiteral("pressed-background"), &MStyle::pressedBackground},
+        {QStringLiteral("checked-color"), &MStyle::checkedColor},
+        {QStringLiteral("checked-background"), &MStyle::checkedBackground},
+    };
+    return fields;
+}
+
+QString taken(gchar *string)
+{
+    const QString text = QString::fromUtf8(string);
+    g_free(string);
+    return text;
+}
+
+bool hasGroup(GKeyFile *file, const QString &group)
+{
+    return g_key_file_has_group(file, group.toUtf8().constData());
+}
+
+QString value(GKeyFile *file, const QString &group, const QString &key)
+{
+    return taken(g_key_file_get_string(file, group.toUtf8().constData(), key.toUtf8().constData(), nullptr));
+}
+
+QStringList keys(GKeyFile *file, const QString &group)
+{
+    QStringList list;
+    gchar **names = g_key_file_get_keys(file, group.toUtf8().constData(), nullptr, nullptr);
+    for (gchar **name = names; name && *name; ++name)
+        list.append(QString::fromUtf8(*name));
+    g_strfreev(names);
+    return list;
+}
+
+QStringList groups(GKeyFile *file)
+{
+    QStringList list;
+    gchar **names = g_key_file_get_groups(file, nullptr);
+    for (gchar **name = names; *name; ++name)
+        list.append(QString::fromUtf8(*name));
+    g_strfreev(names);
+    return list;
+}
+
+bool toNumber(const QString &text, qreal *number)
+{
+    bool ok = false;
+    *number = text.toDouble(&ok);
+    return ok && *number >= -1 && *number <= maximumNumber;
+}
+
+bool toMargins(const QString &text, QMarginsF *margins)
+{
+    const QStringList parts = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    std::array<qreal, 4> sides{};
+    if (parts.size() != int(sides.size()))
+        return false;
+    for (size_t i = 0; i < sides.size(); ++i)
+        if (!toNumber(parts.at(int(i)), &sides[i]))
+            return false;
+    *margins = QMarginsF(sides[3], sides[0], sides[1], sides[2]);
+    return true;
+}
+
+bool setField(MStyle *style, const Field &field, const QString &text, const Palette &palette)
+{
+    if (const auto number = std::get_if<qreal MStyle::*>(&field))
+        return toNumber(text, &(style->**number));
+    if (const auto flag = std::get_if<bool MStyle::*>(&field)) {
+        style->**flag = text == QLatin1String("true");
+        return style->**flag || text == QLatin1String("false");
+    }
+    if (const auto margins = std::get_if<QMarginsF MStyle::*>(&field))
+        return toMargins(text, &(style->**margins));
+    style->*std::get<QColor MStyle::*>(field) = palette.value(text);
+    return palette.contains(text);
+}
+
+bool readPalette(GKeyFile *file, const QString &group, Palette *palette, QString *error)
+{
+    palette->insert(QStringLiteral("none"), QColor(Qt::transparent));
+    const QStringList names = keys(file, group);
+    for (const QString &name : names) {
+        const QColor color(value(file, group, name));
+        if (!color.isValid()) {
+            *error = QStringLiteral("[%1] %2 is no colour").arg(group, name);
+            return false;
+        }
+        palette->insert(name, color);
+    }
+    return true;
+}
+
+bool readStyle(GKeyFile *file, const QString &group, const Palette &palette, MStyle *style, QString *error,
+               int depth = 0)
+{
+    const QStringList names = keys(file, group);
+    const QString inherits = QLatin1String(inheritsKey);
+    if (names.contains(inherits)) {
+        const QString base = value(file, group, inherits);
+        if (!hasGroup(file, base) || depth == maximumInheritance) {
+            *error = QStringLiteral("[%1] inherits nothing from %2").arg(group, base);
+            return false;
+        }
+        if (!readStyle(file, base, palette, style, error, depth + 1))
+            return false;
+    }
+    for (const QString &name : names) {
+        if (name == inherits)
+            continue;
+        const auto field = fields().constFind(name);
+        if (field == fields().cend() || !setField(style, *field, value(file, group, name), palette)) {
+            *error = QStringLiteral("[%1] %2 is not understood").arg(group, name);
+            return false;
+        }
+    }
+    return true;
+}
+
+QFont fontOf(const MStyle &style, const QStringList &families)
+{
+    QFont font;
+    font.setFamilies(families);
+    font.setPixelSize(qMax(1, qRound(style.fontSize)));
+    font.setWeight(QFont::Weight(qBound(1, qRound(style.fontWeight), 1000)));
+    return font;
+}
+
+} // namespace
+
+bool MThemeFile::read(const QByteArray &data, QString *error)
+{
+    const KeyFile file(g_key_file_new(), &g_key_file_unref);
+    GError *problem = nullptr;
+    if (!g_key_file_load_from_data(file.get(), data.constData(), gsize(data.size()), G_KEY_FILE_NONE,
+                                   &problem)) {
+        *error = QString::fromUtf8(problem->message);
+        g_error_free(problem);
+        return false;
+    }
+
+    families = value(file.get(), QLatin1String(themeGroup), QStringLiteral("font-families"))
+                   .split(QLatin1Char(';'), Qt::SkipEmptyParts);
+    const QString preferred = value(file.get(), QLatin1String(themeGroup), QStringLiteral("variant"));
+    this->preferred = preferred == QLatin1String("dark") ? MTheme::Dark : MTheme::Light;
+
+    QStringList styles = groups(file.get());
+    styles.removeAll(QLatin1String(themeGroup));
+    for (const char *palette : paletteGroups)
+        styles.removeAll(QLatin1String(palette));
+    for (const MTheme::Variant variant : {MTheme::Light, MTheme::Dark}) {
+        Palette palette;
+        if (!readPalette(file.get(), QLatin1String(paletteGroups[variant]), &palette, error))
+            return false;
+        for (const QString &name : std::as_const(styles)) {
+            MStyle style;
+            if (!readStyle(file.get(), name, palette, &style, error))
+                return false;
+            style.font = fontOf(style, families);
+            variants[variant].insert(name, style);
+        }
+    }
+    return true;
+}
+
+void MThemeFile::complete(const MThemeFile &other)
+{
+    for (size_t variant = 0; variant < variants.size(); ++variant) {
+        QHash<QString, MStyle> all = other.variants[variant];
+        all.insert(variants[variant]);
+        variants[variant] = all;
+    }
+}

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTHEMEFILE_P_H
+#define MTHEMEFILE_P_H
+
+#include <array>
+
+#include <QHash>
+#include <QStringList>
+
+#include <MTheme>
+
+#include "theme/mstyle_p.h"
+
+/** A theme file that has been read: every style in every variant. */
+class MThemeFile
+{
+public:
+    /**
+     * Reads the theme in \a data, a key file. Returns whether it is without mistakes; otherwise \a error says
+     * what is wrong in it, and the object is not to be used.
+     */
+    bool read(const QByteArray &data, QString *error);
+
+    /** Takes the styles that this file lacks from \a other. */
+    void complete(const MThemeFile &other);
+
+    MTheme::Variant preferredVariant() const { return preferred; }
+    const QHash<QString, MStyle> &styles(MTheme::Variant variant) const { return variants[variant]; }
+
+private:
+    QStringList families;
+    MTheme::Variant preferred = MTheme::Light;
+    std::array<QHash<QString, MStyle>, 2> variants;
+};
+
+#endif

@@ -1,0 +1,224 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mbutton.h"
+
+#include <algorithm>
+
+#include <QFontMetricsF>
+#include <QGraphicsSceneMouseEvent>
+#include <QKeyEvent>
+#include <QPainter>
+#include <QPointer>
+
+#include "theme/mpaint_p.h"
+#include "theme/mstyle_p.h"
+#include "widgets/mbutton_p.h"
+
+void MButtonPrivate::setDown(bool isDown)
+{
+    down = isDown;
+    q->update();
+}
+
+QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
+{
+    QStringList variants = text.split(textVariantSeparator);
+    if (variants.size() == 1)
+        return text;
+    const QFontMetricsF metrics(style.font);
+    std::stable_sort(
+        variants.begin(), variants.end(),
+        [&](const QString &one, const QString &other) {
+            return metrics.horizontalAdvance(one) > metrics.horizontalAdvance(other);
+        });
+    const auto fits = [&](const QString &variant) {
+        return width < 0 || metrics.horizontalAdvance(variant) <= width;
+    };
+    const auto fitting = std::find_if(variants.cbegin(), variants.cend(), fits);
+    return fitting != variants.cend() ? *fitting : variants.constLast();
+}
+
+const MTextBlock &MButtonPrivate::block(qreal width, const MStyle &style)
+{
+    const QTextOption::WrapMode mode =
+        width < 0 ? QTextOption::NoWrap : QTextOption::WrapAtWordBoundaryOrAnywhere;
+    return blocks.block(fittingVariant(width, style), {style.font, width, mode, style.lineHeight});
+}
+
+void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)
+{
+    const QRectF area = q->contentsRect();
+    const QColor background = !q->isEnabled() ? style.disabledBackground
+                              : down          ? style.pressedBackground
+                                              : style.background;
+    MPaint::panel(painter, q->rect(), style, background);
+    painter->setPen(q->isEnabled() ? style.color : style.disabledColor);
+    block(area.width(), style).draw(painter, area, Qt::AlignCenter, q->layoutDirection(), area);
+}
+
+void MButtonPrivate::paintSwitch(QPainter *painter, const MStyle &style)
+{
+    const QRectF track = q->contentsRect();
+    const QColor background = !q->isEnabled() ? style.disabledBackground
+                              : checked       ? style.checkedBackground
+                              : down          ? style.pressedBackground
+                                              : style.background;
+    MPaint::panel(painter, track, style, background);
+
+    const qreal inset = (track.height() - style.glyph) / 2;
+    const bool right = checked != (q->layoutDirection() == Qt::RightToLeft);
+    const qreal left = right ? track.right() - inset - style.glyph : track.left() + inset;
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(!q->isEnabled() ? style.disabledColor : checked ? style.checkedColor : style.color);
+    painter->drawEllipse(QRectF(left, track.top() + inset, style.glyph, style.glyph));
+}
+
+MButton::MButton(QGraphicsItem *parent) : MButton(QString(), parent) {}
+
+MButton::MButton(const QString &text, QGraphicsItem *parent)
+    : MWidgetController(parent)
+    , d(std::make_unique<MButtonPrivate>(this))
+{
+    setFocusPolicy(Qt::StrongFocus);
+    setText(text);
+    applyStyle();
+}
+
+MButton::~MButton() = default;
+
+QString MButton::text() const
+{
+    return d->text;
+}
+
+void MButton::setText(const QString &text)
+{
+    d->text = text;
+    d->blocks.clear();
+    updateGeometry();
+    update();
+}
+
+MButton::ViewType MButton::viewType() const
+{
+    return d->type;
+}
+
+void MButton::setViewType(ViewType type)
+{
+    d->type = type;
+    if (type == switchType) {
+        setCheckable(true);
+        setStyleName(QStringLiteral("MButtonSwitch"));
+    }
+}
+
+bool MButton::isCheckable() const
+{
+    return d->checkable;
+}
+
+void MButton::setCheckable(bool checkable)
+{
+    if (!checkable)
+        setChecked(false);
+    d->checkable = checkable;
+}
+
+bool MButton::isChecked() const
+{
+    return d->checked;
+}
+
+void MButton::setChecked(bool checked)
+{
+    if (!d->checkable || d->checked == checked)
+        return;
+    d->checked = checked;
+    update();
+    Q_EMIT toggled(checked);
+}
+
+void MButton::click()
+{
+    if (!isEnabled())
+        return;
+    const QPointer<MButton> self(this);
+    setChecked(!d->checked);
+    if (self)
+        Q_EMIT clicked(d->checked);
+}
+
+void MButton::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+{
+    if (d->type == switchType)
+        d->paintSwitch(painter, style());
+    else
+        d->paintPush(painter, style());
+    if (showsFocus())
+        MPaint::focusRing(painter, rect(), style());
+}
+
+bool MButton::event(QEvent *event)
+{
+    if (event->type() == QEvent::UngrabMouse)
+        d->setDown(false);
+    return MWidgetController::event(event);
+}
+
+void MButton::mousePressEvent(QGraphicsSceneMouseEvent *event)
+{
+    if (event->button() != Qt::LeftButton) {
+        event->ignore();
+        return;
+    }
+    d->setDown(true);
+}
+
+void MButton::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
+{
+    d->setDown(rect().contains(event->pos()));
+}
+
+void MButton::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
+{
+    const bool pressed = d->down && event->button() == Qt::LeftButton;
+    d->setDown(false);
+    if (pressed)
+        click();
+}
+
+void MButton::keyPressEvent(QKeyEvent *event)
+{
+    const bool press = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter ||
+                       event->key() == Qt::Key_Select || event->key() == Qt::Key_Space;
+    if (!press || event->isAutoRepeat()) {
+        MWidgetController::keyPressEvent(event);
+        return;
+    }
+    click();
+}
+
+void MButton::styleChanged()
+{
+    QSizePolicy policy = sizePolicy();
+    policy.setHeightForWidth(d->type == pushType);
+    setSizePolicy(policy);
+}
+
+QSizeF MButton::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
+{
+    const QSizeF size = MWidgetController::sizeHint(which, constraint);
+    if (d->type == switchType)
+        return which == Qt::MaximumSize ? sizeHint(Qt::PreferredSize, constraint) : size;
+    if (which != Qt::MinimumSize && which != Qt::PreferredSize)
+        return size;
+    qreal left, top, right, bottom;
+    getContentsMargins(&left, &top, &right, &bottom);
+    const qreal width = constraint.width() < 0 ? -1 : qMax(qreal(1), constraint.width() - left - right);
+    QSizeF text = d->block(width, style()).size();
+    if (which == Qt::MinimumSize)
+        text.setWidth(0);
+    return size.expandedTo(text + QSizeF(left + right, top + bottom));
+}

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MBUTTON_P_H
+#define MBUTTON_P_H
+
+#include <optional>
+
+#include <MButton>
+
+#include "widgets/mtextblockcache_p.h"
+
+class MButtonPrivate
+{
+public:
+    explicit MButtonPrivate(MButton *button) : q(button) {}
+
+    void setDown(bool isDown);
+    void paintPush(QPainter *painter, const MStyle &style);
+    void paintSwitch(QPainter *painter, const MStyle &style);
+    /** Returns the longest variant of the text that fits into one line of \a width, or the shortest when none
+     * does. */
+    QString fittingVariant(qreal width, const MStyle &style) const;
+    const MTextBlock &block(qreal width, const MStyle &style);
+
+    MButton *const q;
+    QString text;
+    MButton::ViewType type = MButton::pushType;
+    bool checkable = false;
+    bool checked = false;
+    bool down = false;
+    MTextBlockCache blocks;
+};
+
+#endif

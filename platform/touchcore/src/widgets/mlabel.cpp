@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include "mlabel.h"
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QStyleOptionGraphicsItem>
+
+#include "widgets/mlabel_p.h"
+
+namespace {
+
+// Widths are rounded on their way through layouts.
+constexpr qreal tolerance = 0.5;
+
+} // namespace
+
+const MTextBlock &MLabelPrivate::block(int variant, qreal width, const MStyle &style)
+{
+    MTextBlock::Shape shape{style.font, -1, QTextOption::NoWrap, style.lineHeight};
+    if (wraps(style)) {
+        shape.width = width;
+        shape.wrapMode =
+            wrapMode == QTextOption::WordWrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : wrapMode;
+    }
+    return blocks.block(variants.at(variant), shape);
+}
+
+QList<int> MLabelPrivate::longestFirst(const MStyle &style)
+{
+    QList<int> order(variants.size());
+    std::iota(order.begin(), order.end(), 0);
+    if (order.size() > 1) {
+        const QFontMetricsF metrics(style.font);
+        std::stable_sort(order.begin(), order.end(), [&](int one, int other) {
+            return metrics.horizontalAdvance(variants.at(one)) >
+                   metrics.horizontalAdvance(variants.at(other));
+        });
+    }
+    return order;
+}
+
+int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
+{
+    const QList<int> order = longestFirst(style);
+    for (const int variant : order) {
+        const QSizeF taken = block(variant, size.width(), style).size();
+        if (taken.width() <= size.width() + tolerance && taken.height() <= size.height() + tolerance)
+            return variant;
+    }
+    return order.last();
+}
+
+MLabel::MLabel(QGraphicsItem *parent) : MLabel(QString(), parent) {}
+
+MLabel::MLabel(const QString &text, QGraphicsItem *parent)
+    : MWidgetController(parent)
+    , d(std::make_unique<MLabelPrivate>())
+{
+    // For the exposed part of a text that is longer than the screen.
+    setFlag(ItemUsesExtendedStyleOption);
+    setText(text);
+    applyStyle();
+}
+
+MLabel::~MLabel() = default;
+
+QString MLabel::text() const
+{
+    return d->text;
+}
+
+void MLabel::setText(const QString &text)
+{
+    d->text = text;
+    d->variants = text.split(textVariantSeparator);
+    d->blocks.clear();
+    updateGeometry();
+    update();
+}
+
+bool MLabel::wordWrap() const
+{
+    return d->wraps(style());
+}
+
+void MLabel::setWordWrap(bool wrap)
+{
+    d->wordWrap = wrap;
+    styleChanged();
+}
+
+QTextOption::WrapMode MLabel::wrapMode() const
+{
+    return d->wrapMode;
+}
+
+void MLabel::setWrapMode(QTextOption::WrapMode mode)
+{
+    d->wrapMode = mode;
+    styleChanged();
+}
+
+Qt::Alignment MLabel::alignment() const
+{
+    return d->alignment;
+}
+
+void MLabel::setAlignment(Qt::Alignment alignment)
+{
+    d->alignment = alignment;
+    update();
+}
+
+bool MLabel::textElide() const
+{
+    return d->elides(style());
+}
+
+void MLabel::setTextElide(bool elide)
+{
+    d->textElide = elide;
+    styleChanged();
+}
+
+void MLabel::styleChanged()
+{
+    QSizePolicy policy = sizePolicy();
+    policy.setHeightForWidth(wordWrap());
+    setSizePolicy(policy);
+    updateGeometry();
+    update();
+}
+
+void MLabel::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
+{
+    MWidgetController::paint(painter, option, widget);
+    const MStyle &look = style();
+    const QRectF area = contentsRect();
+    const int variant = d->fittingVariant(area.size(), look);
+    const MTextBlock &block = d->block(variant, area.width(), look);
+    const bool cut = block.size().width() > area.width() + tolerance;
+
+    painter->setPen(isEnabled() ? look.color : look.disabledColor);
+    if (!cut || !textElide()) {
+        block.draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
+        return;
+    }
+    const QString text = d->variants.at(variant).simplified();
+    MTextBlock(QFontMetricsF(look.font).elidedText(text, Qt::ElideRight, area.width()),
+               {look.font, -1, QTextOption::NoWrap, look.lineHeight})
+        .draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
+}
+
+QSizeF MLabel::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
+{
+    const MStyle &look = style();
+    QSizeF size = MWidgetController::sizeHint(which, constraint);
+    if (which != Qt::MinimumSize && which != Qt::PreferredSize)
+        return size;
+    qreal left, top, right, bottom;
+    getContentsMargins(&left, &top, &right, &bottom);
+    const QSizeF margins(left + right, top + bottom);
+    const qreal width = constraint.width() < 0 ? -1 : qMax(qreal(0), constraint.width() - margins.width());
+
+    const QList<int> order = d->longestFirst(look);
+    QSizeF text = d->block(order.first(), width, look).size();
+    if (which == Qt::MinimumSize) {
+        const bool narrow = wordWrap() || textElide();
+        text.setWidth(narrow ? 0 : d->block(order.last(), width, look).size().width());
+    }
+    size = size.expandedTo(text + margins);
+    return look.width < 0 ? size : QSizeF(look.width, size.height());
+}

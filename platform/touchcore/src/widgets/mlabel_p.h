@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MLABEL_P_H
+#define MLABEL_P_H
+
+#include <optional>
+
+#include <QStringList>
+#include <QTextOption>
+
+#include "theme/mstyle_p.h"
+#include "widgets/mtextblockcache_p.h"
+
+class MLabelPrivate
+{
+public:
+    QStringList variants{QString()};
+    QString text;
+    std::optional<bool> wordWrap;
+    std::optional<bool> textElide;
+    QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
+    Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
+
+    bool wraps(const MStyle &style) const { return wordWrap.value_or(style.wordWrap); }
+    bool elides(const MStyle &style) const { return textElide.value_or(style.elide); }
+
+    /** Returns \a variant broken into lines of \a width, or into one for each paragraph when the text does
+     * not wrap. */
+    const MTextBlock &block(int variant, qreal width, const MStyle &style);
+
+    /** Returns the longest variant that fits into \a size, or the shortest when none does. */
+    int fittingVariant(const QSizeF &size, const MStyle &style);
+
+    /** Returns the variants' numbers with the widest first. */
+    QList<int> longestFirst(const MStyle &style);
+
+    MTextBlockCache blocks;
+};
+
+#endif

@@ -1,0 +1,111 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#include <string>
+
+#include <QFontMetricsF>
+#include <QPainter>
+#include <QStyle>
+#include <QTextBoundaryFinder>
+#include <QtMath>
+
+#include "widgets/mtextblock_p.h"
+
+namespace {
+
+// Greater than any text is wide.
+constexpr qreal unlimited = 1e7;
+// A layout takes time with the square of its length where directions alternate.
+constexpr qsizetype longestLayout = 2048;
+// So many may follow a letter in Unicode's stream-safe text format. More than that are no writing, and take
+// time with the square of their number to be stacked.
+constexpr int mostMarks = 30;
+
+QString withoutStacks(const QString &text)
+{
+    std::u32string characters = text.toStdU32String();
+    int marks = 0;
+    std::erase_if(characters, [&marks](char32_t character) {
+        marks = QChar::isMark(character) ? marks + 1 : 0;
+        return marks > mostMarks;
+    });
+    return QString::fromStdU32String(characters);
+}
+
+QStringList paragraphs(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const QChar &end : {QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
+        text.replace(end, QChar(u'\n'));
+    return text.split(QChar(u'\n'));
+}
+
+// Returns where to end the first layout of a paragraph, at best where a line may end.
+qsizetype layoutEnd(const QString &paragraph)
+{
+    for (const auto type : {QTextBoundaryFinder::Line, QTextBoundaryFinder::Grapheme}) {
+        QTextBoundaryFinder finder(type, paragraph.left(longestLayout + 1));
+        finder.setPosition(longestLayout);
+        if (finder.isAtBoundary() || finder.toPreviousBoundary() > 0)
+            return finder.position();
+    }
+    return longestLayout;
+}
+
+} // namespace
+
+MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
+{
+    const QStringList parts = paragraphs(withoutStacks(text));
+    for (const QString &part : parts) {
+        QString rest = part;
+        while (shape.wrapMode != QTextOption::NoWrap && rest.size() > longestLayout) {
+            const qsizetype end = layoutEnd(rest);
+            addParagraph(rest.left(end));
+            rest.remove(0, end);
+        }
+        addParagraph(rest);
+    }
+}
+
+void MTextBlock::addParagraph(const QString &text)
+{
+    QTextLayout &layout = layouts.emplace_back(text, shape.font);
+    QTextOption option(Qt::AlignLeft | Qt::AlignAbsolute);
+    option.setWrapMode(shape.wrapMode);
+    option.setTextDirection(Qt::LayoutDirectionAuto);
+    layout.setTextOption(option);
+    layout.setCacheEnabled(true);
+
+    const qreal advance = qCeil(QFontMetricsF(shape.font).height() * shape.lineHeight);
+    layout.beginLayout();
+    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+        line.setLineWidth(shape.width < 0 ? unlimited : shape.width);
+        line.setPosition(QPointF(0, extent.height() + (advance - line.height()) / 2));
+        extent =
+            QSizeF(qMax(extent.width(), qreal(qCeil(line.naturalTextWidth()))), extent.height() + advance);
+    }
+    layout.endLayout();
+}
+
+void MTextBlock::draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment,
+                      Qt::LayoutDirection direction, const QRectF &exposed) const
+{
+    const Qt::Alignment visual = QStyle::visualAlignment(direction, alignment);
+    const qreal top = visual & Qt::AlignVCenter  ? (rect.height() - extent.height()) / 2
+                      : visual & Qt::AlignBottom ? rect.height() - extent.height()
+                                                 : 0;
+    for (const QTextLayout &layout : layouts) {
+        for (int i = 0; i < layout.lineCount(); ++i) {
+            const QTextLine line = layout.lineAt(i);
+            const qreal left = visual & Qt::AlignHCenter ? (rect.width() - line.naturalTextWidth()) / 2
+                               : visual & Qt::AlignRight ? rect.width() - line.naturalTextWidth()
+                                                         : 0;
+            const QRectF natural = line.naturalTextRect();
+            const QPointF place = rect.topLeft() + QPointF(left - natural.left(), qMax(top, qreal(0)));
+            const QRectF taken = natural.translated(place);
+            if (taken.bottom() >= exposed.top() && taken.top() <= exposed.bottom())
+                line.draw(painter, place);
+        }
+    }
+}

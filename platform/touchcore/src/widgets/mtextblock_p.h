@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+#ifndef MTEXTBLOCK_P_H
+#define MTEXTBLOCK_P_H
+
+#include <deque>
+
+#include <QFont>
+#include <QSizeF>
+#include <QString>
+#include <QTextLayout>
+#include <QTextOption>
+
+class QColor;
+class QPainter;
+class QRectF;
+
+/** What stands between the variants of a text, of which the longest that fits is shown. */
+constexpr QChar textVariantSeparator(0x9c);
+
+/**
+ * A plain text broken into lines. Every paragraph is laid out by itself, so that directional control
+ * characters end with it.
+ */
+class MTextBlock
+{
+public:
+    /** How text is broken into lines. */
+    struct Shape
+    {
+        QFont font;
+        qreal width = 0; ///< Of a line; unlimited when negative
+        QTextOption::WrapMode wrapMode = QTextOption::NoWrap;
+        qreal lineHeight = 1; ///< Factor on the font's own
+
+        bool operator==(const Shape &other) const = default;
+    };
+
+    MTextBlock(const QString &text, const Shape &shape);
+
+    /** Returns the size that the text takes. */
+    QSizeF size() const { return extent; }
+
+    /**
+     * Draws what is inside of \a exposed of the text, which stands in \a rect as \a alignment says for a
+     * layout that runs to \a direction.
+     */
+    void draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment, Qt::LayoutDirection direction,
+              const QRectF &exposed) const;
+
+private:
+    void addParagraph(const QString &text);
+
+    Shape shape;
+    std::deque<QTextLayout> layouts;
+    QSizeF extent{0, 0};
+};
+
+#endif

@@ -1,0 +1,65 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""Takes a moving picture of the demo on the current X screen: a phone number is held against the phone, and called."""
+
+import argparse
+import pathlib
+import subprocess
+import tempfile
+
+from stage import Stage
+
+# Debian's own: another one may be first in the path.
+CONVERT = "/usr/bin/convert"
+PHONE = "Phone"
+PANEL = "Hold something against the phone"
+
+
+def xdotool(*arguments):
+    subprocess.run(["xdotool", *arguments], check=True)
+
+
+def place(title, left):
+    xdotool("search", "--sync", "--onlyvisible", "--name", title, "windowmove", "--sync", str(left), "0")
+
+
+def grab(path):
+    subprocess.run(["import", "-window", "root", path], check=True)
+    return subprocess.run(["identify", "-format", "%#", path], check=True, capture_output=True).stdout
+
+
+def settled(path):
+    """Takes a picture of the screen once nothing moves on it any more."""
+    before = grab(path)
+    while (now := grab(path)) != before:
+        before = now
+    return path
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("programs", help="the folder with nfcd-sim, nfc-ui, nfc-panel and sample-handler")
+    parser.add_argument("picture", help="the file to write, a GIF")
+    arguments = parser.parse_args()
+    folder = tempfile.TemporaryDirectory()
+    frames = [pathlib.Path(folder.name, f"{i}.png") for i in range(3)]
+    with folder, Stage(arguments.programs, face="--phone --remote-control") as stage:
+        stage.start("panel", "nfc-panel")
+        place(PHONE, 0)
+        place(PANEL, 490)
+        settled(frames[0])
+        # The second button is the phone number, about which the person is always asked.
+        xdotool("search", "--name", PANEL, "windowfocus", "--sync", "key", "Tab", "key", "space")
+        stage.client.says("+15550100")
+        settled(frames[1])
+        stage.client.hears("press Call")
+        stage.handler.says("launched")
+        settled(frames[2])
+        # Every frame stays for as long as it takes to read it, in hundredths of a second.
+        subprocess.run([CONVERT, "-loop", "0", "-delay", "150", frames[0], "-delay", "300", *frames[1:],
+                        "-layers", "Optimize", arguments.picture], check=True)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,181 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""The stage of a scene: the simulated daemon, the client and the handler application, on the current buses."""
+
+import os
+import pathlib
+import shutil
+import signal
+import tempfile
+import time
+
+import dbus
+
+from actor import PATIENCE, Actor, Unmet
+from standin import StandIn
+from wire import Wire
+
+CLIENT = "org.connui.NfcUi"
+REPOSITORY = pathlib.Path(__file__).resolve().parents[2]
+HANDLERS = [
+    REPOSITORY / "examples/sample-handler/sample-handler.handler",
+    REPOSITORY / "testing/scenes/notebook.handler",
+]
+
+
+class Stage:
+    """Starts the programs that every scene needs, and ends all of them with the scene."""
+
+    def __init__(self, programs, heard=None, face="--console"):
+        self.programs = pathlib.Path(programs).resolve()
+        self._face = face
+        self._heard = heard
+        self._actors = []
+        self._has_activated_client = False
+        self._session_bus = dbus.bus.BusConnection(dbus.bus.BUS_SESSION)
+        self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
+        self._announce_handler()
+
+    def __enter__(self):
+        self._forget_settings()
+        self.wire = Wire()
+        self.handler = self.start("handler", "sample-handler")
+        self.handler.says("waiting for tags")
+        self.daemon_comes()
+        self.client_comes()
+        return self
+
+    def __exit__(self, *_):
+        self.all_leave()
+        if self._has_activated_client:
+            self.ends_the_activated_client()
+        self.wire.closes()
+        self._activation_file().unlink(missing_ok=True)
+        self._client_activation_file().unlink(missing_ok=True)
+        self._folder.cleanup()
+
+    def all_leave(self):
+        """Ends every program, those first that came last."""
+        unruly = []
+        while self._actors:
+            actor = self._actors.pop()
+            if not actor.is_dismissed():
+                unruly.append(actor)
+        if unruly:
+            raise Unmet("; ".join(f"{actor.role} did not leave in good order: {actor.lines[-5:]}" for actor in unruly))
+
+    def _announce_handler(self):
+        handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
+        handlers.mkdir(parents=True, exist_ok=True)
+        for announcement in HANDLERS:
+            shutil.copy(announcement, handlers)
+        # Only a folder of the demo's own may be written to.
+        applications = os.environ.get("CONNUI_OWN_APPLICATIONS")
+        for announcement in HANDLERS if applications else []:
+            shutil.copy(announcement.with_suffix(".desktop"), applications)
+
+    @staticmethod
+    def nobody_takes_tags():
+        """Takes back what every handler application has announced."""
+        shutil.rmtree(pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers"))
+
+    @staticmethod
+    def _forget_settings():
+        shutil.rmtree(pathlib.Path(os.environ["XDG_CONFIG_HOME"], "connui"), ignore_errors=True)
+
+    @staticmethod
+    def _activation_file():
+        return pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], "com.tavix.nfc.service")
+
+    @staticmethod
+    def _client_activation_file():
+        return pathlib.Path(os.environ["XDG_DATA_HOME"], "dbus-1/services/org.connui.NfcUi.service")
+
+    def lets_the_bus_start_the_daemon(self):
+        shutil.copy(self.programs.parent / "system-services/com.tavix.nfc.service", self._activation_file())
+
+    def start(self, role, program, *arguments, **environment):
+        actor = Actor(role, [self.programs / program, *arguments], self._heard, environment)
+        self._actors.append(actor)
+        return actor
+
+    def daemon_comes(self):
+        self._daemon_with_handover_step(50)
+
+    def daemon_is_slow(self):
+        """Puts a daemon in place of the one that is there, which takes its time with a handover."""
+        self.daemon.is_killed()
+        self._daemon_with_handover_step(2000)
+        self.client.says("the NFC daemon is here")
+
+    def _daemon_with_handover_step(self, milliseconds):
+        self.daemon = self.start("daemon", "nfcd-sim", "--handover-step", str(milliseconds))
+        self.daemon.says("ready")
+
+    def client_comes(self):
+        self.clients_files.mkdir(exist_ok=True)
+        self.client = self.start("client", "nfc-ui", *self._face.split(), TMPDIR=str(self.clients_files))
+        self.client.says("the NFC daemon is here")
+
+    def activates_the_client(self):
+        """Has the session's bus start the client."""
+        service = self.programs.parent / "session-services/org.connui.NfcUi.service"
+        self._client_activation_file().parent.mkdir(parents=True, exist_ok=True)
+        shutil.copy(service, self._client_activation_file())
+        self._has_activated_client = True
+        self._session_bus.start_service_by_name(CLIENT)
+
+    def ends_the_activated_client(self):
+        """Asks the client that the bus has started to leave."""
+        self._has_activated_client = False
+        service = self._session_bus.get_object("org.freedesktop.DBus", "/org/freedesktop/DBus")
+        os.kill(service.GetConnectionUnixProcessID(CLIENT, dbus_interface="org.freedesktop.DBus"), signal.SIGTERM)
+        end = time.monotonic() + PATIENCE
+        # The bus may learn of an end later than we do.
+        while self._session_bus.name_has_owner(CLIENT):
+            if time.monotonic() > end:
+                raise Unmet("the activated client does not leave")
+            time.sleep(0.02)
+
+    @property
+    def clients_files(self):
+        """The folder of the client's temporary files."""
+        return pathlib.Path(self._folder.name, "client")
+
+    def settings_come(self):
+        """Opens the settings; the actor returned has them on its screen."""
+        settings = self.start("settings", "nfc-settings", "--remote-control")
+        settings.says("[Ask before opening")
+        return settings
+
+    def notebook_comes(self):
+        """The second application that takes what is on tags."""
+        self.notebook = self.start("notebook", "sample-handler", "org.connui.Notebook")
+        self.notebook.says("waiting for tags")
+
+    def stands_in(self, service, *template):
+        """A stand-in for a service of the system bus."""
+        actor = self.start(service, "/usr/bin/python3", "-m", "dbusmock", "--system", *template)
+        return StandIn(actor, service)
+
+    def bluetooth_comes(self, address, name):
+        """The phone's Bluetooth, which knows a device."""
+        bluetooth = self.stands_in("org.bluez", "-t", "bluez5")
+        bluetooth.call("/", "org.bluez.Mock", "AddAdapter", "hci0", "phone")
+        bluetooth.call("/", "org.bluez.Mock", "AddDevice", "hci0", address, name)
+
+    def tap(self, *arguments):
+        """Holds something against the daemon; the actor returned leaves when the person has decided."""
+        return self.start("nfctap", "nfctap", *arguments)
+
+    def contact(self, number, card):
+        """A card in the person's contacts."""
+        contacts = pathlib.Path(os.environ["XDG_DATA_HOME"], "contacts")
+        contacts.mkdir(exist_ok=True)
+        (contacts / f"{number}.vcf").write_bytes(card)
+
+    def file(self, name, content):
+        """A file of the scene's own."""
+        path = pathlib.Path(self._folder.name, name)
+        path.write_bytes(content)
+        return str(path)
