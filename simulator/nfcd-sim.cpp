@@ -5,14 +5,11 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusMetaType>
 #include <QStandardPaths>
 
-#include "adapter.h"
-#include "adapteradaptor.h"
-#include "bluetoothpeer.h"
-#include "manager.h"
-#include "manageradaptor.h"
+#include "daemon/adapter.h"
+#include "daemon/daemonservice.h"
+#include "daemon/handlerfolder.h"
 #include "simulator.h"
 #include "simulatoradaptor.h"
 
@@ -35,22 +32,15 @@ QStringList announcementFolders()
     return folders;
 }
 
-// Before there is a connection: the D-Bus library would register its own types on its thread, while it reads
-// a message.
-void registerTypes()
-{
-    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
-    qDBusRegisterMetaType<BluetoothPeer>();
-    qDBusRegisterMetaType<Handler>();
-    qDBusRegisterMetaType<QList<Handler>>();
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+
+    // What the daemon says in its log names the program.
+    qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(QStringLiteral(
@@ -83,31 +73,16 @@ int main(int argc, char *argv[])
     if (!isNumber || handoverStep < 0 || !parser.positionalArguments().isEmpty())
         return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-sim --help"));
 
-    registerTypes();
-    QDBusConnection bus = QDBusConnection::systemBus();
-    if (!bus.isConnected())
-        return fail(Failed, QStringLiteral("no system bus: %1").arg(bus.lastError().message()));
-
-    const QDBusObjectPath adapterPath(QStringLiteral("/com/tavix/nfc/adapter0"));
-    Manager manager(adapterPath);
-    new ManagerAdaptor(&manager);
-    Adapter adapter(handoverStep);
-    new AdapterAdaptor(&adapter);
+    DaemonService service;
+    Adapter adapter;
     Simulator simulator(
-        &adapter, HandlerFolder(parser.isSet(handlers) ? parser.values(handlers) : announcementFolders()));
+        &adapter, HandlerFolder(parser.isSet(handlers) ? parser.values(handlers) : announcementFolders()),
+        handoverStep);
     new SimulatorAdaptor(&simulator);
-
-    // Without its bus nobody can reach it, nor end it.
-    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &application,
-                SLOT(quit()));
-
-    // The objects first: whoever waits for the name may call them at once.
-    bus.registerObject(QStringLiteral("/"), &manager);
-    bus.registerObject(adapterPath.path(), &adapter);
-    bus.registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
-    if (!bus.registerService(QStringLiteral("com.tavix.nfc")))
-        return fail(Failed, QStringLiteral("com.tavix.nfc belongs to another process"));
-    qInfo("nfcd-sim: ready");
+    service.bus().registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
+    QString reason;
+    if (!service.start(&adapter, reason))
+        return fail(Failed, reason);
+    qInfo("ready");
     return application.exec();
 }

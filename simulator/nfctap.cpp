@@ -20,7 +20,7 @@ enum ExitCode { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3, BadArgument
 void printHelp()
 {
     std::printf("Usage: nfctap COMMAND [ARGUMENT...]\n"
-                "Holds something against the simulated NFC daemon and prints what the person decided.\n\n");
+                "Holds something against the simulated NFC daemon and prints what the user decided.\n\n");
     for (const TapCommand &command : TapCommand::all()) {
         const QByteArray usage = QByteArray(command.name) + ' ' + command.synopsis;
         std::printf("  %-26s %s\n", usage.constData(), command.help);

@@ -3,7 +3,7 @@
 #ifndef CONNUI_SIM_PEERS_H
 #define CONNUI_SIM_PEERS_H
 
-#include "bluetoothpeer.h"
+#include "daemon/bluetoothpeer.h"
 
 /** What can be held against the simulated adapter, as object paths. */
 namespace Peers {

@@ -7,14 +7,16 @@
 #include <QDBusConnection>
 #include <QThread>
 
-#include "adapter.h"
-#include "bluetoothpeer.h"
-#include "handover.h"
-#include "ndefkind.h"
+#include "daemon/adapter.h"
+#include "daemon/bluetoothpeer.h"
+#include "daemon/handover.h"
+#include "daemon/ndefkind.h"
+#include "daemon/question.h"
+#include "daemon/uiagent.h"
+#include "handoversteps.h"
 #include "peers.h"
-#include "question.h"
 #include "transfer.h"
-#include "uiagent.h"
+#include "transfers.h"
 
 namespace {
 
@@ -33,11 +35,19 @@ QVariant handoverInfo()
 
 } // namespace
 
-Simulator::Simulator(Adapter *adapter, const HandlerFolder &handlers, QObject *parent)
+Simulator::Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent)
     : QObject(parent)
     , adapter(adapter)
+    , transfers(new Transfers(adapter))
     , handlers(handlers)
-{}
+{
+    connect(adapter, &Adapter::handoverAccepted, this,
+            [handoverStep](Handover *handover) { new HandoverSteps(handoverStep, handover); });
+    // For clients that do not listen to the transfers' own interface yet.
+    connect(transfers, &Transfers::TransferStarted, this, &Simulator::TransferStarted);
+    connect(transfers, &Transfers::TransferProgressed, this, &Simulator::TransferProgressed);
+    connect(transfers, &Transfers::TransferEnded, this, &Simulator::TransferEnded);
+}
 
 QString Simulator::TouchTag(const QByteArray &message)
 {
@@ -87,45 +97,31 @@ QString Simulator::TouchForHandover(const QString &carrier)
     if (!adapter->isPowered())
         return QStringLiteral("off");
     QString reason;
-    const Handover *handover = adapter->startHandover(carrier, reason);
+    const Handover *handover = adapter->acceptHandover(carrier, {}, reason);
     if (!handover)
         return QStringLiteral("failed");
-
     setDelayedReply(true);
-    const auto answer = [tap = message()](const QString &outcome) {
-        QDBusConnection::systemBus().send(tap.createReply(outcome));
-    };
-    connect(
-        handover, &Handover::completed, this, [answer] { answer(QStringLiteral("completed")); });
-    connect(handover, &Handover::failed, this, [answer] { answer(QStringLiteral("canceled")); });
+    connect(handover, &Handover::completed, this, answer(QStringLiteral("completed")));
+    connect(handover, &Handover::failed, this, answer(QStringLiteral("canceled")));
     return {};
 }
 
-QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter)
+QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter,
+                               const QString &file)
 {
     const QString nobody = nobodyToAsk();
     if (!nobody.isEmpty())
         return nobody;
     setDelayedReply(true);
-    const uint number = nextTransfer++;
-    auto *transfer = new Transfer(size, rate, cancelAfter, this);
-    transfers.insert(number, transfer);
-    connect(transfer, &Transfer::progressed, this, [this, number, size](qulonglong transferred) {
-        Q_EMIT TransferProgressed(number, transferred, size);
-    });
-    connect(transfer, &Transfer::ended, this, [this, number, tap = message()](const QString &outcome) {
-        transfers.take(number)->deleteLater();
-        Q_EMIT TransferEnded(number, outcome);
-        QDBusConnection::systemBus().send(tap.createReply(outcome));
-    });
-    Q_EMIT TransferStarted(number, Peers::name(), name, size);
+    const Transfer *transfer = transfers->receive(name, size, rate, cancelAfter, file);
+    connect(transfer, &Transfer::completed, this, answer(QStringLiteral("completed")));
+    connect(transfer, &Transfer::canceled, this, answer(QStringLiteral("canceled")));
     return {};
 }
 
-QString Simulator::CancelTransfer(uint number)
+QString Simulator::CancelTransfer(uint transfer)
 {
-    if (Transfer *transfer = transfers.value(number))
-        transfer->cancel();
+    transfers->CancelTransfer(transfer);
     return done;
 }
 
@@ -160,7 +156,7 @@ QString Simulator::Crash()
     return {};
 }
 
-// Announces the touch, then puts the request of what was touched to the person.
+// Announces the touch, then puts the request of what was touched to the user.
 QString Simulator::touch(const QDBusObjectPath &what, const QString &request, const QVariantList &arguments)
 {
     const QString nobody = nobodyToAsk();
@@ -176,8 +172,17 @@ QString Simulator::ask(const QString &method, const QVariantList &arguments, con
     if (!nobody.isEmpty())
         return nobody;
     setDelayedReply(true);
-    new Question(adapter->agent()->call(method, arguments), success, message(), this);
+    const auto *question = new Question(adapter->agent()->call(method, arguments), success, this);
+    connect(question, &Question::decided, this, [tap = message()](const QString &outcome) {
+        QDBusConnection::systemBus().send(tap.createReply(outcome));
+    });
     return {};
+}
+
+// Answers the call that is being handled with the outcome, later.
+std::function<void()> Simulator::answer(const QString &outcome) const
+{
+    return [tap = message(), outcome] { QDBusConnection::systemBus().send(tap.createReply(outcome)); };
 }
 
 QString Simulator::nobodyToAsk() const

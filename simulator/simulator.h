@@ -3,29 +3,31 @@
 #ifndef CONNUI_SIM_SIMULATOR_H
 #define CONNUI_SIM_SIMULATOR_H
 
+#include <functional>
+
 #include <QDBusContext>
 #include <QDBusObjectPath>
-#include <QHash>
 #include <QObject>
 #include <QVariantList>
 
-#include "handlerfolder.h"
+#include "daemon/handlerfolder.h"
 
 class Adapter;
-class Transfer;
+class Transfers;
 
 /**
  * The simulated world around the adapter: what touches it, and what befalls the daemon.
  *
- * The methods are those of "com.tavix.nfc.Simulator". Each returns an outcome, the touches once the person
- * has decided.
+ * The methods are those of "com.tavix.nfc.Simulator". Each returns an outcome, the touches once the user has
+ * decided.
  */
 class Simulator : public QObject, protected QDBusContext
 {
     Q_OBJECT
 
 public:
-    Simulator(Adapter *adapter, const HandlerFolder &handlers, QObject *parent = nullptr);
+    /** The world around \a adapter, whose handovers take steps of \a handoverStep milliseconds. */
+    Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent = nullptr);
 
     QString TouchTag(const QByteArray &message);
     QString TouchFaultyTag(const QString &status);
@@ -35,7 +37,8 @@ public:
     QString TouchToShare(const QStringList &resources);
     QString TouchToSelect();
     QString TouchForHandover(const QString &carrier);
-    QString ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter);
+    QString ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter,
+                        const QString &file);
     QString CancelTransfer(uint transfer);
     QString SetPowered(bool on);
     QString Release();
@@ -52,10 +55,11 @@ private:
     QString ask(const QString &method, const QVariantList &arguments, const QString &success);
     QString nobodyToAsk() const;
 
+    std::function<void()> answer(const QString &outcome) const;
+
     Adapter *const adapter;
+    Transfers *const transfers;
     const HandlerFolder handlers;
-    QHash<uint, Transfer *> transfers; // that are under way
-    uint nextTransfer = 0;
 };
 
 #endif

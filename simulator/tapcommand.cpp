@@ -167,11 +167,13 @@ std::optional<Tap> reception(const QStringList &arguments, QString &fault)
     const std::optional<quint64> size = number(arguments[1], QStringLiteral("bytes"), fault);
     const std::optional<quint64> rate = number(arguments[2], QStringLiteral("bytes a second"), fault);
     const std::optional<quint64> cancelAfter =
-        cancels ? number(arguments[4], QStringLiteral("bytes"), fault) : 0;
+        cancels ? number(arguments[4], QStringLiteral("bytes"), fault) : std::numeric_limits<quint64>::max();
     if (!size || !rate || !cancelAfter)
         return std::nullopt;
+    const QFileInfo file(arguments[0]);
+    const QString name = file.isFile() ? file.fileName() : arguments[0];
     return Tap{QStringLiteral("ReceiveFile"),
-               {arguments[0], *size, *rate, *cancelAfter},
+               {name, *size, *rate, *cancelAfter, file.isFile() ? file.absoluteFilePath() : QString()},
                QStringLiteral("file %1 of %2 bytes").arg(arguments[0], arguments[1])};
 }
 

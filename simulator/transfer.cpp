@@ -13,7 +13,7 @@ constexpr int stepsPerSecond = 10;
 Transfer::Transfer(quint64 size, quint64 rate, quint64 cancelAfter, QObject *parent)
     : QObject(parent)
     , size(size)
-    , stepSize(std::max<quint64>(rate / stepsPerSecond, 1))
+    , rate(rate)
     , cancelAfter(cancelAfter)
 {
     connect(&timer, &QTimer::timeout, this, &Transfer::takeStep);
@@ -22,21 +22,21 @@ Transfer::Transfer(quint64 size, quint64 rate, quint64 cancelAfter, QObject *par
 
 void Transfer::cancel()
 {
-    end(QStringLiteral("canceled"));
+    timer.stop();
+    Q_EMIT canceled();
 }
 
 void Transfer::takeStep()
 {
-    transferred += std::min(stepSize, size - transferred);
+    remainder += rate % stepsPerSecond;
+    const quint64 arrived = rate / stepsPerSecond + remainder / stepsPerSecond;
+    remainder %= stepsPerSecond;
+    transferred += std::min(arrived, size - transferred);
     Q_EMIT progressed(transferred);
-    if (cancelAfter && transferred >= cancelAfter)
+    if (transferred >= cancelAfter) {
         cancel();
-    else if (transferred == size)
-        end(QStringLiteral("completed"));
-}
-
-void Transfer::end(const QString &outcome)
-{
-    timer.stop();
-    Q_EMIT ended(outcome);
+    } else if (transferred == size) {
+        timer.stop();
+        Q_EMIT completed();
+    }
 }

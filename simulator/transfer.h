@@ -7,7 +7,10 @@
 #include <QString>
 #include <QTimer>
 
-/** A file that arrives from another phone, at a steady rate. It ends in ended(), exactly once. */
+/**
+ * A file that arrives from another phone, at a steady rate. It ends in completed() or canceled(), exactly
+ * once.
+ */
 class Transfer : public QObject
 {
     Q_OBJECT
@@ -16,26 +19,25 @@ public:
     /**
      * A file of \a size bytes that arrives at \a rate bytes a second.
      *
-     * The sender cancels it when \a cancelAfter bytes have arrived; never when that is 0.
+     * The sender cancels it when \a cancelAfter bytes have arrived.
      */
     Transfer(quint64 size, quint64 rate, quint64 cancelAfter, QObject *parent = nullptr);
 
-    /** Ends it as canceled. */
     void cancel();
 
 Q_SIGNALS:
     void progressed(qulonglong transferred);
-    /** \a outcome is "completed" or "canceled". */
-    void ended(const QString &outcome);
+    void completed();
+    void canceled();
 
 private:
     void takeStep();
-    void end(const QString &outcome);
 
     const quint64 size;
-    const quint64 stepSize;
+    const quint64 rate;
     const quint64 cancelAfter;
     quint64 transferred = 0;
+    quint64 remainder = 0; // of the bytes of a step, in parts of a step
     QTimer timer;
 };
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "panel/touchbuttons.h"
 
+#include <limits>
+
 #include "tagmessages.h"
 
 namespace {
@@ -59,7 +61,8 @@ QList<TouchButton> TouchButton::all()
         phone(QStringLiteral("Choose what to send"), QStringLiteral("TouchToSelect")),
         phone(QStringLiteral("Handover"), QStringLiteral("TouchForHandover"), {QStringLiteral("bluetooth")}),
         phone(QStringLiteral("Receive 5 MB"), QStringLiteral("ReceiveFile"),
-              {QStringLiteral("beach.jpg"), 5000000ULL, 500000ULL, 0ULL}),
+              {QStringLiteral("beach.jpg"), 5000000ULL, 500000ULL, std::numeric_limits<qulonglong>::max(),
+               QString()}),
         faultyTag(QStringLiteral("Unsupported tag"), QStringLiteral("unsupported-tag-type")),
         faultyTag(QStringLiteral("Malformed tag"), QStringLiteral("malformed-content")),
         fault(QStringLiteral("Release the agent"), QStringLiteral("Release")),

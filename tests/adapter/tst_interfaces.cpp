@@ -5,7 +5,6 @@
 #include <QFile>
 #include <QSignalSpy>
 #include <QTest>
-#include <QXmlStreamReader>
 
 #include <NfcAdapter>
 #include <NfcAgent>
@@ -13,6 +12,7 @@
 
 #include "fakedaemon.h"
 #include "fakeohm.h"
+#include "introspection.h"
 
 using namespace Qt::Literals::StringLiterals;
 using ConnUi::NfcAdapter;
@@ -30,8 +30,6 @@ private Q_SLOTS:
     void exportedInterfaceIsAsPublished();
 
 private:
-    static QStringList members(const QByteArray &introspection, const QString &interface);
-
     std::unique_ptr<FakeOhm> ohm; // for the agent's records
     std::unique_ptr<NfcAdapter> adapter;
     std::unique_ptr<NfcAgent> agent;
@@ -49,35 +47,6 @@ void TestInterfaces::initTestCase()
 void TestInterfaces::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-}
-
-// Lines such as "method Name(in s carrier, out o path)", in the order of the introspection data.
-QStringList TestInterfaces::members(const QByteArray &introspection, const QString &interface)
-{
-    QStringList members;
-    QStringList arguments;
-    QString current;
-    QString member;
-    QXmlStreamReader xml(introspection);
-    while (!xml.atEnd()) {
-        xml.readNext();
-        const QString element = xml.name().toString();
-        const auto attribute = [&xml](QLatin1String name) { return xml.attributes().value(name).toString(); };
-        const bool isMember = element == u"method"_s || element == u"signal"_s || element == u"property"_s;
-        if (xml.isStartElement() && element == u"interface"_s) {
-            current = attribute(QLatin1String("name"));
-        } else if (xml.isStartElement() && isMember) {
-            member = element + u' ' + attribute(QLatin1String("name"));
-            arguments.clear();
-        } else if (xml.isStartElement() && element == u"arg"_s) {
-            arguments.append(QStringList{attribute(QLatin1String("direction")),
-                                         attribute(QLatin1String("type")), attribute(QLatin1String("name"))}
-                                 .join(u' '));
-        } else if (xml.isEndElement() && isMember && current == interface) {
-            members.append(member + u'(' + arguments.join(u", "_s) + u')');
-        }
-    }
-    return members;
 }
 
 void TestInterfaces::exportedInterfaceIsAsPublished_data()
@@ -101,9 +70,9 @@ void TestInterfaces::exportedInterfaceIsAsPublished()
 
     QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
     QVERIFY(file.open(QFile::ReadOnly));
-    const QStringList published = members(file.readAll(), interface);
+    const QStringList published = Introspection::members(file.readAll(), interface);
     QVERIFY(!published.isEmpty());
-    QCOMPARE(members(reply.arguments.constFirst().toString().toUtf8(), interface), published);
+    QCOMPARE(Introspection::members(reply.arguments.constFirst().toString().toUtf8(), interface), published);
 }
 
 QTEST_GUILESS_MAIN(TestInterfaces)

@@ -3,7 +3,7 @@
 
 // Reads the input as a handler's announcement, and stops where it can be offered content that it does not
 // take or cannot be called.
-#include "../../simulator/handlerfolder.h"
+#include "daemon/handlerfolder.h"
 #include "support.h"
 
 namespace {

@@ -7,7 +7,7 @@
 
 #include "../../client/console/messagetext.h"
 #include "../../client/screen/tagcontent.h"
-#include "../../simulator/ndefkind.h"
+#include "daemon/ndefkind.h"
 #include "support.h"
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)

@@ -7,7 +7,7 @@
 #include <QObject>
 #include <QStringList>
 
-/** What the simulated daemon tells about the files that arrive, a line for each signal. */
+/** The signals of com.tavix.nfc.Transfers, a line each. */
 class TransferNews : public QObject
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     {
         listen(QStringLiteral("TransferStarted"), SLOT(noteStart(uint, QString, QString, qulonglong)));
         listen(QStringLiteral("TransferProgressed"), SLOT(noteProgress(uint, qulonglong, qulonglong)));
-        listen(QStringLiteral("TransferEnded"), SLOT(noteEnd(uint, QString)));
+        listen(QStringLiteral("TransferEnded"), SLOT(noteEnd(uint, QString, QString)));
     }
 
     QStringList lines;
@@ -31,17 +31,17 @@ public Q_SLOTS:
     {
         lines.append(QStringLiteral("%1 at %2 of %3").arg(transfer).arg(transferred).arg(size));
     }
-    void noteEnd(uint transfer, const QString &outcome)
+    void noteEnd(uint transfer, const QString &outcome, const QString &file)
     {
-        lines.append(QStringLiteral("%1 %2").arg(transfer).arg(outcome));
+        lines.append(QStringLiteral("%1 %2 '%3'").arg(transfer).arg(outcome, file));
     }
 
 private:
     void listen(const QString &signal, const char *slot)
     {
         QDBusConnection::systemBus().connect(QStringLiteral("com.tavix.nfc"),
-                                             QStringLiteral("/com/tavix/nfc/simulator"),
-                                             QStringLiteral("com.tavix.nfc.Simulator"), signal, this, slot);
+                                             QStringLiteral("/com/tavix/nfc/adapter0"),
+                                             QStringLiteral("com.tavix.nfc.Transfers"), signal, this, slot);
     }
 };
 

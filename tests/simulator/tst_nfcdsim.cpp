@@ -11,7 +11,8 @@
 #include <QTest>
 
 #include "agentprocess.h"
-#include "handler.h"
+#include "daemon/handler.h"
+#include "introspection.h"
 #include "simulateddaemon.h"
 #include "tap.h"
 
@@ -41,6 +42,8 @@ private Q_SLOTS:
     void cleanup();
 
     void managerNamesTheAdapter();
+    void interfacesAreAsPublished_data();
+    void interfacesAreAsPublished();
     void secondDaemonLeaves();
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
@@ -103,6 +106,30 @@ void TestNfcdSim::managerNamesTheAdapter()
         u"com.tavix.nfc"_s, u"/"_s, u"com.tavix.nfc.Manager"_s, u"DefaultAdapter"_s));
     QCOMPARE(reply.signature(), u"o"_s);
     QCOMPARE(reply.arguments().constFirst().value<QDBusObjectPath>().path(), u"/com/tavix/nfc/adapter0"_s);
+}
+
+void TestNfcdSim::interfacesAreAsPublished_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("com.tavix.nfc.Manager") << u"/"_s;
+    QTest::newRow("com.tavix.nfc.Adapter") << u"/com/tavix/nfc/adapter0"_s;
+    QTest::newRow("com.tavix.nfc.Transfers") << u"/com/tavix/nfc/adapter0"_s;
+    QTest::newRow("com.tavix.nfc.Simulator") << u"/com/tavix/nfc/simulator"_s;
+}
+
+void TestNfcdSim::interfacesAreAsPublished()
+{
+    QFETCH(QString, path);
+    const QString interface = QString::fromLatin1(QTest::currentDataTag());
+    daemon.start();
+    const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
+        u"com.tavix.nfc"_s, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s));
+    QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
+    QVERIFY(file.open(QFile::ReadOnly));
+    const QStringList published = Introspection::members(file.readAll(), interface);
+    QVERIFY(!published.isEmpty());
+    QCOMPARE(Introspection::members(reply.arguments().constFirst().toString().toUtf8(), interface),
+             published);
 }
 
 void TestNfcdSim::secondDaemonLeaves()

@@ -47,12 +47,15 @@ private Q_SLOTS:
     void transferEndsAreTold_data();
     void transferEndsAreTold();
     void transferIsToldFromStartToEnd();
+    void slowTransferTakesItsTime();
+    void receivedFileIsNamed();
     void canceledTransferEnds();
+    void switchingOffEndsTransfers();
     void deathOfTheDaemonIsSaid();
     void releasedAgentIsNotAskedAgain();
     void hangingDaemonAnswersNothing();
     void daemonAnswersAfterItHung();
-    void personMayTakeLongerThanTheBus();
+    void userMayTakeLongerThanTheBus();
 
 private:
     QString file(const QString &name, const QByteArray &content) const;
@@ -383,9 +386,11 @@ void TestNfcTap::transferEndsAreTold_data()
     QTest::newRow("faster than any phone")
         << QStringList{u"18446744073709551615"_s, u"18446744073709551615"_s, u"--cancel-after"_s, u"1"_s} << 2
         << u"canceled"_s + what.arg(u"18446744073709551615"_s);
-    QTest::newRow("no rate at all") << QStringList{u"1"_s, u"0"_s} << 0 << u"completed"_s + what.arg(1);
     QTest::newRow("sender gives up") << QStringList{u"1000"_s, u"1000"_s, u"--cancel-after"_s, u"100"_s} << 2
                                      << u"canceled"_s + what.arg(1000);
+    QTest::newRow("sender gives up before it begins")
+        << QStringList{u"1000"_s, u"1000"_s, u"--cancel-after"_s, u"0"_s} << 2
+        << u"canceled"_s + what.arg(1000);
 }
 
 void TestNfcTap::transferEndsAreTold()
@@ -410,8 +415,54 @@ void TestNfcTap::transferIsToldFromStartToEnd()
     Tap tap({u"receive"_s, u"a"_s, u"250"_s, u"1000"_s});
     QCOMPARE(tap.exitCode(), 0);
     const QStringList all = {u"0 a of 250 from Ada's phone"_s, u"0 at 100 of 250"_s, u"0 at 200 of 250"_s,
-                             u"0 at 250 of 250"_s, u"0 completed"_s};
+                             u"0 at 250 of 250"_s, u"0 completed ''"_s};
     QTRY_COMPARE(news.lines, all);
+}
+
+// A tenth of a second for a step: five bytes a second are one in every other step.
+void TestNfcTap::slowTransferTakesItsTime()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    Tap tap({u"receive"_s, u"a"_s, u"2"_s, u"5"_s});
+    QCOMPARE(tap.exitCode(), 0);
+    const QStringList all = {u"0 a of 2 from Ada's phone"_s,
+                             u"0 at 0 of 2"_s,
+                             u"0 at 1 of 2"_s,
+                             u"0 at 1 of 2"_s,
+                             u"0 at 2 of 2"_s,
+                             u"0 completed ''"_s};
+    QTRY_COMPARE(news.lines, all);
+}
+
+void TestNfcTap::receivedFileIsNamed()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    const QString kept = file(u"beach.jpg"_s, "sand");
+    Tap tap({u"receive"_s, kept, u"4"_s, u"1000"_s});
+    QCOMPARE(tap.exitCode(), 0);
+    QTRY_VERIFY(news.lines.contains(u"0 completed '%1'"_s.arg(kept)));
+    QCOMPARE(news.lines.constFirst(), u"0 beach.jpg of 4 from Ada's phone"_s);
+}
+
+void TestNfcTap::switchingOffEndsTransfers()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    Tap first({u"receive"_s, u"a"_s, u"1"_s, u"0"_s});
+    Tap second({u"receive"_s, u"b"_s, u"1"_s, u"0"_s});
+    const auto bothAreUnderWay = [&news] { return news.lines.filter(u" from "_s).size() == 2; };
+    QVERIFY(QTest::qWaitFor(bothAreUnderWay, 30000));
+    QCOMPARE(Tap({u"power"_s, u"off"_s}).exitCode(), 0);
+    QCOMPARE(first.exitCode(), 2);
+    QCOMPARE(second.exitCode(), 2);
 }
 
 void TestNfcTap::canceledTransferEnds()
@@ -425,13 +476,13 @@ void TestNfcTap::canceledTransferEnds()
     // Another one that is not under way is not there to be canceled.
     for (const uint transfer : {7U, 0U}) {
         QDBusMessage cancel =
-            QDBusMessage::createMethodCall(u"com.tavix.nfc"_s, u"/com/tavix/nfc/simulator"_s,
-                                           u"com.tavix.nfc.Simulator"_s, u"CancelTransfer"_s);
+            QDBusMessage::createMethodCall(u"com.tavix.nfc"_s, u"/com/tavix/nfc/adapter0"_s,
+                                           u"com.tavix.nfc.Transfers"_s, u"CancelTransfer"_s);
         cancel.setArguments({transfer});
-        QCOMPARE(QDBusConnection::systemBus().call(cancel).arguments(), QVariantList{u"done"_s});
+        QCOMPARE(QDBusConnection::systemBus().call(cancel).type(), QDBusMessage::ReplyMessage);
     }
     QCOMPARE(tap.exitCode(), 2);
-    QTRY_COMPARE(news.lines.constLast(), u"0 canceled"_s);
+    QTRY_COMPARE(news.lines.constLast(), u"0 canceled ''"_s);
 }
 
 void TestNfcTap::deathOfTheDaemonIsSaid()
@@ -483,7 +534,7 @@ void TestNfcTap::daemonAnswersAfterItHung()
 }
 
 // The bus library gives up a call after 25 seconds unless it is told otherwise.
-void TestNfcTap::personMayTakeLongerThanTheBus()
+void TestNfcTap::userMayTakeLongerThanTheBus()
 {
     daemon.start();
     AgentProcess client;

@@ -3,7 +3,7 @@
 #include <QRegularExpression>
 #include <QTest>
 
-#include "ndefkind.h"
+#include "daemon/ndefkind.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_SIM_NDEFKIND_H
-#define CONNUI_SIM_NDEFKIND_H
+#ifndef CONNUI_DAEMON_NDEFKIND_H
+#define CONNUI_DAEMON_NDEFKIND_H
 
 #include <QByteArray>
 #include <QString>

@@ -4,7 +4,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "handlerfolder.h"
+#include "daemon/handlerfolder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -148,7 +148,7 @@ void TestHandlerFolder::uselessAnnouncementIsSkipped()
     QFETCH(QByteArray, lines);
     announce(u"a.handler"_s, lines);
     announce(u"b.handler"_s, "ApplicationId=b\nService=a.b\nPath=/\nTakes=*\n");
-    const QString warning = u"nfcd-sim: %1 announces no handler"_s.arg(folder->filePath(u"a.handler"_s));
+    const QString warning = u"%1 announces no handler"_s.arg(folder->filePath(u"a.handler"_s));
     QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(warning));
     QCOMPARE(applications(u"unknown"_s), QStringList{u"b"_s});
 }

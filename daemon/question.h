@@ -1,32 +1,33 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_SIM_QUESTION_H
-#define CONNUI_SIM_QUESTION_H
+#ifndef CONNUI_DAEMON_QUESTION_H
+#define CONNUI_DAEMON_QUESTION_H
 
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
+#include <QString>
 
-/** A call to the agent that the person has not decided yet, and who wants to know the decision. */
+/** A call to the agent that the user has not decided yet. It ends in decided(), exactly once. */
 class Question : public QDBusPendingCallWatcher
 {
     Q_OBJECT
 
 public:
     /**
-     * Waits for \a call to the agent, answers \a tap with the outcome and deletes itself.
+     * Waits for \a call to the agent, reports the outcome and deletes itself.
      *
      * The outcome is \a success for an empty reply, "rejected" or "canceled" for the agent's own errors,
      * "canceled" when the agent's process has left, "no-agent" when the process has no such agent, and
      * otherwise the name of the error.
      */
-    Question(const QDBusPendingCall &call, const QString &success, const QDBusMessage &tap,
-             QObject *parent = nullptr);
+    Question(const QDBusPendingCall &call, const QString &success, QObject *parent = nullptr);
+
+Q_SIGNALS:
+    void decided(const QString &outcome);
 
 private:
-    void answer();
+    void report();
 
     const QString success;
-    const QDBusMessage tap;
 };
 
 #endif

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_SIM_UIAGENT_H
-#define CONNUI_SIM_UIAGENT_H
+#ifndef CONNUI_DAEMON_UIAGENT_H
+#define CONNUI_DAEMON_UIAGENT_H
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
@@ -9,7 +9,7 @@
 #include <QObject>
 #include <QVariant>
 
-/** The client's agent, which puts questions to the person. */
+/** The client's agent, which puts questions to the user. */
 class UiAgent : public QObject
 {
     Q_OBJECT
@@ -21,7 +21,7 @@ public:
     bool is(const QString &service, const QDBusObjectPath &path) const;
     QString name() const;
 
-    /** Calls a method of the agent without a time limit: people take their time. */
+    /** Calls a method of the agent, without a time limit: users take their time. */
     QDBusPendingCall call(const QString &method, const QVariantList &arguments = {}) const;
 
 Q_SIGNALS:

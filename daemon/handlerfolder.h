@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_SIM_HANDLERFOLDER_H
-#define CONNUI_SIM_HANDLERFOLDER_H
+#ifndef CONNUI_DAEMON_HANDLERFOLDER_H
+#define CONNUI_DAEMON_HANDLERFOLDER_H
 
 #include <QList>
 #include <QStringList>
 
-#include "handler.h"
+#include "daemon/handler.h"
 
 /** Folders of announcement files (*.handler); nfcd-sim(1) describes their format. */
 class HandlerFolder

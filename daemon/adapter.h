@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_SIM_ADAPTER_H
-#define CONNUI_SIM_ADAPTER_H
+#ifndef CONNUI_DAEMON_ADAPTER_H
+#define CONNUI_DAEMON_ADAPTER_H
 
 #include <QDBusContext>
 #include <QDBusObjectPath>
@@ -9,20 +9,23 @@
 #include <QObject>
 #include <QVariantMap>
 
-class Handover;
+#include "daemon/handover.h"
+
 class UiAgent;
 
-/** The simulated NFC adapter: its power, the one agent, and the handover on its way. */
+/** The NFC adapter: its properties, the one agent, and the handover on its way. */
 class Adapter : public QObject, protected QDBusContext
 {
     Q_OBJECT
 
 public:
-    /** An adapter whose handovers take steps of \a handoverStep milliseconds. */
-    explicit Adapter(int handoverStep, QObject *parent = nullptr);
+    explicit Adapter(QObject *parent = nullptr);
 
     bool isPowered() const;
     void setPowered(bool on);
+
+    /** Shows \a value as the property \a name, which nobody but the daemon changes. */
+    void showProperty(const QString &name, const QVariant &value);
 
     /** The registered agent, or null. */
     UiAgent *agent() const;
@@ -30,8 +33,16 @@ public:
     /** Drops the agent; its open calls may still be answered. */
     void dropAgent();
 
-    /** Starts a handover to \a carrier and returns it; null, with a \a reason, when that is not possible. */
-    Handover *startHandover(const QString &carrier, QString &reason);
+    /**
+     * Accepts a handover to \a carrier, whose steps \a requestor hears of, and returns it; null, with a
+     * \a reason, when that is not possible.
+     *
+     * handoverAccepted() hands it to whoever takes its steps.
+     */
+    Handover *acceptHandover(const QString &carrier, const Handover::Requestor &requestor, QString &reason);
+
+    /** The handover on its way, or null. */
+    Handover *currentHandover() const;
 
     QVariantMap GetProperties() const;
     void SetProperty(const QString &name, const QDBusVariant &value);
@@ -47,11 +58,15 @@ Q_SIGNALS:
     void HandoverCompleted(const QString &carrier, const QDBusVariant &data);
     void HandoverFailed(const QString &reason);
 
+    // For the daemon itself.
+    void poweredChanged(bool on);
+    void handoverAccepted(Handover *handover);
+
 private:
     void endHandover();
 
-    const int handoverStep;
     bool powered = true;
+    QVariantMap shownProperties;
     UiAgent *uiAgent = nullptr;
     Handover *handover = nullptr;
 };

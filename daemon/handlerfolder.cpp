@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "handlerfolder.h"
+#include "daemon/handlerfolder.h"
 
 #include <algorithm>
 #include <glib.h>
@@ -47,7 +47,7 @@ std::optional<Handler> readHandler(const QFileInfo &file)
     const QString path = value(keys.get(), "Path");
     const QString service = value(keys.get(), "Service");
     if (service.isEmpty() || !isObjectPath(path)) {
-        qWarning("nfcd-sim: %s announces no handler", qUtf8Printable(file.filePath()));
+        qWarning("%s announces no handler", qUtf8Printable(file.filePath()));
         return std::nullopt;
     }
     return Handler{bus.isEmpty() ? QStringLiteral("session") : bus, service, QDBusObjectPath(path),

@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "question.h"
+#include "daemon/question.h"
 
-#include <QDBusConnection>
 #include <QDBusError>
 #include <QHash>
 
@@ -24,18 +23,15 @@ QString errorOutcome(const QString &error)
 
 } // namespace
 
-Question::Question(const QDBusPendingCall &call, const QString &success, const QDBusMessage &tap,
-                   QObject *parent)
+Question::Question(const QDBusPendingCall &call, const QString &success, QObject *parent)
     : QDBusPendingCallWatcher(call, parent)
     , success(success)
-    , tap(tap)
 {
-    connect(this, &QDBusPendingCallWatcher::finished, this, &Question::answer);
+    connect(this, &QDBusPendingCallWatcher::finished, this, &Question::report);
 }
 
-void Question::answer()
+void Question::report()
 {
-    const QString outcome = isError() ? errorOutcome(error().name()) : success;
-    QDBusConnection::systemBus().send(tap.createReply(outcome));
     deleteLater();
+    Q_EMIT decided(isError() ? errorOutcome(error().name()) : success);
 }

@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "adapter.h"
+#include "daemon/adapter.h"
 
 #include <utility>
 
-#include "handover.h"
-#include "uiagent.h"
+#include "daemon/uiagent.h"
 
 namespace {
 
@@ -21,7 +20,7 @@ QString error(const char *name)
 
 } // namespace
 
-Adapter::Adapter(int handoverStep, QObject *parent) : QObject(parent), handoverStep(handoverStep) {}
+Adapter::Adapter(QObject *parent) : QObject(parent) {}
 
 bool Adapter::isPowered() const
 {
@@ -33,10 +32,19 @@ void Adapter::setPowered(bool on)
     if (on == powered)
         return;
     powered = on;
-    qInfo("nfcd-sim: the adapter is %s", qUtf8Printable(stateName(on)));
+    qInfo("the adapter is %s", qUtf8Printable(stateName(on)));
     Q_EMIT PropertyChanged(QStringLiteral("State"), QDBusVariant(stateName(on)));
     if (!on && handover)
         handover->fail(QStringLiteral("The adapter was switched off"));
+    Q_EMIT poweredChanged(on);
+}
+
+void Adapter::showProperty(const QString &name, const QVariant &value)
+{
+    if (shownProperties.value(name) == value)
+        return;
+    shownProperties.insert(name, value);
+    Q_EMIT PropertyChanged(name, QDBusVariant(value));
 }
 
 UiAgent *Adapter::agent() const
@@ -48,11 +56,12 @@ void Adapter::dropAgent()
 {
     if (!uiAgent)
         return;
-    qInfo("nfcd-sim: agent %s is gone", qUtf8Printable(uiAgent->name()));
+    qInfo("agent %s is gone", qUtf8Printable(uiAgent->name()));
     std::exchange(uiAgent, nullptr)->deleteLater();
 }
 
-Handover *Adapter::startHandover(const QString &carrier, QString &reason)
+Handover *Adapter::acceptHandover(const QString &carrier, const Handover::Requestor &requestor,
+                                  QString &reason)
 {
     if (!powered)
         reason = QStringLiteral("The adapter is switched off");
@@ -63,14 +72,19 @@ Handover *Adapter::startHandover(const QString &carrier, QString &reason)
     if (!reason.isEmpty())
         return nullptr;
 
-    handover = new Handover(carrier, handoverStep, this);
+    handover = new Handover(carrier, requestor, this);
     connect(handover, &Handover::started, this, &Adapter::HandoverStarted);
     connect(handover, &Handover::carrierSelected, this, &Adapter::HandoverCarrierSelected);
     connect(handover, &Handover::completed, this, &Adapter::HandoverCompleted);
     connect(handover, &Handover::failed, this, &Adapter::HandoverFailed);
     connect(handover, &Handover::completed, this, &Adapter::endHandover);
     connect(handover, &Handover::failed, this, &Adapter::endHandover);
-    handover->start();
+    Q_EMIT handoverAccepted(handover);
+    return handover;
+}
+
+Handover *Adapter::currentHandover() const
+{
     return handover;
 }
 
@@ -81,7 +95,9 @@ void Adapter::endHandover()
 
 QVariantMap Adapter::GetProperties() const
 {
-    return {{QStringLiteral("State"), stateName(powered)}};
+    QVariantMap properties = shownProperties;
+    properties.insert(QStringLiteral("State"), stateName(powered));
+    return properties;
 }
 
 void Adapter::SetProperty(const QString &name, const QDBusVariant &value)
@@ -106,7 +122,7 @@ void Adapter::RegisterUIAgent(const QDBusObjectPath &path)
     }
     uiAgent = new UiAgent(caller, path, this);
     connect(uiAgent, &UiAgent::left, this, &Adapter::dropAgent);
-    qInfo("nfcd-sim: agent %s is registered", qUtf8Printable(uiAgent->name()));
+    qInfo("agent %s is registered", qUtf8Printable(uiAgent->name()));
 }
 
 void Adapter::UnregisterUIAgent(const QDBusObjectPath &path)
@@ -118,13 +134,11 @@ void Adapter::UnregisterUIAgent(const QDBusObjectPath &path)
 void Adapter::RequestHandover(const QDBusObjectPath &requestor, const QString &carrier, const QString &type)
 {
     QString reason;
-    Handover *started = startHandover(carrier, reason);
-    if (!started) {
+    if (!acceptHandover(carrier, {message().service(), requestor}, reason)) {
         sendErrorReply(error("HandoverRefused"), reason);
         return;
     }
-    started->setRequestor(message().service(), requestor);
-    qInfo("nfcd-sim: handover to %s (%s) requested", qUtf8Printable(carrier), qUtf8Printable(type));
+    qInfo("handover to %s (%s) requested", qUtf8Printable(carrier), qUtf8Printable(type));
 }
 
 void Adapter::CancelHandoverRequest(const QString &carrier)

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "introspection.h"
+
+#include <QXmlStreamReader>
+
+using namespace Qt::Literals::StringLiterals;
+
+QStringList Introspection::members(const QByteArray &data, const QString &interface)
+{
+    QStringList members;
+    QStringList arguments;
+    QString current;
+    QString member;
+    QXmlStreamReader xml(data);
+    while (!xml.atEnd()) {
+        xml.readNext();
+        const QString element = xml.name().toString();
+        const auto attribute = [&xml](QLatin1String name) { return xml.attributes().value(name).toString(); };
+        const bool isMember = element == u"method"_s || element == u"signal"_s || element == u"property"_s;
+        if (xml.isStartElement() && element == u"interface"_s) {
+            current = attribute(QLatin1String("name"));
+        } else if (xml.isStartElement() && isMember) {
+            member = element + u' ' + attribute(QLatin1String("name"));
+            arguments.clear();
+        } else if (xml.isStartElement() && element == u"arg"_s) {
+            // Those of a signal go one way, said or not.
+            const QString direction =
+                member.startsWith(u"signal"_s) ? u"out"_s : attribute(QLatin1String("direction"));
+            arguments.append(
+                QStringList{direction, attribute(QLatin1String("type")), attribute(QLatin1String("name"))}
+                    .join(u' '));
+        } else if (xml.isEndElement() && isMember && current == interface) {
+            members.append(member + u'(' + arguments.join(u", "_s) + u')');
+        }
+    }
+    return members;
+}
