@@ -15,6 +15,7 @@
 #include <MList>
 #include <MSceneManager>
 #include <MSceneWindow>
+#include <MTypes>
 #include <MWindow>
 #include <SimpleCheckBoxLabel>
 
@@ -83,7 +84,7 @@ MSceneWindow *sceneWindowInFront()
 // Of a text in several lengths the longest.
 QString wording(const QString &text)
 {
-    return text.section(QChar(0x9c), 0, 0);
+    return text.section(M::lengthVariantSeparator, 0, 0);
 }
 
 // The row that a switch stands in.

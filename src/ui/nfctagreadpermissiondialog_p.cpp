@@ -8,6 +8,7 @@
 #include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
+#include <MTypes>
 #include <MWidget>
 
 #include "nfcapplicationselectiondialog.h"
@@ -20,7 +21,6 @@ namespace ConnUi {
 
 namespace {
 
-constexpr QChar lengthVariant{0x9c};
 constexpr QChar leftToRightEmbedding{0x202a};
 constexpr QChar popDirectionalFormatting{0x202c};
 
@@ -70,7 +70,7 @@ bool NfcTagReadPermissionDialogPrivate::getApplicationInfo(const QString &applic
     const QString entryIcon = entry.icon();
     if (entryName.isEmpty() || entryIcon.isEmpty())
         return false;
-    name = entryName.section(lengthVariant, 0, 0);
+    name = entryName.section(M::lengthVariantSeparator, 0, 0);
     icon = entryIcon;
     return true;
 }
@@ -83,7 +83,7 @@ void NfcTagReadPermissionDialogPrivate::addLeftToRightMark(QString &text) const
 
 QString NfcTagReadPermissionDialogPrivate::inOnePiece(QString text)
 {
-    return text.replace(lengthVariant, QChar(QChar::ReplacementCharacter));
+    return text.replace(M::lengthVariantSeparator, QChar(QChar::ReplacementCharacter));
 }
 
 void NfcTagReadPermissionDialogPrivate::setButtonTexts(const QString &yes)

@@ -15,7 +15,7 @@
 #include <MSceneManager>
 #include <MWindow>
 
-/** What tests of the toolkit have in common. */
+/** Helpers that tests of the toolkit share. */
 namespace TouchTest {
 
 /** Returns all widgets of class \a T below \a root that are visible, in the order of their making. */
@@ -27,7 +27,7 @@ QList<T *> visibleBelow(QGraphicsItem *root)
     for (QGraphicsItem *child : children) {
         if (!child->isVisible())
             continue;
-        if (auto widget = dynamic_cast<T *>(child->toGraphicsObject()))
+        if (auto *widget = dynamic_cast<T *>(child->toGraphicsObject()))
             found.append(widget);
         found.append(visibleBelow<T>(child));
     }

@@ -16,9 +16,9 @@ class TestMButton : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void propertiesComeBack();
+    void setPropertiesAreReturned();
     void clickEmits();
-    void checkableButtonChanges();
+    void clickTogglesCheckableButton();
     void switchIsCheckable();
     void onlyCheckableButtonIsChecked();
     void fingerPresses();
@@ -46,7 +46,7 @@ void TestMButton::sizeFollowsTextAndStyle()
     QVERIFY(button.preferredSize().width() > plain.width());
 }
 
-void TestMButton::propertiesComeBack()
+void TestMButton::setPropertiesAreReturned()
 {
     MButton button(QStringLiteral("Call"));
     QCOMPARE(button.text(), QStringLiteral("Call"));
@@ -68,7 +68,7 @@ void TestMButton::clickEmits()
     QVERIFY(toggled.isEmpty());
 }
 
-void TestMButton::checkableButtonChanges()
+void TestMButton::clickTogglesCheckableButton()
 {
     MButton button;
     button.setCheckable(true);
@@ -112,7 +112,7 @@ void TestMButton::fingerPresses()
 {
     MWindow window;
     window.show();
-    auto button = new MButton(QStringLiteral("Call"));
+    auto *button = new MButton(QStringLiteral("Call"));
     window.scene()->addItem(button);
     button->setGeometry(50, 50, 200, 60);
     QSignalSpy clicked(button, &MButton::clicked);
@@ -127,7 +127,7 @@ void TestMButton::fingerThatLeavesDoesNotPress()
 {
     MWindow window;
     window.show();
-    auto button = new MButton(QStringLiteral("Call"));
+    auto *button = new MButton(QStringLiteral("Call"));
     window.scene()->addItem(button);
     button->setGeometry(50, 50, 200, 60);
     QSignalSpy clicked(button, &MButton::clicked);
@@ -154,7 +154,7 @@ void TestMButton::keysPress()
     QFETCH(int, presses);
     MWindow window;
     QVERIFY(activate(&window));
-    auto button = new MButton(QStringLiteral("Call"));
+    auto *button = new MButton(QStringLiteral("Call"));
     window.scene()->addItem(button);
     QTest::keyClick(&window, Qt::Key_Tab);
     QVERIFY(button->hasFocus());
@@ -220,12 +220,13 @@ void TestMButton::longestVariantThatFitsIsShown()
     };
     const qreal wide = sizeOf(longer, -1).width();
     const qreal narrow = sizeOf(shorter, -1).width();
-    for (const QString &both : {shorter + QChar(0x9c) + longer, longer + QChar(0x9c) + shorter}) {
+    for (const QString &both :
+         {shorter + M::lengthVariantSeparator + longer, longer + M::lengthVariantSeparator + shorter}) {
         QCOMPARE(sizeOf(both, -1), sizeOf(longer, -1));
         QCOMPARE(MButton(both).text(), both);
         MWindow window;
         const auto pictureOf = [&](const QString &text, qreal width) {
-            auto button = new MButton(text);
+            auto *button = new MButton(text);
             window.scene()->addItem(button);
             button->setGeometry(QRectF(QPointF(), QSizeF(width, sizeOf(text, width).height())));
             const QImage image = picture(window.scene(), QRectF(0, 0, width, 60));
@@ -241,7 +242,7 @@ void TestMButton::longestVariantThatFitsIsShown()
 void TestMButton::switchMirrors()
 {
     MWindow window;
-    auto button = new MButton;
+    auto *button = new MButton;
     button->setViewType(MButton::switchType);
     window.scene()->addItem(button);
     button->setGeometry(QRectF(QPointF(), button->preferredSize()));

@@ -13,13 +13,13 @@ class TestMButtonModel : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void tellsWhatItIs();
-    void textChangeIsTold();
+    void constructorSetsTextRoleAndButton();
+    void textChangeIsEmittedOnce();
     void clickEmits();
-    void codesAreFixed();
+    void enumeratorsHaveTheirFixedValues();
 };
 
-void TestMButtonModel::tellsWhatItIs()
+void TestMButtonModel::constructorSetsTextRoleAndButton()
 {
     MButtonModel model(QStringLiteral("Yes"), M::YesRole, M::YesButton);
     QCOMPARE(model.text(), QStringLiteral("Yes"));
@@ -27,7 +27,7 @@ void TestMButtonModel::tellsWhatItIs()
     QCOMPARE(model.standardButton(), M::YesButton);
 }
 
-void TestMButtonModel::textChangeIsTold()
+void TestMButtonModel::textChangeIsEmittedOnce()
 {
     MButtonModel model(QStringLiteral("Yes"), M::YesRole, M::YesButton);
     QSignalSpy changed(&model, &MButtonModel::textChanged);
@@ -46,7 +46,7 @@ void TestMButtonModel::clickEmits()
     QCOMPARE(clicked.count(), 1);
 }
 
-void TestMButtonModel::codesAreFixed()
+void TestMButtonModel::enumeratorsHaveTheirFixedValues()
 {
     QCOMPARE(int(M::OkButton), 0x400);
     QCOMPARE(int(M::YesButton), 0x4000);

@@ -18,13 +18,13 @@ private Q_SLOTS:
     void cleanup() { qunsetenv("LANGUAGE"); }
 
     void nameAndIconAreRead();
-    void languageDecides_data();
-    void languageDecides();
+    void valuesAreInTheLanguageOfTheProcess_data();
+    void valuesAreInTheLanguageOfTheProcess();
     void escapesAreResolved();
-    void lengthVariantsStay();
-    void uselessFileGivesNothing_data();
-    void uselessFileGivesNothing();
-    void hugeFileIsLeftAlone();
+    void lengthVariantsAreKept();
+    void missingOrMalformedFileGivesEmptyValues_data();
+    void missingOrMalformedFileGivesEmptyValues();
+    void fileOverTheLimitGivesEmptyValues();
     void pipeDoesNotBlock();
 
 private:
@@ -54,7 +54,7 @@ void TestMDesktopEntry::nameAndIconAreRead()
     QCOMPARE(entry.icon(), QStringLiteral("/usr/share/pixmaps/reader.png"));
 }
 
-void TestMDesktopEntry::languageDecides_data()
+void TestMDesktopEntry::valuesAreInTheLanguageOfTheProcess_data()
 {
     QTest::addColumn<QByteArray>("language");
     QTest::addColumn<QString>("name");
@@ -70,7 +70,7 @@ void TestMDesktopEntry::languageDecides_data()
                               << QStringLiteral("reader");
 }
 
-void TestMDesktopEntry::languageDecides()
+void TestMDesktopEntry::valuesAreInTheLanguageOfTheProcess()
 {
     QFETCH(QByteArray, language);
     QFETCH(QString, name);
@@ -90,13 +90,13 @@ void TestMDesktopEntry::escapesAreResolved()
     QCOMPARE(entry.name(), QStringLiteral(" A\\B\tC"));
 }
 
-void TestMDesktopEntry::lengthVariantsStay()
+void TestMDesktopEntry::lengthVariantsAreKept()
 {
     const MDesktopEntry entry(write("[Desktop Entry]\nName=Tag Reader\xc2\x9cReader\nIcon=i\n"));
     QCOMPARE(entry.name(), QStringLiteral("Tag Reader\u009cReader"));
 }
 
-void TestMDesktopEntry::uselessFileGivesNothing_data()
+void TestMDesktopEntry::missingOrMalformedFileGivesEmptyValues_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("empty") << QByteArray();
@@ -109,7 +109,7 @@ void TestMDesktopEntry::uselessFileGivesNothing_data()
     QTest::newRow("NUL") << QByteArray("[Desktop Entry]\nName=R\0e\n", 25);
 }
 
-void TestMDesktopEntry::uselessFileGivesNothing()
+void TestMDesktopEntry::missingOrMalformedFileGivesEmptyValues()
 {
     QFETCH(QByteArray, content);
     const MDesktopEntry entry(write(content));
@@ -120,7 +120,7 @@ void TestMDesktopEntry::uselessFileGivesNothing()
     QCOMPARE(MDesktopEntry(QString()).name(), QString());
 }
 
-void TestMDesktopEntry::hugeFileIsLeftAlone()
+void TestMDesktopEntry::fileOverTheLimitGivesEmptyValues()
 {
     const QByteArray entry = "[Desktop Entry]\nName=Reader\nIcon=i\n";
     const QString path = write(entry + QByteArray(1 << 20, '#'));

@@ -18,7 +18,7 @@ using namespace TouchTest;
 
 namespace {
 
-constexpr int cancelled = M::CancelButton;
+constexpr int canceled = M::CancelButton;
 
 /** Stays open while a button without a role is pressed. */
 class StubbornDialog : public MDialog
@@ -61,40 +61,40 @@ class TestMDialog : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void propertiesComeBack();
-    void standardButtonsComeFirst();
+    void setPropertiesAreReturned();
+    void standardButtonsAreListedFirst();
     void addedButtonsHaveTheirRoles();
-    void pressTellsButtonAndCode();
-    void addedButtonGivesZero();
+    void pressSetsClickedButtonAndResult();
+    void addedButtonGivesResultZero();
     void relabelledButtonShowsItsText();
     void overriddenDoneKeepsDialogOpen();
-    void keysDismiss_data();
-    void keysDismiss();
+    void escapeAndBackDismiss_data();
+    void escapeAndBackDismiss();
     void closingWindowDismissesNewestFirst();
-    void finishedComesOnce();
-    void appearingAgainStartsAfresh();
-    void acceptAndRejectForgetTheButton();
+    void finishedIsEmittedOnce();
+    void appearingAgainResetsButtonAndResult();
+    void acceptAndRejectResetClickedButton();
     void slotMayDeleteDialog_data();
     void slotMayDeleteDialog();
-    void deletionPolicyHolds();
+    void deletionPolicyIsFollowed();
     void slotMayLetDialogAppearAgain();
     void newDialogInSlotUsesSameWindow();
-    void newestStandsInFront();
+    void newestDialogIsInFront();
     void longestTextFits_data();
     void longestTextFits();
-    void newContentsAreFitted();
-    void restingDialogDoesNothing();
-    void rightToLeftMirrors();
+    void dialogGrowsWithItsContents();
+    void shownDialogRequestsNoMoreLayouts();
+    void rightToLeftMirrorsButtonsAndIcon();
     void enterPressesTheFirstButton();
     void focusStaysInFrontDialog();
-    void arrowsGoWhereTheyPoint();
+    void arrowKeysMoveFocusInTheirDirection();
     void keysScrollLongContents();
     void touchTargetsAreLargeEnough();
     void centralWidgetIsReplaced();
-    void thousandDialogsLeaveNothing();
+    void thousandDialogsLeakNothing();
 };
 
-void TestMDialog::propertiesComeBack()
+void TestMDialog::setPropertiesAreReturned()
 {
     MDialog dialog(QStringLiteral("Title"), M::OkButton);
     QCOMPARE(dialog.title(), QStringLiteral("Title"));
@@ -119,7 +119,7 @@ void TestMDialog::propertiesComeBack()
     QCOMPARE(visibleBelow<MLabel>(&dialog).size(), 0);
 }
 
-void TestMDialog::standardButtonsComeFirst()
+void TestMDialog::standardButtonsAreListedFirst()
 {
     MDialog dialog(M::CancelButton | M::NoButton | M::YesButton | M::OkButton);
     MButtonModel *added = dialog.addButton(QStringLiteral("More"));
@@ -147,7 +147,7 @@ void TestMDialog::addedButtonsHaveTheirRoles()
     QCOMPARE(plain->standardButton(), M::NoStandardButton);
 }
 
-void TestMDialog::pressTellsButtonAndCode()
+void TestMDialog::pressSetsClickedButtonAndResult()
 {
     MWindow window;
     window.show();
@@ -168,7 +168,7 @@ void TestMDialog::pressTellsButtonAndCode()
     QVERIFY(!dialog.scene());
 }
 
-void TestMDialog::addedButtonGivesZero()
+void TestMDialog::addedButtonGivesResultZero()
 {
     MDialog dialog(M::OkButton);
     MButtonModel *added = dialog.addButton(QStringLiteral("View"), M::ApplyRole);
@@ -204,18 +204,18 @@ void TestMDialog::overriddenDoneKeepsDialogOpen()
 
     dialog.dismiss();
     QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toInt(), cancelled);
+    QCOMPARE(finished.first().first().toInt(), canceled);
     QVERIFY(!dialog.clickedButton());
 }
 
-void TestMDialog::keysDismiss_data()
+void TestMDialog::escapeAndBackDismiss_data()
 {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Escape") << Qt::Key_Escape;
     QTest::newRow("back") << Qt::Key_Back;
 }
 
-void TestMDialog::keysDismiss()
+void TestMDialog::escapeAndBackDismiss()
 {
     QFETCH(Qt::Key, key);
     MWindow window;
@@ -225,17 +225,17 @@ void TestMDialog::keysDismiss()
     QSignalSpy finished(&dialog, &MDialog::finished);
     QTest::keyClick(&window, key);
     QCOMPARE(finished.count(), 1);
-    QCOMPARE(finished.first().first().toInt(), cancelled);
+    QCOMPARE(finished.first().first().toInt(), canceled);
     QVERIFY(!dialog.clickedButton());
     QVERIFY(window.isVisible());
 }
 
 void TestMDialog::closingWindowDismissesNewestFirst()
 {
-    auto first = new MDialog(M::YesButton);
+    auto *first = new MDialog(M::YesButton);
     MDialog second(M::OkButton);
     first->appear(MDialog::DestroyWhenDone);
-    auto window = qobject_cast<MWindow *>(first->scene()->views().first());
+    auto *window = qobject_cast<MWindow *>(first->scene()->views().first());
     QVERIFY(window->isVisible());
     second.appear();
     QCOMPARE(second.scene(), first->scene());
@@ -247,13 +247,13 @@ void TestMDialog::closingWindowDismissesNewestFirst()
     QSignalSpy deleted(first, &QObject::destroyed);
     QSignalSpy windowDeleted(window, &QObject::destroyed);
     window->close();
-    QCOMPARE(order, (QList<int>{2, cancelled, 1, cancelled}));
+    QCOMPARE(order, (QList<int>{2, canceled, 1, canceled}));
     QVERIFY(!second.scene());
     QTRY_COMPARE(deleted.count(), 1);
     QTRY_COMPARE(windowDeleted.count(), 1);
 }
 
-void TestMDialog::finishedComesOnce()
+void TestMDialog::finishedIsEmittedOnce()
 {
     MDialog dialog(M::OkButton);
     QSignalSpy finished(&dialog, &MDialog::finished);
@@ -264,7 +264,7 @@ void TestMDialog::finishedComesOnce()
     QCOMPARE(dialog.result(), 1);
 }
 
-void TestMDialog::appearingAgainStartsAfresh()
+void TestMDialog::appearingAgainResetsButtonAndResult()
 {
     MWindow window;
     MDialog dialog(M::OkButton);
@@ -279,7 +279,7 @@ void TestMDialog::appearingAgainStartsAfresh()
     QCOMPARE(dialog.result(), 7);
 }
 
-void TestMDialog::acceptAndRejectForgetTheButton()
+void TestMDialog::acceptAndRejectResetClickedButton()
 {
     StubbornDialog dialog(M::OkButton);
     QSignalSpy finished(&dialog, &MDialog::finished);
@@ -290,7 +290,7 @@ void TestMDialog::acceptAndRejectForgetTheButton()
 
     MDialog other(M::OkButton);
     other.reject();
-    QCOMPARE(other.result(), cancelled);
+    QCOMPARE(other.result(), canceled);
 }
 
 void TestMDialog::slotMayDeleteDialog_data()
@@ -309,9 +309,9 @@ void TestMDialog::slotMayDeleteDialog()
 {
     QFETCH(QString, signal);
     QFETCH(QString, way);
-    auto dialog = new MDialog(QStringLiteral("Doomed"), M::OkButton);
+    auto *dialog = new MDialog(QStringLiteral("Doomed"), M::OkButton);
     dialog->appear();
-    auto window = qobject_cast<MWindow *>(dialog->scene()->views().first());
+    auto *window = qobject_cast<MWindow *>(dialog->scene()->views().first());
     QVERIFY(QTest::qWaitForWindowActive(window));
     QSignalSpy deleted(dialog, &QObject::destroyed);
     QSignalSpy windowDeleted(window, &QObject::destroyed);
@@ -341,7 +341,7 @@ void TestMDialog::slotMayDeleteDialog()
     QTRY_COMPARE(windowDeleted.count(), 1);
 }
 
-void TestMDialog::deletionPolicyHolds()
+void TestMDialog::deletionPolicyIsFollowed()
 {
     MWindow window;
     QPointer<MDialog> kept = new MDialog(M::OkButton);
@@ -386,7 +386,7 @@ void TestMDialog::newDialogInSlotUsesSameWindow()
     QVERIFY(!window);
 }
 
-void TestMDialog::newestStandsInFront()
+void TestMDialog::newestDialogIsInFront()
 {
     MWindow window;
     window.show();
@@ -451,7 +451,7 @@ void TestMDialog::longestTextFits()
     }
 }
 
-void TestMDialog::newContentsAreFitted()
+void TestMDialog::dialogGrowsWithItsContents()
 {
     MWindow window;
     window.show();
@@ -466,7 +466,7 @@ void TestMDialog::newContentsAreFitted()
     QVERIFY(label->sceneBoundingRect().bottom() <= before);
 }
 
-void TestMDialog::restingDialogDoesNothing()
+void TestMDialog::shownDialogRequestsNoMoreLayouts()
 {
     MWindow window;
     window.show();
@@ -482,7 +482,7 @@ void TestMDialog::restingDialogDoesNothing()
     QCOMPARE(layouts.count, 0);
 }
 
-void TestMDialog::rightToLeftMirrors()
+void TestMDialog::rightToLeftMirrorsButtonsAndIcon()
 {
     MWindow window;
     window.show();
@@ -534,7 +534,7 @@ void TestMDialog::focusStaysInFrontDialog()
     QCOMPARE(lower.result(), 0x400);
 }
 
-void TestMDialog::arrowsGoWhereTheyPoint()
+void TestMDialog::arrowKeysMoveFocusInTheirDirection()
 {
     MWindow window;
     QVERIFY(activate(&window));
@@ -613,7 +613,7 @@ void TestMDialog::centralWidgetIsReplaced()
     MDialog dialog;
     QVERIFY(!dialog.centralWidget());
     QPointer<MWidget> first = new MWidget;
-    auto second = new MWidget;
+    auto *second = new MWidget;
     dialog.setCentralWidget(first);
     QCOMPARE(dialog.centralWidget(), first.data());
     dialog.setCentralWidget(first);
@@ -625,13 +625,13 @@ void TestMDialog::centralWidgetIsReplaced()
     QVERIFY(!dialog.centralWidget());
 }
 
-void TestMDialog::thousandDialogsLeaveNothing()
+void TestMDialog::thousandDialogsLeakNothing()
 {
     MWindow window;
     QVERIFY(activate(&window));
     const auto openAndClose = [&](int times) {
         for (int i = 0; i < times; ++i) {
-            auto dialog = new MMessageBox(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
+            auto *dialog = new MMessageBox(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
             dialog->setIconId(QStringLiteral("icon-m-content-nfc-inverse"));
             dialog->appear(MDialog::DestroyWhenDone);
             QCoreApplication::processEvents();

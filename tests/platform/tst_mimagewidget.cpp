@@ -18,16 +18,16 @@ class TestMImageWidget : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void whatWasSetComesBack();
+    void setPictureIsReturned();
     void styleGivesTheSize();
-    void pictureKeepsItsShape();
+    void pictureKeepsItsAspectRatio();
     void absolutePathIsLoaded();
     void missingPictureIsReplacedWithOneWarning();
     void emptyIdShowsNothing();
-    void drawingIsSharpAtTwice();
+    void svgIsDrawnAtThePixelRatio();
 
 private:
-    static QImage drawn(MImageWidget *widget, qreal ratio = 1)
+    static QImage imageOf(MImageWidget *widget, qreal ratio = 1)
     {
         QGraphicsScene scene;
         scene.addItem(widget);
@@ -38,7 +38,7 @@ private:
     }
 };
 
-void TestMImageWidget::whatWasSetComesBack()
+void TestMImageWidget::setPictureIsReturned()
 {
     MImageWidget widget(QStringLiteral("icon-m-service-nfc"));
     QCOMPARE(widget.imageId(), QStringLiteral("icon-m-service-nfc"));
@@ -70,14 +70,14 @@ void TestMImageWidget::styleGivesTheSize()
     QCOMPARE(widget.maximumSize(), QSizeF(48, 48));
 }
 
-void TestMImageWidget::pictureKeepsItsShape()
+void TestMImageWidget::pictureKeepsItsAspectRatio()
 {
     QImage image(400, 100, QImage::Format_RGB32);
     image.fill(Qt::red);
     MImageWidget widget;
     widget.setStyleName(QStringLiteral("CommonMainIcon"));
     widget.setImage(image);
-    const QImage shown = drawn(&widget);
+    const QImage shown = imageOf(&widget);
     QCOMPARE(shown.pixelColor(24, 24), QColor(Qt::red));
     QCOMPARE(shown.pixelColor(24, 19), QColor(Qt::red));
     QCOMPARE(shown.pixelColor(24, 10), QColor(Qt::white));
@@ -94,7 +94,7 @@ void TestMImageWidget::absolutePathIsLoaded()
     MImageWidget widget(path);
     QCOMPARE(widget.imageId(), path);
     QCOMPARE(widget.preferredSize(), QSizeF(64, 64));
-    QCOMPARE(drawn(&widget).pixelColor(32, 32), QColor(Qt::blue));
+    QCOMPARE(imageOf(&widget).pixelColor(32, 32), QColor(Qt::blue));
 }
 
 void TestMImageWidget::missingPictureIsReplacedWithOneWarning()
@@ -110,9 +110,9 @@ void TestMImageWidget::missingPictureIsReplacedWithOneWarning()
         MImageWidget widget(id);
         QTest::ignoreMessage(QtWarningMsg,
                              qPrintable(QStringLiteral("MTheme: no picture is called '%1'").arg(id)));
-        QCOMPARE(drawn(&widget), drawn(&placeholder));
+        QCOMPARE(imageOf(&widget), imageOf(&placeholder));
         MImageWidget again(id);
-        QCOMPARE(drawn(&again), drawn(&placeholder));
+        QCOMPARE(imageOf(&again), imageOf(&placeholder));
     }
 }
 
@@ -122,20 +122,20 @@ void TestMImageWidget::emptyIdShowsNothing()
     widget.setStyleName(QStringLiteral("CommonMainIcon"));
     QImage empty(48, 48, QImage::Format_ARGB32_Premultiplied);
     empty.fill(Qt::white);
-    QCOMPARE(drawn(&widget), empty);
+    QCOMPARE(imageOf(&widget), empty);
     widget.setImage(QStringLiteral("icon-m-service-nfc"));
-    QVERIFY(drawn(&widget) != empty);
+    QVERIFY(imageOf(&widget) != empty);
     widget.setImage(QString());
-    QCOMPARE(drawn(&widget), empty);
+    QCOMPARE(imageOf(&widget), empty);
 }
 
-void TestMImageWidget::drawingIsSharpAtTwice()
+void TestMImageWidget::svgIsDrawnAtThePixelRatio()
 {
     MImageWidget widget(QStringLiteral("icon-m-content-url-inverse"));
-    QImage stretched = drawn(&widget).scaled(128, 128, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+    QImage stretched = imageOf(&widget).scaled(128, 128, Qt::KeepAspectRatio, Qt::SmoothTransformation);
     stretched.setDevicePixelRatio(2);
     MImageWidget fine(QStringLiteral("icon-m-content-url-inverse"));
-    const QImage sharp = drawn(&fine, 2);
+    const QImage sharp = imageOf(&fine, 2);
     QCOMPARE(sharp.size(), QSize(128, 128));
     QVERIFY(sharp != stretched);
     // The thin lines of the drawing are white where they are not blurred.

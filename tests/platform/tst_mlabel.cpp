@@ -18,9 +18,9 @@ class TestMLabel : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void propertiesComeBack();
-    void styleDecidesUnlessSet();
-    void markupIsPlainText();
+    void setPropertiesAreReturned();
+    void styleGivesWrappingAndElisionUnlessSet();
+    void markupIsShownAsText();
     void wrappingMakesTextHigher();
     void wordWiderThanLineIsBroken();
     void everyLineEndBreaks();
@@ -28,20 +28,20 @@ private Q_SLOTS:
     void elidedTextStaysInside();
     void longestFittingVariantIsShown_data();
     void longestFittingVariantIsShown();
-    void variantsGiveLabelItsSizes();
+    void longestAndShortestVariantGiveTheSizes();
     void bidiControlsStayInLabel();
     void bidiControlsEndWithTheirLine();
-    void leftIsRightInRightToLeft();
+    void alignmentIsMirroredInRightToLeft();
     void veryLongTextIsDrawnInParts();
-    void stackOfMarksEnds();
-    void everyPixelIsSharp();
+    void stackedMarksAreLimited();
+    void textIsDrawnAtThePixelRatio();
     void sizeFollowsTextAndStyle();
 
 private:
-    static QImage drawn(MLabel *label, const QSizeF &size, qreal ratio = 1);
+    static QImage imageOf(MLabel *label, const QSizeF &size, qreal ratio = 1);
 };
 
-QImage TestMLabel::drawn(MLabel *label, const QSizeF &size, qreal ratio)
+QImage TestMLabel::imageOf(MLabel *label, const QSizeF &size, qreal ratio)
 {
     QGraphicsScene scene;
     scene.addItem(label);
@@ -65,7 +65,7 @@ void TestMLabel::sizeFollowsTextAndStyle()
     QCOMPARE(label.preferredSize(), plain);
 }
 
-void TestMLabel::propertiesComeBack()
+void TestMLabel::setPropertiesAreReturned()
 {
     MLabel label(QStringLiteral("Text"));
     QCOMPARE(label.text(), QStringLiteral("Text"));
@@ -85,7 +85,7 @@ void TestMLabel::propertiesComeBack()
     QCOMPARE(label.styleName(), QStringLiteral("CommonTitle"));
 }
 
-void TestMLabel::styleDecidesUnlessSet()
+void TestMLabel::styleGivesWrappingAndElisionUnlessSet()
 {
     MLabel label;
     QVERIFY(!label.wordWrap());
@@ -98,7 +98,7 @@ void TestMLabel::styleDecidesUnlessSet()
     QVERIFY(label.textElide());
 }
 
-void TestMLabel::markupIsPlainText()
+void TestMLabel::markupIsShownAsText()
 {
     MLabel bold(QStringLiteral("<b>i</b>"));
     MLabel letter(QStringLiteral("i"));
@@ -183,11 +183,11 @@ void TestMLabel::longestFittingVariantIsShown()
         MLabel label(text);
         label.setTextElide(true);
         const QSizeF size = expected.preferredSize();
-        QCOMPARE(drawn(&label, size), drawn(&expected, size));
+        QCOMPARE(imageOf(&label, size), imageOf(&expected, size));
     }
 }
 
-void TestMLabel::variantsGiveLabelItsSizes()
+void TestMLabel::longestAndShortestVariantGiveTheSizes()
 {
     MLabel label(QStringLiteral("Msg\u009cMessages and calls"));
     QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Messages and calls")).preferredSize());
@@ -198,11 +198,11 @@ void TestMLabel::bidiControlsStayInLabel()
 {
     QGraphicsScene scene;
     MLabel hostile;
-    MLabel neighbour(QStringLiteral("amount 12.50 (paid)"));
+    MLabel neighbor(QStringLiteral("amount 12.50 (paid)"));
     scene.addItem(&hostile);
-    scene.addItem(&neighbour);
+    scene.addItem(&neighbor);
     hostile.setGeometry(QRectF(0, 0, 200, 30));
-    neighbour.setGeometry(QRectF(0, 30, 200, 30));
+    neighbor.setGeometry(QRectF(0, 30, 200, 30));
     hostile.setText(QStringLiteral("abc"));
     const QImage before = picture(&scene, QRectF(0, 30, 200, 30));
     for (const auto &control : {QStringLiteral("\u202e"), QStringLiteral("\u202b"), QStringLiteral("\u2067"),
@@ -217,23 +217,23 @@ void TestMLabel::bidiControlsEndWithTheirLine()
     MLabel label(QStringLiteral("\u202eabc\nfrom 123 to 456"));
     MLabel plain(QStringLiteral("abc\nfrom 123 to 456"));
     const QSizeF size(300, plain.preferredSize().height());
-    const QImage drawnLabel = drawn(&label, size);
-    const QImage drawnPlain = drawn(&plain, size);
+    const QImage drawnLabel = imageOf(&label, size);
+    const QImage drawnPlain = imageOf(&plain, size);
     const int half = int(size.height() / 2);
     QCOMPARE(drawnLabel.copy(0, half, 300, half), drawnPlain.copy(0, half, 300, half));
     QVERIFY(drawnLabel.copy(0, 0, 300, half) != drawnPlain.copy(0, 0, 300, half));
 }
 
-void TestMLabel::leftIsRightInRightToLeft()
+void TestMLabel::alignmentIsMirroredInRightToLeft()
 {
     MLabel label(QStringLiteral("left"));
     const QSizeF size(200, 40);
-    const QImage left = drawn(&label, size);
+    const QImage left = imageOf(&label, size);
     label.setLayoutDirection(Qt::RightToLeft);
-    const QImage right = drawn(&label, size);
+    const QImage right = imageOf(&label, size);
     QVERIFY(left != right);
     label.setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    QCOMPARE(drawn(&label, size), left);
+    QCOMPARE(imageOf(&label, size), left);
 }
 
 void TestMLabel::veryLongTextIsDrawnInParts()
@@ -247,26 +247,26 @@ void TestMLabel::veryLongTextIsDrawnInParts()
     QCOMPARE(picture(&scene, QRectF(0, 10000 * line, 200, 100)), first);
 }
 
-void TestMLabel::stackOfMarksEnds()
+void TestMLabel::stackedMarksAreLimited()
 {
     const QString mark(QChar(0x301));
     const QSizeF size(100, 400);
     const auto stack = [&](int marks) {
         MLabel label(QLatin1Char('a') + mark.repeated(marks) + QLatin1Char('b'));
-        return drawn(&label, size);
+        return imageOf(&label, size);
     };
     QVERIFY(stack(30) != stack(5));
     QCOMPARE(stack(31), stack(30));
     QCOMPARE(stack(100000), stack(30));
 }
 
-void TestMLabel::everyPixelIsSharp()
+void TestMLabel::textIsDrawnAtThePixelRatio()
 {
     MLabel label(QStringLiteral("Sharp"));
     const QSizeF size(100, 40);
-    QImage stretched = drawn(&label, size).scaled(200, 80);
+    QImage stretched = imageOf(&label, size).scaled(200, 80);
     stretched.setDevicePixelRatio(2);
-    QVERIFY(drawn(&label, size, 2) != stretched);
+    QVERIFY(imageOf(&label, size, 2) != stretched);
 }
 
 QTEST_MAIN(TestMLabel)

@@ -15,10 +15,10 @@ class TestMLayout : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void policyPlacesItems();
-    void alignmentPlacesSmallItem();
-    void rowMirrors();
-    void wrappedTextTakesItsHeight();
+    void verticalPolicyPutsItemsBelowOneAnother();
+    void smallItemIsAligned();
+    void horizontalPolicyIsMirroredInRightToLeft();
+    void wrappedTextGetsItsHeight();
     void laterPolicyReplacesEarlier();
 };
 
@@ -26,18 +26,18 @@ namespace {
 
 MWidgetController *spacer()
 {
-    auto widget = new MWidgetController;
+    auto *widget = new MWidgetController;
     widget->setStyleName(QStringLiteral("CommonMainIcon"));
     return widget;
 }
 
 } // namespace
 
-void TestMLayout::policyPlacesItems()
+void TestMLayout::verticalPolicyPutsItemsBelowOneAnother()
 {
     MWidget widget;
-    auto layout = new MLayout(&widget);
-    auto policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+    auto *layout = new MLayout(&widget);
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
     policy->setSpacing(10);
     MWidgetController *first = spacer();
     MWidgetController *second = spacer();
@@ -51,10 +51,10 @@ void TestMLayout::policyPlacesItems()
     QCOMPARE(second->geometry(), QRectF(0, 58, 48, 48));
 }
 
-void TestMLayout::alignmentPlacesSmallItem()
+void TestMLayout::smallItemIsAligned()
 {
     MWidget widget;
-    auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
+    auto *policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
     MWidgetController *item = spacer();
     policy->setSpacing(0);
     policy->addItem(item, Qt::AlignCenter);
@@ -63,10 +63,10 @@ void TestMLayout::alignmentPlacesSmallItem()
     QCOMPARE(item->geometry().left(), 50);
 }
 
-void TestMLayout::rowMirrors()
+void TestMLayout::horizontalPolicyIsMirroredInRightToLeft()
 {
     MWidget widget;
-    auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Horizontal);
+    auto *policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Horizontal);
     MWidgetController *item = spacer();
     policy->addItem(item);
     policy->addStretch();
@@ -77,11 +77,11 @@ void TestMLayout::rowMirrors()
     QCOMPARE(item->geometry().right(), 300);
 }
 
-void TestMLayout::wrappedTextTakesItsHeight()
+void TestMLayout::wrappedTextGetsItsHeight()
 {
     MWidget widget;
-    auto policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
-    auto label = new MLabel(QStringLiteral("one two three four five six seven eight nine ten"));
+    auto *policy = new MLinearLayoutPolicy(new MLayout(&widget), Qt::Vertical);
+    auto *label = new MLabel(QStringLiteral("one two three four five six seven eight nine ten"));
     label->setWordWrap(true);
     policy->addItem(label, Qt::AlignCenter);
     const qreal wide = widget.effectiveSizeHint(Qt::PreferredSize, QSizeF(800, -1)).height();
@@ -92,9 +92,9 @@ void TestMLayout::wrappedTextTakesItsHeight()
 void TestMLayout::laterPolicyReplacesEarlier()
 {
     MWidget widget;
-    auto layout = new MLayout(&widget);
+    auto *layout = new MLayout(&widget);
     (new MLinearLayoutPolicy(layout, Qt::Vertical))->addItem(spacer());
-    auto policy = new MLinearLayoutPolicy(layout, Qt::Horizontal);
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Horizontal);
     policy->addItem(spacer());
     QCOMPARE(layout->orientation(), Qt::Horizontal);
     QCOMPARE(layout->count(), 2);

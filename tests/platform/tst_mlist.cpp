@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <utility>
+
 #include <QElapsedTimer>
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
@@ -28,8 +30,8 @@ public:
     void updateCell(const QModelIndex &index, MWidget *cell) const override
     {
         static_cast<MListItem *>(cell)->setStyleName(QStringLiteral("CommonPanelInverted"));
-        auto layout = new QGraphicsLinearLayout(Qt::Horizontal);
-        auto label = new MLabel(index.data().toString());
+        auto *layout = new QGraphicsLinearLayout(Qt::Horizontal);
+        auto *label = new MLabel(index.data().toString());
         layout->addItem(label);
         cell->setLayout(layout);
         if (updates)
@@ -57,9 +59,9 @@ private:
 };
 
 /** A list in a window, as high as the window. */
-struct Shown
+struct ShownList
 {
-    explicit Shown(QAbstractItemModel *model, int *updates = nullptr)
+    explicit ShownList(QAbstractItemModel *model, int *updates = nullptr)
     {
         list->setItemModel(model);
         list->setCellCreator(new Creator(updates));
@@ -99,26 +101,26 @@ class TestMList : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void propertiesComeBack();
-    void onlySeenCellsExist();
+    void setPropertiesAreReturned();
+    void onlyVisibleCellsExist();
     void scrollingRecyclesCells();
     void recycledCellsComeBackEmpty();
     void fingerScrolls();
-    void scrollingFingerSelectsNothing();
+    void fingerThatScrollsSelectsNothing();
     void tapSelects();
     void noSelectionModeSelectsNothing();
     void selectItemRevealsRow();
-    void foreignAndInvalidIndexDoNothing();
+    void foreignAndInvalidIndexesAreIgnored();
     void keysMoveSelection();
     void modelChangesAreFollowed();
-    void rowsBelowTheScreenLeaveItsCellsAlone();
+    void rowsInsertedBelowTheScreenUpdateNoCell();
     void deletedModelLeavesEmptyList();
     void cellSizeIsThatOfFreshItem();
     void listInDialogLeavesButtonsInReach();
     void wheelScrolls();
 };
 
-void TestMList::propertiesComeBack()
+void TestMList::setPropertiesAreReturned()
 {
     MList list;
     QVERIFY(!list.itemModel());
@@ -127,7 +129,7 @@ void TestMList::propertiesComeBack()
     QCOMPARE(list.selectionMode(), MList::NoSelection);
     QCOMPARE(int(MList::SingleSelection), 1);
     LongModel model(3);
-    auto creator = new Creator;
+    auto *creator = new Creator;
     list.setItemModel(&model);
     list.setCellCreator(creator);
     list.setSelectionMode(MList::SingleSelection);
@@ -137,12 +139,12 @@ void TestMList::propertiesComeBack()
     QCOMPARE(list.selectionModel()->model(), &model);
 }
 
-void TestMList::onlySeenCellsExist()
+void TestMList::onlyVisibleCellsExist()
 {
     for (const int rows : {20, 10'000, 10'000'000}) {
         LongModel model(rows);
         int updates = 0;
-        Shown shown(&model, &updates);
+        ShownList shown(&model, &updates);
         const auto cells = visibleBelow<MListItem>(shown.list).size();
         QVERIFY(cells >= 10);
         QVERIFY2(cells <= 15, qPrintable(QString::number(cells)));
@@ -153,7 +155,7 @@ void TestMList::onlySeenCellsExist()
 void TestMList::scrollingRecyclesCells()
 {
     LongModel model(10'000);
-    Shown shown(&model);
+    ShownList shown(&model);
     QSet<QGraphicsItem *> seen;
     for (int row = 0; row < 10'000; row += 97) {
         shown.list->selectItem(model.index(row, 0));
@@ -167,7 +169,7 @@ void TestMList::scrollingRecyclesCells()
 void TestMList::recycledCellsComeBackEmpty()
 {
     LongModel model(1'000);
-    Shown shown(&model);
+    ShownList shown(&model);
     shown.list->selectItem(model.index(900, 0));
     for (MListItem *item : visibleBelow<MListItem>(shown.list))
         QCOMPARE(item->childItems().size(), 1);
@@ -176,7 +178,7 @@ void TestMList::recycledCellsComeBackEmpty()
 void TestMList::fingerScrolls()
 {
     LongModel model(1'000);
-    Shown shown(&model);
+    ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     QCOMPARE(shown.texts().first(), QStringLiteral("0"));
     QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
@@ -187,10 +189,10 @@ void TestMList::fingerScrolls()
     QVERIFY(visibleBelow<MListItem>(shown.list).size() <= 15);
 }
 
-void TestMList::scrollingFingerSelectsNothing()
+void TestMList::fingerThatScrollsSelectsNothing()
 {
     LongModel model(1'000);
-    Shown shown(&model);
+    ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
     for (int y = 690; y >= 100; y -= 10)
@@ -207,7 +209,7 @@ void TestMList::scrollingFingerSelectsNothing()
 void TestMList::tapSelects()
 {
     LongModel model(20);
-    Shown shown(&model);
+    ShownList shown(&model);
     QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
     QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(3, 0)});
     QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(5));
@@ -217,7 +219,7 @@ void TestMList::tapSelects()
 void TestMList::noSelectionModeSelectsNothing()
 {
     LongModel model(20);
-    Shown shown(&model);
+    ShownList shown(&model);
     shown.list->setSelectionMode(MList::NoSelection);
     QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
     QVERIFY(!shown.list->selectionModel()->hasSelection());
@@ -243,11 +245,11 @@ void TestMList::selectItemRevealsRow()
     QVERIFY(texts.contains(QStringLiteral("1")));
 }
 
-void TestMList::foreignAndInvalidIndexDoNothing()
+void TestMList::foreignAndInvalidIndexesAreIgnored()
 {
     LongModel model(20);
     LongModel other(20);
-    Shown shown(&model);
+    ShownList shown(&model);
     shown.list->selectItem(QModelIndex());
     shown.list->selectItem(other.index(2, 0));
     QVERIFY(!shown.list->selectionModel()->hasSelection());
@@ -259,7 +261,7 @@ void TestMList::foreignAndInvalidIndexDoNothing()
 void TestMList::keysMoveSelection()
 {
     LongModel model(50);
-    Shown shown(&model);
+    ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     const auto selected = [&] { return shown.list->selectionModel()->selectedRows().value(0).row(); };
     QTest::keyClick(&shown.window, Qt::Key_Tab);
@@ -277,7 +279,7 @@ void TestMList::keysMoveSelection()
 void TestMList::modelChangesAreFollowed()
 {
     QStringListModel model({QStringLiteral("a"), QStringLiteral("b")});
-    Shown shown(&model);
+    ShownList shown(&model);
     QCOMPARE(shown.texts(), (QStringList{QStringLiteral("a"), QStringLiteral("b")}));
     model.setData(model.index(0), QStringLiteral("A"));
     QCOMPARE(shown.texts().first(), QStringLiteral("A"));
@@ -290,14 +292,14 @@ void TestMList::modelChangesAreFollowed()
     QTRY_VERIFY(shown.texts().isEmpty());
 }
 
-void TestMList::rowsBelowTheScreenLeaveItsCellsAlone()
+void TestMList::rowsInsertedBelowTheScreenUpdateNoCell()
 {
     QStringList rows;
     for (int i = 0; i < 100; ++i)
         rows.append(QString::number(i));
     QStringListModel model(rows);
     int updates = 0;
-    Shown shown(&model, &updates);
+    ShownList shown(&model, &updates);
     QTRY_VERIFY(shown.texts().contains(QStringLiteral("0")));
     const int before = updates;
     model.insertRow(100);
@@ -314,8 +316,8 @@ void TestMList::rowsBelowTheScreenLeaveItsCellsAlone()
 
 void TestMList::deletedModelLeavesEmptyList()
 {
-    auto model = new LongModel(20);
-    Shown shown(model);
+    auto *model = new LongModel(20);
+    ShownList shown(model);
     delete model;
     QVERIFY(!shown.list->itemModel());
     QVERIFY(shown.texts().isEmpty());
@@ -337,7 +339,7 @@ void TestMList::listInDialogLeavesButtonsInReach()
         window.resize(size);
         window.show();
         MDialog dialog(QStringLiteral("Select"), M::OkButton);
-        auto list = new MList;
+        auto *list = new MList;
         list->setItemModel(&model);
         list->setCellCreator(new Creator);
         list->setSelectionMode(MList::SingleSelection);
@@ -357,7 +359,7 @@ void TestMList::listInDialogLeavesButtonsInReach()
 void TestMList::wheelScrolls()
 {
     LongModel model(100);
-    Shown shown(&model);
+    ShownList shown(&model);
     const QPointF place(200, 200);
     QWheelEvent wheel(place, shown.window.viewport()->mapToGlobal(place), QPoint(), QPoint(0, -240),
                       Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);

@@ -55,7 +55,7 @@ void TestMMessageBox::ownContentsReplaceTheText()
 {
     MWindow window;
     MMessageBox box(QString(), QStringLiteral("Text"), M::OkButton);
-    auto contents = new MLabel(QStringLiteral("Own"));
+    auto *contents = new MLabel(QStringLiteral("Own"));
     box.setCentralWidget(contents);
     box.setText(QStringLiteral("Other"));
     box.appear(&window);

@@ -18,14 +18,14 @@ class TestMProgressIndicator : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void rangeHoldsTheValue();
-    void rangeEndsPushEachOther();
+    void valueStaysInItsRange();
+    void minimumAndMaximumMoveEachOther();
     void barFillsFromItsStart();
     void extremeRangesAreDrawn();
-    void spinnerTurnsWhileSeen();
+    void visibleSpinnerTurns();
 };
 
-void TestMProgressIndicator::rangeHoldsTheValue()
+void TestMProgressIndicator::valueStaysInItsRange()
 {
     MProgressIndicator bar;
     QCOMPARE(bar.viewType(), MProgressIndicator::barType);
@@ -47,7 +47,7 @@ void TestMProgressIndicator::rangeHoldsTheValue()
     QCOMPARE(spinner.viewType(), MProgressIndicator::spinnerType);
 }
 
-void TestMProgressIndicator::rangeEndsPushEachOther()
+void TestMProgressIndicator::minimumAndMaximumMoveEachOther()
 {
     MProgressIndicator bar;
     bar.setMinimum(200);
@@ -61,7 +61,7 @@ void TestMProgressIndicator::rangeEndsPushEachOther()
 void TestMProgressIndicator::barFillsFromItsStart()
 {
     MWindow window;
-    auto bar = new MProgressIndicator;
+    auto *bar = new MProgressIndicator;
     bar->setStyleName(QStringLiteral("CommonProgressBarInverted"));
     window.scene()->addItem(bar);
     bar->setGeometry(0, 0, 220, 48);
@@ -78,7 +78,7 @@ void TestMProgressIndicator::barFillsFromItsStart()
 void TestMProgressIndicator::extremeRangesAreDrawn()
 {
     MWindow window;
-    auto bar = new MProgressIndicator;
+    auto *bar = new MProgressIndicator;
     window.scene()->addItem(bar);
     bar->setGeometry(0, 0, 220, 48);
     bar->setMaximum(0);
@@ -91,11 +91,11 @@ void TestMProgressIndicator::extremeRangesAreDrawn()
     QVERIFY(picture(window.scene(), bar->rect()) != none);
 }
 
-void TestMProgressIndicator::spinnerTurnsWhileSeen()
+void TestMProgressIndicator::visibleSpinnerTurns()
 {
     MWindow window;
     QVERIFY(activate(&window));
-    auto spinner = new MProgressIndicator(nullptr, MProgressIndicator::spinnerType);
+    auto *spinner = new MProgressIndicator(nullptr, MProgressIndicator::spinnerType);
     window.scene()->addItem(spinner);
     spinner->setGeometry(QRectF(QPointF(), spinner->preferredSize()));
     const QImage before = picture(window.scene(), spinner->rect());

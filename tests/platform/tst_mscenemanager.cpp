@@ -15,14 +15,14 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void sizeFollowsWindowAndAngle();
-    void everyChangeOfAngleIsTold();
+    void everyChangeOfAngleEmitsBothSignals();
     void sameOrImpossibleAngleIsIgnored();
     void sceneWindowsTurnAndSceneDoesNot_data();
     void sceneWindowsTurnAndSceneDoesNot();
     void dialogTakesTouchesAtEveryAngle_data();
     void dialogTakesTouchesAtEveryAngle();
     void slotMayDeleteTheWindow();
-    void managerWithoutWindowHasThePhonesSize();
+    void managerWithoutWindowHasDefaultSize();
 };
 
 void TestMSceneManager::sizeFollowsWindowAndAngle()
@@ -43,7 +43,7 @@ void TestMSceneManager::sizeFollowsWindowAndAngle()
     QCOMPARE(manager->orientation(), M::Portrait);
 }
 
-void TestMSceneManager::everyChangeOfAngleIsTold()
+void TestMSceneManager::everyChangeOfAngleEmitsBothSignals()
 {
     MWindow window;
     window.resize(854, 480);
@@ -120,14 +120,14 @@ void TestMSceneManager::dialogTakesTouchesAtEveryAngle()
 
 void TestMSceneManager::slotMayDeleteTheWindow()
 {
-    auto window = new MWindow;
+    auto *window = new MWindow;
     connect(window->sceneManager(), &MSceneManager::orientationAboutToChange, this, [&] { delete window; });
     QPointer<MWindow> guard = window;
     window->sceneManager()->setOrientationAngle(M::Angle90);
     QVERIFY(!guard);
 }
 
-void TestMSceneManager::managerWithoutWindowHasThePhonesSize()
+void TestMSceneManager::managerWithoutWindowHasDefaultSize()
 {
     MSceneManager manager;
     QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));

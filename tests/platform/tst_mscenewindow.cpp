@@ -30,29 +30,29 @@ class TestMSceneWindow : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void windowIsMadeAndGoesWithTheLast();
+    void windowIsMadeAndClosedWithTheLastSceneWindow();
     void activeWindowIsUsed();
     void indicationWindowIsNotUsed();
     void hiddenWindowIsNotUsed();
-    void itFillsTheWindow();
-    void movesToAnotherWindow();
+    void sceneWindowFillsTheWindow();
+    void appearingInAnotherWindowMovesIt();
     void appearingAgainStaysInItsWindow();
-    void disappearingTwiceIsToldOnce();
-    void deletedOneLeavesItsWindow();
+    void disappearingTwiceEmitsOnce();
+    void deletingSceneWindowClosesItsWindow();
     void deletedWindowKeepsItsSceneWindows();
-    void touchesStayInFront();
-    void shadeIsEven_data();
-    void shadeIsEven();
+    void itemsBelowGetNoTouches();
+    void shadeHasOneColor_data();
+    void shadeHasOneColor();
 };
 
-void TestMSceneWindow::shadeIsEven_data()
+void TestMSceneWindow::shadeHasOneColor_data()
 {
     QTest::addColumn<qreal>("ratio");
     for (const qreal ratio : {1.0, 1.25, 1.5, 3.0})
         QTest::addRow("%g", ratio) << ratio;
 }
 
-void TestMSceneWindow::shadeIsEven()
+void TestMSceneWindow::shadeHasOneColor()
 {
     QFETCH(qreal, ratio);
     QGraphicsScene scene;
@@ -68,7 +68,7 @@ void TestMSceneWindow::shadeIsEven()
     QCOMPARE(shown, even);
 }
 
-void TestMSceneWindow::windowIsMadeAndGoesWithTheLast()
+void TestMSceneWindow::windowIsMadeAndClosedWithTheLastSceneWindow()
 {
     MSceneWindow first;
     MSceneWindow second;
@@ -128,7 +128,7 @@ void TestMSceneWindow::hiddenWindowIsNotUsed()
     QVERIFY(windowOf(sceneWindow) != &hidden);
 }
 
-void TestMSceneWindow::itFillsTheWindow()
+void TestMSceneWindow::sceneWindowFillsTheWindow()
 {
     MWindow window;
     window.resize(854, 480);
@@ -140,7 +140,7 @@ void TestMSceneWindow::itFillsTheWindow()
     QCOMPARE(sceneWindow.sceneBoundingRect(), QRectF(0, 0, 600, 500));
 }
 
-void TestMSceneWindow::movesToAnotherWindow()
+void TestMSceneWindow::appearingInAnotherWindowMovesIt()
 {
     MWindow first;
     MWindow second;
@@ -161,7 +161,7 @@ void TestMSceneWindow::appearingAgainStaysInItsWindow()
     QCOMPARE(windowOf(sceneWindow), &window);
 }
 
-void TestMSceneWindow::disappearingTwiceIsToldOnce()
+void TestMSceneWindow::disappearingTwiceEmitsOnce()
 {
     MWindow window;
     MSceneWindow sceneWindow;
@@ -174,9 +174,9 @@ void TestMSceneWindow::disappearingTwiceIsToldOnce()
     QCOMPARE(disappeared.count(), 1);
 }
 
-void TestMSceneWindow::deletedOneLeavesItsWindow()
+void TestMSceneWindow::deletingSceneWindowClosesItsWindow()
 {
-    auto sceneWindow = new MSceneWindow;
+    auto *sceneWindow = new MSceneWindow;
     sceneWindow->appear();
     QPointer<MWindow> window = windowOf(*sceneWindow);
     delete sceneWindow;
@@ -189,7 +189,7 @@ void TestMSceneWindow::deletedWindowKeepsItsSceneWindows()
     MSceneWindow kept;
     QPointer<MSceneWindow> destroyed = new MSceneWindow;
     QSignalSpy disappeared(&kept, &MSceneWindow::disappeared);
-    auto window = new MWindow;
+    auto *window = new MWindow;
     kept.appear(window);
     destroyed->appear(window, MSceneWindow::DestroyWhenDone);
     delete window;
@@ -199,11 +199,11 @@ void TestMSceneWindow::deletedWindowKeepsItsSceneWindows()
     QVERIFY(!destroyed);
 }
 
-void TestMSceneWindow::touchesStayInFront()
+void TestMSceneWindow::itemsBelowGetNoTouches()
 {
     MWindow window;
     window.show();
-    auto below = new MButton(QStringLiteral("Below"));
+    auto *below = new MButton(QStringLiteral("Below"));
     window.scene()->addItem(below);
     below->setGeometry(50, 50, 200, 60);
     QSignalSpy clicked(below, &MButton::clicked);

@@ -91,32 +91,32 @@ class TestMTheme : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void everyStyleIsThere_data();
-    void everyStyleIsThere();
+    void everyStyleExists_data();
+    void everyStyleExists();
     void unknownStyleIsLoggedOnce();
-    void everyPictureIsThere_data();
-    void everyPictureIsThere();
-    void picturesReadOnLightAndDark_data();
-    void picturesReadOnLightAndDark();
+    void everyPictureExists_data();
+    void everyPictureExists();
+    void picturesHaveContrastOnLightAndDark_data();
+    void picturesHaveContrastOnLightAndDark();
     void bannersHaveTheirSizes();
     void picturesAreSharedUntilReleased();
     void installedIconIsFound();
-    void designersFileCounts();
-    void fileInDataFolderCounts();
-    void uselessFileMeansBuiltInTheme_data();
-    void uselessFileMeansBuiltInTheme();
+    void themeFileReplacesStyles();
+    void themeFileInDataFolderIsFound();
+    void faultyFileLeavesBuiltInTheme_data();
+    void faultyFileLeavesBuiltInTheme();
     void variantComesFromEnvironmentOrFile();
-    void variantChangesWidgets();
+    void variantRepaintsWidgets();
 };
 
-void TestMTheme::everyStyleIsThere_data()
+void TestMTheme::everyStyleExists_data()
 {
     QTest::addColumn<QString>("name");
     for (const char *name : styleNames)
         QTest::newRow(name) << QString::fromLatin1(name);
 }
 
-void TestMTheme::everyStyleIsThere()
+void TestMTheme::everyStyleExists()
 {
     QFETCH(QString, name);
     MWidgetController widget;
@@ -134,14 +134,14 @@ void TestMTheme::unknownStyleIsLoggedOnce()
     QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Text")).preferredSize());
 }
 
-void TestMTheme::everyPictureIsThere_data()
+void TestMTheme::everyPictureExists_data()
 {
     QTest::addColumn<QString>("id");
     for (const char *id : pictureIds)
         QTest::newRow(id) << QString::fromLatin1(id);
 }
 
-void TestMTheme::everyPictureIsThere()
+void TestMTheme::everyPictureExists()
 {
     QFETCH(QString, id);
     const QPixmap *pixmap = MTheme::pixmap(id);
@@ -149,30 +149,30 @@ void TestMTheme::everyPictureIsThere()
     MTheme::releasePixmap(pixmap);
 }
 
-void TestMTheme::picturesReadOnLightAndDark_data()
+void TestMTheme::picturesHaveContrastOnLightAndDark_data()
 {
-    everyPictureIsThere_data();
+    everyPictureExists_data();
 }
 
-void TestMTheme::picturesReadOnLightAndDark()
+void TestMTheme::picturesHaveContrastOnLightAndDark()
 {
     QFETCH(QString, id);
     const QPixmap *pixmap = MTheme::pixmap(id);
     const QImage image = pixmap->toImage();
     MTheme::releasePixmap(pixmap);
-    // A coloured tile that stands out from both, with white on it.
+    // A colored tile that stands out from both, with white on it.
     int white = 0;
-    int coloured = 0;
+    int colored = 0;
     for (int y = 0; y < image.height(); ++y) {
         for (int x = 0; x < image.width(); ++x) {
             const QColor color = image.pixelColor(x, y);
             white += color.alpha() == 255 && color.lightness() > 240;
-            coloured += color.alpha() == 255 && color.lightness() > 50 && color.lightness() < 200;
+            colored += color.alpha() == 255 && color.lightness() > 50 && color.lightness() < 200;
         }
     }
     const int area = image.width() * image.height();
     QVERIFY(white > area / 100);
-    QVERIFY(coloured > area / 3);
+    QVERIFY(colored > area / 3);
 }
 
 void TestMTheme::bannersHaveTheirSizes()
@@ -220,7 +220,7 @@ void TestMTheme::installedIconIsFound()
     QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::green));
 }
 
-void TestMTheme::designersFileCounts()
+void TestMTheme::themeFileReplacesStyles()
 {
     const ThemeFile file("[Theme]\nfont-families=Serif\n[Light]\ntext=#112233\n[Dark]\ntext=#80ddeeff\n"
                          "[Base]\nfont-size=31\nmargins=1 2 3 4\n[CommonTitle]\ninherits=Base\ncolor=text\n"
@@ -234,11 +234,11 @@ void TestMTheme::designersFileCounts()
     QCOMPARE(style->color, QColor(0x11, 0x22, 0x33));
     theme.variant = MTheme::Dark;
     QCOMPARE(colorOf(theme, "CommonTitle"), QColor(0xdd, 0xee, 0xff, 0x80));
-    // What the file leaves out stays as it was.
+    // Styles that the file leaves out stay as they were.
     QCOMPARE(theme.style(QStringLiteral("CommonMainIcon"))->width, 48);
 }
 
-void TestMTheme::fileInDataFolderCounts()
+void TestMTheme::themeFileInDataFolderIsFound()
 {
     const QString folder = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/quenzotouchcore");
     QVERIFY(QDir().mkpath(folder));
@@ -250,7 +250,7 @@ void TestMTheme::fileInDataFolderCounts()
     QVERIFY(file.remove());
 }
 
-void TestMTheme::uselessFileMeansBuiltInTheme_data()
+void TestMTheme::faultyFileLeavesBuiltInTheme_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("reason");
@@ -268,10 +268,10 @@ void TestMTheme::uselessFileMeansBuiltInTheme_data()
                               << QStringLiteral("[CommonTitle] font-size is not understood");
     QTest::newRow("too large") << QByteArray("[CommonTitle]\nwidth=1e300\n")
                                << QStringLiteral("[CommonTitle] width is not understood");
-    QTest::newRow("unknown colour") << QByteArray("[CommonTitle]\ncolor=puce\n")
-                                    << QStringLiteral("[CommonTitle] color is not understood");
-    QTest::newRow("no colour") << QByteArray("[Light]\ntext=#12\n")
-                               << QStringLiteral("[Light] text is no colour");
+    QTest::newRow("unknown color") << QByteArray("[CommonTitle]\ncolor=puce\n")
+                                   << QStringLiteral("[CommonTitle] color is not understood");
+    QTest::newRow("no color") << QByteArray("[Light]\ntext=#12\n")
+                              << QStringLiteral("[Light] text is no color");
     QTest::newRow("three margins") << QByteArray("[CommonTitle]\nmargins=1 2 3\n")
                                    << QStringLiteral("[CommonTitle] margins is not understood");
     QTest::newRow("half true") << QByteArray("[CommonTitle]\nelide=maybe\n")
@@ -281,7 +281,7 @@ void TestMTheme::uselessFileMeansBuiltInTheme_data()
     QTest::newRow("circle") << QByteArray("[A]\ninherits=B\n[B]\ninherits=A\n") << QString();
 }
 
-void TestMTheme::uselessFileMeansBuiltInTheme()
+void TestMTheme::faultyFileLeavesBuiltInTheme()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, reason);
@@ -311,12 +311,12 @@ void TestMTheme::variantComesFromEnvironmentOrFile()
     QCOMPARE(MThemePrivate().variant, MTheme::Dark);
 }
 
-void TestMTheme::variantChangesWidgets()
+void TestMTheme::variantRepaintsWidgets()
 {
     MTheme *theme = MTheme::instance();
     QCOMPARE(theme->variant(), MTheme::Light);
     MWindow window;
-    auto button = new MButton(QStringLiteral("Call"));
+    auto *button = new MButton(QStringLiteral("Call"));
     window.scene()->addItem(button);
     button->setGeometry(0, 0, 200, 60);
     const QImage light = TouchTest::picture(window.scene(), button->rect());

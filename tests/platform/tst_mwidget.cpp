@@ -11,7 +11,7 @@
 namespace {
 
 /** Counts how often it is asked for a size. */
-class Asked : public MWidget
+class CountingWidget : public MWidget
 {
 public:
     using MWidget::MWidget;
@@ -36,24 +36,24 @@ class TestMWidget : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void isAskedForNoSizeBeforeSomebodyWantsIt();
-    void isAsLargeAsItNeedsInAScene();
-    void changeInALayoutIsTold();
+    void noSizeIsComputedOutsideAScene();
+    void widgetInASceneTakesItsPreferredSize();
+    void sizeChangeReachesTheLayout();
 };
 
-void TestMWidget::isAskedForNoSizeBeforeSomebodyWantsIt()
+void TestMWidget::noSizeIsComputedOutsideAScene()
 {
-    Asked widget;
+    CountingWidget widget;
     widget.updateGeometry();
     widget.setContentsMargins(1, 2, 3, 4);
     QCOMPARE(widget.times, 0);
     QCOMPARE(widget.preferredSize(), QSizeF(30, 20));
 }
 
-void TestMWidget::isAsLargeAsItNeedsInAScene()
+void TestMWidget::widgetInASceneTakesItsPreferredSize()
 {
     MWidget parent;
-    auto *widget = new Asked(&parent);
+    auto *widget = new CountingWidget(&parent);
     widget->updateGeometry();
     QGraphicsScene scene;
     scene.addItem(&parent);
@@ -61,12 +61,12 @@ void TestMWidget::isAsLargeAsItNeedsInAScene()
     scene.removeItem(&parent);
 }
 
-void TestMWidget::changeInALayoutIsTold()
+void TestMWidget::sizeChangeReachesTheLayout()
 {
     MWidget parent;
     auto *layout = new QGraphicsLinearLayout(&parent);
     layout->setContentsMargins(0, 0, 0, 0);
-    auto *widget = new Asked;
+    auto *widget = new CountingWidget;
     layout->addItem(widget);
     QCOMPARE(parent.preferredSize(), QSizeF(30, 20));
     widget->setPreferredWidth(50);

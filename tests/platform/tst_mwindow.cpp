@@ -30,16 +30,16 @@ class TestMWindow : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void isAPhoneAtFirst();
-    void standsOnGivenManager();
-    void managerWithParentStays();
-    void enterDisplayEventComesEachTime();
-    void backgroundIsTheThemes();
+    void newWindowHasTheThemesSize();
+    void windowUsesAndOwnsGivenManager();
+    void managerWithParentOutlivesTheWindow();
+    void enterDisplayEventComesAtEachShowing();
+    void backgroundColorComesFromTheTheme();
     void translucentWindowHasNoBackground();
-    void mayBeShownAgainAfterClosing();
+    void closedWindowCanBeShownAgain();
 };
 
-void TestMWindow::isAPhoneAtFirst()
+void TestMWindow::newWindowHasTheThemesSize()
 {
     MWindow window;
     QCOMPARE(window.size(), QSize(480, 854));
@@ -47,7 +47,7 @@ void TestMWindow::isAPhoneAtFirst()
     QCOMPARE(window.scene(), window.sceneManager()->scene());
 }
 
-void TestMWindow::standsOnGivenManager()
+void TestMWindow::windowUsesAndOwnsGivenManager()
 {
     QPointer<MSceneManager> manager = new MSceneManager;
     {
@@ -59,7 +59,7 @@ void TestMWindow::standsOnGivenManager()
     QVERIFY(!manager);
 }
 
-void TestMWindow::managerWithParentStays()
+void TestMWindow::managerWithParentOutlivesTheWindow()
 {
     MSceneManager manager(this);
     {
@@ -70,7 +70,7 @@ void TestMWindow::managerWithParentStays()
     QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));
 }
 
-void TestMWindow::enterDisplayEventComesEachTime()
+void TestMWindow::enterDisplayEventComesAtEachShowing()
 {
     CountingWindow window;
     QCOMPARE(window.entered, 0);
@@ -84,7 +84,7 @@ void TestMWindow::enterDisplayEventComesEachTime()
     QTRY_COMPARE(window.entered, 2);
 }
 
-void TestMWindow::backgroundIsTheThemes()
+void TestMWindow::backgroundColorComesFromTheTheme()
 {
     MWindow window;
     const QColor light = window.grab().toImage().pixelColor(10, 10);
@@ -102,7 +102,7 @@ void TestMWindow::translucentWindowHasNoBackground()
     QCOMPARE(window.grab().toImage().pixelColor(10, 10).alpha(), 0);
 }
 
-void TestMWindow::mayBeShownAgainAfterClosing()
+void TestMWindow::closedWindowCanBeShownAgain()
 {
     MWindow window;
     window.show();

@@ -183,8 +183,8 @@ void TestNfcSettingsView::rowsAreNamed()
     QVERIFY(page.ready);
     const QStringList names = shownTexts<MLabel>(page.view);
     QCOMPARE(names.size(), 2);
-    QCOMPARE(names[0].section(QChar(0x9c), 0, 0), u"Near Field Communication (NFC)"_s);
-    QCOMPARE(names[1].section(QChar(0x9c), 0, 0), u"Ask before opening what is on a tag"_s);
+    QCOMPARE(names[0].section(M::lengthVariantSeparator, 0, 0), u"Near Field Communication (NFC)"_s);
+    QCOMPARE(names[1].section(M::lengthVariantSeparator, 0, 0), u"Ask before opening what is on a tag"_s);
     QCOMPARE(page.power->viewType(), MButton::switchType);
     QCOMPARE(page.confirmation->viewType(), MButton::switchType);
     QVERIFY(page.row->isAncestorOf(page.power));

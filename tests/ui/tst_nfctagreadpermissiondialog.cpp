@@ -1271,7 +1271,7 @@ void TestNfcTagReadPermissionDialog::changeButtonShowsOneVariant()
     const auto picture = [&shown] { return shown.window.grab().toImage(); };
     const QImage whole = picture();
     MButtonModel *button = shown.dialog->buttons().last();
-    button->setText(button->text().section(QChar(0x9c), 0, 0));
+    button->setText(button->text().section(M::lengthVariantSeparator, 0, 0));
     QCoreApplication::processEvents();
     QCOMPARE(picture(), whole);
 }

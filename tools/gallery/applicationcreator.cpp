@@ -13,12 +13,12 @@ void ApplicationCreator::updateCell(const QModelIndex &index, MWidget *cell) con
 {
     const QStringList row = index.data().toStringList();
     static_cast<MListItem *>(cell)->setStyleName(QStringLiteral("CommonPanelInverted"));
-    auto icon = new MImageWidget(row.value(0));
+    auto *icon = new MImageWidget(row.value(0));
     icon->setStyleName(QStringLiteral("CommonMainIcon"));
-    auto name = new MLabel(row.value(1));
+    auto *name = new MLabel(row.value(1));
     name->setStyleName(QStringLiteral("CommonSingleTitleInverted"));
 
-    auto layout = new QGraphicsLinearLayout(Qt::Horizontal);
+    auto *layout = new QGraphicsLinearLayout(Qt::Horizontal);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
     layout->addItem(icon);

@@ -33,7 +33,7 @@ struct Look
     }
 };
 
-void dress(MWindow *window, const Look &look)
+void applyLook(MWindow *window, const Look &look)
 {
     MTheme::instance()->setVariant(look.variant);
     QGuiApplication::setLayoutDirection(look.direction);
@@ -43,7 +43,7 @@ void dress(MWindow *window, const Look &look)
 bool takePictures(const QDir &folder, const Look &look)
 {
     MWindow window;
-    dress(&window, look);
+    applyLook(&window, look);
     window.show();
     const QList<Page> all = pages();
     for (const Page &page : all) {
@@ -103,9 +103,9 @@ int main(int argc, char **argv)
         return folder.mkpath(QStringLiteral(".")) && takeAllPictures(folder) ? 0 : 1;
     }
     MWindow window;
-    dress(&window, {parser.isSet(QStringLiteral("dark")) ? MTheme::Dark : MTheme::Light,
-                    parser.isSet(QStringLiteral("rtl")) ? Qt::RightToLeft : Qt::LeftToRight,
-                    parser.isSet(QStringLiteral("landscape"))});
+    applyLook(&window, {parser.isSet(QStringLiteral("dark")) ? MTheme::Dark : MTheme::Light,
+                        parser.isSet(QStringLiteral("rtl")) ? Qt::RightToLeft : Qt::LeftToRight,
+                        parser.isSet(QStringLiteral("landscape"))});
     window.show();
     showNext(&window, 0);
     return QApplication::exec();

@@ -3,6 +3,9 @@
 
 #include "pages.h"
 
+#include <initializer_list>
+#include <utility>
+
 #include <QGraphicsGridLayout>
 #include <QGraphicsLinearLayout>
 #include <QStandardItemModel>
@@ -30,9 +33,9 @@ QString longText()
                           "which is wider than the dialog, is broken rather than cut.\n\n");
 }
 
-QGraphicsLinearLayout *lines(Qt::Orientation orientation, qreal spacing = 0)
+QGraphicsLinearLayout *plainLayout(Qt::Orientation orientation, qreal spacing = 0)
 {
-    auto layout = new QGraphicsLinearLayout(orientation);
+    auto *layout = new QGraphicsLinearLayout(orientation);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
     return layout;
@@ -40,21 +43,21 @@ QGraphicsLinearLayout *lines(Qt::Orientation orientation, qreal spacing = 0)
 
 MLabel *label(const QString &text, const char *style)
 {
-    auto label = new MLabel(text);
+    auto *label = new MLabel(text);
     label->setStyleName(QLatin1String(style));
     return label;
 }
 
 MImageWidget *image(const char *id, const char *style)
 {
-    auto image = new MImageWidget(QLatin1String(id));
+    auto *image = new MImageWidget(QLatin1String(id));
     image->setStyleName(QLatin1String(style));
     return image;
 }
 
 MWidgetController *panel(QGraphicsLayout *layout, const char *style)
 {
-    auto panel = new MWidgetController;
+    auto *panel = new MWidgetController;
     panel->setStyleName(QLatin1String(style));
     panel->setLayout(layout);
     panel->setMaximumWidth(QWIDGETSIZE_MAX);
@@ -63,9 +66,9 @@ MWidgetController *panel(QGraphicsLayout *layout, const char *style)
 
 MSceneWindow *page(std::initializer_list<QGraphicsLayoutItem *> items)
 {
-    auto page = new MSceneWindow;
+    auto *page = new MSceneWindow;
     page->setStyleName(QStringLiteral("Inverted"));
-    QGraphicsLinearLayout *layout = lines(Qt::Vertical);
+    QGraphicsLinearLayout *layout = plainLayout(Qt::Vertical);
     for (QGraphicsLayoutItem *item : items)
         layout->addItem(item);
     layout->addStretch();
@@ -75,12 +78,12 @@ MSceneWindow *page(std::initializer_list<QGraphicsLayoutItem *> items)
 
 MSceneWindow *texts()
 {
-    QGraphicsLinearLayout *layout = lines(Qt::Vertical, 12);
+    QGraphicsLinearLayout *layout = plainLayout(Qt::Vertical, 12);
     for (const char *style :
          {"CommonTitle", "CommonSubTitle", "CommonItemInfo", "CommonQueryTitle", "CommonQueryText",
           "CommonSubTitleInverted", "CommonBodyTextInverted", "CommonSingleTitleInverted"})
         layout->addItem(label(QLatin1String(style), style));
-    auto variants =
+    auto *variants =
         label(QStringLiteral("The longest of three variants that fits, but this one is far too long for "
                              "any screen\u009cThe longest variant that fits\u009cShort"),
               "CommonTitle");
@@ -91,21 +94,21 @@ MSceneWindow *texts()
 
 MSceneWindow *buttons()
 {
-    QGraphicsLinearLayout *column = lines(Qt::Vertical, 12);
+    QGraphicsLinearLayout *column = plainLayout(Qt::Vertical, 12);
     for (const char *style : {"CommonSingleButton", "MDialogPrimaryButton", "MDialogButton"}) {
-        auto button = new MButton(QLatin1String(style));
+        auto *button = new MButton(QLatin1String(style));
         button->setStyleName(QLatin1String(style));
         column->addItem(button);
         column->setAlignment(button, Qt::AlignCenter);
     }
-    auto disabled = new MButton(QStringLiteral("Disabled"));
+    auto *disabled = new MButton(QStringLiteral("Disabled"));
     disabled->setEnabled(false);
     column->addItem(disabled);
     column->setAlignment(disabled, Qt::AlignCenter);
 
-    QGraphicsLinearLayout *switches = lines(Qt::Horizontal, 12);
+    QGraphicsLinearLayout *switches = plainLayout(Qt::Horizontal, 12);
     for (const auto &[checked, enabled] : {std::pair(false, true), {true, true}, {false, false}}) {
-        auto button = new MButton;
+        auto *button = new MButton;
         button->setViewType(MButton::switchType);
         button->setChecked(checked);
         button->setEnabled(enabled);
@@ -117,7 +120,7 @@ MSceneWindow *buttons()
 
 MSceneWindow *pictures()
 {
-    auto grid = new QGraphicsGridLayout;
+    auto *grid = new QGraphicsGridLayout;
     grid->setContentsMargins(0, 0, 0, 0);
     grid->setSpacing(12);
     int cell = 0;
@@ -136,9 +139,9 @@ MSceneWindow *pictures()
         grid->addItem(image(id, "CommonMainIcon"), cell / 6, cell % 6, Qt::AlignCenter);
         ++cell;
     }
-    QGraphicsLinearLayout *banners = lines(Qt::Vertical, 12);
+    QGraphicsLinearLayout *banners = plainLayout(Qt::Vertical, 12);
     for (const char *id : {"quenzotouch-nfc-banner-landscape", "quenzotouch-nfc-banner-portrait"}) {
-        auto banner = image(id, id);
+        auto *banner = image(id, id);
         // Smaller than it is, so that both fit on every page.
         banner->setMinimumWidth(0);
         banner->setMaximumWidth(440);
@@ -149,22 +152,22 @@ MSceneWindow *pictures()
 
 MSceneWindow *progress()
 {
-    QGraphicsLinearLayout *names = lines(Qt::Vertical);
-    auto sender =
+    QGraphicsLinearLayout *names = plainLayout(Qt::Vertical);
+    auto *sender =
         label(QStringLiteral("Receiving from a phone whose owner gave it a long name"), "CommonTitle");
     sender->setTextElide(true);
     names->addItem(sender);
-    QGraphicsLinearLayout *file = lines(Qt::Horizontal);
-    auto name = label(QStringLiteral("holiday.jpeg"), "CommonSubTitle");
+    QGraphicsLinearLayout *file = plainLayout(Qt::Horizontal);
+    auto *name = label(QStringLiteral("holiday.jpeg"), "CommonSubTitle");
     name->setTextElide(true);
     file->addItem(name);
     file->addStretch(1);
     file->addItem(label(QStringLiteral("3/5 MB"), "CommonItemInfo"));
     names->addItem(file);
 
-    QGraphicsLinearLayout *bar = lines(Qt::Horizontal);
+    QGraphicsLinearLayout *bar = plainLayout(Qt::Horizontal);
     bar->addItem(image("icon-m-content-avatar-placeholder-inverse", "CommonThumbnail"));
-    auto indicator = new MProgressIndicator(nullptr, MProgressIndicator::barType);
+    auto *indicator = new MProgressIndicator(nullptr, MProgressIndicator::barType);
     indicator->setStyleName(QStringLiteral("CommonProgressBarInverted"));
     indicator->setMaximum(5);
     indicator->setValue(3);
@@ -172,7 +175,7 @@ MSceneWindow *progress()
     bar->setStretchFactor(indicator, 1);
     bar->setAlignment(indicator, Qt::AlignVCenter);
 
-    QGraphicsLinearLayout *rest = lines(Qt::Horizontal);
+    QGraphicsLinearLayout *rest = plainLayout(Qt::Horizontal);
     rest->addItem(label(QStringLiteral("01:25 left"), "CommonSubTitle"));
     rest->addStretch();
     rest->addItem(new MProgressIndicator(nullptr, MProgressIndicator::spinnerType));
@@ -181,39 +184,39 @@ MSceneWindow *progress()
 
 MSceneWindow *question()
 {
-    auto box = new MMessageBox(QStringLiteral("Connect to headset?"),
-                               QStringLiteral("The device was touched with this phone."),
-                               M::OkButton | M::CancelButton);
+    auto *box = new MMessageBox(QStringLiteral("Connect to headset?"),
+                                QStringLiteral("The device was touched with this phone."),
+                                M::OkButton | M::CancelButton);
     box->setIconId(QStringLiteral("icon-m-bluetooth-headset"));
     return box;
 }
 
 MSceneWindow *waiting()
 {
-    auto box = new MMessageBox(QStringLiteral("Waiting"),
-                               QStringLiteral("Hold the phones together until the other one has answered."),
-                               M::CancelButton);
+    auto *box = new MMessageBox(QStringLiteral("Waiting"),
+                                QStringLiteral("Hold the phones together until the other one has answered."),
+                                M::CancelButton);
     box->setProgressIndicatorVisible(true);
     return box;
 }
 
 MSceneWindow *query(const QString &title, const QString &description, const QString &detail, bool more)
 {
-    auto box = new MMessageBox(QString(), M::YesButton | M::NoButton);
-    auto central = new MWidget;
-    auto layout = new MLayout;
-    auto policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+    auto *box = new MMessageBox(QString(), M::YesButton | M::NoButton);
+    auto *central = new MWidget;
+    auto *layout = new MLayout;
+    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
     policy->addItem(image("icon-m-content-url-inverse", "CommonQueryIcon"), Qt::AlignCenter);
     for (const auto &[text, style] : {std::pair(title, "CommonQueryTitle"),
                                       {description, "CommonQueryText"},
                                       {detail, "CommonSubTitleInverted"}}) {
-        auto line = label(text, style);
+        auto *line = label(text, style);
         line->setWordWrap(true);
         line->setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
         line->setAlignment(Qt::AlignCenter);
         policy->addItem(line, Qt::AlignCenter);
     }
-    auto spacer = new MWidgetController;
+    auto *spacer = new MWidgetController;
     spacer->setStyleName(QStringLiteral("CommonXLargeSpacer"));
     policy->addItem(spacer);
     central->setLayout(layout);
@@ -236,29 +239,29 @@ MSceneWindow *longContent()
 
 MSceneWindow *selection()
 {
-    auto dialog = new MDialog(QStringLiteral("Select application"), M::OkButton);
+    auto *dialog = new MDialog(QStringLiteral("Select application"), M::OkButton);
     dialog->setTitleBarIconId(QStringLiteral("icon-m-service-nfc"));
-    auto model = new QStandardItemModel(0, 1, dialog);
+    auto *model = new QStandardItemModel(0, 1, dialog);
     for (int i = 1; i <= 30; ++i) {
-        auto row = new QStandardItem;
+        auto *row = new QStandardItem;
         const auto icon = i % 2 ? QStringLiteral("icon-m-content-note-inverse")
                                 : QStringLiteral("icon-m-content-ruvo-store-inverse");
         row->setData(QStringList{icon, QStringLiteral("Application %1").arg(i)}, Qt::DisplayRole);
         model->appendRow(row);
     }
-    auto list = new MList;
+    auto *list = new MList;
     list->setItemModel(model);
     list->setCellCreator(new ApplicationCreator);
     list->setSelectionMode(MList::SingleSelection);
     list->selectItem(model->index(1, 0));
 
-    QGraphicsLinearLayout *column = lines(Qt::Vertical);
-    auto text =
+    QGraphicsLinearLayout *column = plainLayout(Qt::Vertical);
+    auto *text =
         label(QStringLiteral("These applications can open what the tag holds."), "CommonBodyTextInverted");
     text->setWordWrap(true);
     column->addItem(text);
     column->addItem(list);
-    auto central = new MWidget;
+    auto *central = new MWidget;
     central->setLayout(column);
     dialog->setCentralWidget(central);
     return dialog;

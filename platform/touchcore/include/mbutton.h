@@ -4,6 +4,8 @@
 #ifndef MBUTTON_H
 #define MBUTTON_H
 
+#include <memory>
+
 #include <MWidgetController>
 
 class MButtonPrivate;

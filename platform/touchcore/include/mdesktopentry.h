@@ -7,7 +7,7 @@
 #include <QString>
 #include <quenzotouchcore_export.h>
 
-/** What an application's desktop entry file says about it. */
+/** The name and the icon in an application's desktop entry file. */
 class QUENZOTOUCHCORE_EXPORT MDesktopEntry
 {
 public:

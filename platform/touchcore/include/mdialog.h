@@ -4,6 +4,8 @@
 #ifndef MDIALOG_H
 #define MDIALOG_H
 
+#include <memory>
+
 #include <QList>
 
 #include <MButtonModel>
@@ -15,7 +17,7 @@ class MDialogPrivate;
 /**
  * A question or a notice in front of everything else in its window: a title bar, contents and buttons.
  *
- * What is higher than the screen scrolls; the buttons stay in reach.
+ * Contents that are higher than the screen scroll; the buttons stay in reach.
  */
 class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
 {

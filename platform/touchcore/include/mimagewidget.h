@@ -4,6 +4,8 @@
 #ifndef MIMAGEWIDGET_H
 #define MIMAGEWIDGET_H
 
+#include <memory>
+
 #include <QImage>
 #include <QPixmap>
 

@@ -4,6 +4,8 @@
 #ifndef MLABEL_H
 #define MLABEL_H
 
+#include <memory>
+
 #include <QTextOption>
 
 #include <MWidgetController>

@@ -19,8 +19,8 @@ public:
     MLinearLayoutPolicy(MLayout *layout, Qt::Orientation orientation);
 
     /**
-     * Appends \a item. It fills its cell as far as its greatest size allows and stands in the rest as @p
-     * alignment says.
+     * Appends \a item. It fills its cell as far as its greatest size allows and stands in the rest as
+     * \a alignment says.
      */
     void addItem(QGraphicsLayoutItem *item, Qt::Alignment alignment = {});
 

@@ -4,6 +4,8 @@
 #ifndef MLIST_H
 #define MLIST_H
 
+#include <memory>
+
 #include <MWidgetController>
 
 class MCellCreator;
@@ -19,7 +21,7 @@ class QUENZOTOUCHCORE_EXPORT MList : public MWidgetController
     Q_OBJECT
     Q_PROPERTY(SelectionMode selectionMode READ selectionMode WRITE setSelectionMode)
 public:
-    /** What a touch does to a row. */
+    /** The effect of a touch on a row. */
     enum SelectionMode {
         NoSelection = 0,     ///< Nothing
         SingleSelection = 1, ///< It selects the row instead of any other

@@ -4,6 +4,8 @@
 #ifndef MMESSAGEBOX_H
 #define MMESSAGEBOX_H
 
+#include <memory>
+
 #include <MDialog>
 
 class MMessageBoxPrivate;

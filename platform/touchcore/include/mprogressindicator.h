@@ -4,6 +4,8 @@
 #ifndef MPROGRESSINDICATOR_H
 #define MPROGRESSINDICATOR_H
 
+#include <memory>
+
 #include <MWidgetController>
 
 class MProgressIndicatorPrivate;

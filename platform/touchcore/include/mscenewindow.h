@@ -4,6 +4,8 @@
 #ifndef MSCENEWINDOW_H
 #define MSCENEWINDOW_H
 
+#include <memory>
+
 #include <MWidgetController>
 
 class MSceneManager;
@@ -18,7 +20,7 @@ class QUENZOTOUCHCORE_EXPORT MSceneWindow : public MWidgetController
 {
     Q_OBJECT
 public:
-    /** What becomes of a scene window that has gone away. */
+    /** The fate of a scene window that has gone away. */
     enum DeletionPolicy {
         KeepWhenDone = 0,    ///< It stays with its owner and may appear again
         DestroyWhenDone = 1, ///< It is deleted from the event loop
@@ -60,6 +62,7 @@ protected:
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
 
 private:
+    friend class MSceneWindowPrivate;
     const std::unique_ptr<MSceneWindowPrivate> d;
 };
 

@@ -26,7 +26,7 @@ class QUENZOTOUCHCORE_EXPORT MTheme : public QObject
 {
     Q_OBJECT
 public:
-    /** The colours that a theme comes in. */
+    /** The colors that a theme comes in. */
     enum Variant { Light, Dark };
     Q_ENUM(Variant)
 
@@ -36,7 +36,7 @@ public:
     /** Returns the variant in use: "light" or "dark" in QUENZO_TOUCH_VARIANT, or else as the theme file says.
      */
     Variant variant() const;
-    /** Shows everything in the colours of \a variant. */
+    /** Shows everything in the colors of \a variant. */
     void setVariant(Variant variant);
 
     /**
@@ -49,7 +49,7 @@ public:
     static void releasePixmap(const QPixmap *pixmap);
 
 Q_SIGNALS:
-    /** Colours have changed. */
+    /** Colors have changed. */
     void changed();
 
 private:

@@ -4,6 +4,7 @@
 #ifndef MTYPES_H
 #define MTYPES_H
 
+#include <QChar>
 #include <QFlags>
 #include <QMetaType>
 #include <quenzotouchcore_export.h>
@@ -24,7 +25,7 @@ Q_ENUM_NS(StandardButton)
 Q_DECLARE_FLAGS(StandardButtons, StandardButton)
 Q_FLAG_NS(StandardButtons)
 
-/** What a button of a dialog is for, numbered as QDialogButtonBox::ButtonRole. */
+/** The purpose of a button of a dialog, numbered as QDialogButtonBox::ButtonRole. */
 enum ButtonRole {
     InvalidRole = -1,
     AcceptRole,
@@ -54,6 +55,9 @@ enum OrientationAngle {
     Angle270 = 270,
 };
 Q_ENUM_NS(OrientationAngle)
+
+/** Separates the variants of different length that a text may hold; the longest one that fits is shown. */
+constexpr QChar lengthVariantSeparator{0x9c};
 } // namespace M
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(M::StandardButtons)

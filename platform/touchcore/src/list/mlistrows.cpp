@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <cmath>
+#include <iterator>
+
 #include <QAbstractItemModel>
 #include <QGraphicsLayout>
 #include <QGraphicsSceneMouseEvent>
@@ -24,22 +27,22 @@ void MListRows::setModel(QAbstractItemModel *model)
     itemSelection = model ? new QItemSelectionModel(model, this) : nullptr;
     if (model) {
         connect(itemSelection, &QItemSelectionModel::selectionChanged, this, [this] { update(); });
-        connect(model, &QAbstractItemModel::modelReset, this, &MListRows::renew);
-        connect(model, &QAbstractItemModel::layoutChanged, this, &MListRows::renew);
+        connect(model, &QAbstractItemModel::modelReset, this, &MListRows::recreateCells);
+        connect(model, &QAbstractItemModel::layoutChanged, this, &MListRows::recreateCells);
         connect(model, &QAbstractItemModel::rowsInserted, this,
-                [this](const QModelIndex &, int first) { insert(first); });
-        connect(model, &QAbstractItemModel::rowsRemoved, this, &MListRows::renew);
-        connect(model, &QAbstractItemModel::rowsMoved, this, &MListRows::renew);
-        connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::renew);
-        connect(model, &QObject::destroyed, this, &MListRows::renew);
+                [this](const QModelIndex &, int first) { followInsertion(first); });
+        connect(model, &QAbstractItemModel::rowsRemoved, this, &MListRows::recreateCells);
+        connect(model, &QAbstractItemModel::rowsMoved, this, &MListRows::recreateCells);
+        connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::recreateCells);
+        connect(model, &QObject::destroyed, this, &MListRows::recreateCells);
     }
-    renew();
+    recreateCells();
 }
 
 void MListRows::setCreator(MCellCreator *creator)
 {
     cellCreator.reset(creator);
-    renew();
+    recreateCells();
 }
 
 void MListRows::setStyle(const MStyle &style)
@@ -114,7 +117,7 @@ void MListRows::recycleAll()
     cells.clear();
 }
 
-void MListRows::renew()
+void MListRows::recreateCells()
 {
     recycleAll();
     updateGeometry();
@@ -122,14 +125,14 @@ void MListRows::renew()
     update();
 }
 
-void MListRows::insert(int first)
+void MListRows::followInsertion(int first)
 {
     // A model that reads on while it is shown adds rows that nobody sees yet.
     if (first * rowHeight() >= bottom) {
         updateGeometry();
         return;
     }
-    renew();
+    recreateCells();
 }
 
 QRectF MListRows::rowRect(int row) const

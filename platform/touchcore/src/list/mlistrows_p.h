@@ -66,8 +66,8 @@ private:
     int rowAt(const QPointF &position) const;
     QRectF rowRect(int row) const;
     void recycleAll();
-    void renew();
-    void insert(int first);
+    void recreateCells();
+    void followInsertion(int first);
     void paintMark(QPainter *painter, const QRectF &row);
 
     QPointer<QAbstractItemModel> itemModel;

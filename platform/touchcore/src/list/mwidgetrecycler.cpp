@@ -3,6 +3,8 @@
 
 #include "mwidgetrecycler.h"
 
+#include <utility>
+
 #include <QGraphicsLayout>
 #include <QGraphicsScene>
 

@@ -3,6 +3,8 @@
 
 #include "mdialog.h"
 
+#include <utility>
+
 #include <QCoreApplication>
 #include <QEvent>
 #include <QGraphicsLinearLayout>
@@ -38,7 +40,7 @@ constexpr Standard standardButtons[] = {
 // A part of the body that is seen at once, so that keys do not jump over lines.
 constexpr qreal pageStep = 0.8;
 constexpr qreal lineStep = 0.2;
-// What the buttons may take of a screen that is too small for all of them.
+// The share that the buttons may take of a screen that is too small for all of them.
 constexpr qreal buttonShare = 0.6;
 
 QString withoutMnemonic(QString text)
@@ -49,7 +51,7 @@ QString withoutMnemonic(QString text)
 
 QGraphicsLinearLayout *plainLayout(Qt::Orientation orientation, qreal spacing)
 {
-    auto layout = new QGraphicsLinearLayout(orientation);
+    auto *layout = new QGraphicsLinearLayout(orientation);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(spacing);
     return layout;
@@ -98,8 +100,8 @@ void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
 
 MButtonModel *MDialogPrivate::addButton(const QString &text, M::ButtonRole role, M::StandardButton standard)
 {
-    auto model = new MButtonModel(text, role, standard, q);
-    auto view = new MButton(text, buttonBox);
+    auto *model = new MButtonModel(text, role, standard, q);
+    auto *view = new MButton(text, buttonBox);
     view->setStyleName(isPrimary(model) ? QStringLiteral("MDialogPrimaryButton")
                                         : QStringLiteral("MDialogButton"));
     models.append(model);
@@ -130,7 +132,8 @@ void MDialogPrivate::fillTitleBar()
     titleBar->setVisible(hasIcon || busy || !titleLabel->text().isEmpty());
     titleLabel->setAlignment((hasIcon ? Qt::AlignLeft : Qt::AlignHCenter) | Qt::AlignVCenter);
 
-    QGraphicsLinearLayout *row = plainLayout(Qt::Horizontal, MThemePrivate::named("MDialogTitleBar").spacing);
+    QGraphicsLinearLayout *row =
+        plainLayout(Qt::Horizontal, MThemePrivate::ownStyle("MDialogTitleBar").spacing);
     balance->setVisible(busy && !hasIcon);
     if (balance->isVisibleTo(titleBar))
         row->addItem(balance);
@@ -151,7 +154,7 @@ void MDialogPrivate::fillBody()
 {
     fillTitleBar();
     headIcon->setVisible(!headIcon->imageId().isEmpty());
-    QGraphicsLinearLayout *column = plainLayout(Qt::Vertical, MThemePrivate::named("MDialogBody").spacing);
+    QGraphicsLinearLayout *column = plainLayout(Qt::Vertical, MThemePrivate::ownStyle("MDialogBody").spacing);
     if (headIcon->isVisibleTo(body)) {
         column->addItem(headIcon);
         column->setAlignment(headIcon, Qt::AlignCenter);
@@ -168,7 +171,7 @@ void MDialogPrivate::fillBody()
 
 void MDialogPrivate::arrangeButtons(qreal width)
 {
-    const qreal spacing = MThemePrivate::named("MDialogButtons").spacing;
+    const qreal spacing = MThemePrivate::ownStyle("MDialogButtons").spacing;
     const qreal gaps = spacing * (models.size() - 1);
     qreal widest = 0;
     qreal together = 0;
@@ -177,9 +180,11 @@ void MDialogPrivate::arrangeButtons(qreal width)
         widest = qMax(widest, wanted);
         together += wanted;
     }
-    const Arrangement wanted = widest * models.size() + gaps <= width ? EqualRow
-                               : together + gaps <= width             ? Row
-                                                                      : Column;
+    Arrangement wanted = Column;
+    if (widest * models.size() + gaps <= width)
+        wanted = EqualRow;
+    else if (together + gaps <= width)
+        wanted = Row;
     // A new layout asks for another round of laying out, so it is only made when it is a different one.
     if (buttonBox->layout() && wanted == arrangement && buttonBox->layout()->count() == models.size())
         return;
@@ -199,7 +204,7 @@ void MDialogPrivate::layOut()
 {
     const bool portrait = q->size().height() >= q->size().width();
     card->setStyleName(portrait ? QStringLiteral("MDialogPortrait") : QStringLiteral("MDialogLandscape"));
-    const MStyle &look = MThemePrivate::named(portrait ? "MDialogPortrait" : "MDialogLandscape");
+    const MStyle &look = MThemePrivate::ownStyle(portrait ? "MDialogPortrait" : "MDialogLandscape");
 
     const QRectF screen = q->contentsRect();
     const qreal width = look.maximumWidth < 0 ? screen.width() : qMin(screen.width(), look.maximumWidth);

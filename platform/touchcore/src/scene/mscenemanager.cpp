@@ -3,12 +3,15 @@
 
 #include "mscenemanager.h"
 
+#include <algorithm>
+#include <utility>
+
 #include <MSceneWindow>
 #include <MWidget>
 
+#include "scene/mscenehost_p.h"
 #include "scene/mscenemanager_p.h"
-#include "scene/mscenewindow_p.h"
-#include "scene/mwindow_p.h"
+#include "theme/mtheme_p.h"
 
 namespace {
 
@@ -17,7 +20,7 @@ void collectFocusable(QGraphicsItem *item, QList<QGraphicsWidget *> *found)
     if (!item->isVisible() || !item->isEnabled())
         return;
     if (item->isWidget()) {
-        auto widget = static_cast<QGraphicsWidget *>(item);
+        auto *widget = static_cast<QGraphicsWidget *>(item);
         if (widget->focusPolicy() & Qt::TabFocus)
             found->append(widget);
     }
@@ -26,7 +29,7 @@ void collectFocusable(QGraphicsItem *item, QList<QGraphicsWidget *> *found)
         collectFocusable(child, found);
 }
 
-QSize turned(const QSize &size, M::OrientationAngle angle)
+QSize turnSize(const QSize &size, M::OrientationAngle angle)
 {
     return angle == M::Angle90 || angle == M::Angle270 ? size.transposed() : size;
 }
@@ -40,7 +43,10 @@ bool MScene::focusNextPrevChild(bool next)
         return false;
     const auto current = std::find(chain.cbegin(), chain.cend(), focusItem());
     const int step = next ? 1 : -1;
-    const int start = current != chain.cend() ? int(current - chain.cbegin()) : next ? -1 : 0;
+    // Without one of them in focus, Tab starts at the first and Backtab at the last.
+    int start = next ? -1 : 0;
+    if (current != chain.cend())
+        start = int(current - chain.cbegin());
     const int to = (start + step + int(chain.size())) % int(chain.size());
     chain.at(to)->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
     return true;
@@ -76,7 +82,7 @@ void MSceneManagerPrivate::moveFocus(const QPointF &direction)
     for (QGraphicsWidget *widget : chain) {
         const QPointF way = middle(widget) - middle(current);
         const qreal ahead = QPointF::dotProduct(way, direction);
-        // What lies aside is farther than it is: a key goes along its row or column first.
+        // A widget that lies aside counts as farther than it is: a key goes along its row or column first.
         const qreal distance = 2 * way.manhattanLength() - ahead;
         if (ahead > 0 && (!nearest || distance < shortest)) {
             nearest = widget;
@@ -114,19 +120,25 @@ void MSceneManagerPrivate::place()
         sceneWindow->setGeometry(QRectF(QPointF(), size));
 }
 
+QSize MSceneManagerPrivate::defaultSize()
+{
+    const MStyle &style = MThemePrivate::ownStyle("MWindow");
+    return QSizeF(style.width, style.height).toSize();
+}
+
 QSize MSceneManagerPrivate::windowSize() const
 {
-    return window ? window->size() : MWindowPrivate::phoneSize();
+    return host ? host->sceneSize() : defaultSize();
 }
 
 QSize MSceneManagerPrivate::turnedSize() const
 {
-    return turned(windowSize(), angle);
+    return turnSize(windowSize(), angle);
 }
 
 M::Orientation MSceneManagerPrivate::orientationAt(M::OrientationAngle at) const
 {
-    const QSize size = turned(windowSize(), at);
+    const QSize size = turnSize(windowSize(), at);
     return size.width() > size.height() ? M::Landscape : M::Portrait;
 }
 
@@ -150,8 +162,8 @@ void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
     scene.removeItem(sceneWindow);
     if (front())
         front()->setFocus(Qt::ActiveWindowFocusReason);
-    if (window)
-        MWindowPrivate::of(window)->sceneWindowLeft();
+    if (host)
+        host->sceneWindowLeft();
 }
 
 void MSceneManagerPrivate::dismissAll()

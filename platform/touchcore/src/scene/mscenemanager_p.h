@@ -6,11 +6,11 @@
 
 #include <QGraphicsScene>
 #include <QList>
-#include <QPointer>
 #include <QSize>
 
 #include <MSceneManager>
 
+class MSceneHost;
 class MWidget;
 
 /** The scene of a window; it keeps the keyboard focus inside of the newest scene window. */
@@ -46,6 +46,8 @@ public:
     /** Lets the nearest widget that lies in \a direction, as the user sees it, have the focus. */
     void moveFocus(const QPointF &direction);
 
+    /** Returns the size that a window is made with. */
+    static QSize defaultSize();
     QSize windowSize() const;
     QSize turnedSize() const;
     M::Orientation orientationAt(M::OrientationAngle at) const;
@@ -55,7 +57,7 @@ public:
     MSceneManager *const q;
     MScene scene;
     MWidget *root; ///< Turned by the angle
-    QPointer<MWindow> window;
+    MSceneHost *host = nullptr;
     QList<MSceneWindow *> sceneWindows; ///< The newest last
     M::OrientationAngle angle = M::Angle0;
 };

@@ -12,7 +12,17 @@
 #include "scene/mscenewindow_p.h"
 #include "scene/mwindow_p.h"
 
-MSceneWindow::MSceneWindow() : d(std::make_unique<MSceneWindowPrivate>())
+void MSceneWindowPrivate::appearIn(MSceneManager *newManager, MSceneWindow::DeletionPolicy newPolicy)
+{
+    if (manager && manager != newManager)
+        MSceneManagerPrivate::of(manager)->remove(q);
+    policy = newPolicy;
+    q->aboutToAppear();
+    manager = newManager;
+    MSceneManagerPrivate::of(manager)->add(q);
+}
+
+MSceneWindow::MSceneWindow() : d(std::make_unique<MSceneWindowPrivate>(this))
 {
     setFocusPolicy(Qt::ClickFocus);
     applyStyle();
@@ -26,18 +36,13 @@ MSceneWindow::~MSceneWindow()
 
 void MSceneWindow::appear(DeletionPolicy policy)
 {
-    MWindow *window = d->manager ? MSceneManagerPrivate::of(d->manager)->window.data() : nullptr;
-    appear(window ? window : MWindowPrivate::activeOrNew(), policy);
+    const bool stays = d->manager && MSceneManagerPrivate::of(d->manager)->host;
+    d->appearIn(stays ? d->manager.data() : MWindowPrivate::activeOrNew()->sceneManager(), policy);
 }
 
 void MSceneWindow::appear(MWindow *window, DeletionPolicy policy)
 {
-    if (d->manager && d->manager != window->sceneManager())
-        MSceneManagerPrivate::of(d->manager)->remove(this);
-    d->policy = policy;
-    aboutToAppear();
-    d->manager = window->sceneManager();
-    MSceneManagerPrivate::of(d->manager)->add(this);
+    d->appearIn(window->sceneManager(), policy);
 }
 
 MSceneManager *MSceneWindow::sceneManager() const
@@ -91,6 +96,6 @@ void MSceneWindow::keyPressEvent(QKeyEvent *event)
 
 void MSceneWindow::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    // What stands below is out of reach.
+    // Whatever stands below is out of reach.
     event->accept();
 }

@@ -12,6 +12,11 @@
 class MSceneWindowPrivate
 {
 public:
+    explicit MSceneWindowPrivate(MSceneWindow *sceneWindow) : q(sceneWindow) {}
+
+    void appearIn(MSceneManager *newManager, MSceneWindow::DeletionPolicy newPolicy);
+
+    MSceneWindow *const q;
     QPointer<MSceneManager> manager;
     MSceneWindow::DeletionPolicy policy = MSceneWindow::KeepWhenDone;
 };

@@ -32,14 +32,13 @@ MWindowPrivate::MWindowPrivate(MWindow *window, MSceneManager *manager) : q(wind
 {
     if (!manager->parent())
         manager->setParent(window);
-    MSceneManagerPrivate::of(manager)->window = window;
+    MSceneManagerPrivate::of(manager)->host = this;
     windows().prepend(window);
 }
 
-QSize MWindowPrivate::phoneSize()
+QSize MWindowPrivate::sceneSize() const
 {
-    const MStyle &style = MThemePrivate::named("MWindow");
-    return QSizeF(style.width, style.height).toSize();
+    return q->size();
 }
 
 bool MWindowPrivate::takesSceneWindows() const
@@ -55,7 +54,7 @@ MWindow *MWindowPrivate::activeOrNew()
     for (auto window = all.crbegin(); window != all.crend(); ++window)
         if (of(*window)->takesSceneWindows())
             return *window;
-    auto made = new MWindow;
+    auto *made = new MWindow;
     of(made)->madeForSceneWindows = true;
     made->show();
     return made;
@@ -105,7 +104,7 @@ MWindow::~MWindow()
     if (d->manager) {
         d->madeForSceneWindows = false;
         MSceneManagerPrivate::of(d->manager)->dismissAll();
-        MSceneManagerPrivate::of(d->manager)->window = nullptr;
+        MSceneManagerPrivate::of(d->manager)->host = nullptr;
     }
 }
 
@@ -116,7 +115,7 @@ MSceneManager *MWindow::sceneManager() const
 
 QSize MWindow::sizeHint() const
 {
-    return MWindowPrivate::phoneSize();
+    return MSceneManagerPrivate::defaultSize();
 }
 
 void MWindow::enterDisplayEvent() {}
@@ -158,7 +157,7 @@ void MWindow::closeEvent(QCloseEvent *event)
 void MWindow::drawBackground(QPainter *painter, const QRectF &rect)
 {
     if (!testAttribute(Qt::WA_TranslucentBackground))
-        painter->fillRect(rect, MThemePrivate::named("MWindow").background);
+        painter->fillRect(rect, MThemePrivate::ownStyle("MWindow").background);
 }
 
 void MWindow::keyPressEvent(QKeyEvent *event)

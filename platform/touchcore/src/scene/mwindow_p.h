@@ -9,15 +9,14 @@
 
 #include <MWindow>
 
-class MWindowPrivate
+#include "scene/mscenehost_p.h"
+
+class MWindowPrivate : public MSceneHost
 {
 public:
     MWindowPrivate(MWindow *window, MSceneManager *manager);
 
     static MWindowPrivate *of(MWindow *window) { return window->d.get(); }
-
-    /** Returns the size that a window is made with. */
-    static QSize phoneSize();
 
     /**
      * Returns the active window, or else the visible one that was active last. When no window can take a
@@ -25,8 +24,9 @@ public:
      */
     static MWindow *activeOrNew();
 
+    QSize sceneSize() const override;
     /** Closes a window that was made for its scene windows when none is left. */
-    void sceneWindowLeft();
+    void sceneWindowLeft() override;
 
     void setOnDisplay(bool now);
 

@@ -10,7 +10,7 @@
 
 namespace {
 
-QString localized(GKeyFile *file, const char *key)
+QString localizedString(GKeyFile *file, const char *key)
 {
     gchar *value = g_key_file_get_locale_string(file, G_KEY_FILE_DESKTOP_GROUP, key, nullptr, nullptr);
     const QString text = QString::fromUtf8(value);
@@ -28,8 +28,8 @@ MDesktopEntry::MDesktopEntry(const QString &path)
         !g_key_file_load_from_data(keys.get(), data.constData(), gsize(data.size()),
                                    G_KEY_FILE_KEEP_TRANSLATIONS, nullptr))
         return;
-    localizedName = localized(keys.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
-    localizedIcon = localized(keys.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
+    localizedName = localizedString(keys.get(), G_KEY_FILE_DESKTOP_KEY_NAME);
+    localizedIcon = localizedString(keys.get(), G_KEY_FILE_DESKTOP_KEY_ICON);
 }
 
 QString MDesktopEntry::name() const

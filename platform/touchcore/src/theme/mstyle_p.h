@@ -10,8 +10,8 @@
 #include <QString>
 
 /**
- * What the theme file says about one style. Sizes are in pixels at 1x; -1 means that the widget decides.
- * Colours are those of the variant in use.
+ * One style of the theme file. Sizes are in pixels at 1x; -1 means that the widget decides.
+ * Colors are those of the variant in use.
  */
 struct MStyle
 {

@@ -3,6 +3,8 @@
 
 #include "mtheme.h"
 
+#include <algorithm>
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QGuiApplication>
@@ -53,8 +55,15 @@ MThemePrivate::MThemePrivate()
 {
     setIconPaths();
     loadFile();
+    variant = firstVariant();
+}
+
+MTheme::Variant MThemePrivate::firstVariant() const
+{
     const QByteArray wanted = qgetenv("QUENZO_TOUCH_VARIANT");
-    variant = wanted == "dark" ? MTheme::Dark : wanted == "light" ? MTheme::Light : file.preferredVariant();
+    if (wanted == "dark")
+        return MTheme::Dark;
+    return wanted == "light" ? MTheme::Light : file.preferredVariant();
 }
 
 QString MThemePrivate::path()
@@ -93,7 +102,7 @@ const MStyle *MThemePrivate::style(const QString &name) const
     return found == styles.cend() ? nullptr : &*found;
 }
 
-const MStyle &MThemePrivate::named(const char *name)
+const MStyle &MThemePrivate::ownStyle(const char *name)
 {
     static const MStyle plain;
     const MStyle *found = instance()->style(QLatin1String(name));
@@ -133,7 +142,7 @@ QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
             sizes.cbegin(), sizes.cend(),
             [](const QSize &one, const QSize &other) { return one.width() < other.width(); });
     }
-    const MStyle &size = own ? *own : named("MPicture");
+    const MStyle &size = own ? *own : ownStyle("MPicture");
     return icon.pixmap(QSizeF(size.width, size.height).toSize()).deviceIndependentSize().toSize();
 }
 

@@ -25,7 +25,7 @@ public:
     const MStyle *style(const QString &name) const;
 
     /** Returns the style of this toolkit's own called \a name; every theme has it. */
-    static const MStyle &named(const char *name);
+    static const MStyle &ownStyle(const char *name);
 
     /** Logs, once for each name, that there is no style called \a name. */
     void warnAboutStyle(const QString &name);
@@ -54,6 +54,7 @@ public:
     std::map<QString, SharedPixmap> pixmaps;
 
 private:
+    MTheme::Variant firstVariant() const;
     void loadFile();
     static QString path();
 

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <array>
 #include <glib.h>
 #include <memory>
+#include <utility>
 #include <variant>
 
 #include "theme/mthemefile_p.h"
@@ -57,7 +59,7 @@ const QHash<QString, Field> &fields()
     return fields;
 }
 
-QString taken(gchar *string)
+QString takeString(gchar *string)
 {
     const QString text = QString::fromUtf8(string);
     g_free(string);
@@ -71,7 +73,8 @@ bool hasGroup(GKeyFile *file, const QString &group)
 
 QString value(GKeyFile *file, const QString &group, const QString &key)
 {
-    return taken(g_key_file_get_string(file, group.toUtf8().constData(), key.toUtf8().constData(), nullptr));
+    return takeString(
+        g_key_file_get_string(file, group.toUtf8().constData(), key.toUtf8().constData(), nullptr));
 }
 
 QStringList keys(GKeyFile *file, const QString &group)
@@ -94,21 +97,34 @@ QStringList groups(GKeyFile *file)
     return list;
 }
 
-bool toNumber(const QString &text, qreal *number)
+bool readValue(const QString &text, const Palette &, qreal *number)
 {
     bool ok = false;
     *number = text.toDouble(&ok);
     return ok && *number >= -1 && *number <= maximumNumber;
 }
 
-bool toMargins(const QString &text, QMarginsF *margins)
+bool readValue(const QString &text, const Palette &, bool *flag)
+{
+    *flag = text == QLatin1String("true");
+    return *flag || text == QLatin1String("false");
+}
+
+bool readValue(const QString &text, const Palette &palette, QColor *color)
+{
+    *color = palette.value(text);
+    return palette.contains(text);
+}
+
+// Top, right, bottom and left, separated by blanks.
+bool readValue(const QString &text, const Palette &palette, QMarginsF *margins)
 {
     const QStringList parts = text.split(QLatin1Char(' '), Qt::SkipEmptyParts);
     std::array<qreal, 4> sides{};
     if (parts.size() != int(sides.size()))
         return false;
     for (size_t i = 0; i < sides.size(); ++i)
-        if (!toNumber(parts.at(int(i)), &sides[i]))
+        if (!readValue(parts.at(int(i)), palette, &sides[i]))
             return false;
     *margins = QMarginsF(sides[3], sides[0], sides[1], sides[2]);
     return true;
@@ -116,16 +132,7 @@ bool toMargins(const QString &text, QMarginsF *margins)
 
 bool setField(MStyle *style, const Field &field, const QString &text, const Palette &palette)
 {
-    if (const auto number = std::get_if<qreal MStyle::*>(&field))
-        return toNumber(text, &(style->**number));
-    if (const auto flag = std::get_if<bool MStyle::*>(&field)) {
-        style->**flag = text == QLatin1String("true");
-        return style->**flag || text == QLatin1String("false");
-    }
-    if (const auto margins = std::get_if<QMarginsF MStyle::*>(&field))
-        return toMargins(text, &(style->**margins));
-    style->*std::get<QColor MStyle::*>(field) = palette.value(text);
-    return palette.contains(text);
+    return std::visit([&](auto member) { return readValue(text, palette, &(style->*member)); }, field);
 }
 
 bool readPalette(GKeyFile *file, const QString &group, Palette *palette, QString *error)
@@ -135,7 +142,7 @@ bool readPalette(GKeyFile *file, const QString &group, Palette *palette, QString
     for (const QString &name : names) {
         const QColor color(value(file, group, name));
         if (!color.isValid()) {
-            *error = QStringLiteral("[%1] %2 is no colour").arg(group, name);
+            *error = QStringLiteral("[%1] %2 is no color").arg(group, name);
             return false;
         }
         palette->insert(name, color);

@@ -11,6 +11,8 @@
 #include <QPainter>
 #include <QPointer>
 
+#include <MTypes>
+
 #include "theme/mpaint_p.h"
 #include "theme/mstyle_p.h"
 #include "widgets/mbutton_p.h"
@@ -23,7 +25,7 @@ void MButtonPrivate::setDown(bool isDown)
 
 QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
 {
-    QStringList variants = text.split(textVariantSeparator);
+    QStringList variants = text.split(M::lengthVariantSeparator);
     if (variants.size() == 1)
         return text;
     const QFontMetricsF metrics(style.font);
@@ -46,31 +48,40 @@ const MTextBlock &MButtonPrivate::block(qreal width, const MStyle &style)
     return blocks.block(fittingVariant(width, style), {style.font, width, mode, style.lineHeight});
 }
 
+QColor MButtonPrivate::backgroundColor(const MStyle &style) const
+{
+    if (!q->isEnabled())
+        return style.disabledBackground;
+    if (type == MButton::switchType && checked)
+        return style.checkedBackground;
+    return down ? style.pressedBackground : style.background;
+}
+
+QColor MButtonPrivate::foregroundColor(const MStyle &style) const
+{
+    if (!q->isEnabled())
+        return style.disabledColor;
+    return type == MButton::switchType && checked ? style.checkedColor : style.color;
+}
+
 void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)
 {
     const QRectF area = q->contentsRect();
-    const QColor background = !q->isEnabled() ? style.disabledBackground
-                              : down          ? style.pressedBackground
-                                              : style.background;
-    MPaint::panel(painter, q->rect(), style, background);
-    painter->setPen(q->isEnabled() ? style.color : style.disabledColor);
+    MPaint::panel(painter, q->rect(), style, backgroundColor(style));
+    painter->setPen(foregroundColor(style));
     block(area.width(), style).draw(painter, area, Qt::AlignCenter, q->layoutDirection(), area);
 }
 
 void MButtonPrivate::paintSwitch(QPainter *painter, const MStyle &style)
 {
     const QRectF track = q->contentsRect();
-    const QColor background = !q->isEnabled() ? style.disabledBackground
-                              : checked       ? style.checkedBackground
-                              : down          ? style.pressedBackground
-                                              : style.background;
-    MPaint::panel(painter, track, style, background);
+    MPaint::panel(painter, track, style, backgroundColor(style));
 
     const qreal inset = (track.height() - style.glyph) / 2;
     const bool right = checked != (q->layoutDirection() == Qt::RightToLeft);
     const qreal left = right ? track.right() - inset - style.glyph : track.left() + inset;
     painter->setPen(Qt::NoPen);
-    painter->setBrush(!q->isEnabled() ? style.disabledColor : checked ? style.checkedColor : style.color);
+    painter->setBrush(foregroundColor(style));
     painter->drawEllipse(QRectF(left, track.top() + inset, style.glyph, style.glyph));
 }
 

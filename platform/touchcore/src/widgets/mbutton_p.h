@@ -16,6 +16,8 @@ public:
     explicit MButtonPrivate(MButton *button) : q(button) {}
 
     void setDown(bool isDown);
+    QColor backgroundColor(const MStyle &style) const;
+    QColor foregroundColor(const MStyle &style) const;
     void paintPush(QPainter *painter, const MStyle &style);
     void paintSwitch(QPainter *painter, const MStyle &style);
     /** Returns the longest variant of the text that fits into one line of \a width, or the shortest when none

@@ -3,9 +3,14 @@
 
 #include "mlabel.h"
 
+#include <algorithm>
+#include <numeric>
+
 #include <QFontMetricsF>
 #include <QPainter>
 #include <QStyleOptionGraphicsItem>
+
+#include <MTypes>
 
 #include "widgets/mlabel_p.h"
 
@@ -74,7 +79,7 @@ QString MLabel::text() const
 void MLabel::setText(const QString &text)
 {
     d->text = text;
-    d->variants = text.split(textVariantSeparator);
+    d->variants = text.split(M::lengthVariantSeparator);
     d->blocks.clear();
     updateGeometry();
     update();

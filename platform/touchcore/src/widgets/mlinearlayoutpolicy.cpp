@@ -11,7 +11,7 @@ MLinearLayoutPolicy::MLinearLayoutPolicy(MLayout *layout, Qt::Orientation orient
 {
     layout->policy.reset(this);
     layout->setOrientation(orientation);
-    setSpacing(MThemePrivate::named("MLinearLayoutPolicy").spacing);
+    setSpacing(MThemePrivate::ownStyle("MLinearLayoutPolicy").spacing);
 }
 
 void MLinearLayoutPolicy::addItem(QGraphicsLayoutItem *item, Qt::Alignment alignment)

@@ -20,7 +20,7 @@ MScrollArea::MScrollArea(QGraphicsWidget *content, QGraphicsItem *parent)
     content->installEventFilter(this);
     indicator->setStyleName(QStringLiteral("MScrollIndicator"));
     indicator->setZValue(1);
-    // What begins as a press on something inside may turn out to be scrolling. Every gesture of Qt's own
+    // A press on something inside may turn out to be scrolling. Every gesture of Qt's own
     // would leave its recognizer behind.
     setFiltersChildEvents(true);
 }
@@ -74,7 +74,7 @@ void MScrollArea::place(qreal overshoot)
         const qreal thumb = size().height() * size().height() / inside->size().height();
         const qreal length = qMax(thumb, indicator->minimumHeight());
         const qreal width = indicator->preferredWidth();
-        const qreal inset = MThemePrivate::named("MScrollIndicator").margins.right();
+        const qreal inset = MThemePrivate::ownStyle("MScrollIndicator").margins.right();
         const qreal left = layoutDirection() == Qt::RightToLeft ? inset : size().width() - inset - width;
         indicator->setGeometry(QRectF(left, (size().height() - length) * offset / range(), width, length));
     }
@@ -83,7 +83,7 @@ void MScrollArea::place(qreal overshoot)
 bool MScrollArea::event(QEvent *event)
 {
     if (event->type() == QEvent::ScrollPrepare) {
-        auto prepare = static_cast<QScrollPrepareEvent *>(event);
+        auto *prepare = static_cast<QScrollPrepareEvent *>(event);
         prepare->setViewportSize(size());
         prepare->setContentPosRange(QRectF(0, 0, 0, range()));
         prepare->setContentPos(QPointF(0, offset));
@@ -91,7 +91,7 @@ bool MScrollArea::event(QEvent *event)
         return true;
     }
     if (event->type() == QEvent::Scroll) {
-        auto scroll = static_cast<QScrollEvent *>(event);
+        auto *scroll = static_cast<QScrollEvent *>(event);
         scrollTo(scroll->contentPos().y());
         place(scroll->overshootDistance().y());
         return true;
@@ -111,7 +111,7 @@ bool MScrollArea::eventFilter(QObject *watched, QEvent *event)
 bool MScrollArea::scrollsInsteadOf(const QGraphicsItem *item) const
 {
     for (; item; item = item->parentItem()) {
-        const auto area = dynamic_cast<const MScrollArea *>(item);
+        const auto *area = dynamic_cast<const MScrollArea *>(item);
         if (area && area->range() > 0)
             return area == this;
     }
@@ -144,7 +144,7 @@ bool MScrollArea::sceneEventFilter(QGraphicsItem *watched, QEvent *event)
                        event->type() == QEvent::GraphicsSceneMouseRelease;
     if (!mouse || !scrollsInsteadOf(watched))
         return false;
-    auto mouseEvent = static_cast<QGraphicsSceneMouseEvent *>(event);
+    auto *mouseEvent = static_cast<QGraphicsSceneMouseEvent *>(event);
     if (event->type() == QEvent::GraphicsSceneMousePress) {
         press(mouseEvent);
         return false;

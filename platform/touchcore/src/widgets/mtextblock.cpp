@@ -52,6 +52,22 @@ qsizetype layoutEnd(const QString &paragraph)
     return longestLayout;
 }
 
+// How much of the free space stands above the text.
+qreal verticalShare(Qt::Alignment alignment)
+{
+    if (alignment & Qt::AlignVCenter)
+        return 0.5;
+    return alignment & Qt::AlignBottom ? 1 : 0;
+}
+
+// How much of the free space stands left of a line.
+qreal horizontalShare(Qt::Alignment alignment)
+{
+    if (alignment & Qt::AlignHCenter)
+        return 0.5;
+    return alignment & Qt::AlignRight ? 1 : 0;
+}
+
 } // namespace
 
 MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
@@ -92,19 +108,15 @@ void MTextBlock::draw(QPainter *painter, const QRectF &rect, Qt::Alignment align
                       Qt::LayoutDirection direction, const QRectF &exposed) const
 {
     const Qt::Alignment visual = QStyle::visualAlignment(direction, alignment);
-    const qreal top = visual & Qt::AlignVCenter  ? (rect.height() - extent.height()) / 2
-                      : visual & Qt::AlignBottom ? rect.height() - extent.height()
-                                                 : 0;
+    const qreal top = qMax(qreal(0), (rect.height() - extent.height()) * verticalShare(visual));
     for (const QTextLayout &layout : layouts) {
         for (int i = 0; i < layout.lineCount(); ++i) {
             const QTextLine line = layout.lineAt(i);
-            const qreal left = visual & Qt::AlignHCenter ? (rect.width() - line.naturalTextWidth()) / 2
-                               : visual & Qt::AlignRight ? rect.width() - line.naturalTextWidth()
-                                                         : 0;
+            const qreal left = (rect.width() - line.naturalTextWidth()) * horizontalShare(visual);
             const QRectF natural = line.naturalTextRect();
-            const QPointF place = rect.topLeft() + QPointF(left - natural.left(), qMax(top, qreal(0)));
-            const QRectF taken = natural.translated(place);
-            if (taken.bottom() >= exposed.top() && taken.top() <= exposed.bottom())
+            const QPointF place = rect.topLeft() + QPointF(left - natural.left(), top);
+            const QRectF covered = natural.translated(place);
+            if (covered.bottom() >= exposed.top() && covered.top() <= exposed.bottom())
                 line.draw(painter, place);
         }
     }

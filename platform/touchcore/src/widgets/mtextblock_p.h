@@ -16,9 +16,6 @@ class QColor;
 class QPainter;
 class QRectF;
 
-/** What stands between the variants of a text, of which the longest that fits is shown. */
-constexpr QChar textVariantSeparator(0x9c);
-
 /**
  * A plain text broken into lines. Every paragraph is laid out by itself, so that directional control
  * characters end with it.
