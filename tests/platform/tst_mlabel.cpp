@@ -36,6 +36,16 @@ private Q_SLOTS:
     void stackedMarksAreLimited();
     void textIsDrawnAtThePixelRatio();
     void sizeFollowsTextAndStyle();
+    void foreignTextIsOffByDefault();
+    void foreignTextMarksHiddenCharacters_data();
+    void foreignTextMarksHiddenCharacters();
+    void foreignTextKeepsOrdinaryText_data();
+    void foreignTextKeepsOrdinaryText();
+    void foreignTextIsOneVariant();
+    void foreignTextLimitsEmptyLines_data();
+    void foreignTextLimitsEmptyLines();
+    void numberInEmbeddingLooksTheSameAsForeignText();
+    void drawnTextIsTheFittingVariantOrElided();
 
 private:
     static QImage imageOf(MLabel *label, const QSizeF &size, qreal ratio = 1);
@@ -267,6 +277,164 @@ void TestMLabel::textIsDrawnAtThePixelRatio()
     QImage stretched = imageOf(&label, size).scaled(200, 80);
     stretched.setDevicePixelRatio(2);
     QVERIFY(imageOf(&label, size, 2) != stretched);
+}
+
+void TestMLabel::foreignTextIsOffByDefault()
+{
+    MLabel label(QStringLiteral("a\u200bb"));
+    QVERIFY(!label.isForeignText());
+    QCOMPARE(label.drawnText(), label.text());
+    label.setForeignText(true);
+    QVERIFY(label.isForeignText());
+    QCOMPARE(label.drawnText(), QStringLiteral("a\ufffdb"));
+    label.setForeignText(false);
+    QCOMPARE(label.drawnText(), label.text());
+}
+
+void TestMLabel::foreignTextMarksHiddenCharacters_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("drawn");
+    const auto newRow = [](const char *name, const QString &text, const QString &drawn) {
+        QTest::newRow(name) << text << drawn;
+    };
+    for (char32_t control = 0; control < 0xa0; ++control) {
+        if ((control < 0x20 || control >= 0x7f) && control != '\n' && control != '\r') {
+            QTest::addRow("control %02x", unsigned(control))
+                << QLatin1Char('a') + QString::fromUcs4(&control, 1) + QLatin1Char('b')
+                << QStringLiteral("a\ufffdb");
+        }
+    }
+    for (const char32_t hidden :
+         {0xad,   0x34f,   0x61c,   0x115f,  0x1160,  0x17b4,  0x17b5,  0x180e, 0x200b, 0x200e, 0x200f,
+          0x202b, 0x202c,  0x202d,  0x202e,  0x2060,  0x2061,  0x2062,  0x2063, 0x2064, 0x2065, 0x2066,
+          0x2067, 0x2068,  0x2069,  0x206a,  0x206f,  0x3164,  0xffa0,  0xfff0, 0xfff9, 0xfffb, 0xfffe,
+          0xfdd0, 0x1d173, 0x1bca0, 0xe0001, 0xe0041, 0xe007f, 0xe0080, 0x1ffff}) {
+        QTest::addRow("%04x", unsigned(hidden))
+            << QLatin1Char('a') + QString::fromUcs4(&hidden, 1) + QLatin1Char('b')
+            << QStringLiteral("a\ufffdb");
+    }
+    newRow("first and last", QStringLiteral("\u202eabc\u200f"), QStringLiteral("\ufffdabc\ufffd"));
+    newRow("byte order mark", QStringLiteral("\ufeffa\ufeffb"), QStringLiteral("\ufffda\ufffdb"));
+    newRow("in a row", QStringLiteral("a\u200b\u200b\u200bb"), QStringLiteral("a\ufffd\ufffd\ufffdb"));
+    newRow("lone surrogate", QStringLiteral("a") + QChar(0xd800) + QStringLiteral("b"),
+           QStringLiteral("a\ufffdb"));
+    newRow("joiner between Latin letters", QStringLiteral("pay\u200dpal"), QStringLiteral("pay\ufffdpal"));
+    newRow("non-joiner between Latin letters", QStringLiteral("pay\u200cpal"),
+           QStringLiteral("pay\ufffdpal"));
+    newRow("joiner at the end", QStringLiteral("\U0001f468\u200d"), QStringLiteral("\U0001f468\ufffd"));
+    newRow("two joiners", QStringLiteral("\U0001f468\u200d\u200d\U0001f469"),
+           QStringLiteral("\U0001f468\ufffd\ufffd\U0001f469"));
+    newRow("variation selector after a letter", QStringLiteral("a\ufe0fb"), QStringLiteral("a\ufffdb"));
+    newRow("second variation selector", QStringLiteral("\u2764\ufe0f\ufe0f"),
+           QStringLiteral("\u2764\ufe0f\ufffd"));
+    newRow("variation selector in a host", QStringLiteral("bank.\ufe0fexample"),
+           QStringLiteral("bank.\ufffdexample"));
+    newRow("override in an embedding", QStringLiteral("\u202a+358\u202e40\u202c"),
+           QStringLiteral("\u2066+358\ufffd40\u2069"));
+    newRow("embedding that ends early", QStringLiteral("\u202a1\u202c2\u202a3\u202c"),
+           QStringLiteral("\u20661\ufffd2\ufffd3\u2069"));
+    newRow("embedding without an end", QStringLiteral("\u202aabc\ndef\u202c"),
+           QStringLiteral("\ufffdabc\ndef\ufffd"));
+    newRow("second embedding", QStringLiteral("\u202a1\u202c\n\u202a2\u202c"),
+           QStringLiteral("\u20661\u2069\n\ufffd2\ufffd"));
+    newRow("embedding inside out", QStringLiteral("\u202ca\u202a"), QStringLiteral("\ufffda\ufffd"));
+}
+
+void TestMLabel::foreignTextMarksHiddenCharacters()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, drawn);
+    MLabel label(text);
+    label.setForeignText(true);
+    QCOMPARE(label.text(), text);
+    QCOMPARE(label.drawnText(), drawn);
+    MLabel expected(drawn);
+    const QSizeF size(300, expected.preferredSize().height());
+    QCOMPARE(label.preferredSize(), expected.preferredSize());
+    QCOMPARE(imageOf(&label, size), imageOf(&expected, size));
+}
+
+void TestMLabel::foreignTextKeepsOrdinaryText_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("link") << QStringLiteral("https://museum.example/opening-hours?day=1#top");
+    QTest::newRow("lines") << QStringLiteral("one\ntwo\n\nthree\n");
+    QTest::newRow("accents") << QStringLiteral("Zoe\u0308 — “naïve” ½");
+    QTest::newRow("Arabic") << QStringLiteral("السلام عليكم 12");
+    QTest::newRow("Hebrew with points") << QStringLiteral("שָׁלוֹם");
+    QTest::newRow("Persian non-joiner") << QStringLiteral("کتاب\u200cها و می\u200cخواهم");
+    QTest::newRow("Indic joiners") << QStringLiteral("क्\u200dष न्\u200cन ശ്രീ");
+    QTest::newRow("ideographs") << QStringLiteral("邊\U000e0100 中文");
+    QTest::newRow("emoji") << QStringLiteral(
+        "\u2764\ufe0f\u200d\U0001f525 \U0001f468\u200d\U0001f469\u200d\U0001f467 "
+        "\U0001f469\U0001f3fd\u200d\U0001f680 1\ufe0f\u20e3 \u00a9\ufe0f "
+        "\U0001f1eb\U0001f1ee");
+    QTest::newRow("Arabic number sign") << QStringLiteral("\u0600\u0661\u0662");
+}
+
+void TestMLabel::foreignTextKeepsOrdinaryText()
+{
+    QFETCH(QString, text);
+    MLabel label(text);
+    label.setForeignText(true);
+    QCOMPARE(label.drawnText(), text);
+}
+
+void TestMLabel::foreignTextIsOneVariant()
+{
+    MLabel label(QStringLiteral("bad\u009ca longer one"));
+    label.setForeignText(true);
+    QCOMPARE(label.drawnText(), QStringLiteral("bad\ufffda longer one"));
+    QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("bad\ufffda longer one")).preferredSize());
+}
+
+void TestMLabel::foreignTextLimitsEmptyLines_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QString>("drawn");
+    QTest::newRow("line feeds") << QStringLiteral("a\n\n\n\nb") << QStringLiteral("a\n\nb");
+    QTest::newRow("carriage returns") << QStringLiteral("a\r\n\r\n\r\nb") << QStringLiteral("a\n\nb");
+    QTest::newRow("separators") << QStringLiteral("a\u2028\u2029\u2028b") << QStringLiteral("a\n\nb");
+    QTest::newRow("blanks") << QStringLiteral("a\n \n\u00a0\n\u3000\n\u2800\nb") << QStringLiteral("a\n \nb");
+    QTest::newRow("first") << QStringLiteral("\n\n\nb") << QStringLiteral("\nb");
+    QTest::newRow("last") << QStringLiteral("a\n\n\n\n") << QStringLiteral("a\n");
+    QTest::newRow("two runs") << QStringLiteral("a\n\n\nb\n\n\nc") << QStringLiteral("a\n\nb\n\nc");
+}
+
+void TestMLabel::foreignTextLimitsEmptyLines()
+{
+    QFETCH(QString, text);
+    QFETCH(QString, drawn);
+    MLabel label(text);
+    label.setForeignText(true);
+    QCOMPARE(label.text(), text);
+    QCOMPARE(label.drawnText(), drawn);
+}
+
+void TestMLabel::numberInEmbeddingLooksTheSameAsForeignText()
+{
+    for (const auto &text :
+         {QStringLiteral("\u202a+358 (40) 123-45\u202c"), QStringLiteral("To: \u202a+358 40\u202c\nHello"),
+          QStringLiteral("\u0625\u0644\u0649: \u202a+358 40-12\u202c\n\u0645\u0631\u062d\u0628\u0627")}) {
+        MLabel plain(text);
+        MLabel foreign(text);
+        foreign.setForeignText(true);
+        const QSizeF size(300, plain.preferredSize().height());
+        QCOMPARE(imageOf(&foreign, size), imageOf(&plain, size));
+    }
+}
+
+void TestMLabel::drawnTextIsTheFittingVariantOrElided()
+{
+    const auto shorter = QStringLiteral("Messages");
+    MLabel label(QStringLiteral("Messages and calls\u009c") + shorter);
+    label.resize(MLabel(shorter).preferredSize());
+    QCOMPARE(label.drawnText(), shorter);
+    label.setTextElide(true);
+    label.resize(MLabel(QStringLiteral("Mess…")).preferredSize());
+    QVERIFY2(label.drawnText().startsWith(QLatin1String("M")) && label.drawnText().endsWith(QChar(0x2026)),
+             qPrintable(label.drawnText()));
 }
 
 QTEST_MAIN(TestMLabel)

@@ -22,6 +22,7 @@ class QUENZOTOUCHCORE_EXPORT MLabel : public MWidgetController
 {
     Q_OBJECT
     Q_PROPERTY(QString text READ text WRITE setText)
+    Q_PROPERTY(bool foreignText READ isForeignText WRITE setForeignText)
     Q_PROPERTY(bool wordWrap READ wordWrap WRITE setWordWrap)
     Q_PROPERTY(QTextOption::WrapMode wrapMode READ wrapMode WRITE setWrapMode)
     Q_PROPERTY(Qt::Alignment alignment READ alignment WRITE setAlignment)
@@ -37,6 +38,24 @@ public:
     QString text() const;
     /** Shows \a text. */
     void setText(const QString &text);
+
+    /** Returns whether the text was written by somebody else, false by default. */
+    bool isForeignText() const;
+    /**
+     * Draws the text as one that somebody else wrote, for example on a tag: text() stays as it is, but the
+     * label reads no length variants in it, and shows U+FFFD for each character that is invisible or steers
+     * how others are drawn, such as controls, bidirectional controls, zero-width and tag characters. Joiners
+     * and variation selectors stay where a script or an emoji needs them, and no more than one empty line
+     * stays between others. The first U+202A and the last U+202C on its line isolate the text between them,
+     * as a program writes them round a number.
+     */
+    void setForeignText(bool foreign);
+
+    /**
+     * Returns the text that the label draws at its present size: the variant that fits, foreign text with
+     * its marks, and elided text with its ellipsis.
+     */
+    QString drawnText() const;
 
     /** Returns whether the text may take several lines; unless set, the style decides. */
     bool wordWrap() const;

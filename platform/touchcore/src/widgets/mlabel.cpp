@@ -12,6 +12,7 @@
 
 #include <MTypes>
 
+#include "widgets/mforeigntext_p.h"
 #include "widgets/mlabel_p.h"
 
 namespace {
@@ -21,15 +22,18 @@ constexpr qreal tolerance = 0.5;
 
 } // namespace
 
+MTextBlock::Shape MLabelPrivate::shape(qreal width, const MStyle &style) const
+{
+    if (!wraps(style))
+        return {style.font, -1, QTextOption::NoWrap, style.lineHeight};
+    const QTextOption::WrapMode mode =
+        wrapMode == QTextOption::WordWrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : wrapMode;
+    return {style.font, width, mode, style.lineHeight};
+}
+
 const MTextBlock &MLabelPrivate::block(int variant, qreal width, const MStyle &style)
 {
-    MTextBlock::Shape shape{style.font, -1, QTextOption::NoWrap, style.lineHeight};
-    if (wraps(style)) {
-        shape.width = width;
-        shape.wrapMode =
-            wrapMode == QTextOption::WordWrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : wrapMode;
-    }
-    return blocks.block(variants.at(variant), shape);
+    return blocks.block(variants.at(variant), shape(width, style));
 }
 
 QList<int> MLabelPrivate::longestFirst(const MStyle &style)
@@ -48,6 +52,8 @@ QList<int> MLabelPrivate::longestFirst(const MStyle &style)
 
 int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
 {
+    if (variants.size() == 1)
+        return 0;
     const QList<int> order = longestFirst(style);
     for (const int variant : order) {
         const QSizeF taken = block(variant, size.width(), style).size();
@@ -55,6 +61,26 @@ int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
             return variant;
     }
     return order.last();
+}
+
+void MLabelPrivate::readText()
+{
+    variants = foreign ? QStringList{drawableForeignText(text)} : text.split(M::lengthVariantSeparator);
+    blocks.clear();
+}
+
+QString MLabelPrivate::textIn(const QSizeF &size, const MStyle &style)
+{
+    const int variant = fittingVariant(size, style);
+    const QString &text = variants.at(variant);
+    if (!elides(style) || block(variant, size.width(), style).size().width() <= size.width() + tolerance)
+        return text;
+    return QFontMetricsF(style.font).elidedText(text.simplified(), Qt::ElideRight, size.width());
+}
+
+const MTextBlock &MLabelPrivate::blockIn(const QSizeF &size, const MStyle &style)
+{
+    return blocks.block(textIn(size, style), shape(size.width(), style));
 }
 
 MLabel::MLabel(QGraphicsItem *parent) : MLabel(QString(), parent) {}
@@ -79,10 +105,29 @@ QString MLabel::text() const
 void MLabel::setText(const QString &text)
 {
     d->text = text;
-    d->variants = text.split(M::lengthVariantSeparator);
-    d->blocks.clear();
+    d->readText();
     updateGeometry();
     update();
+}
+
+bool MLabel::isForeignText() const
+{
+    return d->foreign;
+}
+
+void MLabel::setForeignText(bool foreign)
+{
+    if (d->foreign == foreign)
+        return;
+    d->foreign = foreign;
+    d->readText();
+    updateGeometry();
+    update();
+}
+
+QString MLabel::drawnText() const
+{
+    return d->textIn(contentsRect().size(), style());
 }
 
 bool MLabel::wordWrap() const
@@ -143,19 +188,8 @@ void MLabel::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QW
     MWidgetController::paint(painter, option, widget);
     const MStyle &look = style();
     const QRectF area = contentsRect();
-    const int variant = d->fittingVariant(area.size(), look);
-    const MTextBlock &block = d->block(variant, area.width(), look);
-    const bool cut = block.size().width() > area.width() + tolerance;
-
     painter->setPen(isEnabled() ? look.color : look.disabledColor);
-    if (!cut || !textElide()) {
-        block.draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
-        return;
-    }
-    const QString text = d->variants.at(variant).simplified();
-    MTextBlock(QFontMetricsF(look.font).elidedText(text, Qt::ElideRight, area.width()),
-               {look.font, -1, QTextOption::NoWrap, look.lineHeight})
-        .draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
+    d->blockIn(area.size(), look).draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
 }
 
 QSizeF MLabel::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const

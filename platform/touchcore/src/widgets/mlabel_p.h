@@ -17,6 +17,7 @@ class MLabelPrivate
 public:
     QStringList variants{QString()};
     QString text;
+    bool foreign = false;
     std::optional<bool> wordWrap;
     std::optional<bool> textElide;
     QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
@@ -24,6 +25,17 @@ public:
 
     bool wraps(const MStyle &style) const { return wordWrap.value_or(style.wordWrap); }
     bool elides(const MStyle &style) const { return textElide.value_or(style.elide); }
+
+    /** Reads the text anew: as variants of ours, or as the one text of somebody else. */
+    void readText();
+
+    /** Returns the text that is drawn into \a size. */
+    QString textIn(const QSizeF &size, const MStyle &style);
+    /** Returns that text in lines. */
+    const MTextBlock &blockIn(const QSizeF &size, const MStyle &style);
+
+    /** Returns how text is broken into lines of \a width. */
+    MTextBlock::Shape shape(qreal width, const MStyle &style) const;
 
     /** Returns \a variant broken into lines of \a width, or into one for each paragraph when the text does
      * not wrap. */

@@ -32,14 +32,6 @@ QString withoutStacks(const QString &text)
     return QString::fromStdU32String(characters);
 }
 
-QStringList paragraphs(QString text)
-{
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (const QChar &end : {QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
-        text.replace(end, QChar(u'\n'));
-    return text.split(QChar(u'\n'));
-}
-
 // Returns where to end the first layout of a paragraph, at best where a line may end.
 qsizetype layoutEnd(const QString &paragraph)
 {
@@ -82,6 +74,14 @@ MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
         }
         addParagraph(rest);
     }
+}
+
+QStringList MTextBlock::paragraphs(QString text)
+{
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    for (const QChar &end : {QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
+        text.replace(end, QChar(u'\n'));
+    return text.split(QChar(u'\n'));
 }
 
 void MTextBlock::addParagraph(const QString &text)

@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QSizeF>
 #include <QString>
+#include <QStringList>
 #include <QTextLayout>
 #include <QTextOption>
 
@@ -33,6 +34,9 @@ public:
 
         bool operator==(const Shape &other) const = default;
     };
+
+    /** Returns the lines of \a text: CR, LF, both together and Unicode's two separators end one. */
+    static QStringList paragraphs(QString text);
 
     MTextBlock(const QString &text, const Shape &shape);
 
