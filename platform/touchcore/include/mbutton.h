@@ -57,6 +57,7 @@ public:
     /** Switches the button on or off. Does nothing when it is not checkable. */
     void setChecked(bool checked);
 
+    QRectF boundingRect() const override;
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
 public Q_SLOTS:

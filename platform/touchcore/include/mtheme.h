@@ -27,7 +27,12 @@ class QUENZOTOUCHCORE_EXPORT MTheme : public QObject
     Q_OBJECT
 public:
     /** The colors that a theme comes in. */
-    enum Variant { Light, Dark };
+    enum Variant {
+        Light,
+        Dark,
+        LightContrast, ///< Light, for who cannot see quiet colors
+        DarkContrast,  ///< Dark, for who cannot see quiet colors
+    };
     Q_ENUM(Variant)
 
     /** Returns the theme of this process. It lives until the application object goes. */

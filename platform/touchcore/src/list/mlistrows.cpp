@@ -155,8 +155,12 @@ void MListRows::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidg
         MPaint::panel(painter, rowRect(chosen), *style, style->checkedBackground);
         paintMark(painter, rowRect(chosen));
     }
-    if (focusShown)
-        MPaint::focusRing(painter, rowRect(qMax(chosen, 0)), *style);
+    if (focusShown) {
+        // There is no room between two rows.
+        const qreal reach = MPaint::focusReach(*style);
+        const QRectF inside = rowRect(qMax(chosen, 0)).adjusted(reach, reach, -reach, -reach);
+        MPaint::focusRing(painter, inside, *style);
+    }
 }
 
 void MListRows::paintMark(QPainter *painter, const QRectF &row)

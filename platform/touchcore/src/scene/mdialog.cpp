@@ -17,6 +17,7 @@
 #include <MProgressIndicator>
 
 #include "scene/mdialog_p.h"
+#include "theme/mpaint_p.h"
 #include "theme/mtheme_p.h"
 #include "widgets/mscrollarea_p.h"
 
@@ -197,7 +198,13 @@ void MDialogPrivate::arrangeButtons(qreal width)
         if (wanted == EqualRow)
             layout->setStretchFactor(view, 1);
     }
+    layout->setContentsMargins(ringRoom(), ringRoom(), ringRoom(), ringRoom());
     buttonBox->setLayout(layout);
+}
+
+qreal MDialogPrivate::ringRoom()
+{
+    return MPaint::focusReach(MThemePrivate::ownStyle("MButton"));
 }
 
 void MDialogPrivate::layOut()
@@ -213,8 +220,10 @@ void MDialogPrivate::layOut()
     if (inner <= 0 || tallest <= 0)
         return;
     arrangeButtons(inner);
+    // The area is as much larger as the focus ring reaches beyond the buttons in it.
+    const qreal room = 2 * ringRoom();
     const qreal buttons =
-        models.isEmpty() ? 0 : qMin(buttonArea->contentHeight(inner), tallest * buttonShare);
+        models.isEmpty() ? 0 : qMin(buttonArea->contentHeight(inner + room) - room, tallest * buttonShare);
     const qreal gap = models.isEmpty() ? 0 : look.spacing;
     // The body reaches to the edges of the card, so that its scroll indicator stands beside the text.
     body->setContentsMargins(look.margins.left(), 0, look.margins.right(), 0);
@@ -226,7 +235,8 @@ void MDialogPrivate::layOut()
         look.bottom ? screen.bottom() - height : screen.top() + qRound((screen.height() - height) / 2);
     card->setGeometry(QRectF(qRound(left), top, width, height));
     bodyArea->setGeometry(QRectF(0, look.margins.top(), width, contents));
-    buttonArea->setGeometry(QRectF(look.margins.left(), look.margins.top() + contents + gap, inner, buttons));
+    const QRectF place(look.margins.left(), look.margins.top() + contents + gap, inner, buttons);
+    buttonArea->setGeometry(place.adjusted(-ringRoom(), -ringRoom(), ringRoom(), ringRoom()));
 }
 
 MDialog::MDialog(M::StandardButtons buttons) : MDialog(QString(), buttons) {}

@@ -34,6 +34,8 @@ public:
     void fillTitleBar();
     /** Puts what the dialog holds into the body, from top to bottom. */
     void fillBody();
+    /** Returns how far the focus ring of a button reaches beyond it. */
+    static qreal ringRoom();
     /** Fits the card with its parts into the dialog. */
     void layOut();
     /** Puts the buttons side by side if they fit into \a width, or below one another. */

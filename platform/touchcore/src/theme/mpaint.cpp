@@ -50,6 +50,12 @@ qreal cornerRadius(const QRectF &rect, const MStyle &style)
 
 void MPaint::panel(QPainter *painter, const QRectF &rect, const MStyle &style, const QColor &background)
 {
+    panel(painter, rect, style, background, style.border);
+}
+
+void MPaint::panel(QPainter *painter, const QRectF &rect, const MStyle &style, const QColor &background,
+                   const QColor &border)
+{
     const qreal radius = cornerRadius(rect, style);
     painter->setRenderHint(QPainter::Antialiasing);
     if (background.alpha() > 0 && style.radius > 0)
@@ -57,13 +63,20 @@ void MPaint::panel(QPainter *painter, const QRectF &rect, const MStyle &style, c
     else if (background.alpha() > 0)
         fillRows(painter, rect, background);
     if (style.borderWidth > 0)
-        outline(painter, rect, radius, QPen(style.border, style.borderWidth));
+        outline(painter, rect, radius, QPen(border, style.borderWidth));
+}
+
+qreal MPaint::focusReach(const MStyle &style)
+{
+    return style.focusWidth > 0 ? style.focusGap + style.focusWidth : 0;
 }
 
 void MPaint::focusRing(QPainter *painter, const QRectF &rect, const MStyle &style)
 {
-    if (style.focusWidth > 0) {
-        painter->setRenderHint(QPainter::Antialiasing);
-        outline(painter, rect, cornerRadius(rect, style), QPen(style.focus, style.focusWidth));
-    }
+    const qreal reach = focusReach(style);
+    if (reach <= 0)
+        return;
+    painter->setRenderHint(QPainter::Antialiasing);
+    outline(painter, rect.adjusted(-reach, -reach, reach, reach), cornerRadius(rect, style) + reach,
+            QPen(style.focus, style.focusWidth));
 }

@@ -14,8 +14,13 @@ namespace MPaint {
 
 /** Fills \a rect with \a background and draws the border, both with the corners of \a style. */
 void panel(QPainter *painter, const QRectF &rect, const MStyle &style, const QColor &background);
+/** The same with a \a border that is not the one of \a style. */
+void panel(QPainter *painter, const QRectF &rect, const MStyle &style, const QColor &background,
+           const QColor &border);
 
-/** Draws the ring that marks the widget with the keyboard focus along the inside of \a rect. */
+/** Returns how far the focus ring reaches beyond what it goes round. */
+qreal focusReach(const MStyle &style);
+/** Draws the ring that marks what has the keyboard focus round \a rect. */
 void focusRing(QPainter *painter, const QRectF &rect, const MStyle &style);
 
 } // namespace MPaint

@@ -36,6 +36,7 @@ struct MStyle
     qreal strokeWidth = 0; ///< Of lines that the widget draws itself
     qreal glyph = 0;       ///< Size of a sign or knob that the widget draws itself
     qreal focusWidth = 0;
+    qreal focusGap = 0; ///< Between what has the focus and the ring round it
     qreal duration = 0; ///< Of one turn or move, in milliseconds
 
     QColor color = Qt::black;

@@ -17,7 +17,15 @@ using Field = std::variant<qreal MStyle::*, bool MStyle::*, QColor MStyle::*, QM
 
 // The groups that are no styles, and the key that takes over another style.
 constexpr auto themeGroup = "Theme";
-constexpr std::array paletteGroups{"Light", "Dark"};
+// A high-contrast variant changes those colors of its base that are too quiet.
+struct PaletteGroup
+{
+    const char *name;
+    const char *base;
+};
+// In the order of the variants.
+constexpr std::array<PaletteGroup, 4> paletteGroups{
+    {{"Light", nullptr}, {"Dark", nullptr}, {"LightContrast", "Light"}, {"DarkContrast", "Dark"}}};
 constexpr auto inheritsKey = "inherits";
 // Deeper than any style needs; a circle of styles ends here.
 constexpr int maximumInheritance = 16;
@@ -45,6 +53,7 @@ const QHash<QString, Field> &fields()
         {QStringLiteral("stroke-width"), &MStyle::strokeWidth},
         {QStringLiteral("glyph"), &MStyle::glyph},
         {QStringLiteral("focus-width"), &MStyle::focusWidth},
+        {QStringLiteral("focus-gap"), &MStyle::focusGap},
         {QStringLiteral("duration"), &MStyle::duration},
         {QStringLiteral("color"), &MStyle::color},
         {QStringLiteral("background"), &MStyle::background},
@@ -205,11 +214,14 @@ bool MThemeFile::read(const QByteArray &data, QString *error)
 
     QStringList styles = groups(file.get());
     styles.removeAll(QLatin1String(themeGroup));
-    for (const char *palette : paletteGroups)
-        styles.removeAll(QLatin1String(palette));
-    for (const MTheme::Variant variant : {MTheme::Light, MTheme::Dark}) {
+    for (const PaletteGroup &palette : paletteGroups)
+        styles.removeAll(QLatin1String(palette.name));
+    for (size_t variant = 0; variant < variants.size(); ++variant) {
+        const PaletteGroup &group = paletteGroups[variant];
         Palette palette;
-        if (!readPalette(file.get(), QLatin1String(paletteGroups[variant]), &palette, error))
+        if (group.base && !readPalette(file.get(), QLatin1String(group.base), &palette, error))
+            return false;
+        if (!readPalette(file.get(), QLatin1String(group.name), &palette, error))
             return false;
         for (const QString &name : std::as_const(styles)) {
             MStyle style;

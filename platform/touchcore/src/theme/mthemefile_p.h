@@ -32,7 +32,7 @@ public:
 private:
     QStringList families;
     MTheme::Variant preferred = MTheme::Light;
-    std::array<QHash<QString, MStyle>, 2> variants;
+    std::array<QHash<QString, MStyle>, 4> variants;
 };
 
 #endif

@@ -64,10 +64,16 @@ QColor MButtonPrivate::foregroundColor(const MStyle &style) const
     return type == MButton::switchType && checked ? style.checkedColor : style.color;
 }
 
+QRectF MButtonPrivate::shape() const
+{
+    return type == MButton::switchType ? q->contentsRect() : q->rect();
+}
+
 void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)
 {
     const QRectF area = q->contentsRect();
-    MPaint::panel(painter, q->rect(), style, backgroundColor(style));
+    MPaint::panel(painter, q->rect(), style, backgroundColor(style),
+                  q->isEnabled() ? style.border : style.disabledColor);
     painter->setPen(foregroundColor(style));
     block(area.width(), style).draw(painter, area, Qt::AlignCenter, q->layoutDirection(), area);
 }
@@ -168,7 +174,13 @@ void MButton::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget
     else
         d->paintPush(painter, style());
     if (showsFocus())
-        MPaint::focusRing(painter, rect(), style());
+        MPaint::focusRing(painter, d->shape(), style());
+}
+
+QRectF MButton::boundingRect() const
+{
+    const qreal reach = MPaint::focusReach(style());
+    return MWidgetController::boundingRect().united(d->shape().adjusted(-reach, -reach, reach, reach));
 }
 
 bool MButton::event(QEvent *event)
@@ -213,6 +225,7 @@ void MButton::keyPressEvent(QKeyEvent *event)
 
 void MButton::styleChanged()
 {
+    prepareGeometryChange();
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(d->type == pushType);
     setSizePolicy(policy);

@@ -18,6 +18,8 @@ public:
     void setDown(bool isDown);
     QColor backgroundColor(const MStyle &style) const;
     QColor foregroundColor(const MStyle &style) const;
+    /** Returns what the button is painted as: its rectangle, or a switch's track. */
+    QRectF shape() const;
     void paintPush(QPainter *painter, const MStyle &style);
     void paintSwitch(QPainter *painter, const MStyle &style);
     /** Returns the longest variant of the text that fits into one line of \a width, or the shortest when none

@@ -54,7 +54,7 @@ void MProgressIndicatorPrivate::paintBar(QPainter *painter, const MStyle &style)
     else
         track.setWidth(length);
     if (length > 0)
-        MPaint::panel(painter, track, style, style.color);
+        MPaint::panel(painter, track, style, style.color, style.color);
 }
 
 void MProgressIndicatorPrivate::paintSpinner(QPainter *painter, const MStyle &style)
