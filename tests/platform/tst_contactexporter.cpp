@@ -312,6 +312,7 @@ void TestContactExporter::avatarIsRead()
     QImage avatar;
     QVERIFY(ContactExporter::resolveContactAvatar(QStringLiteral("contact:1"), avatar));
     QCOMPARE(avatar.convertToFormat(QImage::Format_RGB32), picture());
+    QCOMPARE(QImage::fromData(ContactExporter::contactPhoto(QStringLiteral("contact:1"))), avatar);
 }
 
 void TestContactExporter::avatarIsMissing_data()

@@ -3,7 +3,7 @@
 #ifndef CONNUI_CONNECTIVITYSETTINGS_H
 #define CONNUI_CONNECTIVITYSETTINGS_H
 
-#include <connui_common_export.h>
+#include <connui_common_core_export.h>
 
 #include <QString>
 #include <QVariant>
@@ -19,7 +19,7 @@ namespace ConnUi {
  * The settings live in $XDG_CONFIG_HOME/connui/settings.cbor (CBOR, RFC 8949). Where that file is damaged
  * every setting reads as unset, with one warning for as long as it stays damaged.
  */
-class CONNUI_COMMON_EXPORT ConnectivitySettings
+class CONNUI_COMMON_CORE_EXPORT ConnectivitySettings
 {
 public:
     /**

@@ -3,12 +3,17 @@
 #ifndef CONNUI_CONTACTEXPORTER_H
 #define CONNUI_CONTACTEXPORTER_H
 
-#include <connui_common_export.h>
+#include <connui_common_core_export.h>
 
+#include <QByteArray>
 #include <QFileInfo>
-#include <QImage>
 #include <QString>
 #include <QTemporaryFile>
+#ifdef QT_GUI_LIB
+#include <QImage>
+#else
+class QImage;
+#endif
 
 namespace ConnUi {
 
@@ -19,7 +24,7 @@ namespace ConnUi {
  * holds a slash or ".." names no contact. Cards are vCard 2.1 or 3.0 (RFC 2426); one that is larger than 4
  * MiB is refused with a warning. All calls block for as long as the file takes to read.
  */
-class CONNUI_COMMON_EXPORT ContactExporter
+class CONNUI_COMMON_CORE_EXPORT ContactExporter
 {
 public:
     /**
@@ -40,10 +45,17 @@ public:
     static void resolveContactInfo(const QFileInfo &file, QString &first, QString &second);
 
     /**
-     * Reads the picture in the card of \a contact into \a avatar.
+     * Reads the picture in the card of \a contact: the bytes of an image file, as the card has them. Empty
+     * when there is no such contact or no picture in its card. A picture that a card only refers to is not
+     * fetched.
+     */
+    static QByteArray contactPhoto(const QString &contact);
+
+    /**
+     * Decodes the picture in the card of \a contact into \a avatar.
      *
-     * Returns false, with \a avatar untouched, when there is no such contact or no picture in its card that
-     * can be decoded. Pictures that a card only refers to are not fetched.
+     * Returns false, with \a avatar untouched, when contactPhoto() has no picture or one that cannot be
+     * decoded. In ConnUi::Common, as it needs QtGui.
      */
     static bool resolveContactAvatar(const QString &contact, QImage &avatar);
 };

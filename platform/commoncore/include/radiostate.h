@@ -3,7 +3,7 @@
 #ifndef CONNUI_RADIOSTATE_H
 #define CONNUI_RADIOSTATE_H
 
-#include <connui_common_export.h>
+#include <connui_common_core_export.h>
 
 #include <QObject>
 
@@ -15,7 +15,7 @@ namespace ConnUi {
  * The wish is persistent and shared by all processes of the user: it is kept beside the connectivity
  * settings, under the same guarantees.
  */
-class CONNUI_COMMON_EXPORT RadioState : public QObject
+class CONNUI_COMMON_CORE_EXPORT RadioState : public QObject
 {
     Q_OBJECT
 public:

@@ -146,25 +146,22 @@ void ContactExporter::resolveContactInfo(const QFileInfo &file, QString &first, 
         first = values(card.get(), EVC_FN, 1).constFirst();
 }
 
-bool ContactExporter::resolveContactAvatar(const QString &contact, QImage &avatar)
+QByteArray ContactExporter::contactPhoto(const QString &contact)
 {
     const QString path = cardPath(contact);
     if (!QFileInfo::exists(path))
-        return false;
+        return QByteArray();
     const Card card = readCard(path);
     if (!card)
-        return false;
+        return QByteArray();
     const EBookContacts *library = EBookContacts::load();
     EVCardAttribute *photo = library->e_vcard_get_attribute(card.get(), EVC_PHOTO);
     if (!photo)
-        return false;
+        return QByteArray();
     GString *data = library->e_vcard_attribute_get_value_decoded(photo);
-    const auto image = QImage::fromData(reinterpret_cast<const uchar *>(data->str), int(data->len));
+    const QByteArray bytes(data->str, qsizetype(data->len));
     g_string_free(data, true);
-    if (image.isNull())
-        return false;
-    avatar = image;
-    return true;
+    return bytes;
 }
 
 } // namespace ConnUi

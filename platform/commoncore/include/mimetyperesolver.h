@@ -3,7 +3,7 @@
 #ifndef CONNUI_MIMETYPERESOLVER_H
 #define CONNUI_MIMETYPERESOLVER_H
 
-#include <connui_common_export.h>
+#include <connui_common_core_export.h>
 
 #include <QString>
 
@@ -12,7 +12,7 @@ namespace ConnUi {
 /**
  * Finds out what kind of content a file holds.
  */
-class CONNUI_COMMON_EXPORT MimeTypeResolver
+class CONNUI_COMMON_CORE_EXPORT MimeTypeResolver
 {
 public:
     /**

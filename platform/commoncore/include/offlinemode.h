@@ -3,7 +3,7 @@
 #ifndef CONNUI_OFFLINEMODE_H
 #define CONNUI_OFFLINEMODE_H
 
-#include <connui_common_export.h>
+#include <connui_common_core_export.h>
 
 #include <QObject>
 
@@ -12,7 +12,7 @@ namespace ConnUi {
 /**
  * Tells whether the device is in offline (flight) mode, as the connection manager on the system bus sees it.
  */
-class CONNUI_COMMON_EXPORT OfflineMode : public QObject
+class CONNUI_COMMON_CORE_EXPORT OfflineMode : public QObject
 {
     Q_OBJECT
 public:
