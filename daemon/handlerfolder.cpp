@@ -8,16 +8,47 @@
 #include <optional>
 
 #include <QDir>
+#include <QFileInfo>
+#include <QMap>
 #include <QRegularExpression>
 
 namespace {
 
 constexpr qint64 maximumFileSize = 1 << 20;
 
+/** A handler, and whether it stands back where another one takes the content. */
+struct Announcement
+{
+    Handler handler;
+    bool isFallback = false;
+};
+
+bool isWhole(const QString &pattern, const QString &text)
+{
+    return QRegularExpression(QRegularExpression::anchoredPattern(pattern)).match(text).hasMatch();
+}
+
 bool isObjectPath(const QString &path)
 {
-    static const QRegularExpression objectPath(QStringLiteral("^(/|(/[A-Za-z0-9_]+)+)$"));
-    return objectPath.match(path).hasMatch();
+    return isWhole(QStringLiteral("/|(/[A-Za-z0-9_]+)+"), path);
+}
+
+bool isServiceName(const QString &name)
+{
+    constexpr int longestBusName = 255;
+    return name.size() <= longestBusName &&
+           isWhole(QStringLiteral("[A-Za-z_-][A-Za-z0-9_-]*(\\.[A-Za-z_-][A-Za-z0-9_-]*)+"), name);
+}
+
+bool isBus(const QString &bus)
+{
+    return bus == QLatin1String("session") || bus == QLatin1String("system");
+}
+
+// It becomes the base name of a desktop file.
+bool isApplicationId(const QString &id)
+{
+    return isWhole(QStringLiteral("[^/\\p{Cc}]{1,255}"), id);
 }
 
 QString value(GKeyFile *file, const char *key)
@@ -36,22 +67,24 @@ QStringList listed(const QString &value)
     return parts;
 }
 
-std::optional<Handler> readHandler(const QFileInfo &file)
+std::optional<Announcement> readAnnouncement(const QFileInfo &file)
 {
     const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
     // One that cannot be read is as one that says nothing.
     if (file.size() <= maximumFileSize)
         g_key_file_load_from_file(keys.get(), QFile::encodeName(file.filePath()).constData(), G_KEY_FILE_NONE,
                                   nullptr);
-    const QString bus = value(keys.get(), "Bus");
-    const QString path = value(keys.get(), "Path");
+    const QString namedBus = value(keys.get(), "Bus");
+    const QString bus = namedBus.isEmpty() ? QStringLiteral("session") : namedBus;
     const QString service = value(keys.get(), "Service");
-    if (service.isEmpty() || !isObjectPath(path)) {
+    const QString path = value(keys.get(), "Path");
+    const QString id = value(keys.get(), "ApplicationId");
+    if (!isBus(bus) || !isServiceName(service) || !isObjectPath(path) || !isApplicationId(id)) {
         qWarning("%s announces no handler", qUtf8Printable(file.filePath()));
         return std::nullopt;
     }
-    return Handler{bus.isEmpty() ? QStringLiteral("session") : bus, service, QDBusObjectPath(path),
-                   value(keys.get(), "ApplicationId"), listed(value(keys.get(), "Takes"))};
+    return Announcement{{bus, service, QDBusObjectPath(path), id, listed(value(keys.get(), "Takes"))},
+                        value(keys.get(), "Fallback") == QLatin1String("true")};
 }
 
 bool matches(const QString &pattern, const QString &kind)
@@ -68,6 +101,19 @@ bool takes(const Handler &handler, const QString &kind)
         [&kind](const QString &pattern) { return matches(pattern, kind); });
 }
 
+// The announcement files of all folders by their names; one replaces those of later folders.
+QMap<QString, QFileInfo> announcementFiles(const QStringList &folders)
+{
+    QMap<QString, QFileInfo> files;
+    for (const QString &folder : folders) {
+        const QFileInfoList found = QDir(folder).entryInfoList({QStringLiteral("*.handler")}, QDir::Files);
+        for (const QFileInfo &file : found)
+            if (!files.contains(file.fileName()))
+                files.insert(file.fileName(), file);
+    }
+    return files;
+}
+
 } // namespace
 
 HandlerFolder::HandlerFolder(const QStringList &folders) : folders(folders) {}
@@ -75,14 +121,12 @@ HandlerFolder::HandlerFolder(const QStringList &folders) : folders(folders) {}
 QList<Handler> HandlerFolder::handlersFor(const QString &kind) const
 {
     QList<Handler> handlers;
-    for (const QString &folder : folders) {
-        const QFileInfoList files =
-            QDir(folder).entryInfoList({QStringLiteral("*.handler")}, QDir::Files, QDir::Name);
-        for (const QFileInfo &file : files) {
-            const std::optional<Handler> handler = readHandler(file);
-            if (handler && takes(*handler, kind))
-                handlers.append(*handler);
-        }
+    QList<Handler> fallbacks;
+    const QMap<QString, QFileInfo> files = announcementFiles(folders);
+    for (const QFileInfo &file : files) {
+        const std::optional<Announcement> announcement = readAnnouncement(file);
+        if (announcement && takes(announcement->handler, kind))
+            (announcement->isFallback ? fallbacks : handlers).append(announcement->handler);
     }
-    return handlers;
+    return handlers.isEmpty() ? fallbacks : handlers;
 }

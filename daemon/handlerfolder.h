@@ -8,14 +8,18 @@
 
 #include "daemon/handler.h"
 
-/** Folders of announcement files (*.handler); nfcd-sim(1) describes their format. */
+/**
+ * Folders of announcement files (*.handler); nfcd-sim(1) describes their format. A file replaces those of the
+ * same name in later folders.
+ */
 class HandlerFolder
 {
 public:
     explicit HandlerFolder(const QStringList &folders);
 
     /**
-     * The handlers that take content of \a kind (see ndefKind()), by file name.
+     * The handlers that take content of \a kind (see ndefKind()), by file name; those that stand back only
+     * when nobody else does.
      *
      * The files are read anew each time, so that an application can be added while the daemon runs. A file
      * that announces nothing usable is skipped with a warning.

@@ -7,7 +7,10 @@
 #include <QDBusPendingCall>
 #include <QDBusServiceWatcher>
 #include <QObject>
-#include <QVariant>
+#include <QString>
+#include <QVariantList>
+
+class QDBusPendingCallWatcher;
 
 /** The client's agent, which puts questions to the user. */
 class UiAgent : public QObject
@@ -29,6 +32,8 @@ Q_SIGNALS:
     void left();
 
 private:
+    void checkPresence(QDBusPendingCallWatcher *presence);
+
     const QString service;
     const QDBusObjectPath path;
     QDBusServiceWatcher watcher;

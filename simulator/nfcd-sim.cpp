@@ -70,7 +70,8 @@ int main(int argc, char *argv[])
         return fail(BadArguments, parser.errorText());
     bool isNumber = false;
     const int handoverStep = parser.value(step).toInt(&isNumber);
-    if (!isNumber || handoverStep < 0 || !parser.positionalArguments().isEmpty())
+    const bool namelessFolder = parser.values(handlers).contains(QString());
+    if (!isNumber || handoverStep < 0 || namelessFolder || !parser.positionalArguments().isEmpty())
         return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-sim --help"));
 
     DaemonService service;

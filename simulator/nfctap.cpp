@@ -15,9 +15,23 @@
 
 namespace {
 
-enum ExitCode { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3, BadArguments = 64 };
+enum ExitCode { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3, BadArguments = 64, OutputFailed = 74 };
 
-void printHelp()
+int fail(ExitCode code, const QString &reason)
+{
+    std::fprintf(stderr, "nfctap: %s\n", qUtf8Printable(reason));
+    return code;
+}
+
+// The code, unless what was printed got lost.
+int finish(ExitCode code)
+{
+    if (std::fflush(stdout) == 0 && !std::ferror(stdout))
+        return code;
+    return fail(OutputFailed, QStringLiteral("cannot write: %1").arg(qt_error_string()));
+}
+
+int printHelp()
 {
     std::printf("Usage: nfctap COMMAND [ARGUMENT...]\n"
                 "Holds something against the simulated NFC daemon and prints what the user decided.\n\n");
@@ -26,14 +40,10 @@ void printHelp()
         std::printf("  %-26s %s\n", usage.constData(), command.help);
     }
     std::printf(
-        "\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d bad arguments.\n",
-        Granted, Rejected, Canceled, Nobody, BadArguments);
-}
-
-int fail(ExitCode code, const QString &reason)
-{
-    std::fprintf(stderr, "nfctap: %s\n", qUtf8Printable(reason));
-    return code;
+        "\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d bad arguments,\n"
+        "%d output that cannot be written.\n",
+        Granted, Rejected, Canceled, Nobody, BadArguments, OutputFailed);
+    return finish(Granted);
 }
 
 // What the daemon says, and what that means to a script. Anything else is an error name of the client's own.
@@ -78,7 +88,7 @@ int hold(const Tap &tap)
 
     if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
         std::printf("done: %s\n", qUtf8Printable(tap.what));
-        return Granted;
+        return finish(Granted);
     }
     if (isDeath(reply))
         return fail(Nobody, QStringLiteral("%1: the daemon has died").arg(tap.what));
@@ -91,7 +101,7 @@ int hold(const Tap &tap)
     if (code == Nobody)
         return fail(code, QStringLiteral("%1: %2").arg(tap.what, explanation(outcome)));
     std::printf("%s: %s\n", qUtf8Printable(outcome), qUtf8Printable(tap.what));
-    return code;
+    return finish(code);
 }
 
 } // namespace
@@ -102,11 +112,8 @@ int main(int argc, char *argv[])
     // Has the D-Bus library register its own types now, not on its thread while a reply is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     const QStringList arguments = QCoreApplication::arguments().mid(1);
-    if (arguments == QStringList{QStringLiteral("--help")} ||
-        arguments == QStringList{QStringLiteral("-h")}) {
-        printHelp();
-        return Granted;
-    }
+    if (arguments == QStringList{QStringLiteral("--help")} || arguments == QStringList{QStringLiteral("-h")})
+        return printHelp();
     if (arguments.isEmpty())
         return fail(BadArguments, QStringLiteral("what shall be held against the daemon? See nfctap --help"));
 

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int any = std::numeric_limits<int>::max();
+constexpr qint64 largestTag = 1 << 20; // bytes; more than any tag, less than the bus carries
 
 Tap tag(const QByteArray &message, const QString &what)
 {
@@ -27,7 +28,16 @@ std::optional<QByteArray> contents(const QString &name, QString &fault)
         fault = QStringLiteral("cannot read %1: %2").arg(name, file.errorString());
         return std::nullopt;
     }
-    return file.readAll();
+    const QByteArray data = file.read(largestTag + 1);
+    if (file.error() != QFile::NoError) {
+        fault = QStringLiteral("cannot read %1: %2").arg(name, file.errorString());
+        return std::nullopt;
+    }
+    if (data.size() > largestTag) {
+        fault = QStringLiteral("%1 is too large: a tag holds at most %2 bytes").arg(name).arg(largestTag);
+        return std::nullopt;
+    }
+    return data;
 }
 
 std::optional<Tap> uriTag(const QStringList &arguments, QString &)
@@ -42,7 +52,8 @@ std::optional<Tap> textTag(const QStringList &arguments, QString &)
 
 std::optional<Tap> mimeTag(const QStringList &arguments, QString &fault)
 {
-    static const QRegularExpression mimeType(QStringLiteral("^[^\\s/]+/[^\\s/]+$"));
+    static const QRegularExpression mimeType(
+        QRegularExpression::anchoredPattern(QStringLiteral("[^\\s/]+/[^\\s/]+")));
     if (!mimeType.match(arguments[0]).hasMatch()) {
         fault = QStringLiteral("'%1' is no MIME type").arg(arguments[0]);
         return std::nullopt;
@@ -83,7 +94,8 @@ std::optional<Tap> malformedTag(const QStringList &, QString &)
 std::optional<Tap> device(const QString &method, const QString &purpose, const QStringList &arguments,
                           QString &fault)
 {
-    static const QRegularExpression address(QStringLiteral("^([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}$"));
+    static const QRegularExpression address(
+        QRegularExpression::anchoredPattern(QStringLiteral("([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}")));
     if (!address.match(arguments[0]).hasMatch()) {
         fault = QStringLiteral("'%1' is no Bluetooth address").arg(arguments[0]);
         return std::nullopt;

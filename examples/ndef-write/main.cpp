@@ -11,8 +11,18 @@ namespace {
 
 int fail(const QFile &file)
 {
-    std::fprintf(stderr, "ndef-write: %s: %s\n", qPrintable(file.fileName()), qPrintable(file.errorString()));
+    const QString name = file.fileName().isEmpty() ? QStringLiteral("standard output") : file.fileName();
+    std::fprintf(stderr, "ndef-write: %s: %s\n", qPrintable(name), qPrintable(file.errorString()));
     return 1;
+}
+
+bool addFile(QFile *file, NDEFGenerator *generator)
+{
+    if (!file->open(QIODevice::ReadOnly))
+        return false;
+    const QString type = QMimeDatabase().mimeTypeForFile(file->fileName()).name();
+    generator->addRecord(NDEFGenerator::Record(type, file->readAll()));
+    return file->error() == QFile::NoError;
 }
 
 } // namespace
@@ -32,17 +42,15 @@ int main(int argc, char **argv)
         QFile file(content);
         if (!QUrl(content).isRelative())
             generator.addRecord(NDEFGenerator::Record(content));
-        else if (file.open(QIODevice::ReadOnly))
-            generator.addRecord(
-                NDEFGenerator::Record(QMimeDatabase().mimeTypeForFile(content).name(), file.readAll()));
-        else
+        else if (!addFile(&file, &generator))
             return fail(file);
     }
 
     QFile out(arguments.value(QStringLiteral("o")));
-    if (!arguments.isSet(QStringLiteral("o")))
-        std::printf("%s\n", generator.data().toHex(' ').constData());
-    else if (!out.open(QIODevice::WriteOnly) || out.write(generator.data()) < 0 || !out.flush())
+    const bool isPrinted = !arguments.isSet(QStringLiteral("o"));
+    const bool isOpen = isPrinted ? out.open(stdout, QIODevice::WriteOnly) : out.open(QIODevice::WriteOnly);
+    const QByteArray bytes = isPrinted ? generator.data().toHex(' ') + '\n' : generator.data();
+    if (!isOpen || out.write(bytes) != bytes.size() || !out.flush())
         return fail(out);
     return 0;
 }

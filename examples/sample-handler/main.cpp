@@ -22,8 +22,13 @@ int main(int argc, char *argv[])
     QObject applicationObject;
     new Application(&applicationObject);
 
-    // The objects first, then the name: whoever waits for the name may call them at once.
+    // Without its session it would stay behind.
     QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &program,
+                SLOT(quit()));
+
+    // The objects first, then the name: whoever waits for the name may call them at once.
     const bool ready = bus.registerObject(QStringLiteral("/org/connui/SampleHandler"), &handlerObject) &&
                        bus.registerObject(QStringLiteral("/org/orvik/m"), &applicationObject) &&
                        bus.registerService(service);

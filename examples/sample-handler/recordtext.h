@@ -6,7 +6,7 @@
 #include <QNdefRecord>
 #include <QString>
 
-/** Describes an NDEF record in one line. */
+/** Describes an NDEF record in one line, in which nothing but printable characters stands. */
 QString recordText(const QNdefRecord &record);
 
 #endif

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "panel/conversation.h"
 
+#include <csignal>
+#include <sys/prctl.h>
+
 #include <QRegularExpression>
 
 namespace {
@@ -14,7 +17,8 @@ constexpr QLatin1String daemonName("com.tavix.nfc");
 QStringList rules()
 {
     QStringList rules = {QStringLiteral("type='method_return'"), QStringLiteral("type='error'")};
-    for (const char *interface : {"Manager", "Adapter", "UIAgent", "HandoverRequestor", "Simulator"})
+    for (const char *interface :
+         {"Manager", "Adapter", "UIAgent", "HandoverRequestor", "Transfers", "TagWriter", "Simulator"})
         rules.append(QStringLiteral("interface='com.tavix.nfc.%1'").arg(QLatin1String(interface)));
     return rules;
 }
@@ -42,6 +46,8 @@ QString key(const QString &caller, const QString &serial)
 Conversation::Conversation(QObject *parent) : QObject(parent)
 {
     connect(&monitor, &QProcess::readyReadStandardOutput, this, &Conversation::read);
+    // However the panel ends, its monitor does not stay behind.
+    monitor.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     monitor.start(QStringLiteral("dbus-monitor"), QStringList{QStringLiteral("--system")} + rules());
 }
 
@@ -92,7 +98,8 @@ QString Conversation::callSentence(const QHash<QString, QString> &fields, const 
                             interface.endsWith(QLatin1String(".HandoverRequestor"));
     const bool fromWorld = interface.endsWith(QLatin1String(".Simulator"));
     const QString receiver = asksClient ? clientRole : daemonRole;
-    roles.insert(sender, asksClient ? daemonRole : fromWorld ? worldRole : clientRole);
+    const QString caller = fromWorld ? worldRole : clientRole;
+    roles.insert(sender, asksClient ? daemonRole : caller);
     roles.insert(fields.value(QStringLiteral("destination")), receiver);
     calls.insert(key(sender, fields.value(QStringLiteral("serial"))), member);
     return QStringLiteral("%1 calls %2: %3").arg(roles.value(sender), receiver, member);

@@ -10,12 +10,15 @@
 
 int main(int argc, char *argv[])
 {
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     if (!QDBusConnection::systemBus().isConnected()) {
         std::fprintf(stderr, "nfc-panel: %s\n",
                      qUtf8Printable(QDBusConnection::systemBus().lastError().message()));
         return 1;
     }
+    QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
+                                         QStringLiteral("org.freedesktop.DBus.Local"),
+                                         QStringLiteral("Disconnected"), &application, SLOT(quit()));
     TouchPanel panel;
     panel.show();
     return QApplication::exec();

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -20,6 +21,9 @@ private Q_SLOTS:
     void everyValueIsText();
     void sampleHandlerAnnouncesItself();
     void handlersComeInTheOrderOfTheirFiles();
+    void foldersShareOneOrder();
+    void fileReplacesThatOfALaterFolder();
+    void fallbackStandsBack();
     void newFileIsSeenAtOnce();
     void kindDecides_data();
     void kindDecides();
@@ -51,7 +55,8 @@ void TestHandlerFolder::announce(const QString &file, const QByteArray &lines) c
 QStringList TestHandlerFolder::applications(const QString &kind) const
 {
     QStringList ids;
-    for (const Handler &handler : HandlerFolder({folder->path()}).handlersFor(kind))
+    const HandlerFolder folders({folder->path(), folder->filePath(u"system"_s)});
+    for (const Handler &handler : folders.handlersFor(kind))
         ids.append(handler.applicationId);
     return ids;
 }
@@ -70,14 +75,14 @@ void TestHandlerFolder::announcementIsRead()
 
 void TestHandlerFolder::sessionIsTheUsualBus()
 {
-    announce(u"a.handler"_s, "Service=a.b\nPath=/\nTakes=*\n");
+    announce(u"a.handler"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
     QCOMPARE(HandlerFolder({folder->path()}).handlersFor(u"unknown"_s)[0].bus, u"session"_s);
 }
 
 void TestHandlerFolder::everyValueIsText()
 {
     // Some libraries make objects of it, of any size that it claims.
-    const QString list = u"@Variant(\\x0\\x0\\x0\\xbZZZZ)"_s;
+    const QString list = u"@Variant(ZZZZ)"_s;
     announce(u"a.handler"_s, "ApplicationId=" + list.toUtf8() + "\nService=a.b\nPath=/\nTakes=*\n");
     QCOMPARE(applications(u"unknown"_s), QStringList{list});
 }
@@ -97,11 +102,37 @@ void TestHandlerFolder::handlersComeInTheOrderOfTheirFiles()
     QCOMPARE(applications(u"unknown"_s), (QStringList{u"first"_s, u"second"_s}));
 }
 
+void TestHandlerFolder::foldersShareOneOrder()
+{
+    QVERIFY(QDir(folder->path()).mkdir(u"system"_s));
+    announce(u"20.handler"_s, "ApplicationId=second\nService=a.b\nPath=/\nTakes=*\n");
+    announce(u"system/10.handler"_s, "ApplicationId=first\nService=a.b\nPath=/\nTakes=*\n");
+    announce(u"system/30.handler"_s, "ApplicationId=third\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(u"unknown"_s), (QStringList{u"first"_s, u"second"_s, u"third"_s}));
+}
+
+void TestHandlerFolder::fileReplacesThatOfALaterFolder()
+{
+    QVERIFY(QDir(folder->path()).mkdir(u"system"_s));
+    announce(u"a.handler"_s, "ApplicationId=mine\nService=a.b\nPath=/\nTakes=text/*\n");
+    announce(u"system/a.handler"_s, "ApplicationId=theirs\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(u"text/plain"_s), QStringList{u"mine"_s});
+    QCOMPARE(applications(u"image/png"_s), QStringList());
+}
+
+void TestHandlerFolder::fallbackStandsBack()
+{
+    announce(u"10.handler"_s, "ApplicationId=viewer\nService=a.b\nPath=/\nTakes=*\nFallback=true\n");
+    announce(u"20.handler"_s, "ApplicationId=notes\nService=a.b\nPath=/\nTakes=text/*\n");
+    QCOMPARE(applications(u"text/plain"_s), QStringList{u"notes"_s});
+    QCOMPARE(applications(u"image/png"_s), QStringList{u"viewer"_s});
+}
+
 void TestHandlerFolder::newFileIsSeenAtOnce()
 {
     const HandlerFolder handlers({folder->path()});
     QCOMPARE(handlers.handlersFor(u"unknown"_s).size(), 0);
-    announce(u"a.handler"_s, "Service=a.b\nPath=/\nTakes=*\n");
+    announce(u"a.handler"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
     QCOMPARE(handlers.handlersFor(u"unknown"_s).size(), 1);
 }
 
@@ -137,10 +168,22 @@ void TestHandlerFolder::uselessAnnouncementIsSkipped_data()
 {
     QTest::addColumn<QByteArray>("lines");
     QTest::newRow("nothing") << QByteArray();
-    QTest::newRow("no service") << QByteArray("Path=/a\nTakes=*\n");
-    QTest::newRow("no path") << QByteArray("Service=a.b\nTakes=*\n");
-    QTest::newRow("no object path") << QByteArray("Service=a.b\nPath=/a/\nTakes=*\n");
-    QTest::newRow("huge") << "Service=a.b\nPath=/a\nTakes=*\n" + QByteArray(1 << 20, '#');
+    const QByteArray others = "Takes=*\nApplicationId=a\n";
+    QTest::newRow("no service") << others + "Path=/a\n";
+    QTest::newRow("service without a dot") << others + "Service=a\nPath=/a\n";
+    QTest::newRow("unique name as service") << others + "Service=:1.5\nPath=/a\n";
+    QTest::newRow("service with a line feed") << others + "Service=a.b\\n\nPath=/a\n";
+    QTest::newRow("service that is too long") << others + "Service=a." + QByteArray(254, 'b') + "\nPath=/a\n";
+    QTest::newRow("no path") << others + "Service=a.b\n";
+    QTest::newRow("no object path") << others + "Service=a.b\nPath=/a/\n";
+    QTest::newRow("path with a line feed") << others + "Service=a.b\nPath=/a\\n\n";
+    QTest::newRow("unknown bus") << others + "Service=a.b\nPath=/a\nBus=nonsense\n";
+    const QByteArray nameless = "Takes=*\nService=a.b\nPath=/a\n";
+    QTest::newRow("no application") << nameless;
+    QTest::newRow("application without a name") << nameless + "ApplicationId=\n";
+    QTest::newRow("application in another folder") << nameless + "ApplicationId=../a\n";
+    QTest::newRow("application with a line feed") << nameless + "ApplicationId=a\\n\n";
+    QTest::newRow("huge") << nameless + "ApplicationId=a\n" + QByteArray(1 << 20, '#');
 }
 
 void TestHandlerFolder::uselessAnnouncementIsSkipped()

@@ -12,7 +12,9 @@ private Q_SLOTS:
     void uriIsPrintedInHex();
     void fileBecomesAMimeRecord();
     void messageIsWrittenToAFile();
+    void fileThatCannotBeReadEndsTheProgram_data();
     void fileThatCannotBeReadEndsTheProgram();
+    void lostOutputIsAFailure();
 
 private:
     QByteArray run(const QStringList &arguments);
@@ -61,11 +63,33 @@ void TestNdefWrite::messageIsWrittenToAFile()
     QCOMPARE(file.readAll(), "\x91\x01\x02U\x05\x31\x52\x0A\x0Dtext/vcardBEGIN:VCARD\r\n");
 }
 
+void TestNdefWrite::fileThatCannotBeReadEndsTheProgram_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("missing") << QStringLiteral("none.vcf")
+                             << QByteArray("none.vcf: No such file or directory");
+    QTest::newRow("unreadable") << QStringLiteral("/proc/self/mem")
+                                << QByteArray("/proc/self/mem: Input/output error");
+}
+
 void TestNdefWrite::fileThatCannotBeReadEndsTheProgram()
 {
-    QCOMPARE(run({QStringLiteral("tel:1"), QStringLiteral("none.vcf")}), "");
-    QCOMPARE(program.readAllStandardError(), "ndef-write: none.vcf: No such file or directory\n");
+    QFETCH(QString, file);
+    QFETCH(QByteArray, reason);
+    QCOMPARE(run({QStringLiteral("tel:1"), file}), "");
+    QCOMPARE(program.readAllStandardError(), "ndef-write: " + reason + '\n');
     QCOMPARE(program.exitCode(), 1);
+}
+
+void TestNdefWrite::lostOutputIsAFailure()
+{
+    QProcess process;
+    process.setStandardOutputFile(QStringLiteral("/dev/full"));
+    process.start(QStringLiteral(NDEF_WRITE), {QStringLiteral("tel:1")});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(process.readAllStandardError(), "ndef-write: standard output: No space left on device\n");
 }
 
 QTEST_GUILESS_MAIN(TestNdefWrite)

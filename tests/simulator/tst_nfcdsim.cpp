@@ -13,6 +13,7 @@
 #include "agentprocess.h"
 #include "daemon/handler.h"
 #include "introspection.h"
+#include "privatebus.h"
 #include "simulateddaemon.h"
 #include "tap.h"
 
@@ -61,6 +62,7 @@ private Q_SLOTS:
     void strangerCannotUnregister();
     void unregisteredAgentIsNotAsked();
     void agentOfALeavingProcessIsDropped();
+    void agentOfAProcessThatHasLeftIsDropped();
     void openTapsOfALeavingProcessAreCanceled();
     void handlerFolderMayComeLater();
 
@@ -148,6 +150,7 @@ void TestNfcdSim::badArgumentsAreRefused_data()
     QTest::newRow("unknown option") << QStringList{u"--reader"_s};
     QTest::newRow("no number") << QStringList{u"--handover-step"_s, u"soon"_s};
     QTest::newRow("negative number") << QStringList{u"--handover-step"_s, u"-1"_s};
+    QTest::newRow("folder without a name") << QStringList{u"--handlers"_s, QString()};
     QTest::newRow("argument") << QStringList{u"tag"_s};
 }
 
@@ -183,14 +186,9 @@ void TestNfcdSim::busStartsTheDaemon()
 
 void TestNfcdSim::daemonLeavesWithItsBus()
 {
-    QProcess bus;
-    bus.start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s});
-    QVERIFY(bus.waitForReadyRead());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"DBUS_SYSTEM_BUS_ADDRESS"_s,
-                       QString::fromLocal8Bit(bus.readAllStandardOutput()).trimmed());
+    PrivateBus bus;
     QProcess process;
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(bus.environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
     process.start(QStringLiteral(NFCD_SIM), {});
     QVERIFY(process.waitForStarted());
     QByteArray said;
@@ -198,8 +196,7 @@ void TestNfcdSim::daemonLeavesWithItsBus()
         return (said += process.readAllStandardError()).contains("ready");
     };
     QVERIFY(QTest::qWaitFor(isReady, 30000));
-    bus.kill();
-    QVERIFY(bus.waitForFinished());
+    bus.end();
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
 }
@@ -299,6 +296,21 @@ void TestNfcdSim::agentOfALeavingProcessIsDropped()
     first.kill();
     AgentProcess second(u"org.connui.test.SecondClient"_s);
     QCOMPARE(second.registerAgent().error, QString());
+}
+
+// It leaves while the daemon reads nothing, as one that does not wait for its reply may.
+void TestNfcdSim::agentOfAProcessThatHasLeftIsDropped()
+{
+    daemon.start();
+    QCOMPARE(Tap({u"hang"_s, u"1"_s}).exitCode(), 0);
+    QCOMPARE(QProcess::execute(u"dbus-send"_s,
+                               {u"--system"_s, u"--type=method_call"_s, u"--dest=com.tavix.nfc"_s,
+                                u"/com/tavix/nfc/adapter0"_s, u"com.tavix.nfc.Adapter.RegisterUIAgent"_s,
+                                u"objpath:/test/agent"_s}),
+             0);
+    AgentProcess client;
+    const auto isRegistered = [&client] { return client.registerAgent().error.isEmpty(); };
+    QVERIFY(QTest::qWaitFor(isRegistered, 30000));
 }
 
 void TestNfcdSim::openTapsOfALeavingProcessAreCanceled()

@@ -25,7 +25,10 @@ private Q_SLOTS:
 
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
+    void lineFeedDoesNotHideInAnArgument_data();
+    void lineFeedDoesNotHideInAnArgument();
     void helpListsEveryCommand();
+    void lostOutputIsAFailure();
     void noDaemonIsSaid();
     void noAgentIsSaid();
     void switchedOffAdapterNoticesNothing();
@@ -104,6 +107,11 @@ void TestNfcTap::badArgumentsAreRefused_data()
     QTest::newRow("two URIs") << QStringList{u"uri"_s, u"a:b"_s, u"c:d"_s};
     QTest::newRow("no MIME type") << QStringList{u"mime"_s, u"text"_s, QStringLiteral(NFCTAP)};
     QTest::newRow("missing file") << QStringList{u"mime"_s, u"text/plain"_s, u"/missing"_s};
+    QTest::newRow("endless file") << QStringList{u"mime"_s, u"text/plain"_s, u"/dev/zero"_s};
+    QTest::newRow("file that is larger than any tag")
+        << QStringList{u"message"_s, file(u"large.ndef"_s, QByteArray((1 << 20) + 1, '\0'))};
+    QTest::newRow("file that cannot be read") << QStringList{u"message"_s, u"/proc/self/mem"_s};
+    QTest::newRow("folder") << QStringList{u"message"_s, folder.path()};
     QTest::newRow("missing message") << QStringList{u"message"_s, u"/missing.ndef"_s};
     QTest::newRow("malformed with argument") << QStringList{u"malformed"_s, u"x"_s};
     QTest::newRow("no address") << QStringList{u"pair"_s, u"00:11"_s, u"Headset"_s, u"1"_s};
@@ -135,6 +143,19 @@ void TestNfcTap::badArgumentsAreRefused()
     QCOMPARE(tap.output(), QString());
 }
 
+void TestNfcTap::lineFeedDoesNotHideInAnArgument_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("MIME type") << QStringList{u"mime"_s, u"text/plain\n"_s, file(u"small"_s, "x")};
+    QTest::newRow("address") << QStringList{u"pair"_s, u"00:11:22:33:44:55\n"_s, u"Headset"_s, u"1"_s};
+}
+
+void TestNfcTap::lineFeedDoesNotHideInAnArgument()
+{
+    QFETCH(QStringList, arguments);
+    QCOMPARE(Tap(arguments).exitCode(), 64);
+}
+
 void TestNfcTap::helpListsEveryCommand()
 {
     Tap tap({u"--help"_s});
@@ -160,6 +181,21 @@ void TestNfcTap::helpListsEveryCommand()
                                   u"handover CARRIER"_s};
     for (const QString &command : commands)
         QVERIFY2(help.contains(u"\n  "_s + command), qUtf8Printable(command));
+}
+
+void TestNfcTap::lostOutputIsAFailure()
+{
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    for (const QString &command : {u"--help"_s, u"empty"_s}) {
+        QProcess tap;
+        tap.setStandardOutputFile(u"/dev/full"_s);
+        tap.start(QStringLiteral(NFCTAP), {command});
+        QVERIFY(tap.waitForFinished());
+        QCOMPARE(tap.exitCode(), 74);
+        QVERIFY(tap.readAllStandardError().startsWith("nfctap: cannot write: "));
+    }
 }
 
 void TestNfcTap::noDaemonIsSaid()

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <csignal>
+
+#include <QFile>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "privatebus.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+class TestNfcPanel : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void panelEndsWithItsBus();
+    void monitorEndsWithThePanel_data();
+    void monitorEndsWithThePanel();
+
+private:
+    static QByteArray contents(const QString &name);
+    static bool isRunning(const QByteArray &process);
+    QByteArray monitor() const;
+
+    std::unique_ptr<PrivateBus> bus;
+    std::unique_ptr<QProcess> panel;
+};
+
+void TestNfcPanel::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    bus = std::make_unique<PrivateBus>();
+    panel = std::make_unique<QProcess>();
+    panel->setProcessEnvironment(bus->environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
+    panel->start(QStringLiteral(NFC_PANEL), {});
+    QTRY_VERIFY(!monitor().isEmpty());
+}
+
+void TestNfcPanel::cleanup()
+{
+    panel->kill();
+    panel->waitForFinished();
+    panel.reset();
+    bus.reset();
+}
+
+QByteArray TestNfcPanel::contents(const QString &name)
+{
+    QFile file(name);
+    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+// The number of the process that listens for the panel; nothing before there is one.
+QByteArray TestNfcPanel::monitor() const
+{
+    const auto children = contents(u"/proc/%1/task/%1/children"_s.arg(panel->processId())).split(' ');
+    for (const QByteArray &child : children)
+        if (contents(u"/proc/%1/comm"_s.arg(QLatin1String(child))) == "dbus-monitor\n")
+            return child;
+    return QByteArray();
+}
+
+// One that nobody has waited for yet has ended as well.
+bool TestNfcPanel::isRunning(const QByteArray &process)
+{
+    const QByteArray status = contents(u"/proc/%1/stat"_s.arg(QLatin1String(process)));
+    return !status.isEmpty() && !status.contains(") Z ");
+}
+
+void TestNfcPanel::panelEndsWithItsBus()
+{
+    bus->end();
+    QVERIFY(panel->waitForFinished());
+    QCOMPARE(panel->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(panel->exitCode(), 0);
+}
+
+void TestNfcPanel::monitorEndsWithThePanel_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("interrupt") << SIGINT;
+    QTest::newRow("termination") << SIGTERM;
+    QTest::newRow("hang-up") << SIGHUP;
+    QTest::newRow("kill") << SIGKILL;
+}
+
+void TestNfcPanel::monitorEndsWithThePanel()
+{
+    QFETCH(int, signal);
+    const QByteArray listener = monitor();
+    QCOMPARE(kill(panel->processId(), signal), 0);
+    QVERIFY(panel->waitForFinished());
+    QTRY_VERIFY(!isRunning(listener));
+}
+
+QTEST_GUILESS_MAIN(TestNfcPanel)
+#include "tst_nfcpanel.moc"
