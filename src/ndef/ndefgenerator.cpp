@@ -1,14 +1,20 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include "ndefgenerator.h"
+
 #include <algorithm>
 #include <utility>
 
+#include <QList>
+#include <QStringEncoder>
+#include <QStringView>
 #include <QtEndian>
 
 #include "ndef/ndefgenerator_p.h"
 
-// A message is encoded in two steps: the sizes of all records are added up, then each record is written once
-// into a byte array of exactly that size. Nothing is assembled aside and copied.
+// A message is encoded in two steps: the space that all records can take at most is added up, then each
+// record is written into a byte array of that size, which is cut to what has been written. So nothing is
+// allocated for a single record.
 
 namespace {
 
@@ -17,6 +23,8 @@ constexpr uchar messageEndFlag = 0x40;
 constexpr uchar shortRecordFlag = 0x10;
 constexpr uchar idLengthFlag = 0x08;
 constexpr qsizetype shortPayloadMax = 0xFF;
+// The flags, the lengths of type and ID, and a long record's payload length.
+constexpr qsizetype longestHeader = 7;
 
 enum TypeNameFormat : uchar { Empty = 0, WellKnown = 1, MediaType = 2 };
 
@@ -47,76 +55,17 @@ constexpr UriPrefix uriPrefixes[] = {
     {u"file://", 0x1D},
 };
 
-// Four code units at a time: every text is looked through once more than it is written.
-bool isAscii(QStringView text)
+// As many bytes as a text can take in UTF-8.
+qsizetype utf8Space(QStringView text)
 {
-    constexpr quint64 beyondAscii = 0xFF80'FF80'FF80'FF80;
-    constexpr qsizetype step = sizeof(quint64) / sizeof(QChar);
-    for (; text.size() >= step; text = text.sliced(step))
-        if (qFromUnaligned<quint64>(text.data()) & beyondAscii)
-            return false;
-    return std::all_of(text.begin(), text.end(), [](QChar c) { return c < QChar(0x80); });
-}
-
-template <typename Function>
-void forEachCodePoint(QStringView text, Function function)
-{
-    for (auto c = text.begin(); c != text.end(); ++c) {
-        if (!c->isSurrogate()) {
-            function(char32_t(c->unicode()));
-        } else if (c->isHighSurrogate() && c + 1 != text.end() && c[1].isLowSurrogate()) {
-            function(QChar::surrogateToUcs4(c[0], c[1]));
-            ++c;
-        } else {
-            function(U'?');
-        }
-    }
-}
-
-// The size of QString::toUtf8()'s result.
-qsizetype utf8Size(QStringView text)
-{
-    if (isAscii(text))
-        return text.size();
-
-    qsizetype size = 0;
-    forEachCodePoint(text,
-                     [&](char32_t c) { size += 1 + int(c >= 0x80) + int(c >= 0x800) + int(c >= 0x10000); });
-    return size;
+    return 3 * text.size();
 }
 
 // Writes what QString::toUtf8() returns, and returns the end of it.
 char *writeUtf8(char *out, QStringView text)
 {
-    // Nearly every text is ASCII. Where it turns out not to be, the bytes written so far are no more than
-    // those that replace them.
-    char16_t anyBit = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        anyBit |= text[i].unicode();
-        out[i] = char(text[i].unicode());
-    }
-    if (anyBit < 0x80)
-        return out + text.size();
-
-    forEachCodePoint(text, [&](char32_t c) {
-        const auto continuation = [c](int shift) { return char(0x80 | (c >> shift & 0x3F)); };
-        if (c < 0x80) {
-            *out++ = char(c);
-        } else if (c < 0x800) {
-            *out++ = char(0xC0 | c >> 6);
-            *out++ = continuation(0);
-        } else if (c < 0x10000) {
-            *out++ = char(0xE0 | c >> 12);
-            *out++ = continuation(6);
-            *out++ = continuation(0);
-        } else {
-            *out++ = char(0xF0 | c >> 18);
-            *out++ = continuation(12);
-            *out++ = continuation(6);
-            *out++ = continuation(0);
-        }
-    });
-    return out;
+    QStringEncoder encoder(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
+    return encoder.appendToBuffer(out, text);
 }
 
 char *writeBytes(char *out, QByteArrayView bytes)
@@ -165,53 +114,50 @@ void writeHeader(char *out, const RecordSizes &sizes, TypeNameFormat format, Mes
         *out = char(sizes.id);
 }
 
-bool beginsWith(QStringView text, QStringView prefix)
-{
-    return text.size() >= prefix.size() &&
-           std::equal(prefix.utf16(), prefix.utf16() + prefix.size(), text.utf16());
-}
-
 struct UriPayload
 {
     char identifierCode;
     QStringView rest;
-
-    RecordSizes recordSizes(QByteArrayView id) const
-    {
-        return {uriType.size(), 1 + utf8Size(rest), id.size()};
-    }
 };
 
-UriPayload abbreviated(QStringView uri)
+UriPayload abbreviate(QStringView uri)
 {
-    const QChar first = uri.isEmpty() ? QChar() : uri.front();
     for (const auto &[prefix, code] : uriPrefixes)
-        if (prefix.front() == first && beginsWith(uri, prefix))
+        if (uri.startsWith(prefix))
             return {code, uri.sliced(prefix.size())};
     return {0x00, uri};
 }
 
-char *writeUriRecord(char *out, QStringView uri, MessageFlags flags, QByteArrayView id)
+qsizetype uriRecordSpace(QStringView uri, QByteArrayView id)
 {
-    const UriPayload payload = abbreviated(uri);
-    const RecordSizes sizes = payload.recordSizes(id);
-    writeHeader(out, sizes, WellKnown, flags);
-    out = writeBytes(out + sizes.header(), uriType);
-    out = writeBytes(out, id);
-    *out++ = payload.identifierCode;
-    return writeUtf8(out, payload.rest);
+    return longestHeader + uriType.size() + id.size() + 1 + utf8Space(uri);
 }
 
-RecordSizes mimeRecordSizes(QStringView mimeType, QByteArrayView mimeData)
+char *writeUriRecord(char *out, QStringView uri, MessageFlags flags, QByteArrayView id)
 {
-    return {utf8Size(mimeType), mimeData.size(), 0};
+    const auto [identifierCode, rest] = abbreviate(uri);
+    // Encoded where nothing else comes to stand: how long the header is follows from the payload's size.
+    char *const payload = out + longestHeader + uriType.size() + id.size();
+    *payload = identifierCode;
+    char *const payloadEnd = writeUtf8(payload + 1, rest);
+
+    const RecordSizes sizes{uriType.size(), payloadEnd - payload, id.size()};
+    writeHeader(out, sizes, WellKnown, flags);
+    char *const type = out + sizes.header();
+    return std::copy(payload, payloadEnd, writeBytes(writeBytes(type, uriType), id));
+}
+
+qsizetype mimeRecordSpace(QStringView mimeType, QByteArrayView mimeData)
+{
+    return longestHeader + utf8Space(mimeType) + mimeData.size();
 }
 
 char *writeMimeRecord(char *out, QStringView mimeType, QByteArrayView mimeData, MessageFlags flags)
 {
-    const RecordSizes sizes = mimeRecordSizes(mimeType, mimeData);
+    RecordSizes sizes{0, mimeData.size(), 0};
     char *const type = out + sizes.header();
     char *const payload = writeUtf8(type, mimeType);
+    sizes.type = payload - type;
     writeHeader(out, sizes, typeNameFormat(QByteArrayView(type, payload)), flags);
     return writeBytes(payload, mimeData);
 }
@@ -281,17 +227,17 @@ void NDEFGenerator::clear()
 QByteArray NDEFGenerator::data() const
 {
     const QList<Record> &records = d->records;
-    qsizetype size = 0;
+    qsizetype space = 0;
     qsizetype dropped = 0;
     for (const Record &record : records)
         if (!record.d->uri.isEmpty())
-            size += abbreviated(record.d->uri).recordSizes({}).total();
+            space += uriRecordSpace(record.d->uri, {});
         else if (!record.d->mimeType.isEmpty())
-            size += mimeRecordSizes(record.d->mimeType, record.d->mimeData).total();
+            space += mimeRecordSpace(record.d->mimeType, record.d->mimeData);
         else if (!record.d->mimeData.isEmpty())
             ++dropped;
 
-    QByteArray message(size, Qt::Uninitialized);
+    QByteArray message(space, Qt::Uninitialized);
     char *out = message.data();
     for (const Record &record : records) {
         const MessageFlags flags{record == records.first(), record == records.last()};
@@ -300,6 +246,7 @@ QByteArray NDEFGenerator::data() const
         else if (!record.d->mimeType.isEmpty())
             out = writeMimeRecord(out, record.d->mimeType, record.d->mimeData, flags);
     }
+    message.truncate(out - message.constData());
 
     // Said last, since a message handler may change the list.
     for (; dropped > 0; --dropped)
@@ -323,7 +270,8 @@ QByteArray NDEFGeneratorPrivate::generateRecord(const QByteArray &type, const QB
 QByteArray NDEFGeneratorPrivate::generateUriRecord(const QString &uri, bool messageBegin, bool messageEnd,
                                                    const QByteArray &id) const
 {
-    QByteArray record(abbreviated(uri).recordSizes(id).total(), Qt::Uninitialized);
-    writeUriRecord(record.data(), uri, {messageBegin, messageEnd}, id);
+    QByteArray record(uriRecordSpace(uri, id), Qt::Uninitialized);
+    const char *const end = writeUriRecord(record.data(), uri, {messageBegin, messageEnd}, id);
+    record.truncate(end - record.constData());
     return record;
 }

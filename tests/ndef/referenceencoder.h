@@ -71,6 +71,17 @@ struct Written
     }
 };
 
+/** Returns the text in UTF-8, with U+FFFD for each half of a surrogate pair that stands alone. */
+inline QByteArray utf8(QString text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i)
+        if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
+            ++i;
+        else if (text[i].isSurrogate())
+            text[i] = QChar(QChar::ReplacementCharacter);
+    return text.toUtf8();
+}
+
 inline QByteArray uriPayload(const QString &uri)
 {
     static const QMap<QString, char> codes = {
@@ -93,7 +104,7 @@ inline QByteArray uriPayload(const QString &uri)
     for (const QString &prefix : codes.keys())
         if (uri.startsWith(prefix) && prefix.size() > best.size())
             best = prefix;
-    return codes.value(best, 0) + uri.toUtf8().mid(best.size());
+    return codes.value(best, 0) + utf8(uri).mid(best.size());
 }
 
 /** Returns what of the records is written; those with nothing to write are left out. */
@@ -106,7 +117,7 @@ inline QList<Written> write(const QList<Record> &records)
         if (!record.uri.isEmpty())
             written.append({"U", uriPayload(record.uri), {}, begin, end});
         else if (!record.mimeType.isEmpty())
-            written.append({record.mimeType.toUtf8(), record.mimeData, {}, begin, end});
+            written.append({utf8(record.mimeType), record.mimeData, {}, begin, end});
     }
     return written;
 }
