@@ -6,6 +6,7 @@
 #include <connui_nfc_export.h>
 
 #include <QObject>
+#include <QString>
 
 class ApplicationTrackerProxy;
 
@@ -14,7 +15,7 @@ namespace ConnUi {
 /**
  * Knows the process id of the application in the foreground, as the policy daemon reports it.
  *
- * The policy daemon is "org.freedesktop.ohm" on the system bus. Handler records share one tracker that lives
+ * The policy daemon is "org.freedesktop.ohm" on the system bus. Handlers share one tracker that lives
  * as long as any of them; there is no need to make another.
  */
 class CONNUI_NFC_EXPORT ApplicationTracker : public QObject

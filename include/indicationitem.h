@@ -7,6 +7,7 @@
 
 #include <QGraphicsPixmapItem>
 #include <QObject>
+#include <QPixmap>
 
 #include <mtypes.h>
 

@@ -19,19 +19,19 @@ class NdefMessageHandlerPrivate;
 /**
  * Names one application that can take the content of a tag.
  *
- * The daemon sends a list of these records with every data delivery. On the wire a record is the structure
+ * The daemon sends a list of handlers with every data delivery. On the wire a handler is the structure
  * (ssos): bus type, service, object path, application id.
  *
- * While any record lives, the process follows the application in the foreground (ApplicationTracker). Making
- * the first record of a process therefore blocks until the policy daemon has answered on the system bus, at
- * most 25 seconds, and so does deleting the last. Records live on the thread that runs the application's
- * event loop; a program that sends records marshals them into a QDBusArgument first, because a record left in
- * an outgoing message would die on another thread.
+ * While any handler lives, the process follows the application in the foreground (ApplicationTracker). Making
+ * the first handler of a process therefore blocks until the policy daemon has answered on the system bus, at
+ * most 25 seconds, and so does deleting the last. Handlers live on the thread that runs the application's
+ * event loop; a program that sends handlers marshals them into a QDBusArgument first, because one left in an
+ * outgoing message would die on another thread.
  */
 class CONNUI_NFC_EXPORT NdefMessageHandler
 {
 public:
-    /** Makes a record whose fields are all empty. */
+    /** Makes a handler whose fields are all empty. */
     NdefMessageHandler();
 
     /**
@@ -49,11 +49,11 @@ public:
     /** Takes over all fields of \a other. */
     NdefMessageHandler &operator=(const NdefMessageHandler &other);
 
-    /** Deletes the record. */
+    /** Deletes the handler. */
     virtual ~NdefMessageHandler();
 
     /**
-     * Returns whether both records name the same handler: the same bus type, service and path, letter case
+     * Returns whether both name the same handler: the same bus type, service and path, letter case
      * included. The application id does not count.
      */
     bool operator==(const NdefMessageHandler &other) const;
@@ -94,7 +94,7 @@ private:
     NdefMessageHandlerPrivate *d;
 };
 
-/** Handler records in the daemon's order; a(ssos) on the wire. */
+/** Handlers in the daemon's order; a(ssos) on the wire. */
 using NdefMessageHandlerList = QList<NdefMessageHandler>;
 
 } // namespace ConnUi

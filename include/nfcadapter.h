@@ -6,6 +6,7 @@
 #include <connui_nfc_export.h>
 
 #include <QObject>
+#include <QString>
 #include <QVariant>
 
 namespace ConnUi {

@@ -6,8 +6,10 @@
 #include <connui_nfc_export.h>
 #include <ndefmessagehandler.h>
 
+#include <QByteArray>
 #include <QDBusObjectPath>
 #include <QObject>
+#include <QString>
 #include <QStringList>
 #include <QVariant>
 
@@ -19,9 +21,9 @@ class NfcAgentPrivate;
  * Receives the NFC daemon's questions to the user and carries the answers back.
  *
  * An agent exports itself on the system bus at path(), interface "com.tavix.nfc.UIAgent". Each request of the
- * daemon becomes a signal and a pending call that stays open until one of the operations below answers it, or
- * until the agent is deleted: that answers every open call with "com.tavix.nfc.UIAgent.Canceled", oldest
- * first. Tell the daemon about the agent with NfcAdapter::registerAgent().
+ * daemon becomes a signal and a pending request, which one of the operations below answers. Deleting the
+ * agent answers every pending request with "com.tavix.nfc.UIAgent.Canceled", oldest first. Tell the daemon
+ * about the agent with NfcAdapter::registerAgent().
  *
  * A target is the object path of the touched tag or device. Requests of the same kind for the same target are
  * answered in the order in which they came. An answer that no request waits for changes nothing and is logged
@@ -88,11 +90,15 @@ public:
      */
     void acceptSharing(const QVariant &info);
 
-    /** Refuses it, with "com.tavix.nfc.UIAgent.Rejected". */
+    /**
+     * Refuses the oldest sharing request that came with \a info, with "com.tavix.nfc.UIAgent.Rejected".
+     *
+     * Pass the value that the signal handed out, or a copy of it.
+     */
     void rejectSharing(const QVariant &info);
 
 Q_SIGNALS:
-    /** The daemon will not use this agent any more. Pending requests stay open. */
+    /** The daemon will not use this agent any more. Pending requests stay pending. */
     void release();
     /** Asks whether to pair with the device of Bluetooth address \a addr, Class of Device \a cod, with \a pin
      * if any. */

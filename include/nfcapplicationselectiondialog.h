@@ -5,6 +5,7 @@
 
 #include <connui_nfc_export.h>
 
+#include <QString>
 #include <QStringList>
 
 #include <MDialog>

@@ -5,6 +5,8 @@
 
 #include <connui_nfc_export.h>
 
+#include <QString>
+
 #include <MMessageBox>
 
 namespace ConnUi {
@@ -25,7 +27,7 @@ class CONNUI_NFC_EXPORT NfcEnableDialog : public MMessageBox
     Q_OBJECT
 
 public:
-    /** Asks. */
+    /** Makes the question for the mode the phone is in now. May wait up to 200 ms. */
     NfcEnableDialog();
 
     /** Returns the question's title for the mode the phone is in now. May wait up to 100 ms. */

@@ -6,6 +6,7 @@
 #include <connui_nfc_export.h>
 
 #include <QFileInfo>
+#include <QString>
 #include <QStringList>
 
 #include <MMessageBox>

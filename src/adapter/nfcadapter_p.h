@@ -8,6 +8,9 @@
 
 #include <QDBusVariant>
 #include <QList>
+#include <QObject>
+#include <QString>
+#include <QVariant>
 #include <QVariantMap>
 
 class NfcAdapterProxy;

@@ -5,6 +5,7 @@
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusVariant>
+#include <QString>
 
 namespace ConnUi {
 

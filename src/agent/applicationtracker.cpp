@@ -4,6 +4,7 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
+#include <QString>
 
 #include "applicationtrackerproxy.h"
 

@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ndefmessagehandler.h"
 
+#include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
+#include <QDBusReply>
 
 #include "agent/dbusnames.h"
 #include "agent/ndefmessagehandler_p.h"
@@ -94,7 +97,7 @@ bool NdefMessageHandler::isRunningOnForeground() const
 
 void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteArray &data)
 {
-    // The daemon's record may name anything; a name that is none would end the process inside the D-Bus
+    // The daemon may name anything; a name that is none would end the process inside the D-Bus
     // library.
     if (!DBusNames::isBusName(d->service)) {
         warnFailedDelivery(QDBusError::errorString(QDBusError::InvalidService),

@@ -11,7 +11,7 @@ namespace ConnUi {
 
 class ApplicationTracker;
 
-/** A record's fields, and its share in the tracker of the foreground application. */
+/** A handler's fields, and its share in the tracker of the foreground application. */
 class NdefMessageHandlerPrivate
 {
 public:

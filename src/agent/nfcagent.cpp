@@ -5,6 +5,7 @@
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusVariant>
+#include <QString>
 
 #include "agent/dbusnames.h"
 #include "agent/nfcagent_p.h"
@@ -13,7 +14,7 @@ namespace ConnUi {
 
 namespace {
 
-QString rejected()
+QString rejectedError()
 {
     return QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
 }
@@ -71,7 +72,7 @@ void NfcAgent::dataDeliveryGranted(const QDBusObjectPath &target)
 
 void NfcAgent::rejectDevice(const QDBusObjectPath &target)
 {
-    replyError(target, rejected());
+    replyError(target, rejectedError());
 }
 
 void NfcAgent::replyError(const QDBusObjectPath &target, const QString &error)
@@ -79,8 +80,8 @@ void NfcAgent::replyError(const QDBusObjectPath &target, const QString &error)
     QString name = error;
     if (!DBusNames::isErrorName(name)) {
         qWarning("NfcAgent: '%s' is no D-Bus error name, replying %s", qUtf8Printable(name),
-                 qUtf8Printable(rejected()));
-        name = rejected();
+                 qUtf8Printable(rejectedError()));
+        name = rejectedError();
     }
     d->replyRequest(NfcAgentPrivate::AnyRequest, target.path(), QVariant(), name);
 }
@@ -92,7 +93,7 @@ void NfcAgent::acceptSharing(const QVariant &info)
 
 void NfcAgent::rejectSharing(const QVariant &info)
 {
-    d->replyRequest(NfcAgentPrivate::SharingRequest, info, QVariant(), rejected());
+    d->replyRequest(NfcAgentPrivate::SharingRequest, info, QVariant(), rejectedError());
 }
 
 } // namespace ConnUi

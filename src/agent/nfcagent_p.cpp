@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <utility>
 
+#include <QByteArray>
 #include <QDBusConnection>
+#include <QString>
 
 #include "agent/variantcontent.h"
 #include "nfcagent.h"

@@ -4,6 +4,7 @@
 
 #include <sys/stat.h>
 
+#include <QByteArray>
 #include <QDataStream>
 #include <QDBusArgument>
 #include <QDBusObjectPath>
@@ -11,6 +12,7 @@
 #include <QDBusUnixFileDescriptor>
 #include <QDBusVariant>
 #include <QIODevice>
+#include <QString>
 
 namespace ConnUi {
 
@@ -24,60 +26,63 @@ void writeFile(QDataStream &out, const QDBusUnixFileDescriptor &descriptor)
         out << quint64(file.st_dev) << quint64(file.st_ino);
 }
 
-void write(QDataStream &out, const QVariant &value);
+void writeValue(QDataStream &out, const QVariant &value);
+void writeElements(QDataStream &out, const QDBusArgument &argument);
 
-// Reads the element at the argument's cursor and moves the cursor behind it.
-void writeNext(QDataStream &out, const QDBusArgument &argument)
+// Writes the element at the argument's cursor, which moves on to the next.
+void writeElement(QDataStream &out, const QDBusArgument &argument)
 {
     out << argument.currentSignature();
     switch (argument.currentType()) {
     case QDBusArgument::BasicType:
     case QDBusArgument::VariantType:
-        write(out, argument.asVariant());
-        return;
+        writeValue(out, argument.asVariant());
+        break;
     case QDBusArgument::ArrayType:
         argument.beginArray();
-        while (!argument.atEnd()) {
-            out << true;
-            writeNext(out, argument);
-        }
+        writeElements(out, argument);
         argument.endArray();
         break;
     case QDBusArgument::StructureType:
         argument.beginStructure();
-        while (!argument.atEnd()) {
-            out << true;
-            writeNext(out, argument);
-        }
+        writeElements(out, argument);
         argument.endStructure();
         break;
     case QDBusArgument::MapType:
         argument.beginMap();
-        while (!argument.atEnd()) {
-            out << true;
-            argument.beginMapEntry();
-            writeNext(out, argument);
-            writeNext(out, argument);
-            argument.endMapEntry();
-        }
+        writeElements(out, argument);
         argument.endMap();
         break;
     case QDBusArgument::MapEntryType:
+        argument.beginMapEntry();
+        writeElements(out, argument);
+        argument.endMapEntry();
+        break;
     case QDBusArgument::UnknownType:
         break;
+    }
+}
+
+// Writes what the container at hand holds. Each element is announced and so is the end, or [[1], [2]] and
+// [[1, 2], []] would be the same.
+void writeElements(QDataStream &out, const QDBusArgument &argument)
+{
+    while (!argument.atEnd()) {
+        out << true;
+        writeElement(out, argument);
     }
     out << false;
 }
 
-void write(QDataStream &out, const QVariant &value)
+void writeValue(QDataStream &out, const QVariant &value)
 {
     const QMetaType type = value.metaType();
     out << QByteArray(type.name());
     if (type == QMetaType::fromType<QDBusArgument>()) {
         const QDBusArgument copy = value.value<QDBusArgument>();
-        writeNext(out, copy);
+        writeElement(out, copy);
     } else if (type == QMetaType::fromType<QDBusVariant>()) {
-        write(out, value.value<QDBusVariant>().variant());
+        writeValue(out, value.value<QDBusVariant>().variant());
     } else if (type == QMetaType::fromType<QDBusObjectPath>()) {
         out << value.value<QDBusObjectPath>().path();
     } else if (type == QMetaType::fromType<QDBusSignature>()) {
@@ -93,7 +98,7 @@ QByteArray content(const QVariant &value)
 {
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
-    write(out, value);
+    writeValue(out, value);
     return bytes;
 }
 

@@ -3,6 +3,7 @@
 #include "nfcbluetoothhandoverinfo.h"
 
 #include <QEventLoop>
+#include <QObject>
 #include <QPointer>
 
 #include "ndef/nfcbluetoothhandoverinfo_p.h"
@@ -34,7 +35,7 @@ BluetoothDevice NfcBluetoothHandoverInfo::device() const
         // A loop for each caller: one loop cannot run twice, and a second call may come while the first
         // waits.
         QEventLoop wait;
-        QObject::connect(guard, &NfcBluetoothHandoverInfoPrivate::decided, &wait, &QEventLoop::quit);
+        QObject::connect(guard, &NfcBluetoothHandoverInfoPrivate::creationFinished, &wait, &QEventLoop::quit);
         QObject::connect(guard, &QObject::destroyed, &wait, &QEventLoop::quit);
         wait.exec();
     }

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ndef/nfcbluetoothhandoverinfo_p.h"
 
+#include <QDBusArgument>
 #include <QDBusMetaType>
+#include <QMap>
+#include <QString>
 
 namespace ConnUi {
 
@@ -49,9 +52,9 @@ bool NfcBluetoothHandoverInfoPrivate::startCreatingDevice()
             return false;
         }
     }
-    connect(adapter.data(), &BluetoothAdapter::deviceCreated, this,
+    connect(adapter.get(), &BluetoothAdapter::deviceCreated, this,
             &NfcBluetoothHandoverInfoPrivate::deviceCreated);
-    connect(adapter.data(), &BluetoothAdapter::deviceCreationFailed, this,
+    connect(adapter.get(), &BluetoothAdapter::deviceCreationFailed, this,
             &NfcBluetoothHandoverInfoPrivate::deviceCreationFailed);
 
     // Set before the call: the outcome may come inside it.
@@ -68,22 +71,22 @@ void NfcBluetoothHandoverInfoPrivate::deviceCreated(const BluetoothDevice &newDe
                  qUtf8Printable(newDevice.address()), qUtf8Printable(data.address));
         return;
     }
-    device.reset(new BluetoothDevice(newDevice));
-    finish();
+    device = std::make_unique<BluetoothDevice>(newDevice);
+    finishCreation();
 }
 
 void NfcBluetoothHandoverInfoPrivate::deviceCreationFailed(const QString &reason)
 {
     qWarning("NfcBluetoothHandoverInfo: Unable to create device %s: %s", qUtf8Printable(data.address),
              qUtf8Printable(reason));
-    finish();
+    finishCreation();
 }
 
-void NfcBluetoothHandoverInfoPrivate::finish()
+void NfcBluetoothHandoverInfoPrivate::finishCreation()
 {
     adapter->disconnect(this);
     creating = false;
-    Q_EMIT decided();
+    Q_EMIT creationFinished();
 }
 
 } // namespace ConnUi

@@ -3,8 +3,9 @@
 #ifndef CONNUI_NFCBLUETOOTHHANDOVERINFO_P_H
 #define CONNUI_NFCBLUETOOTHHANDOVERINFO_P_H
 
+#include <memory>
+
 #include <QObject>
-#include <QScopedPointer>
 #include <QVariant>
 
 #include <BluetoothAdapter>
@@ -24,8 +25,8 @@ public:
     bool creating = false;
     QVariant info;
     BluetoothHandoverData data;
-    QScopedPointer<BluetoothDevice> device;
-    QScopedPointer<BluetoothAdapter> adapter;
+    std::unique_ptr<BluetoothDevice> device;
+    std::unique_ptr<BluetoothAdapter> adapter;
 
 public Q_SLOTS:
     bool startCreatingDevice();
@@ -33,11 +34,11 @@ public Q_SLOTS:
     void deviceCreationFailed(const QString &reason);
 
 Q_SIGNALS:
-    /** The creation has ended, one way or the other. */
-    void decided();
+    /** The creation has succeeded or failed. */
+    void creationFinished();
 
 private:
-    void finish();
+    void finishCreation();
 };
 
 } // namespace ConnUi

@@ -11,7 +11,7 @@ namespace ConnUi {
  * Returns the path of the desktop file of the application \a id, "/usr/share/applications/<id>.desktop", or
  * an empty string when there is none.
  *
- * An id may come from a tag's handler record; one that would lead out of the folder names no application.
+ * An id may come from the daemon's handlers; one that would lead out of the folder names no application.
  */
 QString applicationDesktopFile(const QString &id);
 

@@ -3,12 +3,13 @@
 #include "ui/applicationitemcreator.h"
 
 #include <QGraphicsLinearLayout>
+#include <QStringList>
 
 #include <MImageWidget>
 #include <MLabel>
 
-#include "ui/iconwidget.h"
 #include "ui/nfcapplicationselectiondialog_p.h"
+#include "ui/querywidgets.h"
 
 namespace ConnUi {
 

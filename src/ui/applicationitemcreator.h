@@ -3,6 +3,8 @@
 #ifndef CONNUI_APPLICATIONITEMCREATOR_H
 #define CONNUI_APPLICATIONITEMCREATOR_H
 
+#include <QModelIndex>
+
 #include <MAbstractCellCreator>
 #include <MListItem>
 

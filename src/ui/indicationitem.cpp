@@ -3,6 +3,8 @@
 #include "indicationitem.h"
 
 #include <QGraphicsScene>
+#include <QPointF>
+#include <QSizeF>
 
 #include <MSceneManager>
 #include <MTheme>

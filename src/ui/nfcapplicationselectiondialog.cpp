@@ -4,6 +4,7 @@
 
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
+#include <QString>
 
 #include <MLabel>
 #include <MList>

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/nfcapplicationselectiondialog_p.h"
 
+#include <QList>
 #include <QTimerEvent>
 
 #include <MDesktopEntry>
@@ -30,6 +31,7 @@ QStandardItem *newRow(const QString &id)
     if (name.isEmpty() || icon.isEmpty())
         return nullptr;
     auto *row = new QStandardItem;
+    // In the order of Column.
     row->setData(QStringList{icon, name, id}, Qt::DisplayRole);
     return row;
 }

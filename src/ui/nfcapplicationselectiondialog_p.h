@@ -5,6 +5,7 @@
 
 #include <QBasicTimer>
 #include <QStandardItemModel>
+#include <QString>
 #include <QStringList>
 
 class MList;
@@ -12,18 +13,18 @@ class MList;
 namespace ConnUi {
 
 /**
- * The applications of the dialog, a row each; a row's display data is a list of icon, name and application
- * id.
+ * The applications of the dialog, a row each, whose display data is a list of texts.
  *
  * As many as a screen can show are there at once, the others arrive from the event loop: reading ten thousand
- * desktop files takes longer than a person waits for a dialog.
+ * desktop files takes longer than a user waits for a dialog.
  */
 class NfcApplicationSelectionDialogPrivate : public QStandardItemModel
 {
     Q_OBJECT
 
 public:
-    enum Field { Icon, Name, Id };
+    /** The entries of a row's display data. */
+    enum Column { Icon, Name, Id };
 
     explicit NfcApplicationSelectionDialogPrivate(const QStringList &applications);
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcenabledialog.h"
 
+#include <QString>
+
 #include <OfflineMode>
 
 namespace ConnUi {

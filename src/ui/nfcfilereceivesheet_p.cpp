@@ -6,6 +6,8 @@
 #include <limits>
 
 #include <QGraphicsLinearLayout>
+#include <QObject>
+#include <QString>
 
 #include <DialogHelperWidget>
 #include <MButton>

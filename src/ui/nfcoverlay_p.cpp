@@ -3,7 +3,9 @@
 #include "ui/nfcoverlay_p.h"
 
 #include <QGraphicsScene>
+#include <QRect>
 #include <QRegion>
+#include <QSize>
 
 #include <MSceneManager>
 

@@ -3,6 +3,7 @@
 #include "nfcsharingpermissiondialog.h"
 
 #include <QImage>
+#include <QString>
 
 #include <MImageWidget>
 #include <MLabel>
@@ -11,7 +12,7 @@
 #include <MWidget>
 
 #include "ui/nfcsharingpermissiondialog_p.h"
-#include "ui/querylabel.h"
+#include "ui/querywidgets.h"
 
 namespace ConnUi {
 

@@ -5,7 +5,10 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QList>
+#include <QObject>
 #include <QPixmap>
+#include <QUrl>
 
 #include <ContactExporter>
 #include <MImageWidget>
@@ -19,7 +22,7 @@ QString NfcSharingPermissionDialogPrivate::contactText(const QString &contact)
 {
     QString first;
     QString second;
-    const QScopedPointer<QFile> card(ContactExporter::createContactCardFile(contact));
+    const std::unique_ptr<QFile> card(ContactExporter::createContactCardFile(contact));
     if (card)
         ContactExporter::resolveContactInfo(QFileInfo(card->fileName()), first, second);
 
@@ -51,8 +54,8 @@ void NfcSharingPermissionDialogPrivate::requestThumbnail(NfcSharingPermissionDia
                                                          const QString &file, const QString &mimeType)
 {
     imageWidget = new MImageWidget;
-    thumbnailer.reset(new Thumbnails::Thumbnailer(QUrl(), QPixmap()));
-    QObject::connect(thumbnailer.data(), &Thumbnails::Thumbnailer::thumbnail, dialog,
+    thumbnailer = std::make_unique<Thumbnails::Thumbnailer>(QUrl(), QPixmap());
+    QObject::connect(thumbnailer.get(), &Thumbnails::Thumbnailer::thumbnail, dialog,
                      &NfcSharingPermissionDialog::thumbnail);
     QList<QUrl> uris{QUrl(file)};
     QStringList mimeTypes{mimeType};

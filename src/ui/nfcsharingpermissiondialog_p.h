@@ -3,7 +3,9 @@
 #ifndef CONNUI_NFCSHARINGPERMISSIONDIALOG_P_H
 #define CONNUI_NFCSHARINGPERMISSIONDIALOG_P_H
 
-#include <QScopedPointer>
+#include <memory>
+
+#include <QString>
 #include <QStringList>
 
 #include <Thumbnailer>
@@ -23,7 +25,7 @@ public:
     void requestThumbnail(NfcSharingPermissionDialog *dialog, const QString &file, const QString &mimeType);
 
     QStringList resources;
-    QScopedPointer<Thumbnails::Thumbnailer> thumbnailer;
+    std::unique_ptr<Thumbnails::Thumbnailer> thumbnailer;
     MImageWidget *imageWidget = nullptr;
 };
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfctagnotsupporteddialog.h"
 
+#include <QString>
+
 namespace ConnUi {
 
 NfcTagNotSupportedDialog::NfcTagNotSupportedDialog(ErrorType error) : MMessageBox(QString(), M::OkButton)

@@ -3,8 +3,11 @@
 #include "nfctagreadpermissiondialog.h"
 
 #include <algorithm>
+#include <initializer_list>
 
+#include <QByteArray>
 #include <QRegularExpression>
+#include <QString>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -41,7 +44,7 @@ Message parseMessage(QString uri)
     return {url.path(QUrl::FullyDecoded), body.section(QLatin1Char('='), 0, 0)};
 }
 
-QString withoutControls(const QString &text)
+QString removeControls(const QString &text)
 {
     QString shown = text;
     shown.removeIf(
@@ -192,7 +195,7 @@ void NfcTagReadPermissionDialog::createContent(const QString &text)
 {
     d->setButtonTexts(qtTrId("qtn_nfc_tags_view"));
     d->setIcon(QStringLiteral("icon-m-content-note-inverse"));
-    d->createContent(qtTrId("qtn_nfc_tags_text_tit"), QString(), withoutControls(text));
+    d->createContent(qtTrId("qtn_nfc_tags_text_tit"), QString(), removeControls(text));
 }
 
 void NfcTagReadPermissionDialog::createContent(const QString &type, const QString &data)

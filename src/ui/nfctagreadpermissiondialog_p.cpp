@@ -14,8 +14,7 @@
 #include "nfcapplicationselectiondialog.h"
 #include "nfctagreadpermissiondialog.h"
 #include "ui/applicationdesktopfile.h"
-#include "ui/iconwidget.h"
-#include "ui/querylabel.h"
+#include "ui/querywidgets.h"
 
 namespace ConnUi {
 

@@ -4,6 +4,7 @@
 #define CONNUI_NFCTAGREADPERMISSIONDIALOG_P_H
 
 #include <QObject>
+#include <QString>
 #include <QStringList>
 
 class MImageWidget;

@@ -14,7 +14,6 @@
 #include "fakeohm.h"
 #include "introspection.h"
 
-using namespace Qt::Literals::StringLiterals;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
 using ConnUi::RadioState;
@@ -46,13 +45,13 @@ void TestInterfaces::initTestCase()
 
 void TestInterfaces::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestInterfaces::exportedInterfaceIsAsPublished_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("com.tavix.nfc.HandoverRequestor") << u"/com/tavix/nfcHandoverRequestor"_s;
+    QTest::newRow("com.tavix.nfc.HandoverRequestor") << QStringLiteral("/com/tavix/nfcHandoverRequestor");
     QTest::newRow("com.tavix.nfc.UIAgent") << agent->path();
 }
 
@@ -62,8 +61,8 @@ void TestInterfaces::exportedInterfaceIsAsPublished()
     const QString interface = QString::fromLatin1(QTest::currentDataTag());
     FakeDaemon daemon;
     QSignalSpy replied(&daemon, &FakeService::replied);
-    daemon.call(QDBusConnection::systemBus().baseService(), path, u"org.freedesktop.DBus.Introspectable"_s,
-                u"Introspect"_s);
+    daemon.call(QDBusConnection::systemBus().baseService(), path,
+                QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     QVERIFY(!replied.isEmpty() || replied.wait());
     const FakeReply reply = daemon.replies().constFirst();
     QCOMPARE(reply.error, QString());

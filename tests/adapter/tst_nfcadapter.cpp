@@ -15,7 +15,6 @@
 #include "busmonitor.h"
 #include "fakedaemon.h"
 
-using namespace Qt::Literals::StringLiterals;
 using ConnUi::ConnectivitySettings;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
@@ -33,8 +32,8 @@ private Q_SLOTS:
     void invalidAdapterSendsNothing();
 
     void isPoweredAsksOnce();
-    void stateDecides_data();
-    void stateDecides();
+    void onlyStateOnIsPowered_data();
+    void onlyStateOnIsPowered();
     void missingStateIsOff();
     void failedGetPropertiesIsLoggedAndTriedAgain();
     void failedGetPropertiesKeepsWhatIsKnown();
@@ -45,7 +44,7 @@ private Q_SLOTS:
     void propertyChangedKeepsTheCacheCurrent();
     void propertyChangedBeforeTheFirstReadDoesNotReplaceIt();
     void otherPropertiesChangeSilently();
-    void stateIsRecognisedInAnyCaseButReadInOne();
+    void stateIsRecognizedInAnyCaseButReadInOne();
     void propertyCalledPoweredIsAnnouncedToo();
     void departedDaemonIsForgotten();
     void switchingOnStartsTheDaemonOnly();
@@ -74,7 +73,7 @@ private Q_SLOTS:
     void deletedRequesterIsNotToldOfRefusal();
     void progressReachesEveryAdapter();
     void completedHandoverCarriesItsData();
-    void onlyTheDaemonIsHeard();
+    void signalsOfOtherServicesAreIgnored();
     void cancelIsSentWithoutHandover();
     void cancelErrorIsIgnored();
     void cancelDoesNotWait();
@@ -85,11 +84,11 @@ private:
 
 void TestNfcAdapter::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     radio = std::make_unique<RadioState>(RadioState::NFC);
     // On, the radio would have every adapter start the daemon, and a daemon's quick end break it.
     radio->setEnabled(false);
-    ConnectivitySettings(1).set(u"nfc_show_confirmations"_s, {});
+    ConnectivitySettings(1).set(QStringLiteral("nfc_show_confirmations"), {});
 }
 
 void TestNfcAdapter::signalsKeepTheirOrderAndNames()
@@ -101,9 +100,12 @@ void TestNfcAdapter::signalsKeepTheirOrderAndNames()
         if (method.methodType() == QMetaMethod::Signal)
             signatures.append(QString::fromLatin1(method.name() + ' ' + method.parameterNames().join(' ')));
     }
-    QCOMPARE(signatures, QStringList({u"propertyChanged property"_s, u"adapterInvalid "_s, u"adapterValid "_s,
-                                      u"handoverStarted "_s, u"handoverCarrierSelected carrier"_s,
-                                      u"handoverCompleted carrier data"_s, u"handoverFailed reason"_s}));
+    QCOMPARE(signatures,
+             QStringList({QStringLiteral("propertyChanged property"), QStringLiteral("adapterInvalid "),
+                          QStringLiteral("adapterValid "), QStringLiteral("handoverStarted "),
+                          QStringLiteral("handoverCarrierSelected carrier"),
+                          QStringLiteral("handoverCompleted carrier data"),
+                          QStringLiteral("handoverFailed reason")}));
 }
 
 void TestNfcAdapter::poweredIsAPropertyWithoutNotifier()
@@ -115,7 +117,7 @@ void TestNfcAdapter::poweredIsAPropertyWithoutNotifier()
     QVERIFY(!meta->property(meta->indexOfProperty("powered")).hasNotifySignal());
     QVERIFY(adapter.property("powered").toBool());
     QVERIFY(adapter.setProperty("powered", false));
-    QCOMPARE(daemon.members().constLast(), u"SetProperty"_s);
+    QCOMPARE(daemon.members().constLast(), QStringLiteral("SetProperty"));
 }
 
 void TestNfcAdapter::invalidAdapterSendsNothing()
@@ -127,8 +129,8 @@ void TestNfcAdapter::invalidAdapterSendsNothing()
     QVERIFY(!adapter.isPowered());
     adapter.registerAgent(&agent);
     adapter.unregisterAgent(&agent);
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
-    adapter.cancelHandoverRequest(u"carrier"_s);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
+    adapter.cancelHandoverRequest(QStringLiteral("carrier"));
     QCoreApplication::processEvents();
     QCOMPARE(monitor.takeCalls(), QStringList());
     QCOMPARE(failed.count(), 0);
@@ -141,31 +143,31 @@ void TestNfcAdapter::isPoweredAsksOnce()
     const NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
     QVERIFY(adapter.isPowered());
-    const QList<FakeCall> calls = daemon.calls(u"GetProperties"_s);
+    const QList<FakeCall> calls = daemon.calls(QStringLiteral("GetProperties"));
     QCOMPARE(calls.size(), 1);
     QCOMPARE(calls.constFirst().path, FakeDaemon::adapterPath());
-    QCOMPARE(calls.constFirst().interface, u"com.tavix.nfc.Adapter"_s);
+    QCOMPARE(calls.constFirst().interface, QStringLiteral("com.tavix.nfc.Adapter"));
     QCOMPARE(calls.constFirst().signature, QString());
 }
 
-void TestNfcAdapter::stateDecides_data()
+void TestNfcAdapter::onlyStateOnIsPowered_data()
 {
     QTest::addColumn<QVariant>("state");
     QTest::addColumn<bool>("powered");
-    QTest::newRow("on") << QVariant(u"on"_s) << true;
-    QTest::newRow("off") << QVariant(u"off"_s) << false;
-    QTest::newRow("capitals") << QVariant(u"On"_s) << false;
+    QTest::newRow("on") << QVariant(QStringLiteral("on")) << true;
+    QTest::newRow("off") << QVariant(QStringLiteral("off")) << false;
+    QTest::newRow("capitals") << QVariant(QStringLiteral("On")) << false;
     QTest::newRow("empty") << QVariant(QString()) << false;
     QTest::newRow("boolean") << QVariant(true) << false;
     QTest::newRow("number") << QVariant(1) << false;
 }
 
-void TestNfcAdapter::stateDecides()
+void TestNfcAdapter::onlyStateOnIsPowered()
 {
     QFETCH(QVariant, state);
     QFETCH(bool, powered);
     FakeDaemon daemon;
-    daemon.reply(u"GetProperties"_s, {QVariantMap{{u"State"_s, state}}});
+    daemon.reply(QStringLiteral("GetProperties"), {QVariantMap{{QStringLiteral("State"), state}}});
     daemon.start();
     QCOMPARE(NfcAdapter().isPowered(), powered);
 }
@@ -173,18 +175,20 @@ void TestNfcAdapter::stateDecides()
 void TestNfcAdapter::missingStateIsOff()
 {
     FakeDaemon daemon;
-    daemon.reply(u"GetProperties"_s, {QVariantMap{{u"Name"_s, u"adapter"_s}}});
+    daemon.reply(QStringLiteral("GetProperties"),
+                 {QVariantMap{{QStringLiteral("Name"), QStringLiteral("adapter")}}});
     daemon.start();
     const NfcAdapter adapter;
     QVERIFY(!adapter.isPowered());
     QVERIFY(!adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
 void TestNfcAdapter::failedGetPropertiesIsLoggedAndTriedAgain()
 {
     FakeDaemon daemon;
-    daemon.fail(u"GetProperties"_s, u"com.tavix.nfc.Busy"_s, u"später, 100%s"_s);
+    daemon.fail(QStringLiteral("GetProperties"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("später, 100%s"));
     daemon.start();
     const NfcAdapter adapter;
     const char warning[] = "GetProperties returned error 'com.tavix.nfc.Busy': später, 100%s";
@@ -192,9 +196,9 @@ void TestNfcAdapter::failedGetPropertiesIsLoggedAndTriedAgain()
     QVERIFY(!adapter.isPowered());
     QTest::ignoreMessage(QtWarningMsg, warning);
     QVERIFY(!adapter.isPowered());
-    daemon.setState(u"on"_s);
+    daemon.setState(QStringLiteral("on"));
     QVERIFY(adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 3);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 3);
 }
 
 void TestNfcAdapter::failedGetPropertiesKeepsWhatIsKnown()
@@ -204,7 +208,8 @@ void TestNfcAdapter::failedGetPropertiesKeepsWhatIsKnown()
     NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
     adapter.setPowered(true);
-    daemon.fail(u"GetProperties"_s, u"com.tavix.nfc.Busy"_s, u"later"_s);
+    daemon.fail(QStringLiteral("GetProperties"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("later"));
     QTest::ignoreMessage(QtWarningMsg, "GetProperties returned error 'com.tavix.nfc.Busy': later");
     QVERIFY(adapter.isPowered());
 }
@@ -215,25 +220,26 @@ void TestNfcAdapter::successfulSetPoweredMakesTheCacheStale()
     daemon.start();
     NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     adapter.setPowered(false);
     QVERIFY(!adapter.isPowered());
     QVERIFY(!adapter.isPowered());
-    QCOMPARE(daemon.members(),
-             QStringList({u"DefaultAdapter"_s, u"GetProperties"_s, u"SetProperty"_s, u"GetProperties"_s}));
+    QCOMPARE(daemon.members(), QStringList({QStringLiteral("DefaultAdapter"), QStringLiteral("GetProperties"),
+                                            QStringLiteral("SetProperty"), QStringLiteral("GetProperties")}));
 }
 
 void TestNfcAdapter::failedSetPoweredIsLoggedAndKeepsTheCache()
 {
     FakeDaemon daemon;
-    daemon.fail(u"SetProperty"_s, u"com.tavix.nfc.Busy"_s, u"in use"_s);
+    daemon.fail(QStringLiteral("SetProperty"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("in use"));
     daemon.start();
     NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
     QTest::ignoreMessage(QtWarningMsg, "SetProperty returned error 'com.tavix.nfc.Busy': in use");
     adapter.setPowered(false);
     QVERIFY(adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
     QVERIFY(!radio->enabled());
 }
 
@@ -241,8 +247,8 @@ void TestNfcAdapter::setPoweredWritesState_data()
 {
     QTest::addColumn<bool>("on");
     QTest::addColumn<QString>("state");
-    QTest::newRow("on") << true << u"on"_s;
-    QTest::newRow("off") << false << u"off"_s;
+    QTest::newRow("on") << true << QStringLiteral("on");
+    QTest::newRow("off") << false << QStringLiteral("off");
 }
 
 void TestNfcAdapter::setPoweredWritesState()
@@ -256,12 +262,12 @@ void TestNfcAdapter::setPoweredWritesState()
     adapter.setPowered(on);
     QCOMPARE(radio->enabled(), on);
 
-    const QList<FakeCall> calls = daemon.calls(u"SetProperty"_s);
+    const QList<FakeCall> calls = daemon.calls(QStringLiteral("SetProperty"));
     QCOMPARE(calls.size(), 1);
     QCOMPARE(calls.constFirst().path, FakeDaemon::adapterPath());
-    QCOMPARE(calls.constFirst().interface, u"com.tavix.nfc.Adapter"_s);
-    QCOMPARE(calls.constFirst().signature, u"sv"_s);
-    QCOMPARE(calls.constFirst().arguments.value(0).toString(), u"State"_s);
+    QCOMPARE(calls.constFirst().interface, QStringLiteral("com.tavix.nfc.Adapter"));
+    QCOMPARE(calls.constFirst().signature, QStringLiteral("sv"));
+    QCOMPARE(calls.constFirst().arguments.value(0).toString(), QStringLiteral("State"));
     const QVariant value = calls.constFirst().arguments.value(1).value<QDBusVariant>().variant();
     QCOMPARE(value, QVariant(state));
 }
@@ -269,7 +275,7 @@ void TestNfcAdapter::setPoweredWritesState()
 void TestNfcAdapter::propertyChangedKeepsTheCacheCurrent()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter first;
     NfcAdapter second;
@@ -277,27 +283,27 @@ void TestNfcAdapter::propertyChangedKeepsTheCacheCurrent()
     QSignalSpy secondSpy(&second, &NfcAdapter::propertyChanged);
     QVERIFY(!first.isPowered());
 
-    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
     QTRY_COMPARE(firstSpy.count(), 1);
     QCOMPARE(secondSpy.count(), 1);
-    QCOMPARE(firstSpy.constFirst(), QVariantList({u"powered"_s}));
-    QCOMPARE(secondSpy.constFirst(), QVariantList({u"powered"_s}));
+    QCOMPARE(firstSpy.constFirst(), QVariantList({QStringLiteral("powered")}));
+    QCOMPARE(secondSpy.constFirst(), QVariantList({QStringLiteral("powered")}));
     QVERIFY(first.isPowered());
     QVERIFY(second.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
 void TestNfcAdapter::propertyChangedBeforeTheFirstReadDoesNotReplaceIt()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
-    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
     QTRY_COMPARE(changed.count(), 1);
     QVERIFY(!adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
 void TestNfcAdapter::otherPropertiesChangeSilently()
@@ -307,26 +313,26 @@ void TestNfcAdapter::otherPropertiesChangeSilently()
     NfcAdapter adapter;
     QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
     QVERIFY(adapter.isPowered());
-    daemon.emitPropertyChanged(u"Name"_s, u"off"_s);
-    daemon.emitPropertyChanged(u"objectName"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("Name"), QStringLiteral("off"));
+    daemon.emitPropertyChanged(QStringLiteral("objectName"), QStringLiteral("off"));
     QCoreApplication::processEvents();
     QCOMPARE(changed.count(), 0);
     QVERIFY(adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
-void TestNfcAdapter::stateIsRecognisedInAnyCaseButReadInOne()
+void TestNfcAdapter::stateIsRecognizedInAnyCaseButReadInOne()
 {
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
     QVERIFY(adapter.isPowered());
-    daemon.emitPropertyChanged(u"STATE"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("STATE"), QStringLiteral("off"));
     QTRY_COMPARE(changed.count(), 1);
-    QCOMPARE(changed.constFirst(), QVariantList({u"powered"_s}));
+    QCOMPARE(changed.constFirst(), QVariantList({QStringLiteral("powered")}));
     QVERIFY(adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
 void TestNfcAdapter::propertyCalledPoweredIsAnnouncedToo()
@@ -335,9 +341,9 @@ void TestNfcAdapter::propertyCalledPoweredIsAnnouncedToo()
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
-    daemon.emitPropertyChanged(u"Powered"_s, false);
+    daemon.emitPropertyChanged(QStringLiteral("Powered"), false);
     QTRY_COMPARE(changed.count(), 1);
-    QCOMPARE(changed.constFirst(), QVariantList({u"powered"_s}));
+    QCOMPARE(changed.constFirst(), QVariantList({QStringLiteral("powered")}));
     QVERIFY(adapter.isPowered());
 }
 
@@ -355,7 +361,8 @@ void TestNfcAdapter::departedDaemonIsForgotten()
 
     daemon.start();
     QTRY_COMPARE(valid.count(), 1);
-    daemon.fail(u"GetProperties"_s, u"com.tavix.nfc.Busy"_s, u"later"_s);
+    daemon.fail(QStringLiteral("GetProperties"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("later"));
     QTest::ignoreMessage(QtWarningMsg, "GetProperties returned error 'com.tavix.nfc.Busy': later");
     QVERIFY(!adapter.isPowered());
 }
@@ -370,7 +377,7 @@ void TestNfcAdapter::switchingOnStartsTheDaemonOnly()
     QVERIFY(daemon.isOnBus());
     QTRY_COMPARE(valid.count(), 1);
     QVERIFY(!radio->enabled());
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 
 void TestNfcAdapter::switchingOnWithoutDaemonIsLogged()
@@ -394,13 +401,14 @@ void TestNfcAdapter::switchingOffWithoutDaemonSwitchesTheRadioOnly()
 void TestNfcAdapter::switchingUnboundAdapterSwitchesTheRadioOnly()
 {
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("none"));
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     NfcAdapter adapter;
     adapter.setPowered(true);
     QVERIFY(radio->enabled());
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 
 void TestNfcAdapter::confirmationIsOffByDefault()
@@ -412,11 +420,11 @@ void TestNfcAdapter::confirmationIsStored()
 {
     NfcAdapter adapter;
     adapter.setConfirmationEnabled(true);
-    QCOMPARE(ConnectivitySettings(1).get(u"nfc_show_confirmations"_s), QVariant(true));
+    QCOMPARE(ConnectivitySettings(1).get(QStringLiteral("nfc_show_confirmations")), QVariant(true));
     QVERIFY(adapter.isConfirmationEnabled());
     QVERIFY(NfcAdapter().isConfirmationEnabled());
     adapter.setConfirmationEnabled(false);
-    QCOMPARE(ConnectivitySettings(1).get(u"nfc_show_confirmations"_s), QVariant(false));
+    QCOMPARE(ConnectivitySettings(1).get(QStringLiteral("nfc_show_confirmations")), QVariant(false));
     QVERIFY(!adapter.isConfirmationEnabled());
 }
 
@@ -424,14 +432,14 @@ void TestNfcAdapter::confirmationIsReadAnew()
 {
     const NfcAdapter adapter;
     QVERIFY(!adapter.isConfirmationEnabled());
-    ConnectivitySettings(1).set(u"nfc_show_confirmations"_s, true);
+    ConnectivitySettings(1).set(QStringLiteral("nfc_show_confirmations"), true);
     QVERIFY(adapter.isConfirmationEnabled());
 }
 
 void TestNfcAdapter::confirmationThatIsNoBooleanIsOff_data()
 {
     QTest::addColumn<QVariant>("stored");
-    QTest::newRow("string") << QVariant(u"true"_s);
+    QTest::newRow("string") << QVariant(QStringLiteral("true"));
     QTest::newRow("number") << QVariant(1);
     QTest::newRow("real number") << QVariant(1.0);
     QTest::newRow("bytes") << QVariant(QByteArray("true"));
@@ -441,16 +449,16 @@ void TestNfcAdapter::confirmationThatIsNoBooleanIsOff_data()
 void TestNfcAdapter::confirmationThatIsNoBooleanIsOff()
 {
     QFETCH(QVariant, stored);
-    ConnectivitySettings(1).set(u"nfc_show_confirmations"_s, stored);
-    QVERIFY(ConnectivitySettings(1).get(u"nfc_show_confirmations"_s).isValid());
+    ConnectivitySettings(1).set(QStringLiteral("nfc_show_confirmations"), stored);
+    QVERIFY(ConnectivitySettings(1).get(QStringLiteral("nfc_show_confirmations")).isValid());
     QVERIFY(!NfcAdapter().isConfirmationEnabled());
 }
 
 void TestNfcAdapter::agentIsRegisteredByItsPath_data()
 {
     QTest::addColumn<QString>("member");
-    QTest::newRow("register") << u"RegisterUIAgent"_s;
-    QTest::newRow("unregister") << u"UnregisterUIAgent"_s;
+    QTest::newRow("register") << QStringLiteral("RegisterUIAgent");
+    QTest::newRow("unregister") << QStringLiteral("UnregisterUIAgent");
 }
 
 void TestNfcAdapter::agentIsRegisteredByItsPath()
@@ -461,15 +469,15 @@ void TestNfcAdapter::agentIsRegisteredByItsPath()
     NfcAdapter adapter;
     NfcAgent agent;
     daemon.clearCalls();
-    if (member == u"RegisterUIAgent"_s)
+    if (member == QStringLiteral("RegisterUIAgent"))
         adapter.registerAgent(&agent);
     else
         adapter.unregisterAgent(&agent);
     QCOMPARE(daemon.members(), QStringList(member));
     const FakeCall call = daemon.calls().constFirst();
     QCOMPARE(call.path, FakeDaemon::adapterPath());
-    QCOMPARE(call.interface, u"com.tavix.nfc.Adapter"_s);
-    QCOMPARE(call.signature, u"o"_s);
+    QCOMPARE(call.interface, QStringLiteral("com.tavix.nfc.Adapter"));
+    QCOMPARE(call.signature, QStringLiteral("o"));
     QCOMPARE(call.arguments.value(0).value<QDBusObjectPath>().path(), agent.path());
 }
 
@@ -482,14 +490,14 @@ void TestNfcAdapter::failedRegistrationIsLogged()
 {
     QFETCH(QString, member);
     FakeDaemon daemon;
-    daemon.fail(member, u"com.tavix.nfc.AlreadyExists"_s, u"there is one, 100%s"_s);
+    daemon.fail(member, QStringLiteral("com.tavix.nfc.AlreadyExists"), QStringLiteral("there is one, 100%s"));
     daemon.start();
     NfcAdapter adapter;
     NfcAgent agent;
     const QByteArray warning =
         member.toUtf8() + " returned error 'com.tavix.nfc.AlreadyExists': there is one, 100%s";
     QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    if (member == u"RegisterUIAgent"_s)
+    if (member == QStringLiteral("RegisterUIAgent"))
         adapter.registerAgent(&agent);
     else
         adapter.unregisterAgent(&agent);
@@ -519,7 +527,7 @@ void TestNfcAdapter::registrationIsNotRepeatedForANewDaemon()
     daemon.kill();
     daemon.start();
     QTRY_COMPARE(valid.count(), 1);
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 
 void TestNfcAdapter::handoverNamesTheRequestor()
@@ -527,30 +535,32 @@ void TestNfcAdapter::handoverNamesTheRequestor()
     FakeDaemon daemon;
     daemon.start();
     NfcAdapter adapter;
-    adapter.requestHandover(u"bluetooth é"_s, QString());
-    QTRY_COMPARE(daemon.calls(u"RequestHandover"_s).size(), 1);
+    adapter.requestHandover(QStringLiteral("bluetooth é"), QString());
+    QTRY_COMPARE(daemon.calls(QStringLiteral("RequestHandover")).size(), 1);
     const FakeCall call = daemon.calls().constLast();
     QCOMPARE(call.path, FakeDaemon::adapterPath());
-    QCOMPARE(call.interface, u"com.tavix.nfc.Adapter"_s);
-    QCOMPARE(call.signature, u"oss"_s);
-    QCOMPARE(call.arguments.value(0).value<QDBusObjectPath>().path(), u"/com/tavix/nfcHandoverRequestor"_s);
-    QCOMPARE(call.arguments.value(1).toString(), u"bluetooth é"_s);
+    QCOMPARE(call.interface, QStringLiteral("com.tavix.nfc.Adapter"));
+    QCOMPARE(call.signature, QStringLiteral("oss"));
+    QCOMPARE(call.arguments.value(0).value<QDBusObjectPath>().path(),
+             QStringLiteral("/com/tavix/nfcHandoverRequestor"));
+    QCOMPARE(call.arguments.value(1).toString(), QStringLiteral("bluetooth é"));
     QCOMPARE(call.arguments.value(2).toString(), QString());
 }
 
 void TestNfcAdapter::handoverRequestDoesNotWait()
 {
     FakeDaemon daemon;
-    daemon.hold(u"RequestHandover"_s);
+    daemon.hold(QStringLiteral("RequestHandover"));
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy called(&daemon, &FakeService::called);
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     QVERIFY(called.wait());
     QCOMPARE(failed.count(), 0);
-    daemon.fail(u"RequestHandover"_s, u"com.tavix.nfc.Busy"_s, u"busy"_s);
-    daemon.release(u"RequestHandover"_s);
+    daemon.fail(QStringLiteral("RequestHandover"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("busy"));
+    daemon.release(QStringLiteral("RequestHandover"));
     QTRY_COMPARE(failed.count(), 1);
 }
 
@@ -563,7 +573,7 @@ void TestNfcAdapter::acceptedHandoverEmitsNothing()
     QSignalSpy selected(&adapter, &NfcAdapter::handoverCarrierSelected);
     QSignalSpy completed(&adapter, &NfcAdapter::handoverCompleted);
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     // The watcher is gone when the reply has been dealt with.
     QCOMPARE(adapter.children().size(), 1);
     QTRY_COMPARE(adapter.children().size(), 0);
@@ -573,15 +583,16 @@ void TestNfcAdapter::acceptedHandoverEmitsNothing()
 void TestNfcAdapter::refusedHandoverFailsOnceOnEveryAdapter()
 {
     FakeDaemon daemon;
-    daemon.fail(u"RequestHandover"_s, u"com.tavix.nfc.Busy"_s, u"radio busy"_s);
+    daemon.fail(QStringLiteral("RequestHandover"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("radio busy"));
     daemon.start();
     NfcAdapter first;
     NfcAdapter second;
     QSignalSpy firstSpy(&first, &NfcAdapter::handoverFailed);
     QSignalSpy secondSpy(&second, &NfcAdapter::handoverFailed);
-    first.requestHandover(u"carrier"_s, u"type"_s);
+    first.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     QTRY_COMPARE(first.children().size(), 0);
-    const QVariantList reason{u"Unable to start handover: radio busy"_s};
+    const QVariantList reason{QStringLiteral("Unable to start handover: radio busy")};
     QCOMPARE(firstSpy.count(), 1);
     QCOMPARE(secondSpy.count(), 1);
     QCOMPARE(firstSpy.constFirst(), reason);
@@ -591,35 +602,36 @@ void TestNfcAdapter::refusedHandoverFailsOnceOnEveryAdapter()
 void TestNfcAdapter::daemonDyingInHandoverFailsIt()
 {
     FakeDaemon daemon;
-    daemon.dieOn(u"RequestHandover"_s);
+    daemon.dieOn(QStringLiteral("RequestHandover"));
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
     QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     QTRY_COMPARE(failed.count(), 1);
     QTRY_COMPARE(invalid.count(), 1);
     QVERIFY(failed.constFirst().constFirst().toString().startsWith(
-        u"Unable to start handover: Message recipient "_s));
+        QStringLiteral("Unable to start handover: Message recipient ")));
 }
 
 void TestNfcAdapter::deletedRequesterIsNotToldOfRefusal()
 {
     FakeDaemon daemon;
-    daemon.hold(u"RequestHandover"_s);
+    daemon.hold(QStringLiteral("RequestHandover"));
     daemon.start();
     auto requester = std::make_unique<NfcAdapter>();
     NfcAdapter other;
     QSignalSpy called(&daemon, &FakeService::called);
     QSignalSpy failed(&other, &NfcAdapter::handoverFailed);
-    requester->requestHandover(u"carrier"_s, u"type"_s);
+    requester->requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     QVERIFY(called.wait());
     requester.reset();
-    daemon.fail(u"RequestHandover"_s, u"com.tavix.nfc.Busy"_s, u"busy"_s);
-    daemon.release(u"RequestHandover"_s);
-    daemon.emitAdapterSignal(u"HandoverFailed"_s, {u"later"_s});
+    daemon.fail(QStringLiteral("RequestHandover"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("busy"));
+    daemon.release(QStringLiteral("RequestHandover"));
+    daemon.emitAdapterSignal(QStringLiteral("HandoverFailed"), {QStringLiteral("later")});
     QTRY_COMPARE(failed.count(), 1);
-    QCOMPARE(failed.constFirst(), QVariantList({u"later"_s}));
+    QCOMPARE(failed.constFirst(), QVariantList({QStringLiteral("later")}));
 }
 
 void TestNfcAdapter::progressReachesEveryAdapter()
@@ -636,23 +648,26 @@ void TestNfcAdapter::progressReachesEveryAdapter()
     QSignalSpy secondCompleted(&second, &NfcAdapter::handoverCompleted);
     QSignalSpy firstFailed(&first, &NfcAdapter::handoverFailed);
     QSignalSpy secondFailed(&second, &NfcAdapter::handoverFailed);
-    first.requestHandover(u"bluetooth"_s, u"type"_s);
-    QTRY_COMPARE(daemon.calls(u"RequestHandover"_s).size(), 1);
+    first.requestHandover(QStringLiteral("bluetooth"), QStringLiteral("type"));
+    QTRY_COMPARE(daemon.calls(QStringLiteral("RequestHandover")).size(), 1);
 
-    daemon.emitAdapterSignal(u"HandoverStarted"_s);
-    daemon.emitAdapterSignal(u"HandoverCarrierSelected"_s, {u"bluetooth"_s});
-    daemon.emitAdapterSignal(u"HandoverCompleted"_s,
-                             {u"bluetooth"_s, QVariant::fromValue(QDBusVariant(u"data"_s))});
-    daemon.emitAdapterSignal(u"HandoverFailed"_s, {u"out of reach"_s});
+    daemon.emitAdapterSignal(QStringLiteral("HandoverStarted"));
+    daemon.emitAdapterSignal(QStringLiteral("HandoverCarrierSelected"), {QStringLiteral("bluetooth")});
+    daemon.emitAdapterSignal(
+        QStringLiteral("HandoverCompleted"),
+        {QStringLiteral("bluetooth"), QVariant::fromValue(QDBusVariant(QStringLiteral("data")))});
+    daemon.emitAdapterSignal(QStringLiteral("HandoverFailed"), {QStringLiteral("out of reach")});
     QTRY_COMPARE(secondFailed.count(), 1);
     QCOMPARE(firstStarted.count(), 1);
     QCOMPARE(secondStarted.count(), 1);
-    QCOMPARE(QList<QVariantList>(firstSelected), QList<QVariantList>({{u"bluetooth"_s}}));
-    QCOMPARE(QList<QVariantList>(secondSelected), QList<QVariantList>({{u"bluetooth"_s}}));
-    QCOMPARE(QList<QVariantList>(firstCompleted), QList<QVariantList>({{u"bluetooth"_s, u"data"_s}}));
-    QCOMPARE(QList<QVariantList>(secondCompleted), QList<QVariantList>({{u"bluetooth"_s, u"data"_s}}));
-    QCOMPARE(QList<QVariantList>(firstFailed), QList<QVariantList>({{u"out of reach"_s}}));
-    QCOMPARE(QList<QVariantList>(secondFailed), QList<QVariantList>({{u"out of reach"_s}}));
+    QCOMPARE(QList<QVariantList>(firstSelected), QList<QVariantList>({{QStringLiteral("bluetooth")}}));
+    QCOMPARE(QList<QVariantList>(secondSelected), QList<QVariantList>({{QStringLiteral("bluetooth")}}));
+    QCOMPARE(QList<QVariantList>(firstCompleted),
+             QList<QVariantList>({{QStringLiteral("bluetooth"), QStringLiteral("data")}}));
+    QCOMPARE(QList<QVariantList>(secondCompleted),
+             QList<QVariantList>({{QStringLiteral("bluetooth"), QStringLiteral("data")}}));
+    QCOMPARE(QList<QVariantList>(firstFailed), QList<QVariantList>({{QStringLiteral("out of reach")}}));
+    QCOMPARE(QList<QVariantList>(secondFailed), QList<QVariantList>({{QStringLiteral("out of reach")}}));
 }
 
 void TestNfcAdapter::completedHandoverCarriesItsData()
@@ -661,24 +676,25 @@ void TestNfcAdapter::completedHandoverCarriesItsData()
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy completed(&adapter, &NfcAdapter::handoverCompleted);
-    const QVariantMap data{{u"key"_s, u"value"_s}};
-    daemon.emitAdapterSignal(u"HandoverCompleted"_s, {u"carrier"_s, QVariant::fromValue(QDBusVariant(data))});
+    const QVariantMap data{{QStringLiteral("key"), QStringLiteral("value")}};
+    daemon.emitAdapterSignal(QStringLiteral("HandoverCompleted"),
+                             {QStringLiteral("carrier"), QVariant::fromValue(QDBusVariant(data))});
     QTRY_COMPARE(completed.count(), 1);
     QCOMPARE(qdbus_cast<QVariantMap>(completed.constFirst().at(1).value<QVariant>()), data);
 }
 
-void TestNfcAdapter::onlyTheDaemonIsHeard()
+void TestNfcAdapter::signalsOfOtherServicesAreIgnored()
 {
     FakeDaemon daemon;
     daemon.start();
-    FakeService impostor(QDBusConnection::SystemBus, u"org.example.Impostor"_s);
+    FakeService impostor(QDBusConnection::SystemBus, QStringLiteral("org.example.Impostor"));
     NfcAdapter adapter;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    impostor.emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"HandoverFailed"_s,
-                        {u"false"_s});
-    daemon.emitAdapterSignal(u"HandoverFailed"_s, {u"true"_s});
+    impostor.emitSignal(FakeDaemon::adapterPath(), QStringLiteral("com.tavix.nfc.Adapter"),
+                        QStringLiteral("HandoverFailed"), {QStringLiteral("false")});
+    daemon.emitAdapterSignal(QStringLiteral("HandoverFailed"), {QStringLiteral("true")});
     QTRY_COMPARE(failed.count(), 1);
-    QCOMPARE(failed.constFirst(), QVariantList({u"true"_s}));
+    QCOMPARE(failed.constFirst(), QVariantList({QStringLiteral("true")}));
 }
 
 void TestNfcAdapter::cancelIsSentWithoutHandover()
@@ -687,25 +703,26 @@ void TestNfcAdapter::cancelIsSentWithoutHandover()
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    adapter.cancelHandoverRequest(u"bluetooth"_s);
-    QTRY_COMPARE(daemon.calls(u"CancelHandoverRequest"_s).size(), 1);
+    adapter.cancelHandoverRequest(QStringLiteral("bluetooth"));
+    QTRY_COMPARE(daemon.calls(QStringLiteral("CancelHandoverRequest")).size(), 1);
     const FakeCall call = daemon.calls().constLast();
     QCOMPARE(call.path, FakeDaemon::adapterPath());
-    QCOMPARE(call.interface, u"com.tavix.nfc.Adapter"_s);
-    QCOMPARE(call.signature, u"s"_s);
-    QCOMPARE(call.arguments, QVariantList({u"bluetooth"_s}));
+    QCOMPARE(call.interface, QStringLiteral("com.tavix.nfc.Adapter"));
+    QCOMPARE(call.signature, QStringLiteral("s"));
+    QCOMPARE(call.arguments, QVariantList({QStringLiteral("bluetooth")}));
     QCOMPARE(failed.count(), 0);
 }
 
 void TestNfcAdapter::cancelErrorIsIgnored()
 {
     FakeDaemon daemon;
-    daemon.fail(u"CancelHandoverRequest"_s, u"com.tavix.nfc.NoHandover"_s, u"none"_s);
+    daemon.fail(QStringLiteral("CancelHandoverRequest"), QStringLiteral("com.tavix.nfc.NoHandover"),
+                QStringLiteral("none"));
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    adapter.cancelHandoverRequest(u"bluetooth"_s);
-    QTRY_COMPARE(daemon.calls(u"CancelHandoverRequest"_s).size(), 1);
+    adapter.cancelHandoverRequest(QStringLiteral("bluetooth"));
+    QTRY_COMPARE(daemon.calls(QStringLiteral("CancelHandoverRequest")).size(), 1);
     QCoreApplication::processEvents();
     QCOMPARE(failed.count(), 0);
 }
@@ -713,11 +730,11 @@ void TestNfcAdapter::cancelErrorIsIgnored()
 void TestNfcAdapter::cancelDoesNotWait()
 {
     FakeDaemon daemon;
-    daemon.hold(u"CancelHandoverRequest"_s);
+    daemon.hold(QStringLiteral("CancelHandoverRequest"));
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy called(&daemon, &FakeService::called);
-    adapter.cancelHandoverRequest(u"bluetooth"_s);
+    adapter.cancelHandoverRequest(QStringLiteral("bluetooth"));
     QVERIFY(called.wait());
     QVERIFY(adapter.isPowered());
     QCOMPARE(called.count(), 1);

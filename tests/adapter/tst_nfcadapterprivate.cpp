@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include <QDBusConnectionInterface>
 #include <QPointer>
@@ -15,7 +16,6 @@
 #include "fakedaemon.h"
 #include "nfcadapter.h"
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAdapterPrivate;
@@ -53,24 +53,24 @@ private Q_SLOTS:
     void restartedDaemonIsBoundAnew();
     void replacedDaemonIsBoundAnew();
     void replacedDaemonHasNotDied();
-    void lastAdapterDeletedWhenDaemonIsReplaced();
+    void lastAdapterMayBeDeletedWhenTheDaemonIsReplaced();
     void signalsOfFormerAdapterPathAreNotHeard();
     void deletedBindingLeavesItsProxy();
     void unboundAdapterIsOffWhateverIsCached();
     void takenRequestorPathIsLogged();
 
-    void lifeOfDaemonDecides_data();
-    void lifeOfDaemonDecides();
-    void radioThatIsOffBreaksNothing();
-    void daemonThatWasNeverSeenBreaksNothing();
+    void daemonIsBrokenWhenItLivesLessThanThreeSeconds_data();
+    void daemonIsBrokenWhenItLivesLessThanThreeSeconds();
+    void daemonThatDiesWhileTheRadioIsOffIsNotBroken();
+    void daemonNeverSeenComingUpIsNotBroken();
     void lifeIsMeasuredFromTheLastRegistration();
     void clockIsMonotonic();
     void daemonThatDiesAtOnceIsBroken();
-    void daemonThatCannotBeBoundCanBreakToo();
+    void daemonThatCannotBeBoundIsBrokenToo();
     void brokenBindingWaitsForTheNextRegistration();
     void brokenBindingStartsNoDaemon();
-    void failedBindKeepsBroken();
-    void brokenOutlivesTheBinding();
+    void failedBindKeepsTheBrokenMark();
+    void brokenMarkOutlivesTheBinding();
 
     void listenersHearInTheOrderOfCreation_data();
     void listenersHearInTheOrderOfCreation();
@@ -83,7 +83,7 @@ private Q_SLOTS:
     void adapterCreatedInSlotHearsNothingOfIt_data();
     void adapterCreatedInSlotHearsNothingOfIt();
     void bindingIsReplacedInSlot();
-    void requesterDeletedInHandoverFailed();
+    void requesterMayBeDeletedInHandoverFailed();
 
 private:
     void sawBroken(int life);
@@ -99,7 +99,7 @@ NfcAdapterPrivate::Clock::time_point TestNfcAdapterPrivate::s_now;
 
 void TestNfcAdapterPrivate::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     NfcAdapterPrivate::adapterBroken = false;
     // Time stands still until a test moves it.
     s_now = {};
@@ -134,7 +134,7 @@ void TestNfcAdapterPrivate::adaptersShareOneBinding()
     QVERIFY(!second->parent());
     QVERIFY(binding);
     QCOMPARE(NfcAdapterPrivate::instance, binding.data());
-    QCOMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("DefaultAdapter")).size(), 1);
 
     first.reset();
     QCOMPARE(NfcAdapterPrivate::instance, binding.data());
@@ -147,7 +147,7 @@ void TestNfcAdapterPrivate::adaptersShareOneBinding()
     const AdapterPointer third(NfcAdapter::defaultAdapter());
     QVERIFY(NfcAdapterPrivate::instance);
     QVERIFY(third->isValid());
-    QCOMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 2);
+    QCOMPARE(daemon.calls(QStringLiteral("DefaultAdapter")).size(), 2);
 }
 
 void TestNfcAdapterPrivate::adaptersAreListedInTheOrderOfCreation()
@@ -169,11 +169,11 @@ void TestNfcAdapterPrivate::bindsToRunningDaemon()
     QVERIFY(adapter.isValid());
 
     const FakeCall call = daemon.calls().value(0);
-    QCOMPARE(call.path, u"/"_s);
-    QCOMPARE(call.interface, u"com.tavix.nfc.Manager"_s);
-    QCOMPARE(call.member, u"DefaultAdapter"_s);
+    QCOMPARE(call.path, QStringLiteral("/"));
+    QCOMPARE(call.interface, QStringLiteral("com.tavix.nfc.Manager"));
+    QCOMPARE(call.member, QStringLiteral("DefaultAdapter"));
     QCOMPARE(call.signature, QString());
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 
 void TestNfcAdapterPrivate::bindingMakesNoIntrospectCall()
@@ -184,8 +184,9 @@ void TestNfcAdapterPrivate::bindingMakesNoIntrospectCall()
     NfcAdapter adapter;
     QVERIFY(adapter.isValid());
     QStringList calls = monitor.takeCalls();
-    QVERIFY2(calls.filter(u"Introspect"_s).isEmpty(), qPrintable(calls.join(u'\n')));
-    QCOMPARE(calls.filter(u"com.tavix"_s), QStringList(u"com.tavix.nfc.Manager.DefaultAdapter"_s));
+    QVERIFY2(calls.filter(QStringLiteral("Introspect")).isEmpty(), qPrintable(calls.join(u'\n')));
+    QCOMPARE(calls.filter(QStringLiteral("com.tavix")),
+             QStringList(QStringLiteral("com.tavix.nfc.Manager.DefaultAdapter")));
 
     QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
     daemon.stop();
@@ -194,8 +195,9 @@ void TestNfcAdapterPrivate::bindingMakesNoIntrospectCall()
     daemon.start();
     QTRY_COMPARE(valid.count(), 1);
     calls = monitor.takeCalls();
-    QVERIFY2(calls.filter(u"Introspect"_s).isEmpty(), qPrintable(calls.join(u'\n')));
-    QCOMPARE(calls.filter(u"com.tavix"_s), QStringList(u"com.tavix.nfc.Manager.DefaultAdapter"_s));
+    QVERIFY2(calls.filter(QStringLiteral("Introspect")).isEmpty(), qPrintable(calls.join(u'\n')));
+    QCOMPARE(calls.filter(QStringLiteral("com.tavix")),
+             QStringList(QStringLiteral("com.tavix.nfc.Manager.DefaultAdapter")));
 }
 
 void TestNfcAdapterPrivate::bindsWhenDaemonRegisters()
@@ -228,7 +230,7 @@ void TestNfcAdapterPrivate::startsNoDaemonWhenRadioIsOff()
     QDBusConnection::systemBus();
     BusMonitor monitor;
     const NfcAdapter adapter;
-    QVERIFY(!monitor.takeCalls().contains(u"org.freedesktop.DBus.StartServiceByName"_s));
+    QVERIFY(!monitor.takeCalls().contains(QStringLiteral("org.freedesktop.DBus.StartServiceByName")));
     QVERIFY(!daemon.isOnBus());
     QVERIFY(!adapter.isValid());
 }
@@ -240,7 +242,7 @@ void TestNfcAdapterPrivate::startsNoDaemonThatIsThere()
     const NfcAdapter adapter;
     BusMonitor monitor;
     NfcAdapterPrivate::instance->startNfcService();
-    QCOMPARE(monitor.takeCalls(), QStringList(u"org.freedesktop.DBus.NameHasOwner"_s));
+    QCOMPARE(monitor.takeCalls(), QStringList(QStringLiteral("org.freedesktop.DBus.NameHasOwner")));
 }
 
 void TestNfcAdapterPrivate::bindingWaitsForTheBusThreeTimes()
@@ -252,17 +254,17 @@ void TestNfcAdapterPrivate::bindingWaitsForTheBusThreeTimes()
     daemon.start();
     QTRY_COMPARE(valid.count(), 1);
     QStringList waits = monitor.takeCalls();
-    waits.removeAll(u"org.freedesktop.DBus.AddMatch"_s);
-    QCOMPARE(waits,
-             QStringList({u"org.freedesktop.DBus.GetNameOwner"_s, u"com.tavix.nfc.Manager.DefaultAdapter"_s,
-                          u"org.freedesktop.DBus.GetNameOwner"_s}));
+    waits.removeAll(QStringLiteral("org.freedesktop.DBus.AddMatch"));
+    QCOMPARE(waits, QStringList({QStringLiteral("org.freedesktop.DBus.GetNameOwner"),
+                                 QStringLiteral("com.tavix.nfc.Manager.DefaultAdapter"),
+                                 QStringLiteral("org.freedesktop.DBus.GetNameOwner")}));
 }
 
 void TestNfcAdapterPrivate::failedStartIsLogged()
 {
     radio->setEnabled(true);
     FakeDaemon daemon;
-    daemon.makeActivatable(u"/bin/false"_s);
+    daemon.makeActivatable(QStringLiteral("/bin/false"));
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
     const NfcAdapter adapter;
     QVERIFY(!adapter.isValid());
@@ -281,14 +283,15 @@ void TestNfcAdapterPrivate::unknownServiceIsLogged()
 void TestNfcAdapterPrivate::defaultAdapterErrorLeavesUnbound()
 {
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"kein Gerät: 100%s"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("kein Gerät: 100%s"));
     NfcAdapter adapter;
     QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
     QTest::ignoreMessage(QtWarningMsg,
                          "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': kein Gerät: 100%s");
     daemon.start();
     QCoreApplication::processEvents();
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
     QVERIFY(!adapter.isValid());
     QVERIFY(!NfcAdapterPrivate::instance->adapterProxy);
     QCOMPARE(valid.count(), 0);
@@ -297,7 +300,7 @@ void TestNfcAdapterPrivate::defaultAdapterErrorLeavesUnbound()
 void TestNfcAdapterPrivate::defaultAdapterOfAnotherTypeLeavesUnbound()
 {
     FakeDaemon daemon;
-    daemon.reply(u"DefaultAdapter"_s, {u"/com/tavix/nfc/adapter0"_s});
+    daemon.reply(QStringLiteral("DefaultAdapter"), {QStringLiteral("/com/tavix/nfc/adapter0")});
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg,
                          "DefaultAdapter returned error 'org.freedesktop.DBus.Error.InvalidSignature': "
@@ -310,7 +313,7 @@ void TestNfcAdapterPrivate::defaultAdapterOfAnotherTypeLeavesUnbound()
 void TestNfcAdapterPrivate::daemonDyingInDefaultAdapterLeavesUnbound()
 {
     FakeDaemon daemon;
-    daemon.dieOn(u"DefaultAdapter"_s);
+    daemon.dieOn(QStringLiteral("DefaultAdapter"));
     daemon.start();
     QTest::ignoreMessage(
         QtWarningMsg, "DefaultAdapter returned error 'org.freedesktop.DBus.Error.NoReply': Message recipient "
@@ -339,7 +342,7 @@ void TestNfcAdapterPrivate::daemonGoneBeforeItIsAskedLeavesUnbound()
 void TestNfcAdapterPrivate::daemonGoneAfterItsAnswerLeavesInvalidProxy()
 {
     FakeDaemon daemon;
-    daemon.leaveOn(u"DefaultAdapter"_s);
+    daemon.leaveOn(QStringLiteral("DefaultAdapter"));
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg, "Unable to get adapter proxy for /com/tavix/nfc/adapter0");
     NfcAdapter adapter;
@@ -354,7 +357,7 @@ void TestNfcAdapterPrivate::daemonGoneAfterItsAnswerLeavesInvalidProxy()
 void TestNfcAdapterPrivate::invalidProxyIsReplacedWhenDaemonRegisters()
 {
     FakeDaemon daemon;
-    daemon.leaveOn(u"DefaultAdapter"_s);
+    daemon.leaveOn(QStringLiteral("DefaultAdapter"));
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg, "Unable to get adapter proxy for /com/tavix/nfc/adapter0");
     NfcAdapter adapter;
@@ -366,7 +369,8 @@ void TestNfcAdapterPrivate::invalidProxyIsReplacedWhenDaemonRegisters()
 void TestNfcAdapterPrivate::unregistrationIsAlwaysAnnounced()
 {
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("none"));
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     NfcAdapter adapter;
@@ -374,7 +378,8 @@ void TestNfcAdapterPrivate::unregistrationIsAlwaysAnnounced()
     daemon.stop();
     QTRY_COMPARE(invalid.count(), 1);
 
-    daemon.reply(u"DefaultAdapter"_s, {QVariant::fromValue(QDBusObjectPath(FakeDaemon::adapterPath()))});
+    daemon.reply(QStringLiteral("DefaultAdapter"),
+                 {QVariant::fromValue(QDBusObjectPath(FakeDaemon::adapterPath()))});
     daemon.start();
     QTRY_VERIFY(adapter.isValid());
     daemon.kill();
@@ -395,7 +400,7 @@ void TestNfcAdapterPrivate::restartedDaemonIsBoundAnew()
     QCOMPARE(invalid.count(), 1);
     QVERIFY(adapter.isValid());
     QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
-    daemon.emitAdapterSignal(u"HandoverStarted"_s);
+    daemon.emitAdapterSignal(QStringLiteral("HandoverStarted"));
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 1);
 }
@@ -404,8 +409,9 @@ void TestNfcAdapterPrivate::replacedDaemonIsBoundAnew()
 {
     FakeDaemon daemon;
     daemon.start();
-    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
-    successor.reply(u"GetProperties"_s, {QVariantMap{{u"State"_s, u"off"_s}}});
+    FakeService successor(QDBusConnection::SystemBus, QStringLiteral("org.connui.Successor"));
+    successor.reply(QStringLiteral("GetProperties"),
+                    {QVariantMap{{QStringLiteral("State"), QStringLiteral("off")}}});
     successor.succeed(daemon.service());
     NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
@@ -414,15 +420,16 @@ void TestNfcAdapterPrivate::replacedDaemonIsBoundAnew()
         &adapter, &NfcAdapter::adapterInvalid, this,
         [&] {
             QVERIFY(!adapter.isValid());
-            news.append(u"invalid"_s);
+            news.append(QStringLiteral("invalid"));
         });
-    connect(&adapter, &NfcAdapter::adapterValid, this, [&] { news.append(u"valid"_s); });
+    connect(&adapter, &NfcAdapter::adapterValid, this, [&] { news.append(QStringLiteral("valid")); });
 
     daemon.stop();
-    QTRY_COMPARE(news, QStringList({u"invalid"_s, u"valid"_s}));
+    QTRY_COMPARE(news, QStringList({QStringLiteral("invalid"), QStringLiteral("valid")}));
     QVERIFY(!adapter.isPowered());
     QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
-    successor.emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"HandoverStarted"_s);
+    successor.emitSignal(FakeDaemon::adapterPath(), QStringLiteral("com.tavix.nfc.Adapter"),
+                         QStringLiteral("HandoverStarted"));
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 1);
 }
@@ -431,7 +438,7 @@ void TestNfcAdapterPrivate::replacedDaemonHasNotDied()
 {
     FakeDaemon daemon;
     daemon.start();
-    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    FakeService successor(QDBusConnection::SystemBus, QStringLiteral("org.connui.Successor"));
     successor.succeed(daemon.service());
     radio->setEnabled(true);
     NfcAdapter adapter;
@@ -443,11 +450,11 @@ void TestNfcAdapterPrivate::replacedDaemonHasNotDied()
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
 }
 
-void TestNfcAdapterPrivate::lastAdapterDeletedWhenDaemonIsReplaced()
+void TestNfcAdapterPrivate::lastAdapterMayBeDeletedWhenTheDaemonIsReplaced()
 {
     FakeDaemon daemon;
     daemon.start();
-    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    FakeService successor(QDBusConnection::SystemBus, QStringLiteral("org.connui.Successor"));
     successor.succeed(daemon.service());
     auto *adapter = new NfcAdapter;
     connect(adapter, &NfcAdapter::adapterInvalid, this, [adapter] { delete adapter; });
@@ -464,15 +471,15 @@ void TestNfcAdapterPrivate::signalsOfFormerAdapterPathAreNotHeard()
     NfcAdapter adapter;
     QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
     daemon.stop();
-    const QString newPath = u"/com/tavix/nfc/adapter1"_s;
-    daemon.reply(u"DefaultAdapter"_s, {QVariant::fromValue(QDBusObjectPath(newPath))});
+    const QString newPath = QStringLiteral("/com/tavix/nfc/adapter1");
+    daemon.reply(QStringLiteral("DefaultAdapter"), {QVariant::fromValue(QDBusObjectPath(newPath))});
     daemon.start();
-    QTRY_COMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 2);
+    QTRY_COMPARE(daemon.calls(QStringLiteral("DefaultAdapter")).size(), 2);
 
-    daemon.emitAdapterSignal(u"HandoverStarted"_s);
+    daemon.emitAdapterSignal(QStringLiteral("HandoverStarted"));
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 0);
-    daemon.emitSignal(newPath, u"com.tavix.nfc.Adapter"_s, u"HandoverStarted"_s);
+    daemon.emitSignal(newPath, QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("HandoverStarted"));
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 1);
 }
@@ -497,7 +504,8 @@ void TestNfcAdapterPrivate::unboundAdapterIsOffWhateverIsCached()
     daemon.start();
     const NfcAdapter adapter;
     QVERIFY(adapter.isPowered());
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("none"));
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     NfcAdapterPrivate::instance->serviceRegistered();
     QVERIFY(!NfcAdapterPrivate::instance->properties.isEmpty());
@@ -508,18 +516,18 @@ void TestNfcAdapterPrivate::takenRequestorPathIsLogged()
 {
     FakeDaemon daemon;
     daemon.start();
-    const QString path = u"/com/tavix/nfcHandoverRequestor"_s;
+    const QString path = QStringLiteral("/com/tavix/nfcHandoverRequestor");
     QObject squatter;
     QVERIFY(QDBusConnection::systemBus().registerObject(path, &squatter));
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: Unable to register handler for handover");
     NfcAdapter adapter;
     QVERIFY(adapter.isValid());
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
-    QTRY_COMPARE(daemon.calls(u"RequestHandover"_s).size(), 1);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
+    QTRY_COMPARE(daemon.calls(QStringLiteral("RequestHandover")).size(), 1);
     QCOMPARE(daemon.calls().constLast().arguments.value(0).value<QDBusObjectPath>().path(), path);
 }
 
-void TestNfcAdapterPrivate::lifeOfDaemonDecides_data()
+void TestNfcAdapterPrivate::daemonIsBrokenWhenItLivesLessThanThreeSeconds_data()
 {
     QTest::addColumn<int>("life");
     QTest::addColumn<bool>("broken");
@@ -529,7 +537,7 @@ void TestNfcAdapterPrivate::lifeOfDaemonDecides_data()
     QTest::newRow("a day") << 86400000 << false;
 }
 
-void TestNfcAdapterPrivate::lifeOfDaemonDecides()
+void TestNfcAdapterPrivate::daemonIsBrokenWhenItLivesLessThanThreeSeconds()
 {
     QFETCH(int, life);
     QFETCH(bool, broken);
@@ -550,7 +558,7 @@ void TestNfcAdapterPrivate::lifeOfDaemonDecides()
     QVERIFY(!adapter.isValid());
 }
 
-void TestNfcAdapterPrivate::radioThatIsOffBreaksNothing()
+void TestNfcAdapterPrivate::daemonThatDiesWhileTheRadioIsOffIsNotBroken()
 {
     FakeDaemon daemon;
     daemon.start();
@@ -562,7 +570,7 @@ void TestNfcAdapterPrivate::radioThatIsOffBreaksNothing()
     QVERIFY(!radio->enabled());
 }
 
-void TestNfcAdapterPrivate::daemonThatWasNeverSeenBreaksNothing()
+void TestNfcAdapterPrivate::daemonNeverSeenComingUpIsNotBroken()
 {
     radio->setEnabled(true);
     FakeDaemon daemon;
@@ -614,10 +622,10 @@ void TestNfcAdapterPrivate::daemonThatDiesAtOnceIsBroken()
     NfcAdapter adapter;
     QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
     // A machine that needs three seconds from here to the announcement has broken nothing.
-    QTest::ignoreMessage(
-        QtWarningMsg,
-        QRegularExpression(u"^NfcAdapterPrivate: nfcd stopped [12]?[0-9]{1,3} msec after launch when "
-                           "adapter is powered$"_s));
+    QTest::ignoreMessage(QtWarningMsg,
+                         QRegularExpression(QStringLiteral(
+                             "^NfcAdapterPrivate: nfcd stopped [12]?[0-9]{1,3} msec after launch when "
+                             "adapter is powered$")));
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapterPrivate: marking adapter as broken");
     daemon.kill();
     QTRY_COMPARE(invalid.count(), 1);
@@ -625,11 +633,12 @@ void TestNfcAdapterPrivate::daemonThatDiesAtOnceIsBroken()
     QVERIFY(!radio->enabled());
 }
 
-void TestNfcAdapterPrivate::daemonThatCannotBeBoundCanBreakToo()
+void TestNfcAdapterPrivate::daemonThatCannotBeBoundIsBrokenToo()
 {
     radio->setEnabled(true);
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("none"));
     daemon.start();
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     NfcAdapter adapter;
@@ -679,20 +688,21 @@ void TestNfcAdapterPrivate::brokenBindingStartsNoDaemon()
     QVERIFY(NfcAdapterPrivate::adapterBroken);
 }
 
-void TestNfcAdapterPrivate::failedBindKeepsBroken()
+void TestNfcAdapterPrivate::failedBindKeepsTheBrokenMark()
 {
     NfcAdapterPrivate::adapterBroken = true;
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.NoHardware"_s, u"none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.NoHardware"),
+                QStringLiteral("none"));
     const NfcAdapter adapter;
     QTest::ignoreMessage(QtWarningMsg, "DefaultAdapter returned error 'com.tavix.nfc.NoHardware': none");
     daemon.start();
     QCoreApplication::processEvents();
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
     QVERIFY(NfcAdapterPrivate::adapterBroken);
 }
 
-void TestNfcAdapterPrivate::brokenOutlivesTheBinding()
+void TestNfcAdapterPrivate::brokenMarkOutlivesTheBinding()
 {
     radio->setEnabled(true);
     FakeDaemon daemon;
@@ -728,22 +738,22 @@ void TestNfcAdapterPrivate::eachSignal()
 void TestNfcAdapterPrivate::cause(FakeDaemon &daemon)
 {
     const QByteArray signal = QTest::currentDataTag();
-    const QVariant data = QVariant::fromValue(QDBusVariant(u"data"_s));
+    const QVariant data = QVariant::fromValue(QDBusVariant(QStringLiteral("data")));
     if (signal == "propertyChanged") {
-        daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+        daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
     } else if (signal == "adapterInvalid") {
         daemon.stop();
     } else if (signal == "adapterValid") {
         // Registered again without having left, so that no other signal comes before it.
         QMetaObject::invokeMethod(NfcAdapterPrivate::instance, "serviceRegistered", Qt::QueuedConnection);
     } else if (signal == "handoverStarted") {
-        daemon.emitAdapterSignal(u"HandoverStarted"_s);
+        daemon.emitAdapterSignal(QStringLiteral("HandoverStarted"));
     } else if (signal == "handoverCarrierSelected") {
-        daemon.emitAdapterSignal(u"HandoverCarrierSelected"_s, {u"carrier"_s});
+        daemon.emitAdapterSignal(QStringLiteral("HandoverCarrierSelected"), {QStringLiteral("carrier")});
     } else if (signal == "handoverCompleted") {
-        daemon.emitAdapterSignal(u"HandoverCompleted"_s, {u"carrier"_s, data});
+        daemon.emitAdapterSignal(QStringLiteral("HandoverCompleted"), {QStringLiteral("carrier"), data});
     } else if (signal == "handoverFailed") {
-        daemon.emitAdapterSignal(u"HandoverFailed"_s, {u"reason"_s});
+        daemon.emitAdapterSignal(QStringLiteral("HandoverFailed"), {QStringLiteral("reason")});
     } else {
         QFAIL("no such signal");
     }
@@ -903,14 +913,15 @@ void TestNfcAdapterPrivate::bindingIsReplacedInSlot()
     QTRY_VERIFY(adapter->isValid());
 }
 
-void TestNfcAdapterPrivate::requesterDeletedInHandoverFailed()
+void TestNfcAdapterPrivate::requesterMayBeDeletedInHandoverFailed()
 {
     FakeDaemon daemon;
-    daemon.fail(u"RequestHandover"_s, u"com.tavix.nfc.Busy"_s, u"busy"_s);
+    daemon.fail(QStringLiteral("RequestHandover"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("busy"));
     daemon.start();
     AdapterPointer adapter(NfcAdapter::defaultAdapter());
     const Reaction reaction(adapter.get(), SIGNAL(handoverFailed(QString)), [&adapter] { adapter.reset(); });
-    adapter->requestHandover(u"carrier"_s, u"type"_s);
+    adapter->requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
     QTRY_VERIFY(!adapter);
     QVERIFY(!NfcAdapterPrivate::instance);
 }

@@ -8,7 +8,6 @@
 #include <NfcAgent>
 #include <RadioState>
 
-using namespace Qt::Literals::StringLiterals;
 using ConnUi::NdefMessageHandler;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
@@ -30,7 +29,7 @@ private:
 
 void TestNfcAdapterWithoutBus::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     RadioState(RadioState::NFC).setEnabled(true);
 }
 
@@ -56,8 +55,8 @@ void TestNfcAdapterWithoutBus::operationsAreHarmless()
     QVERIFY(!adapter.isPowered());
     adapter.registerAgent(&agent);
     adapter.unregisterAgent(&agent);
-    adapter.requestHandover(u"carrier"_s, u"type"_s);
-    adapter.cancelHandoverRequest(u"carrier"_s);
+    adapter.requestHandover(QStringLiteral("carrier"), QStringLiteral("type"));
+    adapter.cancelHandoverRequest(QStringLiteral("carrier"));
     QCoreApplication::processEvents();
     QCOMPARE(failed.count(), 0);
 
@@ -72,8 +71,9 @@ void TestNfcAdapterWithoutBus::operationsAreHarmless()
 void TestNfcAdapterWithoutBus::handlerIsNotInFront()
 {
     QTest::ignoreMessage(QtWarningMsg, "ApplicationTracker: Unable to subscribe to track applications");
-    const NdefMessageHandler handler(u"app"_s, u"system"_s, u"org.example.Handler"_s,
-                                     QDBusObjectPath(u"/"_s));
+    const NdefMessageHandler handler(QStringLiteral("app"), QStringLiteral("system"),
+                                     QStringLiteral("org.example.Handler"),
+                                     QDBusObjectPath(QStringLiteral("/")));
     QVERIFY(!handler.isRunningOnForeground());
 }
 

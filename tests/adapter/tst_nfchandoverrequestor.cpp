@@ -8,7 +8,6 @@
 
 #include "fakedaemon.h"
 
-using namespace Qt::Literals::StringLiterals;
 using ConnUi::NfcAdapter;
 using ConnUi::RadioState;
 
@@ -30,7 +29,7 @@ private:
 
 void TestNfcHandoverRequestor::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     RadioState(RadioState::NFC).setEnabled(false);
 }
 
@@ -38,8 +37,8 @@ FakeReply TestNfcHandoverRequestor::callRequestor(FakeDaemon &daemon, const QStr
                                                   const QVariantList &arguments)
 {
     QSignalSpy replied(&daemon, &FakeService::replied);
-    daemon.call(QDBusConnection::systemBus().baseService(), u"/com/tavix/nfcHandoverRequestor"_s,
-                u"com.tavix.nfc.HandoverRequestor"_s, member, arguments);
+    daemon.call(QDBusConnection::systemBus().baseService(), QStringLiteral("/com/tavix/nfcHandoverRequestor"),
+                QStringLiteral("com.tavix.nfc.HandoverRequestor"), member, arguments);
     if (replied.isEmpty() && !replied.wait())
         return {};
     return daemon.replies().constLast();
@@ -48,11 +47,11 @@ FakeReply TestNfcHandoverRequestor::callRequestor(FakeDaemon &daemon, const QStr
 void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing_data()
 {
     QTest::addColumn<QVariantList>("arguments");
-    const QVariant data = QVariant::fromValue(QDBusVariant(u"data"_s));
+    const QVariant data = QVariant::fromValue(QDBusVariant(QStringLiteral("data")));
     QTest::newRow("HandoverStarted") << QVariantList();
-    QTest::newRow("HandoverCarrierSelected") << QVariantList{u"bluetooth"_s};
-    QTest::newRow("HandoverCompleted") << QVariantList{u"bluetooth"_s, data};
-    QTest::newRow("HandoverFailed") << QVariantList{u"reason"_s};
+    QTest::newRow("HandoverCarrierSelected") << QVariantList{QStringLiteral("bluetooth")};
+    QTest::newRow("HandoverCompleted") << QVariantList{QStringLiteral("bluetooth"), data};
+    QTest::newRow("HandoverFailed") << QVariantList{QStringLiteral("reason")};
 }
 
 void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing()
@@ -70,7 +69,7 @@ void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing()
     QCOMPARE(reply.error, QString());
     QCOMPARE(reply.arguments, QVariantList());
     QCOMPARE(started.count() + selected.count() + completed.count() + failed.count(), 0);
-    QCOMPARE(daemon.members(), QStringList(u"DefaultAdapter"_s));
+    QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 
 void TestNfcHandoverRequestor::callsOfWrongTypesAreRefused()
@@ -79,8 +78,8 @@ void TestNfcHandoverRequestor::callsOfWrongTypesAreRefused()
     daemon.start();
     NfcAdapter adapter;
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
-    const FakeReply reply = callRequestor(daemon, u"HandoverFailed"_s, {7});
-    QCOMPARE(reply.error, u"org.freedesktop.DBus.Error.UnknownMethod"_s);
+    const FakeReply reply = callRequestor(daemon, QStringLiteral("HandoverFailed"), {7});
+    QCOMPARE(reply.error, QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"));
     QCOMPARE(failed.count(), 0);
     QVERIFY(adapter.isValid());
 }
@@ -91,12 +90,12 @@ void TestNfcHandoverRequestor::pathGoesWithTheLastAdapter()
     daemon.start();
     {
         const NfcAdapter adapter;
-        QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error, QString());
+        QCOMPARE(callRequestor(daemon, QStringLiteral("HandoverStarted")).error, QString());
     }
-    QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error,
-             u"org.freedesktop.DBus.Error.UnknownObject"_s);
+    QCOMPARE(callRequestor(daemon, QStringLiteral("HandoverStarted")).error,
+             QStringLiteral("org.freedesktop.DBus.Error.UnknownObject"));
     const NfcAdapter adapter;
-    QCOMPARE(callRequestor(daemon, u"HandoverStarted"_s).error, QString());
+    QCOMPARE(callRequestor(daemon, QStringLiteral("HandoverStarted")).error, QString());
 }
 
 QTEST_GUILESS_MAIN(TestNfcHandoverRequestor)

@@ -44,15 +44,15 @@ private Q_SLOTS:
     void shortReplyIsNoSubscription();
     void errorReplyIsNoSubscription();
     void missingPolicyDaemonIsNoSubscription();
-    void newsSetThePidAndNothingElse();
-    void newsArriveWithoutASubscription();
-    void newsOfALatePolicyDaemonArrive();
-    void newsOfAnotherFormAreNotDelivered_data();
-    void newsOfAnotherFormAreNotDelivered();
-    void newsOfAnotherServiceAreNotDelivered();
+    void notificationSetsThePidAndNothingElse();
+    void notificationArrivesWithoutASubscription();
+    void notificationOfALatePolicyDaemonArrives();
+    void notificationOfAnotherFormIsIgnored_data();
+    void notificationOfAnotherFormIsIgnored();
+    void notificationOfAnotherServiceIsIgnored();
     void unsubscribesOnceWithZero();
-    void policyDaemonThatIsGoneIsLeftQuietly();
-    void newsAfterTheEndAreNobodys();
+    void endWithoutPolicyDaemonIsQuiet();
+    void notificationAfterTheEndIsIgnored();
     void asksForNoIntrospection();
     void hasNoSignalsAndNoProperties();
 
@@ -177,7 +177,7 @@ void TestApplicationTracker::missingPolicyDaemonIsNoSubscription()
     QCOMPARE(tracker.currentForegroundApplicationPid(), 0U);
 }
 
-void TestApplicationTracker::newsSetThePidAndNothingElse()
+void TestApplicationTracker::notificationSetsThePidAndNothingElse()
 {
     const ApplicationTracker tracker;
     ohm->emitActive(QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three"), 77);
@@ -187,7 +187,7 @@ void TestApplicationTracker::newsSetThePidAndNothingElse()
     QCOMPARE(ohm->members(), QStringList{QStringLiteral("Subscribe")});
 }
 
-void TestApplicationTracker::newsArriveWithoutASubscription()
+void TestApplicationTracker::notificationArrivesWithoutASubscription()
 {
     ohm->fail(QStringLiteral("Subscribe"), QStringLiteral("org.example.Error.Busy"), QStringLiteral("busy"));
     QTest::ignoreMessage(QtWarningMsg, unableToSubscribe);
@@ -196,7 +196,7 @@ void TestApplicationTracker::newsArriveWithoutASubscription()
     QTRY_COMPARE(tracker.currentForegroundApplicationPid(), 77U);
 }
 
-void TestApplicationTracker::newsOfALatePolicyDaemonArrive()
+void TestApplicationTracker::notificationOfALatePolicyDaemonArrives()
 {
     ohm->stop();
     QTest::ignoreMessage(QtWarningMsg, unableToSubscribe);
@@ -206,7 +206,7 @@ void TestApplicationTracker::newsOfALatePolicyDaemonArrive()
     QTRY_COMPARE(tracker.currentForegroundApplicationPid(), 77U);
 }
 
-void TestApplicationTracker::newsOfAnotherFormAreNotDelivered_data()
+void TestApplicationTracker::notificationOfAnotherFormIsIgnored_data()
 {
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("interface");
@@ -225,7 +225,7 @@ void TestApplicationTracker::newsOfAnotherFormAreNotDelivered_data()
                                     << usual;
 }
 
-void TestApplicationTracker::newsOfAnotherFormAreNotDelivered()
+void TestApplicationTracker::notificationOfAnotherFormIsIgnored()
 {
     QFETCH(QString, path);
     QFETCH(QString, interface);
@@ -238,7 +238,7 @@ void TestApplicationTracker::newsOfAnotherFormAreNotDelivered()
     QCOMPARE(tracker.currentForegroundApplicationPid(), 1234U);
 }
 
-void TestApplicationTracker::newsOfAnotherServiceAreNotDelivered()
+void TestApplicationTracker::notificationOfAnotherServiceIsIgnored()
 {
     const ApplicationTracker tracker;
     FakeService impostor(QDBusConnection::SystemBus, QStringLiteral("org.example.Impostor"));
@@ -262,7 +262,7 @@ void TestApplicationTracker::unsubscribesOnceWithZero()
     QCOMPARE(call.interface, ohmInterface);
 }
 
-void TestApplicationTracker::policyDaemonThatIsGoneIsLeftQuietly()
+void TestApplicationTracker::endWithoutPolicyDaemonIsQuiet()
 {
     auto tracker = std::make_unique<ApplicationTracker>();
     ohm->kill();
@@ -271,7 +271,7 @@ void TestApplicationTracker::policyDaemonThatIsGoneIsLeftQuietly()
     QCOMPARE(ohm->members(), QStringList());
 }
 
-void TestApplicationTracker::newsAfterTheEndAreNobodys()
+void TestApplicationTracker::notificationAfterTheEndIsIgnored()
 {
     auto tracker = std::make_unique<ApplicationTracker>();
     ohm->emitActive(QString(), QString(), QString(), 77);

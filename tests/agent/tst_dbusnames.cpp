@@ -12,10 +12,10 @@ class TestDBusNames : public QObject
 
 private Q_SLOTS:
     void init();
-    void busNamesAreThoseOfTheBus_data();
-    void busNamesAreThoseOfTheBus();
-    void errorNamesAreThoseOfTheBus_data();
-    void errorNamesAreThoseOfTheBus();
+    void isBusNameAgreesWithTheBus_data();
+    void isBusNameAgreesWithTheBus();
+    void isErrorNameAgreesWithTheBus_data();
+    void isErrorNameAgreesWithTheBus();
 };
 
 void TestDBusNames::init()
@@ -23,7 +23,7 @@ void TestDBusNames::init()
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
-void TestDBusNames::busNamesAreThoseOfTheBus_data()
+void TestDBusNames::isBusNameAgreesWithTheBus_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("valid");
@@ -52,13 +52,13 @@ void TestDBusNames::busNamesAreThoseOfTheBus_data()
     QTest::newRow("NUL") << QStringLiteral("com.tavix") + QChar(0) << false;
 }
 
-void TestDBusNames::busNamesAreThoseOfTheBus()
+void TestDBusNames::isBusNameAgreesWithTheBus()
 {
     QFETCH(QString, name);
     QTEST(DBusNames::isBusName(name), "valid");
 }
 
-void TestDBusNames::errorNamesAreThoseOfTheBus_data()
+void TestDBusNames::isErrorNameAgreesWithTheBus_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<bool>("valid");
@@ -82,7 +82,7 @@ void TestDBusNames::errorNamesAreThoseOfTheBus_data()
     QTest::newRow("NUL") << QStringLiteral("a.b") + QChar(0) << false;
 }
 
-void TestDBusNames::errorNamesAreThoseOfTheBus()
+void TestDBusNames::isErrorNameAgreesWithTheBus()
 {
     QFETCH(QString, name);
     QTEST(DBusNames::isErrorName(name), "valid");

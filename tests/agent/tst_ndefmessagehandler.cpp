@@ -88,25 +88,25 @@ private Q_SLOTS:
     void initTestCase();
     void init();
     void cleanup();
-    void defaultRecordIsEmpty();
+    void defaultHandlerIsEmpty();
     void fieldsComeInTheConstructorsOrder();
     void applicationIdIsNoPartOfTheIdentity();
     void identityIsBusServiceAndPath_data();
     void identityIsBusServiceAndPath();
     void copyTakesAllFields();
     void copySharesNothing();
-    void recordMayBeAssignedToItself();
-    void recordWithAnEmptyPathCopiesQuietly();
+    void handlerMayBeAssignedToItself();
+    void handlerWithAnEmptyPathIsCopiedQuietly();
     void malformedPathLeavesTheOtherFields();
     void wireFormIsBusServicePathApplication();
-    void recordComesBackFromTheBus();
+    void handlerComesBackFromTheBus();
     void listComesBackFromTheBusInOrder();
     void emptyListReplacesWhatWasThere();
-    void recordsShareOneTracker();
+    void handlersShareOneTracker();
     void everyCopyCounts();
-    void trackerOutlivesItsFirstRecord();
-    void dataGoesToTheBusOfTheRecord_data();
-    void dataGoesToTheBusOfTheRecord();
+    void trackerOutlivesItsFirstHandler();
+    void dataGoesToTheBusOfTheHandler_data();
+    void dataGoesToTheBusOfTheHandler();
     void handlerOnTheSystemBusIsNotLaunched();
     void anyDataArrives_data();
     void anyDataArrives();
@@ -124,7 +124,7 @@ private Q_SLOTS:
     void handlerWithoutAPathIsLaunchedAllTheSame();
     void handlerInFrontIsRunningOnForeground();
     void systemHandlerInFrontIsRunningOnForeground();
-    void nobodyIsInFrontWhileThePidIsUnknown();
+    void noHandlerIsInFrontWhileThePidIsUnknown();
     void missingServiceIsNotInFront_data();
     void missingServiceIsNotInFront();
 
@@ -173,7 +173,7 @@ QDBusMessage TestNdefMessageHandler::received(const QVariant &value)
     return receiver.messages.takeFirst();
 }
 
-void TestNdefMessageHandler::defaultRecordIsEmpty()
+void TestNdefMessageHandler::defaultHandlerIsEmpty()
 {
     const NdefMessageHandler record;
     QVERIFY(record.busType().isNull());
@@ -245,7 +245,7 @@ void TestNdefMessageHandler::copySharesNothing()
     QCOMPARE(copy.applicationId(), QStringLiteral("viewer"));
 }
 
-void TestNdefMessageHandler::recordMayBeAssignedToItself()
+void TestNdefMessageHandler::handlerMayBeAssignedToItself()
 {
     NdefMessageHandler record = handler();
     const NdefMessageHandler &same = record;
@@ -254,7 +254,7 @@ void TestNdefMessageHandler::recordMayBeAssignedToItself()
     QCOMPARE(record.applicationId(), QStringLiteral("viewer"));
 }
 
-void TestNdefMessageHandler::recordWithAnEmptyPathCopiesQuietly()
+void TestNdefMessageHandler::handlerWithAnEmptyPathIsCopiedQuietly()
 {
     const NdefMessageHandler record(QStringLiteral("viewer"), session, viewer, QDBusObjectPath());
     const NdefMessageHandler copy(record);
@@ -292,7 +292,7 @@ void TestNdefMessageHandler::wireFormIsBusServicePathApplication()
     wire.endStructure();
 }
 
-void TestNdefMessageHandler::recordComesBackFromTheBus()
+void TestNdefMessageHandler::handlerComesBackFromTheBus()
 {
     QDBusArgument argument;
     argument << handler();
@@ -330,7 +330,7 @@ void TestNdefMessageHandler::emptyListReplacesWhatWasThere()
     QVERIFY(list == NdefMessageHandlerList{handler(onSystem)});
 }
 
-void TestNdefMessageHandler::recordsShareOneTracker()
+void TestNdefMessageHandler::handlersShareOneTracker()
 {
     QVERIFY(!NdefMessageHandlerPrivate::applicationTracker);
     auto first = std::make_unique<NdefMessageHandler>();
@@ -364,7 +364,7 @@ void TestNdefMessageHandler::everyCopyCounts()
     QCOMPARE(NdefMessageHandlerPrivate::refCount, 0);
 }
 
-void TestNdefMessageHandler::trackerOutlivesItsFirstRecord()
+void TestNdefMessageHandler::trackerOutlivesItsFirstHandler()
 {
     qsizetype delivered = 0;
     QObject context;
@@ -379,7 +379,7 @@ void TestNdefMessageHandler::trackerOutlivesItsFirstRecord()
     QTRY_COMPARE(ohm->calls(QStringLiteral("Unsubscribe")).size(), 1);
 }
 
-void TestNdefMessageHandler::dataGoesToTheBusOfTheRecord_data()
+void TestNdefMessageHandler::dataGoesToTheBusOfTheHandler_data()
 {
     QTest::addColumn<QString>("busType");
     QTest::newRow("session") << session;
@@ -388,7 +388,7 @@ void TestNdefMessageHandler::dataGoesToTheBusOfTheRecord_data()
     QTest::newRow("blank behind") << QStringLiteral("system ");
 }
 
-void TestNdefMessageHandler::dataGoesToTheBusOfTheRecord()
+void TestNdefMessageHandler::dataGoesToTheBusOfTheHandler()
 {
     QFETCH(QString, busType);
     FakeHandler application;
@@ -625,7 +625,7 @@ void TestNdefMessageHandler::systemHandlerInFrontIsRunningOnForeground()
     QVERIFY(!handler(QStringLiteral("System")).isRunningOnForeground());
 }
 
-void TestNdefMessageHandler::nobodyIsInFrontWhileThePidIsUnknown()
+void TestNdefMessageHandler::noHandlerIsInFrontWhileThePidIsUnknown()
 {
     ohm->stop();
     FakeHandler application;

@@ -143,7 +143,7 @@ private Q_SLOTS:
     void agentsAreNumberedFromZero();
     void touchStatusesHaveFixedNumbers();
     void signalsAreDeclaredInOrderWithTheirNames();
-    void answersAreNoSlots();
+    void answeringFunctionsAreNotSlots();
     void everyMethodIsOnTheBus();
     void releaseIsAnsweredAtOnceAndLeavesRequestsPending();
     void bluetoothRequestsCarryTheirArguments();
@@ -158,11 +158,11 @@ private Q_SLOTS:
     void answerWithoutRequestIsLoggedAndSendsNothing_data();
     void answerWithoutRequestIsLoggedAndSendsNothing();
     void answeredRequestIsAnsweredOnce();
-    void valueOfAnAnswerIsItsOneArgument();
+    void valueOfAReplyIsItsOnlyArgument();
     void anyErrorNameOfDBusIsPassedOn();
     void impossibleErrorNameBecomesRejected_data();
     void impossibleErrorNameBecomesRejected();
-    void bothSharingKindsAreOneType();
+    void bothSharingRequestsAreOfOneType();
     void sharingIsMatchedByContent();
     void sharingInfoMatchesAfterTheClientReadIt();
     void everyTypeOfInfoIsFoundAgain_data();
@@ -182,7 +182,7 @@ private Q_SLOTS:
     void slotMayDeleteTheAgent();
     void slotMayWaitWhileTheAgentIsDeleted();
     void callerThatIsGoneIsAnsweredQuietly();
-    void callerThatWantsNoReplyIsAskedForAll();
+    void callThatExpectsNoReplyBecomesARequest();
     void wrongSignatureIsAnErrorAndChangesNothing_data();
     void wrongSignatureIsAnErrorAndChangesNothing();
     void touchStatusIsMapped_data();
@@ -267,7 +267,7 @@ void TestNfcAgent::signalsAreDeclaredInOrderWithTheirNames()
     QCOMPARE(declared, expected);
 }
 
-void TestNfcAgent::answersAreNoSlots()
+void TestNfcAgent::answeringFunctionsAreNotSlots()
 {
     QCOMPARE(NfcAgent::staticMetaObject.indexOfMethod("rejectDevice(QDBusObjectPath)"), -1);
     QCOMPARE(NfcAgent::staticMetaObject.indexOfMethod("acceptSharing(QVariant)"), -1);
@@ -499,7 +499,7 @@ void TestNfcAgent::answeredRequestIsAnsweredOnce()
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: granted")});
 }
 
-void TestNfcAgent::valueOfAnAnswerIsItsOneArgument()
+void TestNfcAgent::valueOfAReplyIsItsOnlyArgument()
 {
     const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
     daemon->pair("pairing", agent->path());
@@ -543,7 +543,7 @@ void TestNfcAgent::impossibleErrorNameBecomesRejected()
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: ") + rejected});
 }
 
-void TestNfcAgent::bothSharingKindsAreOneType()
+void TestNfcAgent::bothSharingRequestsAreOfOneType()
 {
     QVariant info;
     connect(agent.get(), &NfcAgent::sharingSelectionRequested, this,
@@ -888,7 +888,7 @@ void TestNfcAgent::callerThatIsGoneIsAnsweredQuietly()
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: ") + canceled});
 }
 
-void TestNfcAgent::callerThatWantsNoReplyIsAskedForAll()
+void TestNfcAgent::callThatExpectsNoReplyBecomesARequest()
 {
     const QSignalSpy requested(agent.get(), &NfcAgent::btConnectionRequested);
     const QVariantList device = {path(target), QString(), QString(), 0U};

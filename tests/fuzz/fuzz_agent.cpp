@@ -6,6 +6,7 @@
 #include <climits>
 #include <csignal>
 #include <fuzzer/FuzzedDataProvider.h>
+#include <iterator>
 #include <sys/prctl.h>
 
 #include <QCoreApplication>

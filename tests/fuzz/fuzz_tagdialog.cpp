@@ -8,6 +8,7 @@
 // description (u), a description alone (n), a type and its data (d), a MIME type and the file's content (f),
 // or the default application and a line for each application (l).
 #include <glib.h>
+#include <memory>
 
 #include <QApplication>
 #include <QGraphicsScene>

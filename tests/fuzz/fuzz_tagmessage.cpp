@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as the message on a tag, as the client and the simulated daemon do, and stops where what
-// the person is asked about is not what the application gets.
+// the user is asked about is not what the application gets.
 #include <URINDEFRecord>
 
 #include "../../client/console/messagetext.h"

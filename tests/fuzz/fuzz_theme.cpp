@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // Reads the input as a theme file and, if there is no mistake in it, shows one of each widget in its styles.
+#include <initializer_list>
+
 #include <QApplication>
 
 #include <MButton>

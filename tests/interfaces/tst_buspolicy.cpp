@@ -8,16 +8,14 @@
 #include <QtTest>
 #include <QXmlStreamReader>
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 constexpr uint root = 0;
 constexpr uint ordinary = 65534;
 
-const QString daemonName = u"com.tavix.nfc"_s;
-const QString agentPath = u"/com/tavix/nfcUIAgent/0"_s;
-const QString refused = u"org.freedesktop.DBus.Error.AccessDenied"_s;
+const QString daemonName = QStringLiteral("com.tavix.nfc");
+const QString agentPath = QStringLiteral("/com/tavix/nfcUIAgent/0");
+const QString refused = QStringLiteral("org.freedesktop.DBus.Error.AccessDenied");
 
 // Answers every call at every path, and counts them: what comes through has passed the policy.
 class Anything : public QDBusVirtualObject
@@ -36,14 +34,14 @@ public:
 
 QStringList methodsOf(const QString &interface)
 {
-    QFile file(INTERFACES "/"_L1 + interface + ".xml"_L1);
+    QFile file(QLatin1String(INTERFACES "/") + interface + QLatin1String(".xml"));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("BusPolicy: unable to read %s", qUtf8Printable(file.fileName()));
     QStringList methods;
     QXmlStreamReader xml(&file);
     while (!xml.atEnd())
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == "method"_L1)
-            methods.append(xml.attributes().value("name"_L1).toString());
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("method"))
+            methods.append(xml.attributes().value(QLatin1String("name")).toString());
     return methods;
 }
 
@@ -91,9 +89,9 @@ void TestBusPolicy::initTestCase()
     QFile from(QStringLiteral(BUS_CONFIGURATION));
     QVERIFY(from.open(QIODevice::ReadOnly));
     QString configuration = QString::fromUtf8(from.readAll());
-    configuration.replace(u"@FOLDER@"_s, folder.path());
-    configuration.replace(u"@POLICY@"_s, INTERFACES "/com.tavix.nfc.conf"_L1);
-    QFile to(folder.filePath(u"bus.conf"_s));
+    configuration.replace(QStringLiteral("@FOLDER@"), folder.path());
+    configuration.replace(QStringLiteral("@POLICY@"), QLatin1String(INTERFACES "/com.tavix.nfc.conf"));
+    QFile to(folder.filePath(QStringLiteral("bus.conf")));
     QVERIFY(to.open(QIODevice::WriteOnly) && to.write(configuration.toUtf8()) > 0);
     to.close();
     // Other users reach the socket in it.
@@ -101,30 +99,31 @@ void TestBusPolicy::initTestCase()
 
     // It reports every refusal.
     bus.setStandardErrorFile(QProcess::nullDevice());
-    bus.start(u"dbus-daemon"_s, {u"--nofork"_s, u"--nopidfile"_s, u"--print-address"_s,
-                                 u"--config-file=%1"_s.arg(to.fileName())});
+    bus.start(QStringLiteral("dbus-daemon"),
+              {QStringLiteral("--nofork"), QStringLiteral("--nopidfile"), QStringLiteral("--print-address"),
+               QStringLiteral("--config-file=%1").arg(to.fileName())});
     QVERIFY(bus.waitForReadyRead(-1));
     address = QString::fromUtf8(bus.readLine()).trimmed();
 
-    QDBusConnection daemon = QDBusConnection::connectToBus(address, u"daemon"_s);
-    QVERIFY(daemon.registerVirtualObject(u"/"_s, &anything, QDBusConnection::SubPath));
+    QDBusConnection daemon = QDBusConnection::connectToBus(address, QStringLiteral("daemon"));
+    QVERIFY(daemon.registerVirtualObject(QStringLiteral("/"), &anything, QDBusConnection::SubPath));
     QVERIFY(daemon.registerService(daemonName));
-    QDBusConnection client = QDBusConnection::connectToBus(address, u"client"_s);
-    QVERIFY(client.registerVirtualObject(u"/"_s, &anything, QDBusConnection::SubPath));
+    QDBusConnection client = QDBusConnection::connectToBus(address, QStringLiteral("client"));
+    QVERIFY(client.registerVirtualObject(QStringLiteral("/"), &anything, QDBusConnection::SubPath));
     this->client = client.baseService();
 }
 
 void TestBusPolicy::cleanupTestCase()
 {
-    QDBusConnection::disconnectFromBus(u"daemon"_s);
-    QDBusConnection::disconnectFromBus(u"client"_s);
+    QDBusConnection::disconnectFromBus(QStringLiteral("daemon"));
+    QDBusConnection::disconnectFromBus(QStringLiteral("client"));
     bus.terminate();
     bus.waitForFinished(-1);
 }
 
 void TestBusPolicy::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     anything.calls = 0;
 }
 
@@ -144,7 +143,7 @@ QString TestBusPolicy::callAs(uint user, const QStringList &action) const
 QString TestBusPolicy::call(uint user, const QString &service, const QString &path, const QString &interface,
                             const QString &method) const
 {
-    return callAs(user, {u"call"_s, service, path, interface, method});
+    return callAs(user, {QStringLiteral("call"), service, path, interface, method});
 }
 
 void TestBusPolicy::onlyTheDaemonCallsItsClients_data()
@@ -152,8 +151,9 @@ void TestBusPolicy::onlyTheDaemonCallsItsClients_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("interface");
     QTest::addColumn<QString>("method");
-    addMethods(u"com.tavix.nfc.UIAgent"_s, agentPath);
-    addMethods(u"com.tavix.nfc.HandoverRequestor"_s, u"/com/tavix/nfcHandoverRequestor"_s);
+    addMethods(QStringLiteral("com.tavix.nfc.UIAgent"), agentPath);
+    addMethods(QStringLiteral("com.tavix.nfc.HandoverRequestor"),
+               QStringLiteral("/com/tavix/nfcHandoverRequestor"));
 }
 
 void TestBusPolicy::onlyTheDaemonCallsItsClients()
@@ -164,7 +164,7 @@ void TestBusPolicy::onlyTheDaemonCallsItsClients()
     QCOMPARE(call(ordinary, client, path, interface, method), refused);
     QCOMPARE(call(ordinary, client, path, QString(), method), refused);
     QCOMPARE(anything.calls, 0);
-    QCOMPARE(call(root, client, path, interface, method), u"done"_s);
+    QCOMPARE(call(root, client, path, interface, method), QStringLiteral("done"));
     QCOMPARE(anything.calls, 1);
 }
 
@@ -173,11 +173,15 @@ void TestBusPolicy::everybodyCallsTheDaemon_data()
     QTest::addColumn<QString>("path");
     QTest::addColumn<QString>("interface");
     QTest::addColumn<QString>("method");
-    addMethods(u"com.tavix.nfc.Manager"_s, u"/"_s);
-    addMethods(u"com.tavix.nfc.Adapter"_s, u"/adapter"_s);
-    QTest::newRow("Introspect") << u"/"_s << u"org.freedesktop.DBus.Introspectable"_s << u"Introspect"_s;
-    QTest::newRow("Ping") << u"/"_s << u"org.freedesktop.DBus.Peer"_s << u"Ping"_s;
-    QTest::newRow("Get") << u"/"_s << u"org.freedesktop.DBus.Properties"_s << u"Get"_s;
+    addMethods(QStringLiteral("com.tavix.nfc.Manager"), QStringLiteral("/"));
+    addMethods(QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("/adapter"));
+    QTest::newRow("Introspect") << QStringLiteral("/")
+                                << QStringLiteral("org.freedesktop.DBus.Introspectable")
+                                << QStringLiteral("Introspect");
+    QTest::newRow("Ping") << QStringLiteral("/") << QStringLiteral("org.freedesktop.DBus.Peer")
+                          << QStringLiteral("Ping");
+    QTest::newRow("Get") << QStringLiteral("/") << QStringLiteral("org.freedesktop.DBus.Properties")
+                         << QStringLiteral("Get");
 }
 
 void TestBusPolicy::everybodyCallsTheDaemon()
@@ -186,7 +190,7 @@ void TestBusPolicy::everybodyCallsTheDaemon()
     QFETCH(QString, interface);
     QFETCH(QString, method);
     for (const uint user : {root, ordinary})
-        QCOMPARE(call(user, daemonName, path, interface, method), u"done"_s);
+        QCOMPARE(call(user, daemonName, path, interface, method), QStringLiteral("done"));
     // And nobody takes a client for the daemon.
     QCOMPARE(call(ordinary, client, path, interface, method), refused);
 }
@@ -195,25 +199,26 @@ void TestBusPolicy::onlyRootCallsTheRestOfTheDaemon_data()
 {
     QTest::addColumn<QString>("interface");
     QTest::addColumn<QString>("method");
-    QTest::newRow("tag held against the simulator") << u"com.tavix.nfc.Simulator"_s << u"TouchTag"_s;
-    QTest::newRow("unknown interface") << u"com.example.Other"_s << u"Do"_s;
-    QTest::newRow("no interface") << QString() << u"DefaultAdapter"_s;
+    QTest::newRow("tag held against the simulator")
+        << QStringLiteral("com.tavix.nfc.Simulator") << QStringLiteral("TouchTag");
+    QTest::newRow("unknown interface") << QStringLiteral("com.example.Other") << QStringLiteral("Do");
+    QTest::newRow("no interface") << QString() << QStringLiteral("DefaultAdapter");
 }
 
 void TestBusPolicy::onlyRootCallsTheRestOfTheDaemon()
 {
     QFETCH(QString, interface);
     QFETCH(QString, method);
-    QCOMPARE(call(ordinary, daemonName, u"/"_s, interface, method), refused);
+    QCOMPARE(call(ordinary, daemonName, QStringLiteral("/"), interface, method), refused);
     QCOMPARE(anything.calls, 0);
-    QCOMPARE(call(root, daemonName, u"/"_s, interface, method), u"done"_s);
+    QCOMPARE(call(root, daemonName, QStringLiteral("/"), interface, method), QStringLiteral("done"));
 }
 
 void TestBusPolicy::onlyRootIsTheDaemon()
 {
-    QCOMPARE(callAs(ordinary, {u"own"_s, daemonName}), refused);
-    QCOMPARE(callAs(root, {u"own"_s, daemonName}), u"done"_s);
-    QCOMPARE(callAs(root, {u"own"_s, u"com.tavix.nfc.other"_s}), refused);
+    QCOMPARE(callAs(ordinary, {QStringLiteral("own"), daemonName}), refused);
+    QCOMPARE(callAs(root, {QStringLiteral("own"), daemonName}), QStringLiteral("done"));
+    QCOMPARE(callAs(root, {QStringLiteral("own"), QStringLiteral("com.tavix.nfc.other")}), refused);
 }
 
 QTEST_GUILESS_MAIN(TestBusPolicy)

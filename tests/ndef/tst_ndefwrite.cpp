@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
 #include <QProcess>
 #include <QtTest>
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <functional>
 #include <memory>
 
 #include <QDBusConnection>
@@ -81,10 +82,10 @@ private Q_SLOTS:
     void variantCanBeReadMoreThanOnce();
     void furtherMembersDoNotMatter_data();
     void furtherMembersDoNotMatter();
-    void whatIsNoHandoverDataHasNoAddress_data();
-    void whatIsNoHandoverDataHasNoAddress();
-    void whatWasNeverSentHasNoAddress_data();
-    void whatWasNeverSentHasNoAddress();
+    void otherDataHasNoAddress_data();
+    void otherDataHasNoAddress();
+    void unsentArgumentHasNoAddress_data();
+    void unsentArgumentHasNoAddress();
     void typeIsKnownToTheBus();
     void withoutBlueZThereIsNoDevice();
     void withoutAdapterThereIsNoDevice();
@@ -178,7 +179,7 @@ void TestNfcBluetoothHandoverInfo::furtherMembersDoNotMatter()
     QCOMPARE(NfcBluetoothHandoverInfo(overTheBus(info)).deviceAddress(), peerAddress);
 }
 
-void TestNfcBluetoothHandoverInfo::whatIsNoHandoverDataHasNoAddress_data()
+void TestNfcBluetoothHandoverInfo::otherDataHasNoAddress_data()
 {
     QTest::addColumn<QVariant>("info");
     QTest::newRow("string") << QVariant(peerAddress);
@@ -205,7 +206,7 @@ void TestNfcBluetoothHandoverInfo::whatIsNoHandoverDataHasNoAddress_data()
         QList<QDBusObjectPath>{QDBusObjectPath(QStringLiteral("/carrier"))});
 }
 
-void TestNfcBluetoothHandoverInfo::whatIsNoHandoverDataHasNoAddress()
+void TestNfcBluetoothHandoverInfo::otherDataHasNoAddress()
 {
     QFETCH(QVariant, info);
     const QVariant received = overTheBus(info);
@@ -216,7 +217,7 @@ void TestNfcBluetoothHandoverInfo::whatIsNoHandoverDataHasNoAddress()
     QCOMPARE(NfcBluetoothHandoverInfo(received).deviceAddress(), QString());
 }
 
-void TestNfcBluetoothHandoverInfo::whatWasNeverSentHasNoAddress_data()
+void TestNfcBluetoothHandoverInfo::unsentArgumentHasNoAddress_data()
 {
     QTest::addColumn<QVariant>("info");
     QTest::newRow("nothing") << QVariant();
@@ -228,7 +229,7 @@ void TestNfcBluetoothHandoverInfo::whatWasNeverSentHasNoAddress_data()
     QTest::newRow("empty structure") << structure({});
 }
 
-void TestNfcBluetoothHandoverInfo::whatWasNeverSentHasNoAddress()
+void TestNfcBluetoothHandoverInfo::unsentArgumentHasNoAddress()
 {
     QFETCH(QVariant, info);
     QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), QString());

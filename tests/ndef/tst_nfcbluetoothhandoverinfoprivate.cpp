@@ -71,8 +71,8 @@ class TestNfcBluetoothHandoverInfoPrivate : public QObject
 private Q_SLOTS:
     void initTestCase();
     void init();
-    void slotsAreWhatTheyAreCalled_data();
-    void slotsAreWhatTheyAreCalled();
+    void slotsHaveTheirNames_data();
+    void slotsHaveTheirNames();
     void startsIdle();
     void creationIsStartedOnceForTheAddress();
     void createdDeviceIsKept();
@@ -124,7 +124,7 @@ void TestNfcBluetoothHandoverInfoPrivate::init()
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
-void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled_data()
+void TestNfcBluetoothHandoverInfoPrivate::slotsHaveTheirNames_data()
 {
     QTest::addColumn<QByteArray>("signature");
     QTest::addColumn<QByteArray>("type");
@@ -137,7 +137,7 @@ void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled_data()
                              << QList<QByteArray>{"reason"};
 }
 
-void TestNfcBluetoothHandoverInfoPrivate::slotsAreWhatTheyAreCalled()
+void TestNfcBluetoothHandoverInfoPrivate::slotsHaveTheirNames()
 {
     QFETCH(QByteArray, signature);
     QFETCH(QByteArray, type);
@@ -171,7 +171,7 @@ void TestNfcBluetoothHandoverInfoPrivate::creationIsStartedOnceForTheAddress()
     QVERIFY(info.startCreatingDevice());
     QCOMPARE(bluetooth.started, QStringList(peerAddress));
     QCOMPARE(bluetooth.defaultAdapterCalls, 1);
-    QCOMPARE(info.adapter.data(), bluetooth.adapters.value(0));
+    QCOMPARE(info.adapter.get(), bluetooth.adapters.value(0));
 }
 
 void TestNfcBluetoothHandoverInfoPrivate::createdDeviceIsKept()
@@ -190,7 +190,7 @@ void TestNfcBluetoothHandoverInfoPrivate::createdDeviceIsKept()
 
     NfcBluetoothHandoverInfoPrivate direct(sentInfo);
     QVERIFY(direct.startCreatingDevice());
-    create(direct.adapter.data());
+    create(direct.adapter.get());
     QVERIFY(!direct.creating);
     QVERIFY(direct.startCreatingDevice());
     QVERIFY(!direct.creating);
@@ -321,18 +321,18 @@ void TestNfcBluetoothHandoverInfoPrivate::laterOutcomesAreNotHeard()
     FakeBluetooth bluetooth;
     NfcBluetoothHandoverInfoPrivate info(sentInfo);
     QVERIFY(info.startCreatingDevice());
-    create(info.adapter.data());
+    create(info.adapter.get());
     Q_EMIT info.adapter->deviceCreated(device(otherAddress));
     Q_EMIT info.adapter->deviceCreated(device(peerAddress, QStringLiteral("Second")));
-    fail(info.adapter.data());
+    fail(info.adapter.get());
     QCOMPARE(info.device->name(), QStringLiteral("Peer"));
 
     NfcBluetoothHandoverInfoPrivate failed(sentInfo);
     QVERIFY(failed.startCreatingDevice());
     QTest::ignoreMessage(QtWarningMsg, hostDown);
-    fail(failed.adapter.data());
-    create(failed.adapter.data());
-    fail(failed.adapter.data());
+    fail(failed.adapter.get());
+    create(failed.adapter.get());
+    fail(failed.adapter.get());
     QVERIFY(!failed.device);
 }
 
@@ -354,7 +354,7 @@ void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReplacedByTheNextCr
     QVERIFY(info.startCreatingDevice());
     QVERIFY(info.creating);
     QVERIFY(!info.device);
-    create(info.adapter.data());
+    create(info.adapter.get());
     QVERIFY(info.device->isValid());
 }
 

@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // One adapter and one agent outlive everything that can happen to the daemon, and work again when it is back.
+#include <algorithm>
 #include <csignal>
 #include <functional>
+#include <iterator>
 
 #include <QDBusConnectionInterface>
 #include <QPointer>
@@ -20,7 +22,6 @@
 #include "nfcadapter.h"
 #include "nfcagent.h"
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -34,7 +35,7 @@ Q_DECLARE_METATYPE(Fault)
 
 namespace {
 
-const QDBusObjectPath target(u"/com/tavix/nfc/tag1"_s);
+const QDBusObjectPath target(QStringLiteral("/com/tavix/nfc/tag1"));
 
 QVariant device()
 {
@@ -43,7 +44,8 @@ QVariant device()
 
 QVariant info()
 {
-    return QVariant::fromValue(QDBusVariant(QVariantMap{{u"Address"_s, u"00:11"_s}}));
+    return QVariant::fromValue(
+        QDBusVariant(QVariantMap{{QStringLiteral("Address"), QStringLiteral("00:11")}}));
 }
 
 struct Question
@@ -54,19 +56,21 @@ struct Question
 
 QList<Question> questions()
 {
-    const QString address = u"00:11:22:33:44:55"_s;
-    const QVariantList named{device(), address, u"Headset"_s, 0x240404U};
+    const QString address = QStringLiteral("00:11:22:33:44:55");
+    const QVariantList named{device(), address, QStringLiteral("Headset"), 0x240404U};
     QDBusArgument noHandlers;
     noHandlers << NdefMessageHandlerList();
     return {
-        {u"RequestBTPairing"_s, named + QVariantList{u"0000"_s}},
-        {u"RequestBTConnection"_s, named},
-        {u"RequestBTDisconnection"_s, named},
-        {u"RequestNDEFDataDelivery"_s, {QVariant::fromValue(noHandlers), device(), QByteArray("x")}},
-        {u"RequestSharingPermission"_s, {u"bluetooth"_s, info(), QStringList(u"/a"_s)}},
-        {u"RequestSharingSelection"_s, {u"bluetooth"_s, info()}},
-        {u"NotifyTouch"_s, {device(), u"ok"_s}},
-        {u"Release"_s, {}},
+        {QStringLiteral("RequestBTPairing"), named + QVariantList{QStringLiteral("0000")}},
+        {QStringLiteral("RequestBTConnection"), named},
+        {QStringLiteral("RequestBTDisconnection"), named},
+        {QStringLiteral("RequestNDEFDataDelivery"),
+         {QVariant::fromValue(noHandlers), device(), QByteArray("x")}},
+        {QStringLiteral("RequestSharingPermission"),
+         {QStringLiteral("bluetooth"), info(), QStringList(QStringLiteral("/a"))}},
+        {QStringLiteral("RequestSharingSelection"), {QStringLiteral("bluetooth"), info()}},
+        {QStringLiteral("NotifyTouch"), {device(), QStringLiteral("ok")}},
+        {QStringLiteral("Release"), {}},
     };
 }
 
@@ -87,7 +91,9 @@ void hang(const FakeService &service, int seconds)
     const uint pid = QDBusConnection::systemBus().interface()->servicePid(service.service());
     kill(pid_t(pid), SIGSTOP);
     // From another process: this one may wait for the service meanwhile.
-    QProcess::startDetached(u"sh"_s, {u"-c"_s, u"sleep %1; kill -CONT %2"_s.arg(seconds).arg(pid)});
+    QProcess::startDetached(
+        QStringLiteral("sh"),
+        {QStringLiteral("-c"), QStringLiteral("sleep %1; kill -CONT %2").arg(seconds).arg(pid)});
 }
 
 } // namespace
@@ -115,13 +121,13 @@ private Q_SLOTS:
     void handlerThatDiesInMidCall();
 
 private:
-    void meetDaemon();
-    void comesBack();
+    void registerAgentAnew();
+    void verifyAdapterComesBack();
 
     FakeDaemon *daemon = nullptr;
     NfcAdapter *adapter = nullptr;
     QPointer<NfcAgent> agent;
-    // Whether the person answers at once.
+    // Whether the user answers at once.
     bool answers = true;
     qint64 slowest = 0;
     int kills = 0;
@@ -141,13 +147,13 @@ void TestFaults::initTestCase()
     };
     RadioState(RadioState::NFC).setEnabled(false);
     adapter = new NfcAdapter(this);
-    connect(adapter, &NfcAdapter::adapterValid, this, &TestFaults::meetDaemon);
+    connect(adapter, &NfcAdapter::adapterValid, this, &TestFaults::registerAgentAnew);
     connect(adapter, &NfcAdapter::adapterInvalid, this, [this] { delete agent; });
 }
 
 void TestFaults::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     daemon = new FakeDaemon;
     daemon->start();
     QTRY_VERIFY(adapter->isValid());
@@ -156,7 +162,7 @@ void TestFaults::init()
 void TestFaults::cleanup()
 {
     if (!QTest::currentTestFailed())
-        comesBack();
+        verifyAdapterComesBack();
     delete daemon;
     QTRY_VERIFY(!adapter->isValid());
 }
@@ -167,7 +173,7 @@ void TestFaults::cleanupTestCase()
 }
 
 // As a client does: an agent for each daemon.
-void TestFaults::meetDaemon()
+void TestFaults::registerAgentAnew()
 {
     agent = new NfcAgent(this);
     const auto answer = [this](auto grant) {
@@ -193,7 +199,7 @@ void TestFaults::meetDaemon()
 }
 
 // A healthy daemon appears, and everything works.
-void TestFaults::comesBack()
+void TestFaults::verifyAdapterComesBack()
 {
     answers = true;
     daemon->kill();
@@ -204,10 +210,10 @@ void TestFaults::comesBack()
     QTRY_VERIFY(adapter->isValid());
     QVERIFY(adapter->isPowered());
     // Asked anew: what the last one said does not count.
-    QCOMPARE(daemon->calls(u"GetProperties"_s).size(), 1);
-    QCOMPARE(daemon->calls(u"RegisterUIAgent"_s).size(), 1);
+    QCOMPARE(daemon->calls(QStringLiteral("GetProperties")).size(), 1);
+    QCOMPARE(daemon->calls(QStringLiteral("RegisterUIAgent")).size(), 1);
     QSignalSpy started(adapter, &NfcAdapter::handoverStarted);
-    daemon->emitAdapterSignal(u"HandoverStarted"_s);
+    daemon->emitAdapterSignal(QStringLiteral("HandoverStarted"));
     QTRY_COMPARE(started.count(), 1);
     const QList<Question> all = questions();
     for (const Question &question : all)
@@ -232,7 +238,7 @@ void TestFaults::killedDaemon_data()
     });
     QTest::newRow("asked for its adapter") << Fault([this] {
         daemon->kill();
-        daemon->dieOn(u"DefaultAdapter"_s);
+        daemon->dieOn(QStringLiteral("DefaultAdapter"));
         expectNoReply("DefaultAdapter");
         daemon->start();
         QTRY_COMPARE(daemon->isOnBus(), false);
@@ -240,50 +246,52 @@ void TestFaults::killedDaemon_data()
     QTest::newRow("bound") << Fault([this] { daemon->kill(); });
     QTest::newRow("asked for its properties") << Fault([this] {
         adapter->setPowered(false);
-        daemon->dieOn(u"GetProperties"_s);
+        daemon->dieOn(QStringLiteral("GetProperties"));
         expectNoReply("GetProperties");
         adapter->isPowered();
     });
     QTest::newRow("told a property") << Fault([this] {
-        daemon->dieOn(u"SetProperty"_s);
+        daemon->dieOn(QStringLiteral("SetProperty"));
         expectNoReply("SetProperty");
         adapter->setPowered(false);
     });
     QTest::newRow("told an agent") << Fault([this] {
-        daemon->dieOn(u"RegisterUIAgent"_s);
+        daemon->dieOn(QStringLiteral("RegisterUIAgent"));
         expectNoReply("RegisterUIAgent");
         adapter->registerAgent(agent);
     });
     QTest::newRow("told that the agent goes") << Fault([this] {
         adapter->registerAgent(agent);
-        daemon->dieOn(u"UnregisterUIAgent"_s);
+        daemon->dieOn(QStringLiteral("UnregisterUIAgent"));
         expectNoReply("UnregisterUIAgent");
         adapter->unregisterAgent(agent);
     });
     QTest::newRow("in mid storm") << Fault([this] {
-        daemon->emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"PropertyChanged"_s,
-                           {u"State"_s, QVariant::fromValue(QDBusVariant(u"on"_s))}, 100);
+        daemon->emitSignal(FakeDaemon::adapterPath(), QStringLiteral("com.tavix.nfc.Adapter"),
+                           QStringLiteral("PropertyChanged"),
+                           {QStringLiteral("State"), QVariant::fromValue(QDBusVariant(QStringLiteral("on")))},
+                           100);
         daemon->kill();
     });
 
     // Handover.
     QTest::newRow("asked for a handover") << Fault([this] {
         QSignalSpy failed(adapter, &NfcAdapter::handoverFailed);
-        daemon->dieOn(u"RequestHandover"_s);
-        adapter->requestHandover(u"bluetooth"_s, u"any"_s);
+        daemon->dieOn(QStringLiteral("RequestHandover"));
+        adapter->requestHandover(QStringLiteral("bluetooth"), QStringLiteral("any"));
         QTRY_COMPARE(failed.count(), 1);
     });
     QTest::newRow("in a handover") << Fault([this] {
-        daemon->hold(u"RequestHandover"_s);
-        adapter->requestHandover(u"bluetooth"_s, u"any"_s);
-        daemon->emitAdapterSignal(u"HandoverStarted"_s);
+        daemon->hold(QStringLiteral("RequestHandover"));
+        adapter->requestHandover(QStringLiteral("bluetooth"), QStringLiteral("any"));
+        daemon->emitAdapterSignal(QStringLiteral("HandoverStarted"));
         QSignalSpy failed(adapter, &NfcAdapter::handoverFailed);
         daemon->kill();
         QTRY_COMPARE(failed.count(), 1);
     });
     QTest::newRow("asked to cancel a handover") << Fault([this] {
-        daemon->dieOn(u"CancelHandoverRequest"_s);
-        adapter->cancelHandoverRequest(u"bluetooth"_s);
+        daemon->dieOn(QStringLiteral("CancelHandoverRequest"));
+        adapter->cancelHandoverRequest(QStringLiteral("bluetooth"));
         QTRY_COMPARE(daemon->isOnBus(), false);
     });
 
@@ -311,41 +319,42 @@ void TestFaults::killedDaemon()
         fault();
         ++kills;
         if (!QTest::currentTestFailed())
-            comesBack();
+            verifyAdapterComesBack();
     }
 }
 
 void TestFaults::daemonWithoutObjects()
 {
     daemon->kill();
-    daemon->fail(u"DefaultAdapter"_s, u"org.freedesktop.DBus.Error.UnknownObject"_s, u"No such object"_s);
+    daemon->fail(QStringLiteral("DefaultAdapter"), QStringLiteral("org.freedesktop.DBus.Error.UnknownObject"),
+                 QStringLiteral("No such object"));
     daemon->start();
     expectFailedCall("DefaultAdapter", "org.freedesktop.DBus.Error.UnknownObject", "No such object");
-    QTRY_COMPARE(daemon->calls(u"DefaultAdapter"_s).size(), 1);
+    QTRY_COMPARE(daemon->calls(QStringLiteral("DefaultAdapter")).size(), 1);
     QVERIFY(!adapter->isValid());
     QVERIFY(!adapter->isPowered());
 }
 
 void TestFaults::daemonThatAnswersErrors()
 {
-    const QString error = u"com.tavix.nfc.Error.Failed"_s;
+    const QString error = QStringLiteral("com.tavix.nfc.Error.Failed");
     for (const char *member : {"GetProperties", "SetProperty", "RegisterUIAgent", "UnregisterUIAgent"}) {
-        daemon->fail(QString::fromLatin1(member), error, u"Out of order"_s);
+        daemon->fail(QString::fromLatin1(member), error, QStringLiteral("Out of order"));
         expectFailedCall(member, "com.tavix.nfc.Error.Failed", "Out of order");
     }
-    daemon->fail(u"RequestHandover"_s, error, u"Out of order"_s);
-    daemon->fail(u"CancelHandoverRequest"_s, error, u"Out of order"_s);
+    daemon->fail(QStringLiteral("RequestHandover"), error, QStringLiteral("Out of order"));
+    daemon->fail(QStringLiteral("CancelHandoverRequest"), error, QStringLiteral("Out of order"));
     QSignalSpy failed(adapter, &NfcAdapter::handoverFailed);
     QVERIFY(!adapter->isPowered());
     adapter->setPowered(false);
     adapter->registerAgent(agent);
     adapter->unregisterAgent(agent);
-    adapter->requestHandover(u"bluetooth"_s, u"any"_s);
-    adapter->cancelHandoverRequest(u"bluetooth"_s);
+    adapter->requestHandover(QStringLiteral("bluetooth"), QStringLiteral("any"));
+    adapter->cancelHandoverRequest(QStringLiteral("bluetooth"));
     QTRY_COMPARE(failed.count(), 1);
 
     // It needs no new daemon, either.
-    daemon->setState(u"on"_s);
+    daemon->setState(QStringLiteral("on"));
     QVERIFY(adapter->isPowered());
 }
 
@@ -353,46 +362,47 @@ void TestFaults::daemonThatAnswersRubbish()
 {
     QDBusArgument structure;
     structure.beginStructure();
-    structure << u"on"_s << 1;
+    structure << QStringLiteral("on") << 1;
     structure.endStructure();
-    const QVariantList values{QVariant::fromValue(structure),
-                              QVariantMap{{u"on"_s, u"on"_s}},
-                              QVariantList{u"on"_s},
-                              QByteArray(1000000, 'o'),
-                              1,
-                              true,
-                              QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(u"on"_s))))};
+    const QVariantList values{
+        QVariant::fromValue(structure),
+        QVariantMap{{QStringLiteral("on"), QStringLiteral("on")}},
+        QVariantList{QStringLiteral("on")},
+        QByteArray(1000000, 'o'),
+        1,
+        true,
+        QVariant::fromValue(QDBusVariant(QVariant::fromValue(QDBusVariant(QStringLiteral("on")))))};
     for (const QVariant &state : values) {
-        daemon->reply(u"GetProperties"_s, {QVariantMap{{u"State"_s, state}}});
+        daemon->reply(QStringLiteral("GetProperties"), {QVariantMap{{QStringLiteral("State"), state}}});
         adapter->setPowered(false);
         QVERIFY(!adapter->isPowered());
     }
     expectFailedCall("GetProperties", "org.freedesktop.DBus.Error.InvalidSignature",
                      "Unexpected reply signature: got \"s\", expected \"a{sv}\"");
-    daemon->reply(u"GetProperties"_s, {u"on"_s});
+    daemon->reply(QStringLiteral("GetProperties"), {QStringLiteral("on")});
     adapter->setPowered(false);
     QVERIFY(!adapter->isPowered());
 
     // More than was asked for does no harm.
-    const QVariantList rubbish{u"rubbish"_s, 7, QByteArray("x")};
+    const QVariantList rubbish{QStringLiteral("rubbish"), 7, QByteArray("x")};
     for (const char *member : {"SetProperty", "RegisterUIAgent", "UnregisterUIAgent", "RequestHandover"})
         daemon->reply(QString::fromLatin1(member), rubbish);
     QSignalSpy failed(adapter, &NfcAdapter::handoverFailed);
     // First, so that its answer is there when the last one is.
-    adapter->requestHandover(u"bluetooth"_s, u"any"_s);
+    adapter->requestHandover(QStringLiteral("bluetooth"), QStringLiteral("any"));
     adapter->setPowered(false);
     adapter->registerAgent(agent);
     adapter->unregisterAgent(agent);
-    QCOMPARE(daemon->calls(u"RequestHandover"_s).size(), 1);
+    QCOMPARE(daemon->calls(QStringLiteral("RequestHandover")).size(), 1);
     QCoreApplication::processEvents();
     QCOMPARE(failed.count(), 0);
 
     daemon->kill();
-    daemon->reply(u"DefaultAdapter"_s, {7});
+    daemon->reply(QStringLiteral("DefaultAdapter"), {7});
     expectFailedCall("DefaultAdapter", "org.freedesktop.DBus.Error.InvalidSignature",
                      "Unexpected reply signature: got \"i\", expected \"o\"");
     daemon->start();
-    QTRY_COMPARE(daemon->calls(u"DefaultAdapter"_s).size(), 1);
+    QTRY_COMPARE(daemon->calls(QStringLiteral("DefaultAdapter")).size(), 1);
     QVERIFY(!adapter->isValid());
 }
 
@@ -404,23 +414,26 @@ void TestFaults::daemonThatSendsRubbish()
     QSignalSpy completed(adapter, &NfcAdapter::handoverCompleted);
     QSignalSpy paired(agent, &NfcAgent::btPairingRequested);
     QSignalSpy delivered(agent, &NfcAgent::dataDeliveryRequested);
-    daemon->emitAdapterSignal(u"PropertyChanged"_s, {u"State"_s, u"off"_s});
-    daemon->emitAdapterSignal(u"PropertyChanged"_s, {7});
-    daemon->emitAdapterSignal(u"HandoverCarrierSelected"_s, {7});
-    daemon->emitAdapterSignal(u"HandoverCompleted"_s, {});
+    daemon->emitAdapterSignal(QStringLiteral("PropertyChanged"),
+                              {QStringLiteral("State"), QStringLiteral("off")});
+    daemon->emitAdapterSignal(QStringLiteral("PropertyChanged"), {7});
+    daemon->emitAdapterSignal(QStringLiteral("HandoverCarrierSelected"), {7});
+    daemon->emitAdapterSignal(QStringLiteral("HandoverCompleted"), {});
     daemon->emitPropertyChanged(QString(), 7);
-    daemon->emitPropertyChanged(QString(0x10000, u'S'), u"off"_s);
-    daemon->emitPropertyChanged(u"\u202eState\n"_s, u"off"_s);
+    daemon->emitPropertyChanged(QString(0x10000, u'S'), QStringLiteral("off"));
+    daemon->emitPropertyChanged(QStringLiteral("\u202eState\n"), QStringLiteral("off"));
 
-    const QVariantList calls[] = {{}, {7}, {u"/no/path/object"_s}, {device()}, {device(), 1, 2, 3, 4}};
+    const QVariantList calls[] = {
+        {}, {7}, {QStringLiteral("/no/path/object")}, {device()}, {device(), 1, 2, 3, 4}};
     for (const QVariantList &arguments : calls) {
-        daemon->callAgent(agent->path(), u"RequestBTPairing"_s, arguments);
-        daemon->callAgent(agent->path(), u"RequestNDEFDataDelivery"_s, arguments);
+        daemon->callAgent(agent->path(), QStringLiteral("RequestBTPairing"), arguments);
+        daemon->callAgent(agent->path(), QStringLiteral("RequestNDEFDataDelivery"), arguments);
     }
-    daemon->callAgent(agent->path(), u"requestBTPairing"_s);
+    daemon->callAgent(agent->path(), QStringLiteral("requestBTPairing"));
     // Without an interface, a name is looked for in all that the object exports.
-    daemon->call(QDBusConnection::systemBus().baseService(), agent->path(), {}, u"deleteLater"_s);
-    daemon->callAgent(agent->path() + u"/0"_s, u"Release"_s);
+    daemon->call(QDBusConnection::systemBus().baseService(), agent->path(), {},
+                 QStringLiteral("deleteLater"));
+    daemon->callAgent(agent->path() + QStringLiteral("/0"), QStringLiteral("Release"));
     const int bad = 2 * int(std::size(calls)) + 3;
     QTRY_COMPARE(daemon->replies().size(), bad);
     const QList<FakeReply> replies = daemon->replies();
@@ -438,9 +451,9 @@ void TestFaults::daemonThatHangs()
     const int seconds = amount(1, 60);
     constexpr int patience = 25;
     for (int i = 0; i < seconds / patience; ++i) {
-        QTest::ignoreMessage(QtWarningMsg,
-                             QRegularExpression(u"^GetProperties returned error "
-                                                "'org\\.freedesktop\\.DBus\\.Error\\.NoReply': .*"_s));
+        QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(
+                                               "^GetProperties returned error "
+                                               "'org\\.freedesktop\\.DBus\\.Error\\.NoReply': .*")));
     }
     QElapsedTimer clock;
     hang(*daemon, seconds);
@@ -451,12 +464,13 @@ void TestFaults::daemonThatHangs()
 
 void TestFaults::daemonReplacedByAnother()
 {
-    FakeService successor(QDBusConnection::SystemBus, u"org.connui.Successor"_s);
+    FakeService successor(QDBusConnection::SystemBus, QStringLiteral("org.connui.Successor"));
     successor.succeed(daemon->service());
     QSignalSpy valid(adapter, &NfcAdapter::adapterValid);
     daemon->stop();
     QTRY_COMPARE(valid.count(), 1);
-    QCOMPARE(successor.members(), QStringList({u"DefaultAdapter"_s, u"RegisterUIAgent"_s}));
+    QCOMPARE(successor.members(),
+             QStringList({QStringLiteral("DefaultAdapter"), QStringLiteral("RegisterUIAgent")}));
     QVERIFY(adapter->isPowered());
     successor.kill();
 }
@@ -468,10 +482,11 @@ void TestFaults::policyDaemonThatHangs()
     viewer.start();
     const uint pid = QDBusConnection::sessionBus().interface()->servicePid(viewer.service());
     FakeOhm ohm;
-    ohm.setActive(u"viewer"_s, {}, {}, pid);
+    ohm.setActive(QStringLiteral("viewer"), {}, {}, pid);
     ohm.start();
     const auto inFront = [&viewer] {
-        return NdefMessageHandler(u"viewer"_s, u"session"_s, viewer.service(), QDBusObjectPath(u"/"_s))
+        return NdefMessageHandler(QStringLiteral("viewer"), QStringLiteral("session"), viewer.service(),
+                                  QDBusObjectPath(QStringLiteral("/")))
             .isRunningOnForeground();
     };
     QVERIFY(inFront());
@@ -486,7 +501,7 @@ void TestFaults::policyDaemonThatHangs()
 void TestFaults::policyDaemonThatDiesInMidCall()
 {
     FakeOhm ohm;
-    ohm.dieOn(u"Subscribe"_s);
+    ohm.dieOn(QStringLiteral("Subscribe"));
     ohm.start();
     QTest::ignoreMessage(QtWarningMsg, "ApplicationTracker: Unable to subscribe to track applications");
     {
@@ -495,7 +510,7 @@ void TestFaults::policyDaemonThatDiesInMidCall()
     }
     ohm.start();
     const NdefMessageHandler handler;
-    QCOMPARE(ohm.members(), QStringList(u"Subscribe"_s));
+    QCOMPARE(ohm.members(), QStringList(QStringLiteral("Subscribe")));
 }
 
 void TestFaults::handlerThatDiesInMidCall()
@@ -503,9 +518,10 @@ void TestFaults::handlerThatDiesInMidCall()
     FakeOhm ohm;
     ohm.start();
     FakeHandler viewer;
-    viewer.dieOn(u"NDEFData"_s);
+    viewer.dieOn(QStringLiteral("NDEFData"));
     viewer.start();
-    NdefMessageHandler handler(u"viewer"_s, u"session"_s, viewer.service(), QDBusObjectPath(u"/"_s));
+    NdefMessageHandler handler(QStringLiteral("viewer"), QStringLiteral("session"), viewer.service(),
+                               QDBusObjectPath(QStringLiteral("/")));
     QTest::ignoreMessage(QtWarningMsg,
                          "NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: "
                          "org.freedesktop.DBus.Error.NoReply Message recipient disconnected from message "
@@ -515,7 +531,7 @@ void TestFaults::handlerThatDiesInMidCall()
 
     viewer.start();
     handler.forwardData(target, "x");
-    QCOMPARE(viewer.calls(u"NDEFData"_s).size(), 1);
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestFaults)

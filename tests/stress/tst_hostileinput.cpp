@@ -28,7 +28,6 @@
 #include "shownwidgets.h"
 
 using namespace ConnUi;
-using namespace Qt::StringLiterals;
 
 using Make = std::function<MDialog *()>;
 Q_DECLARE_METATYPE(Make)
@@ -76,7 +75,7 @@ public:
 
     QStringList texts() const { return shownTexts<MLabel>(dialog.get()); }
 
-    // Whether a person can read the question from where it begins.
+    // Whether a user can read the question from where it begins.
     bool beginsOnScreen() const
     {
         const QList<MLabel *> labels = shownWidgets<MLabel>(dialog.get());
@@ -110,7 +109,8 @@ std::clock_t plainTime()
 {
     static const std::clock_t time = [] {
         const std::clock_t start = std::clock();
-        const Shown shown([] { return new NfcTagReadPermissionDialog(u"word "_s.repeated(0x100000 / 5)); });
+        const Shown shown(
+            [] { return new NfcTagReadPermissionDialog(QStringLiteral("word ").repeated(0x100000 / 5)); });
         return std::clock() - start;
     }();
     return time;
@@ -136,22 +136,23 @@ QList<QPair<const char *, QString>> hostileTexts()
     for (char16_t c : {0xd800, 0xdfff, 0xfffe, 0xffff, 0xfdd0, 0xe000, 0xfeff, 0xfff9, 0xfffa, 0xfffb})
         noCharacters += u'x' + QChar(c);
     return {
-        {"markup", u"<b>Bank</b><img src='file:///etc/passwd'><a href=\"http://evil\">here</a>&amp;"_s},
+        {"markup",
+         QStringLiteral("<b>Bank</b><img src='file:///etc/passwd'><a href=\"http://evil\">here</a>&amp;")},
         {"controls", controls},
         {"no characters", noCharacters},
-        {"placeholders", u"%1%2%n%L1%%s%s%n"_s},
-        {"bidi overrides", u"photo\u202egpj.exe\u2066\u2067\u2068\u202a\u202b"_s},
-        {"unbalanced bidi", u"\u202e\u202b\u2067"_s.repeated(2000) + u"x"_s},
-        {"zero width", u"b\u200ba\u200cn\u200dk\u2060"_s.repeated(1000)},
-        {"only zero width", u"\u200b"_s.repeated(10000)},
-        {"combining", u"a"_s + u"\u0301\u0489\u20dd"_s.repeated(3000)},
-        {"joined pictures", u"\U0001F468\u200d\U0001F469\u200d"_s.repeated(1000)},
-        {"tags", u"x\U000E0001\U000E0065\U000E006E\U000E007F"_s.repeated(100)},
-        {"lines", u"\r\n\u2028\u2029\v\f\u0085"_s.repeated(1000)},
+        {"placeholders", QStringLiteral("%1%2%n%L1%%s%s%n")},
+        {"bidi overrides", QStringLiteral("photo\u202egpj.exe\u2066\u2067\u2068\u202a\u202b")},
+        {"unbalanced bidi", QStringLiteral("\u202e\u202b\u2067").repeated(2000) + QStringLiteral("x")},
+        {"zero width", QStringLiteral("b\u200ba\u200cn\u200dk\u2060").repeated(1000)},
+        {"only zero width", QStringLiteral("\u200b").repeated(10000)},
+        {"combining", QStringLiteral("a") + QStringLiteral("\u0301\u0489\u20dd").repeated(3000)},
+        {"joined pictures", QStringLiteral("\U0001F468\u200d\U0001F469\u200d").repeated(1000)},
+        {"tags", QStringLiteral("x\U000E0001\U000E0065\U000E006E\U000E007F").repeated(100)},
+        {"lines", QStringLiteral("\r\n\u2028\u2029\v\f\u0085").repeated(1000)},
         {"one word", QString(0x10000, u'w')},
-        {"variants", u"x\u009c"_s.repeated(1000)},
-        {"wide", u"\ufdfd\u12031\U0001242B"_s.repeated(500)},
-        {"blank", u" \u00a0\u3000\u2800\u3164\u115f"_s.repeated(100)},
+        {"variants", QStringLiteral("x\u009c").repeated(1000)},
+        {"wide", QStringLiteral("\ufdfd\u12031\U0001242B").repeated(500)},
+        {"blank", QStringLiteral(" \u00a0\u3000\u2800\u3164\u115f").repeated(100)},
     };
 }
 
@@ -164,14 +165,19 @@ QList<QPair<const char *, std::function<MDialog *(const QString &)>>> places()
         {"number", [](const QString &text) { return uriOf("tel:" + text.toUtf8())(); }},
         {"message", [](const QString &text) { return uriOf("sms:1?body=" + text.toUtf8())(); }},
         {"store",
-         [](const QString &text) { return new NfcTagReadPermissionDialog(u"ruvostore:link"_s, text); }},
+         [](const QString &text) {
+             return new NfcTagReadPermissionDialog(QStringLiteral("ruvostore:link"), text);
+         }},
         {"device",
          [](const QString &text) {
              auto *dialog = new NfcPairingDialog(0x240404);
              dialog->setText(text);
              return dialog;
          }},
-        {"file", [](const QString &text) { return new NfcSharingPermissionDialog({u"/nowhere/"_s + text}); }},
+        {"file",
+         [](const QString &text) {
+             return new NfcSharingPermissionDialog({QStringLiteral("/nowhere/") + text});
+         }},
     };
 }
 
@@ -186,14 +192,14 @@ private Q_SLOTS:
     void init();
 
     void linkIsShownOrItsApplicationNamed();
-    void linkOfNobodyPromisesNothing();
+    void linkWithoutApplicationPromisesNothing();
     void questionCanBeAnswered_data();
     void questionCanBeAnswered();
     void listOfManyApplicationsCanBeAnswered();
-    void uselessDesktopFileNamesNobody_data();
-    void uselessDesktopFileNamesNobody();
-    void linkThatLeadsNowhereNamesNobody_data();
-    void linkThatLeadsNowhereNamesNobody();
+    void uselessDesktopFileNamesNoApplication_data();
+    void uselessDesktopFileNamesNoApplication();
+    void symbolicLinkThatLeadsNowhereNamesNoApplication_data();
+    void symbolicLinkThatLeadsNowhereNamesNoApplication();
     void uselessIconLeavesTheQuestion_data();
     void uselessIconLeavesTheQuestion();
     void iconThatIsNoFileIsNotOpened_data();
@@ -209,44 +215,47 @@ private:
 
 void TestHostileInput::initTestCase()
 {
-    applications.install(u"opener"_s, u"Opener"_s, u"icon-m-content-url-inverse"_s);
+    applications.install(QStringLiteral("opener"), QStringLiteral("Opener"),
+                         QStringLiteral("icon-m-content-url-inverse"));
     QByteArray defaults = "[Default Applications]\n";
     const QStringList names = schemes();
     QVERIFY(names.size() > 350);
     for (const QString &scheme : names)
         defaults += "x-scheme-handler/" + scheme.toLatin1() + "=opener.desktop\n";
-    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/mimeapps.list"_s,
+    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                  QStringLiteral("/mimeapps.list"),
               defaults);
 }
 
 void TestHostileInput::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestHostileInput::linkIsShownOrItsApplicationNamed()
 {
     const QStringList names = schemes();
     for (const QString &scheme : names) {
-        const QString rest = u"//user@example.org:1/a?b=c#d"_s;
+        const QString rest = QStringLiteral("//user@example.org:1/a?b=c#d");
         const Shown shown(uriOf((scheme + u':' + rest).toUtf8()));
         const QString all = shown.texts().join(u'|');
-        const bool isNumber = scheme == u"tel"_s || scheme == u"callto"_s;
-        const QString expected = scheme.startsWith(u"http"_s) ? scheme + u':' + rest
-                                 : isNumber                   ? rest
-                                 : scheme == u"sms"_s         ? u"/a"_s
-                                                              : u"Open with Opener?"_s;
-        QVERIFY2(all.contains(expected), qPrintable(scheme + u": "_s + all));
+        const bool isNumber = scheme == QStringLiteral("tel") || scheme == QStringLiteral("callto");
+        const QString expected = scheme.startsWith(QStringLiteral("http")) ? scheme + u':' + rest
+                                 : isNumber                                ? rest
+                                 : scheme == QStringLiteral("sms")         ? QStringLiteral("/a")
+                                                                   : QStringLiteral("Open with Opener?");
+        QVERIFY2(all.contains(expected), qPrintable(scheme + QStringLiteral(": ") + all));
     }
 }
 
-void TestHostileInput::linkOfNobodyPromisesNothing()
+void TestHostileInput::linkWithoutApplicationPromisesNothing()
 {
-    for (const QByteArray &uri : {"x-unknown:1"_ba, "HTTPX:1"_ba, "1x:1"_ba, ":"_ba, "::"_ba, "//:"_ba,
-                                  "\xff\xfe:1"_ba, "%00:1"_ba}) {
+    for (const QByteArray &uri :
+         {QByteArray("x-unknown:1"), QByteArray("HTTPX:1"), QByteArray("1x:1"), QByteArray(":"),
+          QByteArray("::"), QByteArray("//:"), QByteArray("\xff\xfe:1"), QByteArray("%00:1")}) {
         expectMissing({});
         Shown shown(uriOf(uri));
-        QCOMPARE(shown.texts(), QStringList(u"Tag content"_s));
+        QCOMPARE(shown.texts(), QStringList(QStringLiteral("Tag content")));
         QVERIFY(shown.refuse());
     }
 }
@@ -260,8 +269,8 @@ void TestHostileInput::questionCanBeAnswered_data()
             QTest::addRow("%s as %s", name, place)
                 << Make([makeOf = makeOf, text = text] { return makeOf(text); });
     }
-    QTest::newRow("words of a mebibyte")
-        << Make([] { return new NfcTagReadPermissionDialog(u"word "_s.repeated(0x100000 / 5)); });
+    QTest::newRow("words of a mebibyte") << Make(
+        [] { return new NfcTagReadPermissionDialog(QStringLiteral("word ").repeated(0x100000 / 5)); });
     QTest::newRow("a word of a mebibyte")
         << Make([] { return new NfcTagReadPermissionDialog(QString(0x100000, u'w')); });
     QTest::newRow("accents of a mebibyte")
@@ -276,7 +285,8 @@ void TestHostileInput::questionCanBeAnswered()
     Shown shown(make);
     const std::clock_t taken = std::clock() - start;
     // Most take a hundredth of it.
-    QVERIFY2(taken < 3 * plain, qPrintable(u"%1 times as long as plain words"_s.arg(double(taken) / plain)));
+    QVERIFY2(taken < 3 * plain,
+             qPrintable(QStringLiteral("%1 times as long as plain words").arg(double(taken) / plain)));
     QVERIFY(shown.beginsOnScreen());
     QVERIFY(shown.refuse());
 }
@@ -285,20 +295,21 @@ void TestHostileInput::listOfManyApplicationsCanBeAnswered()
 {
     QStringList ids;
     for (int i = 0; i < 2000; ++i) {
-        ids.append(u"application%1"_s.arg(i));
-        applications.install(ids.constLast(), u"Application %1"_s.arg(i), u"icon-m-content-url-inverse"_s);
+        ids.append(QStringLiteral("application%1").arg(i));
+        applications.install(ids.constLast(), QStringLiteral("Application %1").arg(i),
+                             QStringLiteral("icon-m-content-url-inverse"));
     }
     {
         Shown shown(choiceOf(ids));
-        QVERIFY(shown.texts().contains(u"Open with Application 0?"_s));
+        QVERIFY(shown.texts().contains(QStringLiteral("Open with Application 0?")));
     }
     auto *selection = new NfcApplicationSelectionDialog(ids, 1999);
     Shown shown([selection] { return selection; });
     selection->button(M::OkButton)->click();
-    QCOMPARE(selection->selectedApplication(), u"application1999"_s);
+    QCOMPARE(selection->selectedApplication(), QStringLiteral("application1999"));
 }
 
-void TestHostileInput::uselessDesktopFileNamesNobody_data()
+void TestHostileInput::uselessDesktopFileNamesNoApplication_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::newRow("nothing") << QByteArray();
@@ -310,36 +321,36 @@ void TestHostileInput::uselessDesktopFileNamesNobody_data()
     QTest::newRow("many languages") << "[Desktop Entry]\n" + QByteArray("Name[x]=A\n").repeated(50000);
 }
 
-void TestHostileInput::uselessDesktopFileNamesNobody()
+void TestHostileInput::uselessDesktopFileNamesNoApplication()
 {
     QFETCH(QByteArray, content);
-    applications.write(u"useless"_s, content);
-    Shown shown(choiceOf({u"useless"_s}));
-    QCOMPARE(shown.texts(), QStringList(u"Tag content"_s));
+    applications.write(QStringLiteral("useless"), content);
+    Shown shown(choiceOf({QStringLiteral("useless")}));
+    QCOMPARE(shown.texts(), QStringList(QStringLiteral("Tag content")));
     QVERIFY(shown.refuse());
 }
 
-void TestHostileInput::linkThatLeadsNowhereNamesNobody_data()
+void TestHostileInput::symbolicLinkThatLeadsNowhereNamesNoApplication_data()
 {
     QTest::addColumn<QString>("goal");
-    const QString applicationsFolder = u"/usr/share/applications/"_s;
-    QTest::newRow("itself") << applicationsFolder + u"link.desktop"_s;
-    QTest::newRow("circle") << applicationsFolder + u"circle.desktop"_s;
-    QTest::newRow("nothing") << u"/nowhere"_s;
-    QTest::newRow("folder") << u"/"_s;
-    QTest::newRow("endless") << u"/dev/zero"_s;
-    QTest::newRow("terminal") << u"/dev/tty"_s;
+    const QString applicationsFolder = QStringLiteral("/usr/share/applications/");
+    QTest::newRow("itself") << applicationsFolder + QStringLiteral("link.desktop");
+    QTest::newRow("circle") << applicationsFolder + QStringLiteral("circle.desktop");
+    QTest::newRow("nothing") << QStringLiteral("/nowhere");
+    QTest::newRow("folder") << QStringLiteral("/");
+    QTest::newRow("endless") << QStringLiteral("/dev/zero");
+    QTest::newRow("terminal") << QStringLiteral("/dev/tty");
 }
 
-void TestHostileInput::linkThatLeadsNowhereNamesNobody()
+void TestHostileInput::symbolicLinkThatLeadsNowhereNamesNoApplication()
 {
     QFETCH(QString, goal);
-    const QString link = u"/usr/share/applications/link.desktop"_s;
-    const QString circle = u"/usr/share/applications/circle.desktop"_s;
+    const QString link = QStringLiteral("/usr/share/applications/link.desktop");
+    const QString circle = QStringLiteral("/usr/share/applications/circle.desktop");
     QVERIFY(QFile::link(goal, link) && QFile::link(link, circle));
     expectMissing("link");
-    Shown shown(choiceOf({u"link"_s}));
-    QCOMPARE(shown.texts(), QStringList(u"Tag content"_s));
+    Shown shown(choiceOf({QStringLiteral("link")}));
+    QCOMPARE(shown.texts(), QStringList(QStringLiteral("Tag content")));
     QVERIFY(shown.refuse());
     QVERIFY(QFile::remove(link) && QFile::remove(circle));
 }
@@ -388,20 +399,21 @@ void TestHostileInput::uselessIconLeavesTheQuestion()
     QFETCH(QByteArray, warning);
     if (!warning.isEmpty())
         QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    const QString path = folder.filePath(u"icon"_s);
+    const QString path = folder.filePath(QStringLiteral("icon"));
     writeFile(path, content);
-    applications.install(u"painted"_s, u"Painted"_s, path);
-    Shown shown(choiceOf({u"painted"_s}));
-    QCOMPARE(shown.texts(), QStringList({u"Tag content"_s, u"Open with Painted?"_s}));
+    applications.install(QStringLiteral("painted"), QStringLiteral("Painted"), path);
+    Shown shown(choiceOf({QStringLiteral("painted")}));
+    QCOMPARE(shown.texts(),
+             QStringList({QStringLiteral("Tag content"), QStringLiteral("Open with Painted?")}));
     QVERIFY(shown.refuse());
 }
 
 void TestHostileInput::iconThatIsNoFileIsNotOpened_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("endless") << u"/dev/zero"_s;
+    QTest::newRow("endless") << QStringLiteral("/dev/zero");
     QTest::newRow("folder") << folder.path();
-    const QString pipe = folder.filePath(u"pipe"_s);
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
     QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
     QTest::newRow("pipe") << pipe;
 }
@@ -409,9 +421,10 @@ void TestHostileInput::iconThatIsNoFileIsNotOpened_data()
 void TestHostileInput::iconThatIsNoFileIsNotOpened()
 {
     QFETCH(QString, path);
-    applications.install(u"painted"_s, u"Painted"_s, path);
-    Shown shown(choiceOf({u"painted"_s}));
-    QCOMPARE(shown.texts(), QStringList({u"Tag content"_s, u"Open with Painted?"_s}));
+    applications.install(QStringLiteral("painted"), QStringLiteral("Painted"), path);
+    Shown shown(choiceOf({QStringLiteral("painted")}));
+    QCOMPARE(shown.texts(),
+             QStringList({QStringLiteral("Tag content"), QStringLiteral("Open with Painted?")}));
     QVERIFY(shown.refuse());
 }
 
@@ -444,14 +457,15 @@ void TestHostileInput::uselessCardIsAskedAbout()
     QFETCH(QByteArray, content);
     QFETCH(qint64, size);
     QFETCH(QByteArray, problem);
-    const QString path = folder.filePath(u"card.vcf"_s);
+    const QString path = folder.filePath(QStringLiteral("card.vcf"));
     writeFile(path, content);
     QVERIFY(QFile::resize(path, size));
     if (!problem.isEmpty())
         QTest::ignoreMessage(QtWarningMsg,
                              "ContactExporter: unable to read " + path.toUtf8() + ": " + problem);
-    Shown shown([&path] { return new NfcTagReadPermissionDialog(u"text/x-vcard"_s, QFileInfo(path)); });
-    QCOMPARE(shown.texts().value(0), u"Contact on tag"_s);
+    Shown shown(
+        [&path] { return new NfcTagReadPermissionDialog(QStringLiteral("text/x-vcard"), QFileInfo(path)); });
+    QCOMPARE(shown.texts().value(0), QStringLiteral("Contact on tag"));
     QVERIFY(shown.refuse());
 }
 

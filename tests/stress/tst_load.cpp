@@ -8,6 +8,7 @@
 #include <malloc.h>
 #include <memory>
 #include <random>
+#include <utility>
 
 #include <QDBusPendingCallWatcher>
 #include <QSignalSpy>
@@ -23,7 +24,6 @@
 #include "fakeohm.h"
 #include "replycounter.h"
 
-using namespace Qt::Literals::StringLiterals;
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::NfcAdapter;
@@ -39,11 +39,11 @@ constexpr qint64 tolerance = 16 * 1024 * 1024;
 constexpr qint64 tolerance = 1024 * 1024;
 #endif
 
-const QString rejected = u"com.tavix.nfc.UIAgent.Rejected"_s;
+const QString rejected = QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
 
 QDBusObjectPath target(int number)
 {
-    return QDBusObjectPath(u"/com/tavix/nfc/tag%1"_s.arg(number));
+    return QDBusObjectPath(QStringLiteral("/com/tavix/nfc/tag%1").arg(number));
 }
 
 // Nothing depends on luck: the same order each time.
@@ -58,7 +58,7 @@ qint64 privateMemory()
 {
     // What the allocator keeps for later is no leak, and would hide one.
     malloc_trim(0);
-    QFile file(u"/proc/self/smaps_rollup"_s);
+    QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     if (!file.open(QFile::ReadOnly))
         qFatal("no smaps_rollup");
     qint64 kilobytes = 0;
@@ -103,20 +103,20 @@ void answerAtOnce(NfcAgent *agent)
 class Asker : public QObject
 {
 public:
-    Asker() : bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, u"asker"_s)) {}
-    ~Asker() override { QDBusConnection::disconnectFromBus(u"asker"_s); }
+    Asker() : bus(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("asker"))) {}
+    ~Asker() override { QDBusConnection::disconnectFromBus(QStringLiteral("asker")); }
 
     void ask(const QString &agent, const QString &member, const QVariantList &arguments)
     {
         QDBusMessage call = QDBusMessage::createMethodCall(QDBusConnection::systemBus().baseService(), agent,
-                                                           u"com.tavix.nfc.UIAgent"_s, member);
+                                                           QStringLiteral("com.tavix.nfc.UIAgent"), member);
         call.setArguments(arguments);
         const int number = asked++;
         auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, INT_MAX), this);
         connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, number] {
             ++answered;
             if (keepsOutcomes)
-                outcomes[number] = watcher->isError() ? watcher->error().name() : u"granted"_s;
+                outcomes[number] = watcher->isError() ? watcher->error().name() : QStringLiteral("granted");
             watcher->deleteLater();
         });
     }
@@ -125,21 +125,27 @@ public:
     void askAnything(const QString &agent, int number)
     {
         const QVariant device = QVariant::fromValue(target(number % 7));
-        const QString address = u"00:11:22:33:44:55"_s;
-        const QVariant info = QVariant::fromValue(QDBusVariant(QVariantMap{{u"number"_s, number}}));
+        const QString address = QStringLiteral("00:11:22:33:44:55");
+        const QVariant info =
+            QVariant::fromValue(QDBusVariant(QVariantMap{{QStringLiteral("number"), number}}));
         switch (number % 6) {
         case 0:
-            return ask(agent, u"RequestBTPairing"_s, {device, address, u"Headset"_s, 0x240404U, u"0000"_s});
+            return ask(agent, QStringLiteral("RequestBTPairing"),
+                       {device, address, QStringLiteral("Headset"), 0x240404U, QStringLiteral("0000")});
         case 1:
-            return ask(agent, u"RequestBTConnection"_s, {device, address, u"Headset"_s, 0x240404U});
+            return ask(agent, QStringLiteral("RequestBTConnection"),
+                       {device, address, QStringLiteral("Headset"), 0x240404U});
         case 2:
-            return ask(agent, u"RequestBTDisconnection"_s, {device, address, u"Headset"_s, 0x240404U});
+            return ask(agent, QStringLiteral("RequestBTDisconnection"),
+                       {device, address, QStringLiteral("Headset"), 0x240404U});
         case 3:
-            return ask(agent, u"RequestNDEFDataDelivery"_s, {noHandlers(), device, QByteArray(100, 'x')});
+            return ask(agent, QStringLiteral("RequestNDEFDataDelivery"),
+                       {noHandlers(), device, QByteArray(100, 'x')});
         case 4:
-            return ask(agent, u"RequestSharingPermission"_s, {u"bluetooth"_s, info, QStringList(u"/a"_s)});
+            return ask(agent, QStringLiteral("RequestSharingPermission"),
+                       {QStringLiteral("bluetooth"), info, QStringList(QStringLiteral("/a"))});
         default:
-            return ask(agent, u"RequestSharingSelection"_s, {u"bluetooth"_s, info});
+            return ask(agent, QStringLiteral("RequestSharingSelection"), {QStringLiteral("bluetooth"), info});
         }
     }
 
@@ -186,7 +192,7 @@ private:
 
 void TestLoad::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     RadioState(RadioState::NFC).setEnabled(false);
 }
 
@@ -232,8 +238,9 @@ void TestLoad::manyPendingRequestsAreAnsweredInAnyOrder()
     QList<int> order;
     for (int i = 0; i < count; ++i) {
         order.append(i);
-        asker.ask(agent.path(), u"RequestBTConnection"_s,
-                  {QVariant::fromValue(target(i)), u"00:11"_s, u"Headset"_s, 0x240404U});
+        asker.ask(
+            agent.path(), QStringLiteral("RequestBTConnection"),
+            {QVariant::fromValue(target(i)), QStringLiteral("00:11"), QStringLiteral("Headset"), 0x240404U});
     }
     QTRY_COMPARE_WITH_TIMEOUT(requested.count(), count, 60000);
 
@@ -245,7 +252,7 @@ void TestLoad::manyPendingRequestsAreAnsweredInAnyOrder()
             agent.rejectDevice(target(i));
     QTRY_COMPARE_WITH_TIMEOUT(asker.answered, count, 60000);
     for (int i = 0; i < count; ++i)
-        QCOMPARE(asker.outcomes.value(i), i % 2 == 0 ? u"granted"_s : rejected);
+        QCOMPARE(asker.outcomes.value(i), i % 2 == 0 ? QStringLiteral("granted") : rejected);
 }
 
 void TestLoad::everyRequestIsAnsweredExactlyOnce()
@@ -272,14 +279,15 @@ void TestLoad::endOfAgentAnswersAllThatIsPending()
     Asker asker;
     asker.keepsOutcomes = true;
     for (int i = 0; i < count; ++i) {
-        asker.ask(agent->path(), u"RequestBTConnection"_s,
-                  {QVariant::fromValue(target(0)), u"00:11"_s, u"Headset"_s, 0x240404U});
+        asker.ask(
+            agent->path(), QStringLiteral("RequestBTConnection"),
+            {QVariant::fromValue(target(0)), QStringLiteral("00:11"), QStringLiteral("Headset"), 0x240404U});
     }
     QTRY_COMPARE_WITH_TIMEOUT(requested.count(), count, 60000);
     agent.reset();
     QTRY_COMPARE_WITH_TIMEOUT(asker.answered, count, 60000);
     for (int i = 0; i < count; ++i)
-        QCOMPARE(asker.outcomes.value(i), u"com.tavix.nfc.UIAgent.Canceled"_s);
+        QCOMPARE(asker.outcomes.value(i), QStringLiteral("com.tavix.nfc.UIAgent.Canceled"));
 }
 
 void TestLoad::manyAdaptersAndAgentsShareOneProcess()
@@ -313,11 +321,11 @@ void TestLoad::manyAdaptersAndAgentsShareOneProcess()
         asker.askAnything(agent->path(), i % 3);
     }
     QCOMPARE(paths.size(), agentCount);
-    QCOMPARE(daemon.calls(u"RegisterUIAgent"_s).size(), agentCount);
-    QCOMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("RegisterUIAgent")).size(), agentCount);
+    QCOMPARE(daemon.calls(QStringLiteral("DefaultAdapter")).size(), 1);
     QTRY_COMPARE(asker.answered, agentCount);
 
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_COMPARE(changed, adapterCount);
     daemon.kill();
     QTRY_COMPARE(invalid, adapterCount);
@@ -330,7 +338,7 @@ void TestLoad::manyAdaptersAndAgentsShareOneProcess()
     qDeleteAll(adapters);
     const auto next = std::make_unique<NfcAdapter>();
     QVERIFY(next->isValid());
-    QCOMPARE(daemon.calls(u"DefaultAdapter"_s).size(), 2);
+    QCOMPARE(daemon.calls(QStringLiteral("DefaultAdapter")).size(), 2);
 }
 
 void TestLoad::longHandlerListArrivesInOrder()
@@ -342,8 +350,9 @@ void TestLoad::longHandlerListArrivesInOrder()
     {
         NdefMessageHandlerList list;
         for (int i = 0; i < count; ++i)
-            list.append({u"application%1"_s.arg(i), u"session"_s, u"org.example.App%1"_s.arg(i),
-                         QDBusObjectPath(u"/handler"_s)});
+            list.append({QStringLiteral("application%1").arg(i), QStringLiteral("session"),
+                         QStringLiteral("org.example.App%1").arg(i),
+                         QDBusObjectPath(QStringLiteral("/handler"))});
         argument = Asker::handlers(list);
     }
     ohm.clearCalls();
@@ -356,16 +365,16 @@ void TestLoad::longHandlerListArrivesInOrder()
                 agent.dataDeliveryGranted(target);
             });
     Asker asker;
-    asker.ask(agent.path(), u"RequestNDEFDataDelivery"_s,
+    asker.ask(agent.path(), QStringLiteral("RequestNDEFDataDelivery"),
               {argument, QVariant::fromValue(target(1)), QByteArray("x")});
     QTRY_COMPARE(asker.answered, 1);
     QCOMPARE(arrived.size(), count);
     for (int i = 0; i < count; ++i)
-        QCOMPARE(arrived[i].applicationId(), u"application%1"_s.arg(i));
+        QCOMPARE(arrived[i].applicationId(), QStringLiteral("application%1").arg(i));
 
     // However many records, one tracker.
     arrived.clear();
-    QTRY_COMPARE(ohm.members(), QStringList({u"Subscribe"_s, u"Unsubscribe"_s}));
+    QTRY_COMPARE(ohm.members(), QStringList({QStringLiteral("Subscribe"), QStringLiteral("Unsubscribe")}));
 }
 
 void TestLoad::largeTagArrivesAndIsForwardedUnchanged()
@@ -386,12 +395,12 @@ void TestLoad::largeTagArrivesAndIsForwardedUnchanged()
                 agent.dataDeliveryGranted(target);
             });
     Asker asker;
-    asker.ask(
-        agent.path(), u"RequestNDEFDataDelivery"_s,
-        {Asker::handlers({{u"viewer"_s, u"session"_s, viewer.service(), QDBusObjectPath(u"/viewer"_s)}}),
-         QVariant::fromValue(target(1)), content});
+    asker.ask(agent.path(), QStringLiteral("RequestNDEFDataDelivery"),
+              {Asker::handlers({{QStringLiteral("viewer"), QStringLiteral("session"), viewer.service(),
+                                 QDBusObjectPath(QStringLiteral("/viewer"))}}),
+               QVariant::fromValue(target(1)), content});
     QTRY_COMPARE(asker.answered, 1);
-    const QList<FakeCall> calls = viewer.calls(u"NDEFData"_s);
+    const QList<FakeCall> calls = viewer.calls(QStringLiteral("NDEFData"));
     QCOMPARE(calls.size(), 1);
     QCOMPARE(calls.first().arguments.at(1).toByteArray(), content);
 }
@@ -406,13 +415,14 @@ void TestLoad::stormOfPropertyChangesIsHeard()
     QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
     QElapsedTimer clock;
     clock.start();
-    daemon.emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Adapter"_s, u"PropertyChanged"_s,
-                      {u"State"_s, QVariant::fromValue(QDBusVariant(u"on"_s))}, count);
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitSignal(
+        FakeDaemon::adapterPath(), QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("PropertyChanged"),
+        {QStringLiteral("State"), QVariant::fromValue(QDBusVariant(QStringLiteral("on")))}, count);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_COMPARE_WITH_TIMEOUT(changed.count(), count + 1, 60000);
     qInfo("%d property changes heard in %lld ms", count + 1, clock.elapsed());
     QVERIFY(!adapter.isPowered());
-    QCOMPARE(daemon.calls(u"GetProperties"_s).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("GetProperties")).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestLoad)

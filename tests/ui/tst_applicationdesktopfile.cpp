@@ -7,7 +7,6 @@
 #include "ui/applicationdesktopfile.h"
 
 using namespace ConnUi;
-using namespace Qt::StringLiterals;
 
 class TestApplicationDesktopFile : public QObject
 {
@@ -17,14 +16,14 @@ private Q_SLOTS:
     void init();
     void installedApplicationHasItsFile_data();
     void installedApplicationHasItsFile();
-    void otherIdsHaveNone_data();
-    void otherIdsHaveNone();
+    void otherIdsHaveNoDesktopFile_data();
+    void otherIdsHaveNoDesktopFile();
     void folderIsNoDesktopFile();
 };
 
 void TestApplicationDesktopFile::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestApplicationDesktopFile::installedApplicationHasItsFile_data()
@@ -39,45 +38,46 @@ void TestApplicationDesktopFile::installedApplicationHasItsFile()
     QFETCH(QString, id);
     const ApplicationsFolder applications;
     QCOMPARE(applicationDesktopFile(id), QString());
-    applications.install(id, u"Name"_s, u"icon"_s);
-    QCOMPARE(applicationDesktopFile(id), u"/usr/share/applications/"_s + id + u".desktop"_s);
+    applications.install(id, QStringLiteral("Name"), QStringLiteral("icon"));
+    QCOMPARE(applicationDesktopFile(id),
+             QStringLiteral("/usr/share/applications/") + id + QStringLiteral(".desktop"));
 }
 
-void TestApplicationDesktopFile::otherIdsHaveNone_data()
+void TestApplicationDesktopFile::otherIdsHaveNoDesktopFile_data()
 {
     QTest::addColumn<QString>("id");
     QTest::newRow("empty") << QString();
-    QTest::newRow("not installed") << u"missing"_s;
-    QTest::newRow("other case") << u"Browser"_s;
-    QTest::newRow("with the suffix") << u"browser.desktop"_s;
-    QTest::newRow("path to it") << u"/usr/share/applications/browser"_s;
-    QTest::newRow("through a folder and back") << u"sub/../browser"_s;
-    QTest::newRow("through itself") << u"./browser"_s;
-    QTest::newRow("elsewhere") << u"../hostile"_s;
-    QTest::newRow("in a folder") << u"sub/browser"_s;
-    QTest::newRow("folder above") << u".."_s;
-    QTest::newRow("broken off") << u"browser\0rest"_s;
+    QTest::newRow("not installed") << QStringLiteral("missing");
+    QTest::newRow("other case") << QStringLiteral("Browser");
+    QTest::newRow("with the suffix") << QStringLiteral("browser.desktop");
+    QTest::newRow("path to it") << QStringLiteral("/usr/share/applications/browser");
+    QTest::newRow("through a folder and back") << QStringLiteral("sub/../browser");
+    QTest::newRow("through itself") << QStringLiteral("./browser");
+    QTest::newRow("elsewhere") << QStringLiteral("../hostile");
+    QTest::newRow("in a folder") << QStringLiteral("sub/browser");
+    QTest::newRow("folder above") << QStringLiteral("..");
+    QTest::newRow("broken off") << QStringLiteral("browser\0rest");
 }
 
-void TestApplicationDesktopFile::otherIdsHaveNone()
+void TestApplicationDesktopFile::otherIdsHaveNoDesktopFile()
 {
     QFETCH(QString, id);
     const ApplicationsFolder applications;
-    applications.install(u"browser"_s, u"Browser"_s, u"icon"_s);
+    applications.install(QStringLiteral("browser"), QStringLiteral("Browser"), QStringLiteral("icon"));
     // Named ".." or reached through a folder, these files are there all the same.
-    applications.install(u".."_s, u"Above"_s, u"icon"_s);
-    QDir().mkpath(u"/usr/share/applications/sub"_s);
-    applications.install(u"sub/browser"_s, u"Browser"_s, u"icon"_s);
+    applications.install(QStringLiteral(".."), QStringLiteral("Above"), QStringLiteral("icon"));
+    QDir().mkpath(QStringLiteral("/usr/share/applications/sub"));
+    applications.install(QStringLiteral("sub/browser"), QStringLiteral("Browser"), QStringLiteral("icon"));
     QCOMPARE(applicationDesktopFile(id), QString());
-    QVERIFY(QDir(u"/usr/share/applications/sub"_s).removeRecursively());
+    QVERIFY(QDir(QStringLiteral("/usr/share/applications/sub")).removeRecursively());
 }
 
 void TestApplicationDesktopFile::folderIsNoDesktopFile()
 {
     const ApplicationsFolder applications;
-    QVERIFY(QDir().mkdir(u"/usr/share/applications/folder.desktop"_s));
-    QCOMPARE(applicationDesktopFile(u"folder"_s), QString());
-    QVERIFY(QDir().rmdir(u"/usr/share/applications/folder.desktop"_s));
+    QVERIFY(QDir().mkdir(QStringLiteral("/usr/share/applications/folder.desktop")));
+    QCOMPARE(applicationDesktopFile(QStringLiteral("folder")), QString());
+    QVERIFY(QDir().rmdir(QStringLiteral("/usr/share/applications/folder.desktop")));
 }
 
 QTEST_GUILESS_MAIN(TestApplicationDesktopFile)

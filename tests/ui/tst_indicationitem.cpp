@@ -12,7 +12,6 @@
 #include <MWindow>
 
 using ConnUi::IndicationItem;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -23,7 +22,8 @@ constexpr int height = 80; // of both pictures
 constexpr const char *notInView = "IndicationItem: setting orientation when not yet in view!";
 constexpr const char *noManager = "IndicationItem: Unble to resolve sceneManager()";
 
-const QStringList pictures{u"quenzotouch-nfc-banner-landscape"_s, u"quenzotouch-nfc-banner-portrait"_s};
+const QStringList pictures{QStringLiteral("quenzotouch-nfc-banner-landscape"),
+                           QStringLiteral("quenzotouch-nfc-banner-portrait")};
 
 } // namespace
 
@@ -35,8 +35,8 @@ private Q_SLOTS:
     void init();
 
     void startsOutOfViewUnturned();
-    void picturesAreTheThemes_data();
-    void picturesAreTheThemes();
+    void picturesComeFromTheTheme_data();
+    void picturesComeFromTheTheme();
     void picturesGoBackToTheTheme();
     void placeFollowsFromAngleAndFactor_data();
     void placeFollowsFromAngleAndFactor();
@@ -54,7 +54,7 @@ private Q_SLOTS:
 
 void TestIndicationItem::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestIndicationItem::startsOutOfViewUnturned()
@@ -66,7 +66,7 @@ void TestIndicationItem::startsOutOfViewUnturned()
     QCOMPARE(item.shapeMode(), QGraphicsPixmapItem::BoundingRectShape);
 }
 
-void TestIndicationItem::picturesAreTheThemes_data()
+void TestIndicationItem::picturesComeFromTheTheme_data()
 {
     QTest::addColumn<M::OrientationAngle>("angle");
     QTest::addColumn<QString>("picture");
@@ -76,7 +76,7 @@ void TestIndicationItem::picturesAreTheThemes_data()
     QTest::newRow("270") << M::Angle270 << pictures[1];
 }
 
-void TestIndicationItem::picturesAreTheThemes()
+void TestIndicationItem::picturesComeFromTheTheme()
 {
     QFETCH(M::OrientationAngle, angle);
     QFETCH(QString, picture);

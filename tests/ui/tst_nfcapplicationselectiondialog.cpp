@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <limits>
+
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
 #include <QSignalSpy>
@@ -20,7 +22,6 @@
 #include "ui/applicationitemcreator.h"
 
 using namespace ConnUi;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -111,31 +112,33 @@ private:
 
 void TestNfcApplicationSelectionDialog::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestNfcApplicationSelectionDialog::dialogExplainsItself()
 {
     const ApplicationsFolder applications;
-    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
-    const Shown shown({u"viewer"_s});
+    applications.install(QStringLiteral("viewer"), QStringLiteral("Viewer"),
+                         QStringLiteral("icon-m-service-nfc"));
+    const Shown shown({QStringLiteral("viewer")});
     QVERIFY(shown.ready);
     QCOMPARE(shownTexts<MLabel>(shown.dialog.data()),
-             QStringList({u"Choose application"_s, u"These applications can open what is on the tag."_s,
-                          u"Viewer"_s}));
-    QCOMPARE(shown.dialog->title(), u"Choose application"_s);
-    QCOMPARE(shown.dialog->titleBarIconId(), u"icon-m-service-nfc"_s);
+             QStringList({QStringLiteral("Choose application"),
+                          QStringLiteral("These applications can open what is on the tag."),
+                          QStringLiteral("Viewer")}));
+    QCOMPARE(shown.dialog->title(), QStringLiteral("Choose application"));
+    QCOMPARE(shown.dialog->titleBarIconId(), QStringLiteral("icon-m-service-nfc"));
     QCOMPARE(shownWidgets<MImageWidget>(shown.dialog.data()).constFirst()->imageId(),
-             u"icon-m-service-nfc"_s);
+             QStringLiteral("icon-m-service-nfc"));
 
     const MLabel *explanation = shownWidgets<MLabel>(shown.dialog.data()).at(1);
-    QCOMPARE(explanation->styleName(), u"CommonBodyTextInverted"_s);
+    QCOMPARE(explanation->styleName(), QStringLiteral("CommonBodyTextInverted"));
     QVERIFY(explanation->wordWrap());
     QCOMPARE(shown.list()->selectionMode(), MList::SingleSelection);
 
     QCOMPARE(shown.dialog->buttons().size(), 1);
     QCOMPARE(shown.dialog->buttons().first()->standardButton(), M::OkButton);
-    QCOMPARE(shownTexts<MButton>(shown.dialog.data()), QStringList(u"OK"_s));
+    QCOMPARE(shownTexts<MButton>(shown.dialog.data()), QStringList(QStringLiteral("OK")));
 
     const auto *layout = dynamic_cast<QGraphicsLinearLayout *>(shown.dialog->centralWidget()->layout());
     QVERIFY(layout);
@@ -149,31 +152,31 @@ void TestNfcApplicationSelectionDialog::dialogExplainsItself()
 void TestNfcApplicationSelectionDialog::rowShowsIconAndName_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("plain") << u"Viewer"_s;
-    QTest::newRow("markup") << u"<b>Viewer</b> &amp; more"_s;
-    QTest::newRow("Arabic") << u"عارض الصور"_s;
-    QTest::newRow("length variants") << u"The viewer of everything\u009cViewer"_s;
+    QTest::newRow("plain") << QStringLiteral("Viewer");
+    QTest::newRow("markup") << QStringLiteral("<b>Viewer</b> &amp; more");
+    QTest::newRow("Arabic") << QStringLiteral("عارض الصور");
+    QTest::newRow("length variants") << QStringLiteral("The viewer of everything\u009cViewer");
 }
 
 void TestNfcApplicationSelectionDialog::rowShowsIconAndName()
 {
     QFETCH(QString, name);
     const ApplicationsFolder applications;
-    applications.install(u"viewer"_s, name, u"icon-m-content-url-inverse"_s);
-    const Shown shown({u"viewer"_s});
+    applications.install(QStringLiteral("viewer"), name, QStringLiteral("icon-m-content-url-inverse"));
+    const Shown shown({QStringLiteral("viewer")});
     QVERIFY(shown.ready);
     const QList<MListItem *> rows = shownWidgets<MListItem>(shown.dialog.data());
     QCOMPARE(rows.size(), 1);
-    QCOMPARE(rows.first()->styleName(), u"CommonPanelInverted"_s);
+    QCOMPARE(rows.first()->styleName(), QStringLiteral("CommonPanelInverted"));
 
     const QList<MImageWidget *> icons = shownWidgets<MImageWidget>(rows.first());
     QCOMPARE(icons.size(), 1);
-    QCOMPARE(icons.first()->imageId(), u"icon-m-content-url-inverse"_s);
-    QCOMPARE(icons.first()->styleName(), u"CommonMainIcon"_s);
+    QCOMPARE(icons.first()->imageId(), QStringLiteral("icon-m-content-url-inverse"));
+    QCOMPARE(icons.first()->styleName(), QStringLiteral("CommonMainIcon"));
     const QList<MLabel *> labels = shownWidgets<MLabel>(rows.first());
     QCOMPARE(labels.size(), 1);
     QCOMPARE(labels.first()->text(), name);
-    QCOMPARE(labels.first()->styleName(), u"CommonSingleTitleInverted"_s);
+    QCOMPARE(labels.first()->styleName(), QStringLiteral("CommonSingleTitleInverted"));
 
     // The icon stands in front of the name, both in the middle of the row.
     const auto *layout = dynamic_cast<QGraphicsLinearLayout *>(rows.first()->layout());
@@ -189,13 +192,13 @@ void TestNfcApplicationSelectionDialog::rowShowsIconAndName()
 void TestNfcApplicationSelectionDialog::iconIsDrawnFromItsFile()
 {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(u"icon.png"_s);
+    const QString file = folder.filePath(QStringLiteral("icon.png"));
     QImage picture(64, 64, QImage::Format_RGB32);
     picture.fill(Qt::magenta);
     QVERIFY(picture.save(file));
     const ApplicationsFolder applications;
-    applications.install(u"viewer"_s, u"Viewer"_s, file);
-    Shown shown({u"viewer"_s});
+    applications.install(QStringLiteral("viewer"), QStringLiteral("Viewer"), file);
+    Shown shown({QStringLiteral("viewer")});
     QVERIFY(shown.ready);
     const MImageWidget *icon = shownWidgets<MImageWidget>(shown.dialog.data()).at(1);
     QCOMPARE(icon->imageId(), QString());
@@ -215,14 +218,16 @@ void TestNfcApplicationSelectionDialog::applicationWithoutDesktopFileIsLeftOut()
 {
     QFETCH(QString, id);
     const ApplicationsFolder applications;
-    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
-    applications.install(u".."_s, u"Hostile"_s, u"icon-m-service-nfc"_s);
+    applications.install(QStringLiteral("viewer"), QStringLiteral("Viewer"),
+                         QStringLiteral("icon-m-service-nfc"));
+    applications.install(QStringLiteral(".."), QStringLiteral("Hostile"),
+                         QStringLiteral("icon-m-service-nfc"));
     const QByteArray warning =
         "NfcApplicationSelectionDialog: No desktop file provided for '" + id.toLocal8Bit() + "'";
     QTest::ignoreMessage(QtWarningMsg, warning.constData());
-    const Shown shown({id, u"viewer"_s});
+    const Shown shown({id, QStringLiteral("viewer")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.rows(), QStringList(u"Viewer"_s));
+    QCOMPARE(shown.rows(), QStringList(QStringLiteral("Viewer")));
 }
 
 void TestNfcApplicationSelectionDialog::applicationWithoutNameOrIconIsLeftOut_data()
@@ -239,11 +244,12 @@ void TestNfcApplicationSelectionDialog::applicationWithoutNameOrIconIsLeftOut()
 {
     QFETCH(QByteArray, content);
     const ApplicationsFolder applications;
-    applications.write(u"bare"_s, content);
-    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
-    const Shown shown({u"bare"_s, u"viewer"_s});
+    applications.write(QStringLiteral("bare"), content);
+    applications.install(QStringLiteral("viewer"), QStringLiteral("Viewer"),
+                         QStringLiteral("icon-m-service-nfc"));
+    const Shown shown({QStringLiteral("bare"), QStringLiteral("viewer")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.rows(), QStringList(u"Viewer"_s));
+    QCOMPARE(shown.rows(), QStringList(QStringLiteral("Viewer")));
 }
 
 void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder_data()
@@ -260,8 +266,9 @@ void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder()
     QStringList ids;
     for (int i = 0; i < count; ++i) {
         // Neither the ids nor the names are in the order of the alphabet.
-        ids.append(u"app"_s + QString::number((i + 7) % count));
-        applications.install(ids.last(), u"Name "_s + QString::number(count - i), u"icon-m-service-nfc"_s);
+        ids.append(QStringLiteral("app") + QString::number((i + 7) % count));
+        applications.install(ids.last(), QStringLiteral("Name ") + QString::number(count - i),
+                             QStringLiteral("icon-m-service-nfc"));
     }
     Shown shown(ids);
     QVERIFY(shown.ready);
@@ -271,7 +278,7 @@ void TestNfcApplicationSelectionDialog::applicationsAreListedInTheirOrder()
     // Every row can be brought into sight and reads as it should.
     for (int i = 0; i < count; ++i) {
         shown.list()->selectItem(shown.list()->itemModel()->index(i, 0));
-        QVERIFY(shown.rows().contains(u"Name "_s + QString::number(count - i)));
+        QVERIFY(shown.rows().contains(QStringLiteral("Name ") + QString::number(count - i)));
     }
     shown.pressOk();
     QCOMPARE(shown.finished, once(M::OkButton));
@@ -296,9 +303,9 @@ void TestNfcApplicationSelectionDialog::indexPreselectsARow()
     QFETCH(int, index);
     QFETCH(int, row);
     const ApplicationsFolder applications;
-    const QStringList ids{u"a"_s, u"b"_s, u"c"_s};
+    const QStringList ids{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
     for (const QString &id : ids)
-        applications.install(id, id.toUpper(), u"icon-m-service-nfc"_s);
+        applications.install(id, id.toUpper(), QStringLiteral("icon-m-service-nfc"));
     const Shown shown(ids, index);
     QVERIFY(shown.ready);
     QCOMPARE(shown.selectedRow(), row);
@@ -312,16 +319,16 @@ void TestNfcApplicationSelectionDialog::indexPreselectsARow()
 void TestNfcApplicationSelectionDialog::indexCountsUsableApplications()
 {
     const ApplicationsFolder applications;
-    applications.install(u"bare"_s, QString(), QString());
-    applications.install(u"b"_s, u"B"_s, u"icon-m-service-nfc"_s);
-    applications.install(u"c"_s, u"C"_s, u"icon-m-service-nfc"_s);
-    const QStringList ids{u"bare"_s, u"b"_s, u"c"_s};
+    applications.install(QStringLiteral("bare"), QString(), QString());
+    applications.install(QStringLiteral("b"), QStringLiteral("B"), QStringLiteral("icon-m-service-nfc"));
+    applications.install(QStringLiteral("c"), QStringLiteral("C"), QStringLiteral("icon-m-service-nfc"));
+    const QStringList ids{QStringLiteral("bare"), QStringLiteral("b"), QStringLiteral("c")};
     const Shown second(ids, 1);
     second.pressOk();
-    QCOMPARE(second.dialog->selectedApplication(), u"c"_s);
+    QCOMPARE(second.dialog->selectedApplication(), QStringLiteral("c"));
     const Shown beyond(ids, 2);
     beyond.pressOk();
-    QCOMPARE(beyond.dialog->selectedApplication(), u"b"_s);
+    QCOMPARE(beyond.dialog->selectedApplication(), QStringLiteral("b"));
 }
 
 namespace {
@@ -330,8 +337,9 @@ QStringList installMany(const ApplicationsFolder &applications, int count)
 {
     QStringList ids;
     for (int i = 0; i < count; ++i) {
-        ids.append(u"app"_s + QString::number(i));
-        applications.install(ids.last(), u"Name "_s + QString::number(i), u"icon-m-service-nfc"_s);
+        ids.append(QStringLiteral("app") + QString::number(i));
+        applications.install(ids.last(), QStringLiteral("Name ") + QString::number(i),
+                             QStringLiteral("icon-m-service-nfc"));
     }
     return ids;
 }
@@ -348,7 +356,8 @@ void TestNfcApplicationSelectionDialog::longListIsReadWhileItIsShown()
     QTRY_COMPARE(list->itemModel()->rowCount(), 1000);
     for (int i = 0; i < 1000; ++i) {
         const QStringList row = list->itemModel()->index(i, 0).data().toStringList();
-        QCOMPARE(row, QStringList({u"icon-m-service-nfc"_s, u"Name "_s + QString::number(i), ids[i]}));
+        QCOMPARE(row, QStringList({QStringLiteral("icon-m-service-nfc"),
+                                   QStringLiteral("Name ") + QString::number(i), ids[i]}));
     }
 }
 
@@ -389,11 +398,12 @@ void TestNfcApplicationSelectionDialog::applicationFarDownWithoutDesktopFileIsLe
 {
     const ApplicationsFolder applications;
     QStringList ids = installMany(applications, 300);
-    ids.insert(250, u"gone"_s);
+    ids.insert(250, QStringLiteral("gone"));
     QTest::ignoreMessage(QtWarningMsg, "NfcApplicationSelectionDialog: No desktop file provided for 'gone'");
     const Shown shown(ids);
     QTRY_COMPARE(shown.list()->itemModel()->rowCount(), 300);
-    QCOMPARE(shown.list()->itemModel()->index(250, 0).data().toStringList().value(2), u"app250"_s);
+    QCOMPARE(shown.list()->itemModel()->index(250, 0).data().toStringList().value(2),
+             QStringLiteral("app250"));
 }
 
 void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
@@ -402,16 +412,16 @@ void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
     const QStringList ids = installMany(applications, 100);
     const Shown shown(ids, 99);
     QVERIFY(shown.ready);
-    QVERIFY(shown.rows().contains(u"Name 99"_s));
-    QVERIFY(!shown.rows().contains(u"Name 0"_s));
+    QVERIFY(shown.rows().contains(QStringLiteral("Name 99")));
+    QVERIFY(!shown.rows().contains(QStringLiteral("Name 0")));
 }
 
 void TestNfcApplicationSelectionDialog::touchSelectsOneRow()
 {
     const ApplicationsFolder applications;
-    const QStringList ids{u"a"_s, u"b"_s, u"c"_s};
+    const QStringList ids{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
     for (const QString &id : ids)
-        applications.install(id, id.toUpper(), u"icon-m-service-nfc"_s);
+        applications.install(id, id.toUpper(), QStringLiteral("icon-m-service-nfc"));
     const Shown shown(ids);
     QVERIFY(shown.ready);
     const MListItem *second = shownWidgets<MListItem>(shown.dialog.data()).at(1);
@@ -421,7 +431,7 @@ void TestNfcApplicationSelectionDialog::touchSelectsOneRow()
     QCOMPARE(shown.list()->selectionModel()->selectedRows().size(), 1);
     QCOMPARE(shown.finished.size(), 0);
     shown.pressOk();
-    QCOMPARE(shown.dialog->selectedApplication(), u"b"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("b"));
 }
 
 void TestNfcApplicationSelectionDialog::selectionIsTakenDownAtClosing_data()
@@ -436,12 +446,13 @@ void TestNfcApplicationSelectionDialog::selectionIsTakenDownAtClosing()
 {
     QFETCH(int, result);
     const ApplicationsFolder applications;
-    applications.install(u"viewer"_s, u"Viewer"_s, u"icon-m-service-nfc"_s);
-    const Shown shown({u"viewer"_s});
+    applications.install(QStringLiteral("viewer"), QStringLiteral("Viewer"),
+                         QStringLiteral("icon-m-service-nfc"));
+    const Shown shown({QStringLiteral("viewer")});
     QVERIFY(shown.ready);
     QVERIFY(QMetaObject::invokeMethod(shown.dialog.data(), "done", Q_ARG(int, result)));
     QCOMPARE(shown.finished, once(result));
-    QCOMPARE(shown.dialog->selectedApplication(), u"viewer"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("viewer"));
     QVERIFY(!shown.dialog->isVisible());
 }
 
@@ -463,9 +474,10 @@ void TestNfcApplicationSelectionDialog::emptyListCanBeClosed()
 void TestNfcApplicationSelectionDialog::recycledCellShowsItsNewRowAlone()
 {
     QStandardItemModel model;
-    for (const QString &name : {u"A"_s, u"B"_s}) {
+    for (const QString &name : {QStringLiteral("A"), QStringLiteral("B")}) {
         auto *row = new QStandardItem;
-        row->setData(QStringList{u"icon-m-service-nfc"_s, name, u"id"_s}, Qt::DisplayRole);
+        row->setData(QStringList{QStringLiteral("icon-m-service-nfc"), name, QStringLiteral("id")},
+                     Qt::DisplayRole);
         model.appendRow(row);
     }
     const ApplicationItemCreator creator;
@@ -478,17 +490,17 @@ void TestNfcApplicationSelectionDialog::recycledCellShowsItsNewRowAlone()
                 texts.append(label->text());
         return texts;
     };
-    QCOMPARE(names(), QStringList(u"A"_s));
+    QCOMPARE(names(), QStringList(QStringLiteral("A")));
     const qsizetype parts = cell->childItems().size();
 
     creator.updateCell(model.index(1, 0), cell);
-    QCOMPARE(names(), QStringList(u"B"_s));
+    QCOMPARE(names(), QStringList(QStringLiteral("B")));
     QCOMPARE(cell->childItems().size(), parts);
     QCOMPARE(cell->layout()->count(), 2);
 
     recycler.recycle(cell);
     cell = creator.createCell(model.index(0, 0), recycler);
-    QCOMPARE(names(), QStringList(u"A"_s));
+    QCOMPARE(names(), QStringList(QStringLiteral("A")));
     QCOMPARE(cell->childItems().size(), parts);
     delete cell;
 }

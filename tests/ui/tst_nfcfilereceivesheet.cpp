@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <limits>
 #include <memory>
+#include <utility>
 
 #include <QElapsedTimer>
 #include <QGraphicsLinearLayout>
@@ -21,7 +22,6 @@
 #include "ui/nfcfilereceivesheet_p.h"
 
 using namespace ConnUi;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -44,19 +44,19 @@ public:
     Shown()
     {
         // Widgets without a text take no room, and are not seen.
-        sheet.setRemoteDeviceName(u"Anna"_s);
-        sheet.setFileName(u"song.ogg"_s);
+        sheet.setRemoteDeviceName(QStringLiteral("Anna"));
+        sheet.setFileName(QStringLiteral("song.ogg"));
         sheet.setProgress({}, 0, 0);
         sheet.appear(&window);
         window.show();
         ready = QTest::qWaitForWindowExposed(&window);
     }
 
-    QString size() const { return textOf(u"CommonItemInfo"_s); }
-    QString sender() const { return textOf(u"CommonTitle"_s); }
+    QString size() const { return textOf(QStringLiteral("CommonItemInfo")); }
+    QString sender() const { return textOf(QStringLiteral("CommonTitle")); }
     MProgressIndicator *bar() const
     {
-        return styled<MProgressIndicator>(&sheet, u"CommonProgressBarInverted"_s);
+        return styled<MProgressIndicator>(&sheet, QStringLiteral("CommonProgressBarInverted"));
     }
 
     NfcFileReceiveSheet sheet;
@@ -107,9 +107,9 @@ private Q_SLOTS:
 
     void sizesHaveUnits_data();
     void sizesHaveUnits();
-    void receivedSizeIsGroupedAsIsUsualHere();
-    void barShowsWhatTheTextTells_data();
-    void barShowsWhatTheTextTells();
+    void receivedSizeIsGroupedByTheLocale();
+    void barShowsTheSameNumbersAsTheText_data();
+    void barShowsTheSameNumbersAsTheText();
 
     void medianIsOfTheLastTenSpeeds_data();
     void medianIsOfTheLastTenSpeeds();
@@ -134,15 +134,15 @@ private:
 
 void TestNfcFileReceiveSheet::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestNfcFileReceiveSheet::sheetIsNamed()
 {
     const NfcFileReceiveSheet sheet;
-    QCOMPARE(sheet.styleName(), u"Inverted"_s);
-    QCOMPARE(sheet.title(), u"Receiving file"_s);
-    QCOMPARE(sheet.rejectButtonText(), u"Done"_s);
+    QCOMPARE(sheet.styleName(), QStringLiteral("Inverted"));
+    QCOMPARE(sheet.title(), QStringLiteral("Receiving file"));
+    QCOMPARE(sheet.rejectButtonText(), QStringLiteral("Done"));
     QVERIFY(qobject_cast<DialogHelperWidget *>(sheet.centralWidget()));
 }
 
@@ -150,10 +150,10 @@ void TestNfcFileReceiveSheet::contentStandsFromTopToBottom()
 {
     Calculation calculation;
     NfcFileReceiveSheetPrivate &d = calculation.d;
-    d.senderLabel->setText(u"sender"_s);
-    d.fileNameLabel->setText(u"name"_s);
-    d.sizeLabel->setText(u"size"_s);
-    d.timeLabel->setText(u"time"_s);
+    d.senderLabel->setText(QStringLiteral("sender"));
+    d.fileNameLabel->setText(QStringLiteral("name"));
+    d.sizeLabel->setText(QStringLiteral("size"));
+    d.timeLabel->setText(QStringLiteral("time"));
     calculation.content->resize(480, 700);
     calculation.content->layout()->activate();
     const auto place = [&](const QGraphicsWidget *widget) {
@@ -174,9 +174,9 @@ void TestNfcFileReceiveSheet::panelsAreStyled()
     Calculation calculation;
     NfcFileReceiveSheetPrivate &d = calculation.d;
     const QList<std::pair<QGraphicsWidget *, QString>> panels{
-        {d.senderLabel->parentWidget(), u"CommonPanel"_s},
-        {d.progress->parentWidget(), u"CommonPanel"_s},
-        {d.timeLabel->parentWidget(), u"CommonSmallPanel"_s},
+        {d.senderLabel->parentWidget(), QStringLiteral("CommonPanel")},
+        {d.progress->parentWidget(), QStringLiteral("CommonPanel")},
+        {d.timeLabel->parentWidget(), QStringLiteral("CommonSmallPanel")},
     };
     QList<QGraphicsLinearLayout *> layouts;
     for (const auto &[widget, style] : panels) {
@@ -201,10 +201,10 @@ void TestNfcFileReceiveSheet::panelsAreStyled()
     QCOMPARE(layouts[1]->stretchFactor(d.progress), 1);
     QCOMPARE(layouts[1]->alignment(d.progress), Qt::AlignVCenter);
     QCOMPARE(layouts[4]->alignment(d.cancelButton), Qt::AlignCenter);
-    QCOMPARE(d.cancelButton->styleName(), u"CommonSingleButton"_s);
-    QCOMPARE(d.cancelButton->text(), u"Cancel"_s);
-    QCOMPARE(d.thumbnail->styleName(), u"CommonThumbnail"_s);
-    QCOMPARE(d.progress->styleName(), u"CommonProgressBarInverted"_s);
+    QCOMPARE(d.cancelButton->styleName(), QStringLiteral("CommonSingleButton"));
+    QCOMPARE(d.cancelButton->text(), QStringLiteral("Cancel"));
+    QCOMPARE(d.thumbnail->styleName(), QStringLiteral("CommonThumbnail"));
+    QCOMPARE(d.progress->styleName(), QStringLiteral("CommonProgressBarInverted"));
     QCOMPARE(d.progress->viewType(), MProgressIndicator::barType);
 }
 
@@ -212,14 +212,14 @@ void TestNfcFileReceiveSheet::labelsAreStyled()
 {
     Calculation calculation;
     NfcFileReceiveSheetPrivate &d = calculation.d;
-    QCOMPARE(d.senderLabel->styleName(), u"CommonTitle"_s);
+    QCOMPARE(d.senderLabel->styleName(), QStringLiteral("CommonTitle"));
     QVERIFY(d.senderLabel->textElide());
-    QCOMPARE(d.fileNameLabel->styleName(), u"CommonSubTitle"_s);
+    QCOMPARE(d.fileNameLabel->styleName(), QStringLiteral("CommonSubTitle"));
     QVERIFY(d.fileNameLabel->textElide());
     QVERIFY(d.fileNameLabel->alignment() & Qt::AlignLeft);
-    QCOMPARE(d.sizeLabel->styleName(), u"CommonItemInfo"_s);
+    QCOMPARE(d.sizeLabel->styleName(), QStringLiteral("CommonItemInfo"));
     QVERIFY(d.sizeLabel->alignment() & Qt::AlignRight);
-    QCOMPARE(d.timeLabel->styleName(), u"CommonSubTitle"_s);
+    QCOMPARE(d.timeLabel->styleName(), QStringLiteral("CommonSubTitle"));
     QVERIFY(d.timeLabel->alignment() & Qt::AlignTop);
 }
 
@@ -227,60 +227,60 @@ void TestNfcFileReceiveSheet::settersWorkBeforeTheSheetAppears()
 {
     const Shown shown;
     QVERIFY(shown.ready);
-    QCOMPARE(shown.sender(), u"From Anna"_s);
-    QCOMPARE(shown.size(), u"0/0 kB"_s);
-    QVERIFY(shownTexts<MLabel>(&shown.sheet).contains(u"song.ogg"_s));
+    QCOMPARE(shown.sender(), QStringLiteral("From Anna"));
+    QCOMPARE(shown.size(), QStringLiteral("0/0 kB"));
+    QVERIFY(shownTexts<MLabel>(&shown.sheet).contains(QStringLiteral("song.ogg")));
 }
 
 void TestNfcFileReceiveSheet::settersWorkWhileItIsShownAndAfterwards()
 {
     Shown shown;
     QVERIFY(shown.ready);
-    shown.sheet.setRemoteDeviceName(u"Bert"_s);
-    shown.sheet.setFileName(u"film.ogv"_s);
-    shown.sheet.setProgress(u"a transfer"_s, 5000, 9000);
-    QCOMPARE(shown.sender(), u"From Bert"_s);
-    QCOMPARE(shown.size(), u"5/9 kB"_s);
-    QVERIFY(shownTexts<MLabel>(&shown.sheet).contains(u"film.ogv"_s));
+    shown.sheet.setRemoteDeviceName(QStringLiteral("Bert"));
+    shown.sheet.setFileName(QStringLiteral("film.ogv"));
+    shown.sheet.setProgress(QStringLiteral("a transfer"), 5000, 9000);
+    QCOMPARE(shown.sender(), QStringLiteral("From Bert"));
+    QCOMPARE(shown.size(), QStringLiteral("5/9 kB"));
+    QVERIFY(shownTexts<MLabel>(&shown.sheet).contains(QStringLiteral("film.ogv")));
     shown.sheet.dismiss();
-    shown.sheet.setRemoteDeviceName(u"Carl"_s);
-    shown.sheet.setFileName(u"text.txt"_s);
-    shown.sheet.setThumbnailImage(u"icon-m-service-nfc"_s);
-    shown.sheet.setProgress(u"another transfer"_s, 9000, 9000);
+    shown.sheet.setRemoteDeviceName(QStringLiteral("Carl"));
+    shown.sheet.setFileName(QStringLiteral("text.txt"));
+    shown.sheet.setThumbnailImage(QStringLiteral("icon-m-service-nfc"));
+    shown.sheet.setProgress(QStringLiteral("another transfer"), 9000, 9000);
     shown.sheet.appear(&shown.window);
-    QCOMPARE(shown.sender(), u"From Carl"_s);
-    QCOMPARE(shown.size(), u"9/9 kB"_s);
+    QCOMPARE(shown.sender(), QStringLiteral("From Carl"));
+    QCOMPARE(shown.size(), QStringLiteral("9/9 kB"));
 }
 
 void TestNfcFileReceiveSheet::namesAreTakenLiterally()
 {
     Shown shown;
     QVERIFY(shown.ready);
-    shown.sheet.setRemoteDeviceName(u"<b>%1 %2 %L1</b>"_s);
-    QCOMPARE(shown.sender(), u"From <b>%1 %2 %L1</b>"_s);
+    shown.sheet.setRemoteDeviceName(QStringLiteral("<b>%1 %2 %L1</b>"));
+    QCOMPARE(shown.sender(), QStringLiteral("From <b>%1 %2 %L1</b>"));
     shown.sheet.setRemoteDeviceName({});
-    QCOMPARE(shown.sender(), u"From "_s);
+    QCOMPARE(shown.sender(), QStringLiteral("From "));
 }
 
 void TestNfcFileReceiveSheet::thumbnailIsFoundByItsId()
 {
     Shown shown;
-    shown.sheet.setThumbnailImage(u"icon-m-service-nfc"_s);
-    auto *thumbnail = styled<MImageWidget>(&shown.sheet, u"CommonThumbnail"_s);
+    shown.sheet.setThumbnailImage(QStringLiteral("icon-m-service-nfc"));
+    auto *thumbnail = styled<MImageWidget>(&shown.sheet, QStringLiteral("CommonThumbnail"));
     QVERIFY(thumbnail);
-    QCOMPARE(thumbnail->imageId(), u"icon-m-service-nfc"_s);
+    QCOMPARE(thumbnail->imageId(), QStringLiteral("icon-m-service-nfc"));
 }
 
 void TestNfcFileReceiveSheet::thumbnailIsFoundByItsPath()
 {
     const QTemporaryDir folder;
-    const QString path = folder.filePath(u"picture.png"_s);
+    const QString path = folder.filePath(QStringLiteral("picture.png"));
     QImage picture(64, 64, QImage::Format_RGB32);
     picture.fill(Qt::red);
     QVERIFY(picture.save(path));
     Shown shown;
     shown.sheet.setThumbnailImage(path);
-    auto *thumbnail = styled<MImageWidget>(&shown.sheet, u"CommonThumbnail"_s);
+    auto *thumbnail = styled<MImageWidget>(&shown.sheet, QStringLiteral("CommonThumbnail"));
     QVERIFY(thumbnail);
     const QPoint middle = shown.window.mapFromScene(thumbnail->mapToScene(thumbnail->rect().center()));
     QTRY_COMPARE(shown.window.grab().toImage().pixelColor(middle), QColor(Qt::red));
@@ -290,7 +290,7 @@ void TestNfcFileReceiveSheet::cancelButtonCancels()
 {
     const Shown shown;
     QSignalSpy canceled(&shown.sheet, &NfcFileReceiveSheet::transferCanceled);
-    auto *button = styled<MButton>(&shown.sheet, u"CommonSingleButton"_s);
+    auto *button = styled<MButton>(&shown.sheet, QStringLiteral("CommonSingleButton"));
     QVERIFY(button);
     button->click();
     QCOMPARE(canceled, QList<QVariantList>{{}});
@@ -304,9 +304,9 @@ void TestNfcFileReceiveSheet::doneButtonOnlyClosesTheSheet()
 {
     const Shown shown;
     QSignalSpy canceled(&shown.sheet, &NfcFileReceiveSheet::transferCanceled);
-    auto *button = styled<MButton>(&shown.sheet, u"SimpleSheetButton"_s);
+    auto *button = styled<MButton>(&shown.sheet, QStringLiteral("SimpleSheetButton"));
     QVERIFY(button);
-    QCOMPARE(button->text(), u"Done"_s);
+    QCOMPARE(button->text(), QStringLiteral("Done"));
     button->click();
     QCOMPARE(shown.sheet.sceneManager(), nullptr);
     QCOMPARE(canceled, QList<QVariantList>());
@@ -351,17 +351,17 @@ void TestNfcFileReceiveSheet::sizesHaveUnits()
     QCOMPARE(shown.size(), text);
 }
 
-void TestNfcFileReceiveSheet::receivedSizeIsGroupedAsIsUsualHere()
+void TestNfcFileReceiveSheet::receivedSizeIsGroupedByTheLocale()
 {
     const QLocale before;
     const auto restore = qScopeGuard([before] { QLocale::setDefault(before); });
     QLocale::setDefault(QLocale(QLocale::German));
     Shown shown;
     shown.sheet.setProgress({}, 1000000000, 5000000000);
-    QCOMPARE(shown.size(), u"1.000/5000 MB"_s);
+    QCOMPARE(shown.size(), QStringLiteral("1.000/5000 MB"));
 }
 
-void TestNfcFileReceiveSheet::barShowsWhatTheTextTells_data()
+void TestNfcFileReceiveSheet::barShowsTheSameNumbersAsTheText_data()
 {
     QTest::addColumn<quint64>("transferred");
     QTest::addColumn<quint64>("total");
@@ -379,7 +379,7 @@ void TestNfcFileReceiveSheet::barShowsWhatTheTextTells_data()
     QTest::newRow("more than a bar holds") << quint64(2000) << (int32 + 1) * 1000 << 1 << (1 << 30);
 }
 
-void TestNfcFileReceiveSheet::barShowsWhatTheTextTells()
+void TestNfcFileReceiveSheet::barShowsTheSameNumbersAsTheText()
 {
     QFETCH(quint64, transferred);
     QFETCH(quint64, total);
@@ -435,7 +435,7 @@ void TestNfcFileReceiveSheet::remainingTimeFollowsFromTheSpeed_data()
     const auto row = [](const char *name, qint64 elapsed, quint64 before, quint64 transferred, quint64 total,
                         const char *time) {
         QTest::newRow(name) << elapsed << before << transferred << total
-                            << QString::fromLatin1(time) + u" remaining"_s;
+                            << QString::fromLatin1(time) + QStringLiteral(" remaining");
     };
     row("half of two minutes", 60000, 1, 60001, 120001, "01:00");
     row("a millisecond", 1, 1, 11, 600011, "01:00");
@@ -473,11 +473,11 @@ void TestNfcFileReceiveSheet::remainingTimeFollowsFromTheMedian()
     Calculation calculation;
     NfcFileReceiveSheetPrivate &d = calculation.d;
     d.addReport(1, 1, 1001, 61001); // 1000 bytes per millisecond
-    QCOMPARE(d.timeLabel->text(), u"00:00 remaining"_s);
+    QCOMPARE(d.timeLabel->text(), QStringLiteral("00:00 remaining"));
     d.addReport(1, 1001, 1002, 61002); // 1
-    QCOMPARE(d.timeLabel->text(), u"01:00 remaining"_s);
+    QCOMPARE(d.timeLabel->text(), QStringLiteral("01:00 remaining"));
     d.addReport(2, 1002, 1022, 601022); // 10, the median
-    QCOMPARE(d.timeLabel->text(), u"01:00 remaining"_s);
+    QCOMPARE(d.timeLabel->text(), QStringLiteral("01:00 remaining"));
 }
 
 void TestNfcFileReceiveSheet::reportWithoutNewsLeavesTheTime_data()
@@ -499,7 +499,7 @@ void TestNfcFileReceiveSheet::reportWithoutNewsLeavesTheTime()
     Calculation calculation;
     calculation.d.addReport(1, 1, 2, 60002);
     calculation.d.addReport(elapsed, before, transferred, 1000000);
-    QCOMPARE(calculation.d.timeLabel->text(), u"01:00 remaining"_s);
+    QCOMPARE(calculation.d.timeLabel->text(), QStringLiteral("01:00 remaining"));
     QCOMPARE(calculation.d.speeds, QList<float>{1});
 }
 
@@ -507,11 +507,11 @@ void TestNfcFileReceiveSheet::timeIsWrittenByItsLength_data()
 {
     QTest::addColumn<QTime>("time");
     QTest::addColumn<QString>("text");
-    QTest::newRow("none") << QTime(0, 0) << u"00:00 remaining"_s;
-    QTest::newRow("seconds") << QTime(0, 0, 7, 999) << u"00:07 remaining"_s;
-    QTest::newRow("nearly an hour") << QTime(0, 59, 59) << u"59:59 remaining"_s;
-    QTest::newRow("an hour") << QTime(1, 0) << u"1:00:00 remaining"_s;
-    QTest::newRow("hours") << QTime(12, 3, 4) << u"12:03:04 remaining"_s;
+    QTest::newRow("none") << QTime(0, 0) << QStringLiteral("00:00 remaining");
+    QTest::newRow("seconds") << QTime(0, 0, 7, 999) << QStringLiteral("00:07 remaining");
+    QTest::newRow("nearly an hour") << QTime(0, 59, 59) << QStringLiteral("59:59 remaining");
+    QTest::newRow("an hour") << QTime(1, 0) << QStringLiteral("1:00:00 remaining");
+    QTest::newRow("hours") << QTime(12, 3, 4) << QStringLiteral("12:03:04 remaining");
 }
 
 void TestNfcFileReceiveSheet::timeIsWrittenByItsLength()
@@ -529,7 +529,7 @@ void TestNfcFileReceiveSheet::invalidTimeIsLogged()
     calculation.d.setTimeRemaining(QTime(0, 1));
     QTest::ignoreMessage(QtWarningMsg, "NfcFileReceiveSheet: Invalid time");
     calculation.d.setTimeRemaining(QTime());
-    QCOMPARE(calculation.d.timeLabel->text(), u"01:00 remaining"_s);
+    QCOMPARE(calculation.d.timeLabel->text(), QStringLiteral("01:00 remaining"));
 }
 
 void TestNfcFileReceiveSheet::firstReportStartsTheClock()
@@ -543,7 +543,7 @@ void TestNfcFileReceiveSheet::firstReportStartsTheClock()
     QCOMPARE(d.speeds, QList<float>());
     QTRY_VERIFY(d.interval.elapsed() > 0);
     d.estimate(2000, 9000);
-    QVERIFY(d.timeLabel->text().endsWith(u" remaining"_s));
+    QVERIFY(d.timeLabel->text().endsWith(QStringLiteral(" remaining")));
     QCOMPARE(d.speeds.size(), 1);
 }
 

@@ -17,7 +17,6 @@
 #include "ui/nfcoverlay_p.h"
 
 using namespace ConnUi;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -76,7 +75,7 @@ private Q_SLOTS:
     void sceneManagerIsItsOwn();
     void dialogsDoNotAppearInIt();
     void nothingIsShownUnasked();
-    void platformThatLacksMasksIsAllThatWarns();
+    void onlyThePlatformsLackOfMasksWarns();
 
     void indicationWaitsForTheWindow();
     void itemIsMadeOnce();
@@ -109,8 +108,9 @@ private Q_SLOTS:
 
 void TestNfcOverlay::init()
 {
-    QTest::failOnWarning(QRegularExpression(u"^(?!%1$|%2$)"_s.arg(
-        QRegularExpression::escape(QString::fromLatin1(noRaise)), QString::fromLatin1(noMask))));
+    QTest::failOnWarning(QRegularExpression(
+        QStringLiteral("^(?!%1$|%2$)")
+            .arg(QRegularExpression::escape(QString::fromLatin1(noRaise)), QString::fromLatin1(noMask))));
 }
 
 void TestNfcOverlay::windowStaysOutOfTheWay()
@@ -159,7 +159,7 @@ void TestNfcOverlay::nothingIsShownUnasked()
     QCOMPARE(banner.d->timer.timerType(), Qt::PreciseTimer);
 }
 
-void TestNfcOverlay::platformThatLacksMasksIsAllThatWarns()
+void TestNfcOverlay::onlyThePlatformsLackOfMasksWarns()
 {
     Banner banner;
     QTest::ignoreMessage(QtWarningMsg, noRaise);

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <utility>
+
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QProcess>
@@ -11,7 +13,6 @@
 #include "ui/nfcoverlay_p.h"
 
 using namespace ConnUi;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -38,7 +39,8 @@ QString lineWith(const QString &word, const QString &text)
 
 QString shapeOf(QRect strip)
 {
-    return u"Window shape extents:  %1x%2+%3+%4"_s.arg(strip.width())
+    return QStringLiteral("Window shape extents:  %1x%2+%3+%4")
+        .arg(strip.width())
         .arg(strip.height())
         .arg(strip.x())
         .arg(strip.y());
@@ -46,8 +48,9 @@ QString shapeOf(QRect strip)
 
 void click(QPoint place)
 {
-    output(u"xdotool"_s,
-           {u"mousemove"_s, QString::number(place.x()), QString::number(place.y()), u"click"_s, u"1"_s});
+    output(QStringLiteral("xdotool"),
+           {QStringLiteral("mousemove"), QString::number(place.x()), QString::number(place.y()),
+            QStringLiteral("click"), QStringLiteral("1")});
 }
 
 // A window that knows where it was pressed.
@@ -85,15 +88,20 @@ public:
 
     QString property(const QString &name) const
     {
-        return lineWith(name, output(u"xprop"_s, {u"-id"_s, id(), name}));
+        return lineWith(name, output(QStringLiteral("xprop"), {QStringLiteral("-id"), id(), name}));
     }
 
-    QString hints() const { return output(u"xprop"_s, {u"-id"_s, id(), u"WM_HINTS"_s}); }
+    QString hints() const
+    {
+        return output(QStringLiteral("xprop"), {QStringLiteral("-id"), id(), QStringLiteral("WM_HINTS")});
+    }
 
     // As the server tells it: size and place.
     QString shape() const
     {
-        return lineWith(u"Window shape extents"_s, output(u"xwininfo"_s, {u"-id"_s, id(), u"-shape"_s}));
+        return lineWith(
+            QStringLiteral("Window shape extents"),
+            output(QStringLiteral("xwininfo"), {QStringLiteral("-id"), id(), QStringLiteral("-shape")}));
     }
 
     NfcOverlay overlay;
@@ -123,23 +131,26 @@ private Q_SLOTS:
 
 void TestNfcOverlayOnX11::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
-    QCOMPARE(QGuiApplication::platformName(), u"xcb"_s);
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    QCOMPARE(QGuiApplication::platformName(), QStringLiteral("xcb"));
 }
 
 void TestNfcOverlayOnX11::windowIsANotification()
 {
     const Banner banner;
     QVERIFY(banner.ready);
-    QCOMPARE(banner.property(u"_NET_WM_WINDOW_TYPE"_s).section(u" = "_s, 1).section(u',', 0, 0),
-             u"_NET_WM_WINDOW_TYPE_NOTIFICATION"_s);
+    QCOMPARE(banner.property(QStringLiteral("_NET_WM_WINDOW_TYPE"))
+                 .section(QStringLiteral(" = "), 1)
+                 .section(u',', 0, 0),
+             QStringLiteral("_NET_WM_WINDOW_TYPE_NOTIFICATION"));
 }
 
 void TestNfcOverlayOnX11::windowAsksForNoInput()
 {
     const Banner banner;
     QVERIFY(banner.ready);
-    QCOMPARE(lineWith(u"input focus"_s, banner.hints()), u"Client accepts input or input focus: False"_s);
+    QCOMPARE(lineWith(QStringLiteral("input focus"), banner.hints()),
+             QStringLiteral("Client accepts input or input focus: False"));
 }
 
 void TestNfcOverlayOnX11::shapeIsTheStrip_data()
@@ -194,13 +205,13 @@ void TestNfcOverlayOnX11::focusStaysWhereItIs()
 {
     const Below below;
     QVERIFY(below.ready);
-    const QString before = output(u"xdotool"_s, {u"getwindowfocus"_s});
+    const QString before = output(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")});
     const Banner banner;
     QVERIFY(banner.ready);
     click(QPoint(240, height / 2));
     click(QPoint(240, 427));
     QTRY_COMPARE(below.presses, QList<QPoint>{QPoint(240, 427)});
-    QCOMPARE(output(u"xdotool"_s, {u"getwindowfocus"_s}), before);
+    QCOMPARE(output(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")}), before);
     QVERIFY(below.isActiveWindow());
 }
 

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
 #include <QGraphicsLayout>
 #include <QSignalSpy>
 #include <QTimer>
@@ -23,12 +25,11 @@
 #include "shownwidgets.h"
 
 using namespace ConnUi;
-using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 constexpr int settingsType = 1;
-const auto confirmations = u"nfc_show_confirmations"_s;
+const auto confirmations = QStringLiteral("nfc_show_confirmations");
 
 void setRadio(bool on)
 {
@@ -98,9 +99,9 @@ public:
 class FlightMode : public FakeService
 {
 public:
-    FlightMode() : FakeService(QDBusConnection::SystemBus, u"net.connman"_s)
+    FlightMode() : FakeService(QDBusConnection::SystemBus, QStringLiteral("net.connman"))
     {
-        reply(u"GetProperties"_s, {QVariantMap{{u"OfflineMode"_s, true}}});
+        reply(QStringLiteral("GetProperties"), {QVariantMap{{QStringLiteral("OfflineMode"), true}}});
         start();
     }
 };
@@ -108,8 +109,8 @@ public:
 QVariantList stateWritten(FakeDaemon &daemon)
 {
     QVariantList written;
-    for (const FakeCall &call : daemon.calls(u"SetProperty"_s))
-        if (call.arguments.value(0) == u"State"_s)
+    for (const FakeCall &call : daemon.calls(QStringLiteral("SetProperty")))
+        if (call.arguments.value(0) == QStringLiteral("State"))
             written.append(call.arguments.value(1).value<QDBusVariant>().variant());
     return written;
 }
@@ -167,7 +168,7 @@ private:
 
 void TestNfcSettingsView::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     // An adapter that is made now starts no daemon.
     setRadio(false);
 }
@@ -183,8 +184,10 @@ void TestNfcSettingsView::rowsAreNamed()
     QVERIFY(page.ready);
     const QStringList names = shownTexts<MLabel>(page.view);
     QCOMPARE(names.size(), 2);
-    QCOMPARE(names[0].section(M::lengthVariantSeparator, 0, 0), u"Near Field Communication (NFC)"_s);
-    QCOMPARE(names[1].section(M::lengthVariantSeparator, 0, 0), u"Ask before opening what is on a tag"_s);
+    QCOMPARE(names[0].section(M::lengthVariantSeparator, 0, 0),
+             QStringLiteral("Near Field Communication (NFC)"));
+    QCOMPARE(names[1].section(M::lengthVariantSeparator, 0, 0),
+             QStringLiteral("Ask before opening what is on a tag"));
     QCOMPARE(page.power->viewType(), MButton::switchType);
     QCOMPARE(page.confirmation->viewType(), MButton::switchType);
     QVERIFY(page.row->isAncestorOf(page.power));
@@ -200,9 +203,9 @@ void TestNfcSettingsView::switchShowsThePower_data()
 {
     QTest::addColumn<QString>("state");
     QTest::addColumn<bool>("on");
-    QTest::newRow("on") << u"on"_s << true;
-    QTest::newRow("off") << u"off"_s << false;
-    QTest::newRow("nonsense") << u"ON"_s << false;
+    QTest::newRow("on") << QStringLiteral("on") << true;
+    QTest::newRow("off") << QStringLiteral("off") << false;
+    QTest::newRow("nonsense") << QStringLiteral("ON") << false;
 }
 
 void TestNfcSettingsView::switchShowsThePower()
@@ -225,29 +228,30 @@ void TestNfcSettingsView::showingThePowerAsksForNothing()
     NfcAdapter adapter;
     const Page page(&adapter);
     QVERIFY(page.isOn());
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_VERIFY(page.isOff());
-    QCOMPARE(daemon.members(), QStringList({u"DefaultAdapter"_s, u"GetProperties"_s}));
+    QCOMPARE(daemon.members(),
+             QStringList({QStringLiteral("DefaultAdapter"), QStringLiteral("GetProperties")}));
     QVERIFY(!isRadioOn());
 }
 
 void TestNfcSettingsView::switchFollowsThePower()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     NfcAdapter adapter;
     const Page page(&adapter);
     QVERIFY(page.isOff());
     daemon.start();
     QTRY_VERIFY(adapter.isValid());
     QVERIFY(page.isOff());
-    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
     QTRY_VERIFY(page.isOn());
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_VERIFY(page.isOff());
     daemon.stop();
     QTRY_VERIFY(!adapter.isValid());
-    daemon.setState(u"on"_s);
+    daemon.setState(QStringLiteral("on"));
     daemon.start();
     QTRY_VERIFY(page.isOn());
     daemon.stop();
@@ -257,13 +261,14 @@ void TestNfcSettingsView::switchFollowsThePower()
 void TestNfcSettingsView::otherPropertiesChangeNothing()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
     QVERIFY(page.isStarting());
-    for (const QString &property : {u"State"_s, u"POWERED"_s, u"mode"_s, QString()})
+    for (const QString &property :
+         {QStringLiteral("State"), QStringLiteral("POWERED"), QStringLiteral("mode"), QString()})
         Q_EMIT adapter.propertyChanged(property);
     QVERIFY(page.isStarting());
 }
@@ -271,7 +276,7 @@ void TestNfcSettingsView::otherPropertiesChangeNothing()
 void TestNfcSettingsView::switchingOnIsWatched()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -280,20 +285,20 @@ void TestNfcSettingsView::switchingOnIsWatched()
     QCOMPARE(page.watchdog->interval(), 20000);
     QCOMPARE(page.watchdog->timerType(), Qt::PreciseTimer);
     QVERIFY(page.watchdog->remainingTime() > 0);
-    QCOMPARE(stateWritten(daemon), QVariantList{u"on"_s});
+    QCOMPARE(stateWritten(daemon), QVariantList{QStringLiteral("on")});
     QVERIFY(isRadioOn());
 }
 
 void TestNfcSettingsView::powerEndsTheWatch()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.setState(u"on"_s);
-    daemon.emitPropertyChanged(u"State"_s, u"on"_s);
+    daemon.setState(QStringLiteral("on"));
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
     QTRY_VERIFY(page.isOn());
     QCOMPARE(page.dialogs(), QList<MDialog *>());
 }
@@ -301,12 +306,12 @@ void TestNfcSettingsView::powerEndsTheWatch()
 void TestNfcSettingsView::reportOfNoPowerKeepsTheWatch()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_VERIFY(!page.power->isChecked());
     QVERIFY(!page.row->showProgressIndicator());
     QVERIFY(page.isWatched());
@@ -321,15 +326,15 @@ void TestNfcSettingsView::switchingOffIsNotWatched()
     setRadio(true);
     page.power->click();
     QVERIFY(page.isOff());
-    QCOMPARE(stateWritten(daemon), QVariantList{u"off"_s});
+    QCOMPARE(stateWritten(daemon), QVariantList{QStringLiteral("off")});
     QVERIFY(!isRadioOn());
 }
 
 void TestNfcSettingsView::comingDaemonKeepsTheWatch()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
-    daemon.makeActivatable(u"/bin/false"_s);
+    daemon.setState(QStringLiteral("off"));
+    daemon.makeActivatable(QStringLiteral("/bin/false"));
     NfcAdapter adapter;
     const Page page(&adapter);
     QTest::ignoreMessage(QtWarningMsg, "NfcAdapter: unable to start service com.tavix.nfc");
@@ -345,7 +350,7 @@ void TestNfcSettingsView::comingDaemonKeepsTheWatch()
 void TestNfcSettingsView::leavingDaemonKeepsTheWatch()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -390,7 +395,7 @@ void TestNfcSettingsView::daemonThatCannotBeStartedFails()
 void TestNfcSettingsView::lackOfPowerFails()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -401,7 +406,8 @@ void TestNfcSettingsView::lackOfPowerFails()
     QCOMPARE(page.dialogs().size(), 1);
     const QPointer<MDialog> box = page.dialogs().constFirst();
     QCOMPARE(shownTexts<MLabel>(box),
-             QStringList({u"NFC not available"_s, u"NFC did not start. Try again, or restart the phone."_s}));
+             QStringList({QStringLiteral("NFC not available"),
+                          QStringLiteral("NFC did not start. Try again, or restart the phone.")}));
     QCOMPARE(box->buttons().size(), 1);
     QCOMPARE(box->buttons().constFirst()->standardButton(), M::OkButton);
     daemon.clearCalls();
@@ -414,12 +420,12 @@ void TestNfcSettingsView::lackOfPowerFails()
 void TestNfcSettingsView::powerThatWasNotReportedIsNoFailure()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.setState(u"on"_s);
+    daemon.setState(QStringLiteral("on"));
     page.letTimePass();
     QVERIFY(page.isOn());
     QCOMPARE(page.dialogs(), QList<MDialog *>());
@@ -428,15 +434,15 @@ void TestNfcSettingsView::powerThatWasNotReportedIsNoFailure()
 void TestNfcSettingsView::powerThatIsNoLongerWantedIsNoFailure()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.setState(u"on"_s); // which it does not tell
+    daemon.setState(QStringLiteral("on")); // which it does not tell
     page.power->click();
-    QCOMPARE(stateWritten(daemon), QVariantList({u"on"_s, u"off"_s}));
-    daemon.setState(u"off"_s);
+    QCOMPARE(stateWritten(daemon), QVariantList({QStringLiteral("on"), QStringLiteral("off")}));
+    daemon.setState(QStringLiteral("off"));
     QVERIFY(page.isWatched());
     page.letTimePass();
     QVERIFY(page.isOff());
@@ -446,12 +452,12 @@ void TestNfcSettingsView::powerThatIsNoLongerWantedIsNoFailure()
 void TestNfcSettingsView::daemonThatHasLeftFailsWhateverIsWanted()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.setState(u"on"_s);
+    daemon.setState(QStringLiteral("on"));
     page.power->click();
     QVERIFY(!isRadioOn());
     daemon.stop();
@@ -464,7 +470,7 @@ void TestNfcSettingsView::daemonThatHasLeftFailsWhateverIsWanted()
 void TestNfcSettingsView::failureIsToldAtEachTime()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -482,13 +488,13 @@ void TestNfcSettingsView::failureIsToldAtEachTime()
 void TestNfcSettingsView::watchBeginsAnewAtEachRequest()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
     page.watchdog->start(1000000);
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QTRY_VERIFY(!page.power->isChecked());
     page.power->click();
     QVERIFY(page.isStarting());
@@ -499,7 +505,7 @@ void TestNfcSettingsView::flightModeIsAskedAbout()
 {
     const FlightMode flight;
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -508,7 +514,7 @@ void TestNfcSettingsView::flightModeIsAskedAbout()
     QCOMPARE(page.dialogs().size(), 1);
     MDialog *question = page.dialogs().constFirst();
     QVERIFY(qobject_cast<NfcEnableDialog *>(question));
-    QCOMPARE(shownTexts<MLabel>(question).value(0), u"Flight mode is on"_s);
+    QCOMPARE(shownTexts<MLabel>(question).value(0), QStringLiteral("Flight mode is on"));
     QCOMPARE(stateWritten(daemon), QVariantList());
     QVERIFY(!isRadioOn());
 }
@@ -517,7 +523,7 @@ void TestNfcSettingsView::dismissedQuestionLeavesNfcOff()
 {
     const FlightMode flight;
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     Page page(&adapter);
@@ -548,7 +554,7 @@ void TestNfcSettingsView::everyOtherAnswerSwitchesOn()
     QFETCH(int, answer);
     const FlightMode flight;
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     const Page page(&adapter);
@@ -558,7 +564,7 @@ void TestNfcSettingsView::everyOtherAnswerSwitchesOn()
     question->done(answer);
     QVERIFY(page.isStarting());
     QCOMPARE(page.watchdog->interval(), 20000);
-    QCOMPARE(stateWritten(daemon), QVariantList{u"on"_s});
+    QCOMPARE(stateWritten(daemon), QVariantList{QStringLiteral("on")});
     QVERIFY(isRadioOn());
     QVERIFY(question);
     QTRY_VERIFY(!question);
@@ -592,14 +598,14 @@ void TestNfcSettingsView::switchingOffInFlightModeAsksNothing()
     page.power->click();
     QVERIFY(page.isOff());
     QCOMPARE(page.dialogs(), QList<MDialog *>());
-    QCOMPARE(stateWritten(daemon), QVariantList{u"off"_s});
+    QCOMPARE(stateWritten(daemon), QVariantList{QStringLiteral("off")});
 }
 
 void TestNfcSettingsView::questionOutlivesThePage()
 {
     const FlightMode flight;
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     NfcAdapter adapter;
     Page page(&adapter);
@@ -616,7 +622,7 @@ void TestNfcSettingsView::questionOutlivesTheAdapter()
 {
     const FlightMode flight;
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     auto adapter = std::make_unique<NfcAdapter>();
     const Page page(adapter.get());
@@ -637,7 +643,7 @@ void TestNfcSettingsView::confirmationStartsAsStored_data()
     QTest::newRow("nothing") << QVariant() << false;
     QTest::newRow("true") << QVariant(true) << true;
     QTest::newRow("false") << QVariant(false) << false;
-    QTest::newRow("the word true") << QVariant(u"true"_s) << false;
+    QTest::newRow("the word true") << QVariant(QStringLiteral("true")) << false;
     QTest::newRow("one") << QVariant(1) << false;
 }
 
@@ -687,7 +693,7 @@ void TestNfcSettingsView::withoutAdapterSwitchesAreInert()
 void TestNfcSettingsView::withDeletedAdapterSwitchesAreInert()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     auto adapter = std::make_unique<NfcAdapter>();
     const Page page(adapter.get());

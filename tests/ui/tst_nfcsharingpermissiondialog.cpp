@@ -115,8 +115,8 @@ private Q_SLOTS:
     void init();
     void severalThingsShowTheirNumber_data();
     void severalThingsShowTheirNumber();
-    void nothingShowsAnEmptyName_data();
-    void nothingShowsAnEmptyName();
+    void emptyListShowsAnEmptyName_data();
+    void emptyListShowsAnEmptyName();
     void contactShowsBothNamesAndTheAvatar();
     void contactWithoutAvatarIsLogged();
     void contactWithoutCardHasNoName();
@@ -203,14 +203,14 @@ void TestNfcSharingPermissionDialog::severalThingsShowTheirNumber()
     QCOMPARE(shownWidgets<MImageWidget>(shown.dialog.data()).size(), 1);
 }
 
-void TestNfcSharingPermissionDialog::nothingShowsAnEmptyName_data()
+void TestNfcSharingPermissionDialog::emptyListShowsAnEmptyName_data()
 {
     QTest::addColumn<QStringList>("resources");
     QTest::newRow("no resources") << QStringList();
     QTest::newRow("an empty resource") << QStringList(QString());
 }
 
-void TestNfcSharingPermissionDialog::nothingShowsAnEmptyName()
+void TestNfcSharingPermissionDialog::emptyListShowsAnEmptyName()
 {
     QFETCH(QStringList, resources);
     const Shown shown(resources);

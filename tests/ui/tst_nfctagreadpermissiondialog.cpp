@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <ctime>
 #include <functional>
+#include <limits>
+#include <utility>
 
 #include <QItemSelectionModel>
 #include <QSignalSpy>
@@ -28,7 +30,6 @@
 #include "ui/nfctagreadpermissiondialog_p.h"
 
 using namespace ConnUi;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -53,15 +54,16 @@ struct Button
 
 char *toString(const Line &line)
 {
-    return QTest::toString(line.style + u": "_s + line.text);
+    return QTest::toString(line.style + QStringLiteral(": ") + line.text);
 }
 
 char *toString(const Button &button)
 {
-    return QTest::toString(u"%1, role %2, code %3"_s.arg(button.text).arg(button.role).arg(button.code));
+    return QTest::toString(
+        QStringLiteral("%1, role %2, code %3").arg(button.text).arg(button.role).arg(button.code));
 }
 
-// What a person sees of a dialog.
+// A dialog as the user sees it.
 struct Content
 {
     QList<Line> lines;
@@ -74,17 +76,17 @@ struct Content
 constexpr char16_t embedding = 0x202a;
 constexpr char16_t pop = 0x202c;
 
-const QString title = u"CommonQueryTitle"_s;
-const QString query = u"CommonQueryText"_s;
-const QString subTitle = u"CommonSubTitleInverted"_s;
+const QString title = QStringLiteral("CommonQueryTitle");
+const QString query = QStringLiteral("CommonQueryText");
+const QString subTitle = QStringLiteral("CommonSubTitleInverted");
 
-const Button view{u"View"_s, M::YesRole, M::YesButton};
-const Button open{u"Open"_s, M::YesRole, M::YesButton};
-const Button discard{u"Discard"_s, M::NoRole, M::NoButton};
-const Button viewBeside{u"View"_s, M::ApplyRole, M::NoStandardButton};
-const Button call{u"Call"_s, M::YesRole, M::YesButton};
-const Button sendIt{u"Send"_s, M::YesRole, M::YesButton};
-const Button change{u"Choose another application\u009cOther application"_s, M::InvalidRole,
+const Button view{QStringLiteral("View"), M::YesRole, M::YesButton};
+const Button open{QStringLiteral("Open"), M::YesRole, M::YesButton};
+const Button discard{QStringLiteral("Discard"), M::NoRole, M::NoButton};
+const Button viewBeside{QStringLiteral("View"), M::ApplyRole, M::NoStandardButton};
+const Button call{QStringLiteral("Call"), M::YesRole, M::YesButton};
+const Button sendIt{QStringLiteral("Send"), M::YesRole, M::YesButton};
+const Button change{QStringLiteral("Choose another application\u009cOther application"), M::InvalidRole,
                     M::NoStandardButton};
 
 // The payload of a URI record that abbreviates nothing.
@@ -128,32 +130,37 @@ QString leftToRight(const QString &text)
 
 QList<Line> contact(const QString &number)
 {
-    return {{u"Contact on tag"_s, title}, {leftToRight(number), query}};
+    return {{QStringLiteral("Contact on tag"), title}, {leftToRight(number), query}};
 }
 
 QList<Line> message(const QString &detail)
 {
-    return {{u"Text message on tag"_s, title}, {detail, query}};
+    return {{QStringLiteral("Text message on tag"), title}, {detail, query}};
 }
 
 Content webLink(const QString &uri)
 {
-    return {{{u"Web link on tag"_s, title}, {uri, query}}, u"icon-m-content-url-inverse"_s, {view, discard}};
+    return {{{QStringLiteral("Web link on tag"), title}, {uri, query}},
+            QStringLiteral("icon-m-content-url-inverse"),
+            {view, discard}};
 }
 
 Content offer(const QString &application, const QString &name)
 {
-    return {{{u"Tag content"_s, title}, {u"Open with "_s + name + u'?', query}},
-            u"icon-m-content-url-inverse"_s,
+    return {{{QStringLiteral("Tag content"), title}, {QStringLiteral("Open with ") + name + u'?', query}},
+            QStringLiteral("icon-m-content-url-inverse"),
             {open, discard},
             false,
             application};
 }
 
-Content nobodysOffer(const QString &application = QString())
+Content offerWithoutApplication(const QString &application = QString())
 {
-    return {
-        {{u"Tag content"_s, title}}, u"icon-m-content-nfc-inverse"_s, {view, discard}, false, application};
+    return {{{QStringLiteral("Tag content"), title}},
+            QStringLiteral("icon-m-content-nfc-inverse"),
+            {view, discard},
+            false,
+            application};
 }
 
 void expectMissing(const QString &application)
@@ -222,7 +229,7 @@ public:
                 return;
             }
         }
-        QFAIL(qPrintable(u"There is no button "_s + text));
+        QFAIL(qPrintable(QStringLiteral("There is no button ") + text));
     }
 
     void press(const QString &text) const { press(dialog, text); }
@@ -230,17 +237,17 @@ public:
     // A finger's or a key's way; what follows a step is what a user finds who waits for it.
     void step(const QString &what)
     {
-        if (what == "escape"_L1)
+        if (what == QLatin1String("escape"))
             key(Qt::Key_Escape);
-        else if (what == "close"_L1)
+        else if (what == QLatin1String("close"))
             window.close();
-        else if (what == "change"_L1)
+        else if (what == QLatin1String("change"))
             press(change.text);
-        else if (what == "ok"_L1)
-            press(selection(), u"OK"_s);
-        else if (what.startsWith("pick "_L1))
+        else if (what == QLatin1String("ok"))
+            press(selection(), QStringLiteral("OK"));
+        else if (what.startsWith(QLatin1String("pick ")))
             pick(what.mid(5));
-        else if (what == "dismiss"_L1)
+        else if (what == QLatin1String("dismiss"))
             dialog->reject();
         else
             press(what);
@@ -286,20 +293,20 @@ private Q_SLOTS:
 
     void contentIsShown_data();
     void contentIsShown();
-    void labelsWrapAndAreCentred();
+    void labelsWrapAndAreCentered();
     void titleStaysEmpty();
     void blankDescriptionIsLeftOut();
     void descriptionIsShownUntrimmed();
     void controlCharactersAreLeftOut();
     void uriIsClassified_data();
     void uriIsClassified();
-    void nullRecordIsNobodys();
+    void nullRecordHasNoApplication();
     void numberIsShownWithoutItsScheme_data();
     void numberIsShownWithoutItsScheme();
     void messageIsTakenApart_data();
     void messageIsTakenApart();
-    void storeLinkIsRecognised_data();
-    void storeLinkIsRecognised();
+    void storeLinkIsRecognized_data();
+    void storeLinkIsRecognized();
     void storeLinkHasRoomBelow();
     void dataIsOfferedToItsApplication_data();
     void dataIsOfferedToItsApplication();
@@ -335,9 +342,9 @@ private Q_SLOTS:
     void deletedQuestionTakesItsSelectionAway();
     void questionMayBeDeletedWhenItFinishes_data();
     void questionMayBeDeletedWhenItFinishes();
-    void strangerIsNoSelection();
+    void resultOfAnotherSenderIsLogged();
     void choosingClosesTheQuestion();
-    void buildersHandOverToTheChoice();
+    void contentOfOtherKindsIsOfferedToItsApplication();
     void changeButtonIsAddedOnce();
     void changeButtonShowsOneVariant();
 
@@ -349,14 +356,15 @@ private:
 
 void TestNfcTagReadPermissionDialog::initTestCase()
 {
-    const QString icon = u"icon-m-content-url-inverse"_s;
-    applications.install(u"a"_s, u"A"_s, icon);
-    applications.install(u"b"_s, u"B"_s, icon);
-    applications.install(u"c"_s, u"C"_s, icon);
-    applications.install(u"mailer"_s, u"Mailer"_s, icon);
-    applications.install(u"org.example.Viewer"_s, u"Viewer"_s, icon);
-    applications.install(u"editor"_s, u"Editor"_s, icon);
-    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + u"/mimeapps.list"_s,
+    const QString icon = QStringLiteral("icon-m-content-url-inverse");
+    applications.install(QStringLiteral("a"), QStringLiteral("A"), icon);
+    applications.install(QStringLiteral("b"), QStringLiteral("B"), icon);
+    applications.install(QStringLiteral("c"), QStringLiteral("C"), icon);
+    applications.install(QStringLiteral("mailer"), QStringLiteral("Mailer"), icon);
+    applications.install(QStringLiteral("org.example.Viewer"), QStringLiteral("Viewer"), icon);
+    applications.install(QStringLiteral("editor"), QStringLiteral("Editor"), icon);
+    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+                  QStringLiteral("/mimeapps.list"),
               "[Default Applications]\n"
               "x-scheme-handler/mailto=mailer.desktop\n"
               "x-scheme-handler/geo=b.desktop\n"
@@ -368,72 +376,83 @@ void TestNfcTagReadPermissionDialog::initTestCase()
 
 void TestNfcTagReadPermissionDialog::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestNfcTagReadPermissionDialog::contentIsShown_data()
 {
     QTest::addColumn<Make>("make");
     QTest::addColumn<Content>("content");
-    const QString described = u"On the tag"_s;
+    const QString described = QStringLiteral("On the tag");
 
-    QTest::newRow("text") << textOf(u"Hello\nyou"_s)
-                          << Content{{{u"Text on tag"_s, title}, {u"Hello\nyou"_s, query}},
-                                     u"icon-m-content-note-inverse"_s,
+    QTest::newRow("text") << textOf(QStringLiteral("Hello\nyou"))
+                          << Content{{{QStringLiteral("Text on tag"), title},
+                                      {QStringLiteral("Hello\nyou"), query}},
+                                     QStringLiteral("icon-m-content-note-inverse"),
                                      {view, discard}};
     QTest::newRow("empty text") << textOf(QString())
-                                << Content{{{u"Text on tag"_s, title}},
-                                           u"icon-m-content-note-inverse"_s,
+                                << Content{{{QStringLiteral("Text on tag"), title}},
+                                           QStringLiteral("icon-m-content-note-inverse"),
                                            {view, discard}};
-    QTest::newRow("one application") << choiceOf({u"a"_s}) << offer(u"a"_s, u"A"_s);
-    Content several = offer(u"a"_s, u"A"_s);
+    QTest::newRow("one application") << choiceOf({QStringLiteral("a")})
+                                     << offer(QStringLiteral("a"), QStringLiteral("A"));
+    Content several = offer(QStringLiteral("a"), QStringLiteral("A"));
     several.buttons.append(change);
-    QTest::newRow("several applications") << choiceOf({u"a"_s, u"b"_s}) << several;
-    QTest::newRow("web link") << uriOf("http://example.com/a?b#c") << webLink(u"http://example.com/a?b#c"_s);
-    QTest::newRow("web link, described")
-        << uriOf("https://example.com", described)
-        << Content{{{u"Web link on tag"_s, title}, {described, query}, {u"https://example.com"_s, subTitle}},
-                   u"icon-m-content-url-inverse"_s,
-                   {view, discard}};
+    QTest::newRow("several applications") << choiceOf({QStringLiteral("a"), QStringLiteral("b")}) << several;
+    QTest::newRow("web link") << uriOf("http://example.com/a?b#c")
+                              << webLink(QStringLiteral("http://example.com/a?b#c"));
+    QTest::newRow("web link, described") << uriOf("https://example.com", described)
+                                         << Content{{{QStringLiteral("Web link on tag"), title},
+                                                     {described, query},
+                                                     {QStringLiteral("https://example.com"), subTitle}},
+                                                    QStringLiteral("icon-m-content-url-inverse"),
+                                                    {view, discard}};
     QTest::newRow("phone number") << uriOf("tel:+358501234567")
-                                  << Content{contact(u"+358501234567"_s),
-                                             u"icon-m-content-avatar-placeholder-inverse"_s,
+                                  << Content{contact(QStringLiteral("+358501234567")),
+                                             QStringLiteral("icon-m-content-avatar-placeholder-inverse"),
                                              {call, discard, viewBeside},
                                              true};
     QTest::newRow("phone number, described")
         << uriOf("callto:112", described)
-        << Content{{{u"Contact on tag"_s, title}, {described, query}, {leftToRight(u"112"_s), subTitle}},
-                   u"icon-m-content-avatar-placeholder-inverse"_s,
+        << Content{{{QStringLiteral("Contact on tag"), title},
+                    {described, query},
+                    {leftToRight(QStringLiteral("112")), subTitle}},
+                   QStringLiteral("icon-m-content-avatar-placeholder-inverse"),
                    {call, discard, viewBeside},
                    true};
     QTest::newRow("message") << uriOf("sms:+123?body=Hi%20there")
-                             << Content{message(u"To: "_s + leftToRight(u"+123"_s) + u"\nHi there"_s),
-                                        u"icon-m-content-sms-inverse"_s,
+                             << Content{message(QStringLiteral("To: ") + leftToRight(QStringLiteral("+123")) +
+                                                QStringLiteral("\nHi there")),
+                                        QStringLiteral("icon-m-content-sms-inverse"),
                                         {sendIt, discard, viewBeside},
                                         true};
-    QTest::newRow("message, described") << uriOf("sms:+123", described)
-                                        << Content{{{u"Text message on tag"_s, title},
-                                                    {described, query},
-                                                    {u"To: "_s + leftToRight(u"+123"_s), subTitle}},
-                                                   u"icon-m-content-sms-inverse"_s,
-                                                   {sendIt, discard, viewBeside},
-                                                   true};
+    QTest::newRow("message, described")
+        << uriOf("sms:+123", described)
+        << Content{{{QStringLiteral("Text message on tag"), title},
+                    {described, query},
+                    {QStringLiteral("To: ") + leftToRight(QStringLiteral("+123")), subTitle}},
+                   QStringLiteral("icon-m-content-sms-inverse"),
+                   {sendIt, discard, viewBeside},
+                   true};
     QTest::newRow("other scheme") << uriOf("mailto:me@example.com", described)
-                                  << offer(u"mailer"_s, u"Mailer"_s);
-    QTest::newRow("store link") << dataOf(u"ruvostore:link"_s, u"http://example.com"_s)
-                                << Content{{{u"Store link on tag"_s, title}},
-                                           u"icon-m-content-ruvo-store-inverse"_s,
+                                  << offer(QStringLiteral("mailer"), QStringLiteral("Mailer"));
+    QTest::newRow("store link") << dataOf(QStringLiteral("ruvostore:link"),
+                                          QStringLiteral("http://example.com"))
+                                << Content{{{QStringLiteral("Store link on tag"), title}},
+                                           QStringLiteral("icon-m-content-ruvo-store-inverse"),
                                            {view, discard}};
-    QTest::newRow("other data") << dataOf(u"example.com:thing"_s, u"geo:60.2,24.9"_s)
-                                << offer(u"b"_s, u"B"_s);
-    const QString card = folder.filePath(u"card.vcf"_s);
+    QTest::newRow("other data") << dataOf(QStringLiteral("example.com:thing"),
+                                          QStringLiteral("geo:60.2,24.9"))
+                                << offer(QStringLiteral("b"), QStringLiteral("B"));
+    const QString card = folder.filePath(QStringLiteral("card.vcf"));
     writeFile(card, "BEGIN:VCARD\r\nVERSION:3.0\r\nN:Doe;Jane;;;\r\nFN:Jane Doe\r\nEND:VCARD\r\n");
-    QTest::newRow("contact card") << fileOf(u"text/x-vcard"_s, card)
-                                  << Content{{{u"Contact on tag"_s, title}, {u"Jane Doe"_s, query}},
-                                             u"icon-m-content-avatar-placeholder-inverse"_s,
+    QTest::newRow("contact card") << fileOf(QStringLiteral("text/x-vcard"), card)
+                                  << Content{{{QStringLiteral("Contact on tag"), title},
+                                              {QStringLiteral("Jane Doe"), query}},
+                                             QStringLiteral("icon-m-content-avatar-placeholder-inverse"),
                                              {view, discard}};
-    QTest::newRow("other file") << fileOf(u"image/jpeg"_s, u"/nowhere/picture"_s)
-                                << offer(u"org.example.Viewer"_s, u"Viewer"_s);
+    QTest::newRow("other file") << fileOf(QStringLiteral("image/jpeg"), QStringLiteral("/nowhere/picture"))
+                                << offer(QStringLiteral("org.example.Viewer"), QStringLiteral("Viewer"));
 }
 
 void TestNfcTagReadPermissionDialog::contentIsShown()
@@ -447,7 +466,7 @@ void TestNfcTagReadPermissionDialog::contentIsShown()
 
     QVERIFY(shown.icon());
     QCOMPARE(shown.icon()->imageId(), content.icon);
-    QCOMPARE(shown.icon()->styleName(), u"CommonQueryIcon"_s);
+    QCOMPARE(shown.icon()->styleName(), QStringLiteral("CommonQueryIcon"));
     QVERIFY(shown.icon()->geometry().bottom() <= shown.labels().first()->geometry().top());
 
     QCOMPARE(shown.buttons(), content.buttons);
@@ -464,9 +483,9 @@ void TestNfcTagReadPermissionDialog::contentIsShown()
     QCOMPARE(shown.dialog->property("selectedApplication").toString(), content.application);
 }
 
-void TestNfcTagReadPermissionDialog::labelsWrapAndAreCentred()
+void TestNfcTagReadPermissionDialog::labelsWrapAndAreCentered()
 {
-    const Shown shown(uriOf("http://example.com", u"On the tag"_s));
+    const Shown shown(uriOf("http://example.com", QStringLiteral("On the tag")));
     QVERIFY(shown.ready);
     const qreal middle = shown.dialog->centralWidget()->size().width() / 2;
     QCOMPARE(shown.labels().size(), 3);
@@ -483,7 +502,7 @@ void TestNfcTagReadPermissionDialog::labelsWrapAndAreCentred()
 
 void TestNfcTagReadPermissionDialog::titleStaysEmpty()
 {
-    const Shown shown(textOf(u"Hello"_s));
+    const Shown shown(textOf(QStringLiteral("Hello")));
     QCOMPARE(shown.dialog->title(), QString());
     QCOMPARE(shown.dialog->text(), QString());
     QCOMPARE(shown.dialog->iconId(), QString());
@@ -491,20 +510,20 @@ void TestNfcTagReadPermissionDialog::titleStaysEmpty()
 
 void TestNfcTagReadPermissionDialog::blankDescriptionIsLeftOut()
 {
-    const Shown shown(uriOf("http://example.com", u" \n\t "_s));
-    QCOMPARE(shown.lines(), webLink(u"http://example.com"_s).lines);
+    const Shown shown(uriOf("http://example.com", QStringLiteral(" \n\t ")));
+    QCOMPARE(shown.lines(), webLink(QStringLiteral("http://example.com")).lines);
 }
 
 void TestNfcTagReadPermissionDialog::descriptionIsShownUntrimmed()
 {
-    const Shown shown(uriOf("http://example.com", u" On the tag "_s));
-    QCOMPARE(shown.lines().value(1), (Line{u" On the tag "_s, query}));
+    const Shown shown(uriOf("http://example.com", QStringLiteral(" On the tag ")));
+    QCOMPARE(shown.lines().value(1), (Line{QStringLiteral(" On the tag "), query}));
 }
 
 void TestNfcTagReadPermissionDialog::controlCharactersAreLeftOut()
 {
-    QString text = u"<"_s;
-    QString kept = u"<"_s;
+    QString text = QStringLiteral("<");
+    QString kept = QStringLiteral("<");
     for (char16_t c = 0; c <= 0x7f; ++c) {
         text += QChar(c);
         if (c == '\n' || c == '\r' || c > 31)
@@ -512,7 +531,7 @@ void TestNfcTagReadPermissionDialog::controlCharactersAreLeftOut()
     }
     const Shown shown(textOf(text));
     QCOMPARE(shown.lines().value(1), (Line{kept, query}));
-    const Shown nothingLeft(textOf(u"\t\a"_s));
+    const Shown nothingLeft(textOf(QStringLiteral("\t\a")));
     QCOMPARE(nothingLeft.lines().size(), 1);
 }
 
@@ -521,16 +540,18 @@ void TestNfcTagReadPermissionDialog::uriIsClassified_data()
     QTest::addColumn<QByteArray>("uri");
     QTest::addColumn<QList<Line>>("lines");
     const auto web = [](const QString &uri) { return webLink(uri).lines; };
-    QTest::newRow("host and path") << QByteArray("example.com/a") << web(u"http://example.com/a"_s);
-    QTest::newRow("empty") << QByteArray() << web(u"http://"_s);
-    QTest::newRow("host that begins like it") << QByteArray("http") << web(u"http://http"_s);
-    QTest::newRow("longer scheme") << QByteArray("httpx:a") << web(u"httpx:a"_s);
-    QTest::newRow("host and port") << QByteArray("geo:60.2,24.9") << offer({}, u"B"_s).lines;
-    QTest::newRow("capitals") << QByteArray("HTTP://EXAMPLE.COM") << offer({}, u"C"_s).lines;
-    QTest::newRow("number in capitals") << QByteArray("TEL:112") << offer({}, u"C"_s).lines;
-    QTest::newRow("number further on") << QByteArray("mailto:tel:112") << offer({}, u"Mailer"_s).lines;
+    QTest::newRow("host and path") << QByteArray("example.com/a")
+                                   << web(QStringLiteral("http://example.com/a"));
+    QTest::newRow("empty") << QByteArray() << web(QStringLiteral("http://"));
+    QTest::newRow("host that begins like it") << QByteArray("http") << web(QStringLiteral("http://http"));
+    QTest::newRow("longer scheme") << QByteArray("httpx:a") << web(QStringLiteral("httpx:a"));
+    QTest::newRow("host and port") << QByteArray("geo:60.2,24.9") << offer({}, QStringLiteral("B")).lines;
+    QTest::newRow("capitals") << QByteArray("HTTP://EXAMPLE.COM") << offer({}, QStringLiteral("C")).lines;
+    QTest::newRow("number in capitals") << QByteArray("TEL:112") << offer({}, QStringLiteral("C")).lines;
+    QTest::newRow("number further on")
+        << QByteArray("mailto:tel:112") << offer({}, QStringLiteral("Mailer")).lines;
     QTest::newRow("not encoded") << QByteArray("http://example.com/ä b%20c")
-                                 << web(u"http://example.com/ä b%20c"_s);
+                                 << web(QStringLiteral("http://example.com/ä b%20c"));
 }
 
 void TestNfcTagReadPermissionDialog::uriIsClassified()
@@ -541,12 +562,14 @@ void TestNfcTagReadPermissionDialog::uriIsClassified()
     QCOMPARE(shown.lines(), lines);
 }
 
-void TestNfcTagReadPermissionDialog::nullRecordIsNobodys()
+void TestNfcTagReadPermissionDialog::nullRecordHasNoApplication()
 {
     expectMissing(QString());
-    const Shown shown(
-        [] { return new NfcTagReadPermissionDialog(static_cast<const URINDEFRecord *>(nullptr), u"x"_s); });
-    const Content expected = nobodysOffer();
+    const Shown shown([] {
+        return new NfcTagReadPermissionDialog(static_cast<const URINDEFRecord *>(nullptr),
+                                              QStringLiteral("x"));
+    });
+    const Content expected = offerWithoutApplication();
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.icon()->imageId(), expected.icon);
     QCOMPARE(shown.buttons(), expected.buttons);
@@ -562,15 +585,15 @@ void TestNfcTagReadPermissionDialog::numberIsShownWithoutItsScheme_data()
 {
     QTest::addColumn<QByteArray>("uri");
     QTest::addColumn<QString>("number");
-    QTest::newRow("plain") << QByteArray("tel:+123") << u"+123"_s;
-    QTest::newRow("every occurrence") << QByteArray("tel:+123tel:4") << u"+1234"_s;
-    QTest::newRow("other scheme") << QByteArray("callto:john") << u"john"_s;
-    QTest::newRow("every occurrence of the other") << QByteArray("callto:1callto:2") << u"12"_s;
-    QTest::newRow("the other scheme inside") << QByteArray("callto:tel:1") << u"tel:1"_s;
-    QTest::newRow("the other one inside") << QByteArray("tel:callto:1") << u"callto:1"_s;
-    QTest::newRow("removed once") << QByteArray("tel:tetel:l:1") << u"tel:1"_s;
+    QTest::newRow("plain") << QByteArray("tel:+123") << QStringLiteral("+123");
+    QTest::newRow("every occurrence") << QByteArray("tel:+123tel:4") << QStringLiteral("+1234");
+    QTest::newRow("other scheme") << QByteArray("callto:john") << QStringLiteral("john");
+    QTest::newRow("every occurrence of the other") << QByteArray("callto:1callto:2") << QStringLiteral("12");
+    QTest::newRow("the other scheme inside") << QByteArray("callto:tel:1") << QStringLiteral("tel:1");
+    QTest::newRow("the other one inside") << QByteArray("tel:callto:1") << QStringLiteral("callto:1");
+    QTest::newRow("removed once") << QByteArray("tel:tetel:l:1") << QStringLiteral("tel:1");
     QTest::newRow("none") << QByteArray("tel:") << QString();
-    QTest::newRow("not decoded") << QByteArray("tel:%2B1;ext=2") << u"%2B1;ext=2"_s;
+    QTest::newRow("not decoded") << QByteArray("tel:%2B1;ext=2") << QStringLiteral("%2B1;ext=2");
 }
 
 void TestNfcTagReadPermissionDialog::numberIsShownWithoutItsScheme()
@@ -588,46 +611,54 @@ void TestNfcTagReadPermissionDialog::messageIsTakenApart_data()
     QTest::addColumn<QString>("body");
     const auto row = [](const char *name, const QByteArray &uri, const QString &receiver,
                         const QString &body) { QTest::newRow(name) << uri << receiver << body; };
-    row("no body", "sms:+123", u"+123"_s, {});
-    row("empty body", "sms:+123?body=", u"+123"_s, {});
-    row("body", "sms:+123?body=Hi%20there", u"+123"_s, u"Hi there"_s);
-    row("body not encoded", "sms:+123?body=Hi there, \xc3\xa4", u"+123"_s, u"Hi there, ä"_s);
-    row("UTF-8", "sms:+123?body=%C3%A4%F0%9F%98%80", u"+123"_s, u"ä😀"_s);
-    row("not UTF-8", "sms:+123?body=%E4", u"+123"_s, u"\ufffd"_s);
-    row("plus signs stay", "sms:+1+2?body=a+b", u"+1+2"_s, u"a+b"_s);
-    row("several lines", "sms:+123?body=a%0Ab%0D%0Ac", u"+123"_s, u"a\nb\r\nc"_s);
-    row("several receivers", "sms:+123,+456?body=a", u"+123,+456"_s, u"a"_s);
-    row("question in the body", "sms:+123?body=Well?", u"+123"_s, u"Well?"_s);
-    row("encoded question mark", "sms:+123%3Fbody=Hi", u"+123"_s, u"Hi"_s);
+    row("no body", "sms:+123", QStringLiteral("+123"), {});
+    row("empty body", "sms:+123?body=", QStringLiteral("+123"), {});
+    row("body", "sms:+123?body=Hi%20there", QStringLiteral("+123"), QStringLiteral("Hi there"));
+    row("body not encoded", "sms:+123?body=Hi there, \xc3\xa4", QStringLiteral("+123"),
+        QStringLiteral("Hi there, ä"));
+    row("UTF-8", "sms:+123?body=%C3%A4%F0%9F%98%80", QStringLiteral("+123"), QStringLiteral("ä😀"));
+    row("not UTF-8", "sms:+123?body=%E4", QStringLiteral("+123"), QStringLiteral("\ufffd"));
+    row("plus signs stay", "sms:+1+2?body=a+b", QStringLiteral("+1+2"), QStringLiteral("a+b"));
+    row("several lines", "sms:+123?body=a%0Ab%0D%0Ac", QStringLiteral("+123"), QStringLiteral("a\nb\r\nc"));
+    row("several receivers", "sms:+123,+456?body=a", QStringLiteral("+123,+456"), QStringLiteral("a"));
+    row("question in the body", "sms:+123?body=Well?", QStringLiteral("+123"), QStringLiteral("Well?"));
+    row("encoded question mark", "sms:+123%3Fbody=Hi", QStringLiteral("+123"), QStringLiteral("Hi"));
 
-    row("encoded ampersand ends the body", "sms:+123?body=a%26b", u"+123"_s, u"a"_s);
-    row("encoded equals sign ends the body", "sms:+123?body=a%3Db", u"+123"_s, u"a"_s);
-    row("ampersand ends the body", "sms:+123?body=a&b", u"+123"_s, u"a"_s);
-    row("equals sign ends the body", "sms:+123?body=a=b", u"+123"_s, u"a"_s);
-    row("number sign ends the body", "sms:+123?body=a#b", u"+123"_s, u"a"_s);
-    row("encoded number sign ends the body", "sms:+123?body=a%23b", u"+123"_s, u"a"_s);
-    row("number sign ends the receiver", "sms:+123#1?body=a", u"+123"_s, {});
-    row("body of another item", "sms:+123?subject=a&body=b&c=d", u"+123"_s, u"b"_s);
-    row("first of two bodies", "sms:+123?body=a&body=b", u"+123"_s, u"a"_s);
-    row("another item alone", "sms:+123?subject=a", u"+123"_s, {});
-    row("capitals are another item", "sms:+123?Body=a", u"+123"_s, {});
+    row("encoded ampersand ends the body", "sms:+123?body=a%26b", QStringLiteral("+123"),
+        QStringLiteral("a"));
+    row("encoded equals sign ends the body", "sms:+123?body=a%3Db", QStringLiteral("+123"),
+        QStringLiteral("a"));
+    row("ampersand ends the body", "sms:+123?body=a&b", QStringLiteral("+123"), QStringLiteral("a"));
+    row("equals sign ends the body", "sms:+123?body=a=b", QStringLiteral("+123"), QStringLiteral("a"));
+    row("number sign ends the body", "sms:+123?body=a#b", QStringLiteral("+123"), QStringLiteral("a"));
+    row("encoded number sign ends the body", "sms:+123?body=a%23b", QStringLiteral("+123"),
+        QStringLiteral("a"));
+    row("number sign ends the receiver", "sms:+123#1?body=a", QStringLiteral("+123"), {});
+    row("body of another item", "sms:+123?subject=a&body=b&c=d", QStringLiteral("+123"), QStringLiteral("b"));
+    row("first of two bodies", "sms:+123?body=a&body=b", QStringLiteral("+123"), QStringLiteral("a"));
+    row("another item alone", "sms:+123?subject=a", QStringLiteral("+123"), {});
+    row("capitals are another item", "sms:+123?Body=a", QStringLiteral("+123"), {});
 
-    row("encoded percent sign", "sms:+123?body=100%25", u"+123"_s, u"100%"_s);
-    row("encoded percent sign before digits", "sms:+123?body=%2541", u"+123"_s, u"%41"_s);
-    row("encoded percent sign in the receiver", "sms:%2541", u"%41"_s, {});
-    row("percent sign alone", "sms:+123?body=50% off, 100%", u"+123"_s, u"50% off, 100%"_s);
-    row("percent sign and one digit", "sms:+123?body=5%4", u"+123"_s, u"5%4"_s);
-    row("percent sign and other letters", "sms:+123?body=%zz%4g", u"+123"_s, u"%zz%4g"_s);
-    row("control characters", "sms:+123?body=a%00%1Bb", u"+123"_s, u"a\0\x1b"_s + u'b');
-    row("blanks at the ends", "sms:+123?body=%20a%20", u"+123"_s, u" a "_s);
-    row("encoded twice", "sms:+123?body=a%2526b", u"+123"_s, u"a%26b"_s);
+    row("encoded percent sign", "sms:+123?body=100%25", QStringLiteral("+123"), QStringLiteral("100%"));
+    row("encoded percent sign before digits", "sms:+123?body=%2541", QStringLiteral("+123"),
+        QStringLiteral("%41"));
+    row("encoded percent sign in the receiver", "sms:%2541", QStringLiteral("%41"), {});
+    row("percent sign alone", "sms:+123?body=50% off, 100%", QStringLiteral("+123"),
+        QStringLiteral("50% off, 100%"));
+    row("percent sign and one digit", "sms:+123?body=5%4", QStringLiteral("+123"), QStringLiteral("5%4"));
+    row("percent sign and other letters", "sms:+123?body=%zz%4g", QStringLiteral("+123"),
+        QStringLiteral("%zz%4g"));
+    row("control characters", "sms:+123?body=a%00%1Bb", QStringLiteral("+123"),
+        QStringLiteral("a\0\x1b") + u'b');
+    row("blanks at the ends", "sms:+123?body=%20a%20", QStringLiteral("+123"), QStringLiteral(" a "));
+    row("encoded twice", "sms:+123?body=a%2526b", QStringLiteral("+123"), QStringLiteral("a%26b"));
 
-    row("no receiver", "sms:?body=a", {}, u"a"_s);
+    row("no receiver", "sms:?body=a", {}, QStringLiteral("a"));
     row("nothing", "sms:", {}, {});
-    row("empty authority", "sms:///+123?body=a", u"/+123"_s, u"a"_s);
-    row("authority", "sms://example.com/+123?body=a", u"/+123"_s, u"a"_s);
-    row("receiver as the authority", "sms://123?body=a", {}, u"a"_s);
-    row("blanks in the receiver", "sms:+1 (23) 4", u"+1 (23) 4"_s, {});
+    row("empty authority", "sms:///+123?body=a", QStringLiteral("/+123"), QStringLiteral("a"));
+    row("authority", "sms://example.com/+123?body=a", QStringLiteral("/+123"), QStringLiteral("a"));
+    row("receiver as the authority", "sms://123?body=a", {}, QStringLiteral("a"));
+    row("blanks in the receiver", "sms:+1 (23) 4", QStringLiteral("+1 (23) 4"), {});
 }
 
 void TestNfcTagReadPermissionDialog::messageIsTakenApart()
@@ -636,39 +667,41 @@ void TestNfcTagReadPermissionDialog::messageIsTakenApart()
     QFETCH(QString, receiver);
     QFETCH(QString, body);
     const Shown shown(uriOf(uri));
-    const QString detail = u"To: "_s + leftToRight(receiver) + (body.isEmpty() ? QString() : u'\n' + body);
+    const QString detail =
+        QStringLiteral("To: ") + leftToRight(receiver) + (body.isEmpty() ? QString() : u'\n' + body);
     QCOMPARE(shown.lines(), message(detail));
 }
 
-void TestNfcTagReadPermissionDialog::storeLinkIsRecognised_data()
+void TestNfcTagReadPermissionDialog::storeLinkIsRecognized_data()
 {
     QTest::addColumn<QString>("type");
-    QTest::addColumn<bool>("recognised");
-    QTest::newRow("short form") << u"ruvostore:link"_s << true;
-    QTest::newRow("long form") << u"tavix.com:ruvostore:link"_s << true;
-    QTest::newRow("capitals") << u"RuvoStore:Link"_s << true;
-    QTest::newRow("long form in capitals") << u"Tavix.com:RuvoStore:Link"_s << true;
-    QTest::newRow("continued") << u"ruvostore:link;v=2"_s << true;
-    QTest::newRow("cut off") << u"ruvostore:lin"_s << false;
-    QTest::newRow("another vendor's") << u"example.com:ruvostore:link"_s << false;
+    QTest::addColumn<bool>("recognized");
+    QTest::newRow("short form") << QStringLiteral("ruvostore:link") << true;
+    QTest::newRow("long form") << QStringLiteral("tavix.com:ruvostore:link") << true;
+    QTest::newRow("capitals") << QStringLiteral("RuvoStore:Link") << true;
+    QTest::newRow("long form in capitals") << QStringLiteral("Tavix.com:RuvoStore:Link") << true;
+    QTest::newRow("continued") << QStringLiteral("ruvostore:link;v=2") << true;
+    QTest::newRow("cut off") << QStringLiteral("ruvostore:lin") << false;
+    QTest::newRow("another vendor's") << QStringLiteral("example.com:ruvostore:link") << false;
     QTest::newRow("empty") << QString() << false;
 }
 
-void TestNfcTagReadPermissionDialog::storeLinkIsRecognised()
+void TestNfcTagReadPermissionDialog::storeLinkIsRecognized()
 {
     QFETCH(QString, type);
-    QFETCH(bool, recognised);
-    const Shown shown(dataOf(type, u"geo:1,2"_s));
-    QCOMPARE(shown.lines().first().text, recognised ? u"Store link on tag"_s : u"Tag content"_s);
-    QCOMPARE(shown.lines().size(), recognised ? 1 : 2);
+    QFETCH(bool, recognized);
+    const Shown shown(dataOf(type, QStringLiteral("geo:1,2")));
+    QCOMPARE(shown.lines().first().text,
+             recognized ? QStringLiteral("Store link on tag") : QStringLiteral("Tag content"));
+    QCOMPARE(shown.lines().size(), recognized ? 1 : 2);
 }
 
 void TestNfcTagReadPermissionDialog::storeLinkHasRoomBelow()
 {
-    const Shown shown(dataOf(u"ruvostore:link"_s, QString()));
+    const Shown shown(dataOf(QStringLiteral("ruvostore:link"), QString()));
     const QList<MWidgetController *> parts = shownWidgets<MWidgetController>(shown.dialog->centralWidget());
     QCOMPARE(parts.size(), 3);
-    QCOMPARE(parts.last()->styleName(), u"CommonXLargeSpacer"_s);
+    QCOMPARE(parts.last()->styleName(), QStringLiteral("CommonXLargeSpacer"));
     QVERIFY(parts.last()->geometry().top() >= shown.labels().first()->geometry().bottom());
 }
 
@@ -677,9 +710,10 @@ void TestNfcTagReadPermissionDialog::dataIsOfferedToItsApplication_data()
     QTest::addColumn<QString>("data");
     QTest::addColumn<QString>("application");
     QTest::addColumn<QString>("name");
-    QTest::newRow("URI") << u"mailto:me@example.com"_s << u"mailer"_s << u"Mailer"_s;
-    QTest::newRow("text") << u"Hello"_s << u"editor"_s << u"Editor"_s;
-    QTest::newRow("nobody's") << u"%PDF-1.5"_s << QString() << QString();
+    QTest::newRow("URI") << QStringLiteral("mailto:me@example.com") << QStringLiteral("mailer")
+                         << QStringLiteral("Mailer");
+    QTest::newRow("text") << QStringLiteral("Hello") << QStringLiteral("editor") << QStringLiteral("Editor");
+    QTest::newRow("nobody's") << QStringLiteral("%PDF-1.5") << QString() << QString();
     QTest::newRow("empty") << QString() << QString() << QString();
 }
 
@@ -690,8 +724,8 @@ void TestNfcTagReadPermissionDialog::dataIsOfferedToItsApplication()
     QFETCH(QString, name);
     if (application.isEmpty())
         expectMissing(application);
-    const Shown shown(dataOf(u"example.com:thing"_s, data));
-    const Content expected = application.isEmpty() ? nobodysOffer() : offer(application, name);
+    const Shown shown(dataOf(QStringLiteral("example.com:thing"), data));
+    const Content expected = application.isEmpty() ? offerWithoutApplication() : offer(application, name);
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.icon()->imageId(), expected.icon);
     QCOMPARE(shown.buttons(), expected.buttons);
@@ -703,20 +737,28 @@ void TestNfcTagReadPermissionDialog::cardShowsItsName_data()
     QTest::addColumn<QString>("mimeType");
     QTest::addColumn<QByteArray>("fields");
     QTest::addColumn<QString>("name");
-    QTest::newRow("both parts") << u"text/x-vcard"_s << QByteArray("N:Doe;Jane;;;\r\n") << u"Jane Doe"_s;
-    QTest::newRow("given name alone") << u"text/x-vcard"_s << QByteArray("N:;Jane;;;\r\n") << u"Jane"_s;
-    QTest::newRow("family name alone") << u"text/x-vcard"_s << QByteArray("N:Doe;;;;\r\n") << u"Doe"_s;
-    QTest::newRow("no name") << u"text/x-vcard"_s << QByteArray("TEL:112\r\n") << QString();
-    QTest::newRow("placeholders") << u"text/x-vcard"_s << QByteArray("N:%1;%2;;;\r\n") << u"%2 %1"_s;
-    QTest::newRow("other type") << u"text/directory"_s << QByteArray("N:Doe;Jane;;;\r\n") << u"Jane Doe"_s;
-    QTest::newRow("capitals") << u"Text/X-vCard"_s << QByteArray("N:Doe;Jane;;;\r\n") << u"Jane Doe"_s;
-    QTest::newRow("parameters") << u"text/x-vCard; charset=utf-8"_s << QByteArray("N:Doe;Jane;;;\r\n")
-                                << u"Jane Doe"_s;
-    QTest::newRow("Arabic") << u"text/x-vcard"_s << QByteArray("N:علي;محمد;;;\r\n") << u"محمد علي"_s;
-    QTest::newRow("markup") << u"text/x-vcard"_s << QByteArray("N:<b>Doe</b>;<i>;;;\r\n")
-                            << u"<i> <b>Doe</b>"_s;
-    QTest::newRow("length variants") << u"text/x-vcard"_s << QByteArray("N:Doe;Jane\xc2\x9cJanet;;;\r\n")
-                                     << u"Jane\ufffdJanet Doe"_s;
+    QTest::newRow("both parts") << QStringLiteral("text/x-vcard") << QByteArray("N:Doe;Jane;;;\r\n")
+                                << QStringLiteral("Jane Doe");
+    QTest::newRow("given name alone")
+        << QStringLiteral("text/x-vcard") << QByteArray("N:;Jane;;;\r\n") << QStringLiteral("Jane");
+    QTest::newRow("family name alone")
+        << QStringLiteral("text/x-vcard") << QByteArray("N:Doe;;;;\r\n") << QStringLiteral("Doe");
+    QTest::newRow("no name") << QStringLiteral("text/x-vcard") << QByteArray("TEL:112\r\n") << QString();
+    QTest::newRow("placeholders") << QStringLiteral("text/x-vcard") << QByteArray("N:%1;%2;;;\r\n")
+                                  << QStringLiteral("%2 %1");
+    QTest::newRow("other type") << QStringLiteral("text/directory") << QByteArray("N:Doe;Jane;;;\r\n")
+                                << QStringLiteral("Jane Doe");
+    QTest::newRow("capitals") << QStringLiteral("Text/X-vCard") << QByteArray("N:Doe;Jane;;;\r\n")
+                              << QStringLiteral("Jane Doe");
+    QTest::newRow("parameters") << QStringLiteral("text/x-vCard; charset=utf-8")
+                                << QByteArray("N:Doe;Jane;;;\r\n") << QStringLiteral("Jane Doe");
+    QTest::newRow("Arabic") << QStringLiteral("text/x-vcard") << QByteArray("N:علي;محمد;;;\r\n")
+                            << QStringLiteral("محمد علي");
+    QTest::newRow("markup") << QStringLiteral("text/x-vcard") << QByteArray("N:<b>Doe</b>;<i>;;;\r\n")
+                            << QStringLiteral("<i> <b>Doe</b>");
+    QTest::newRow("length variants") << QStringLiteral("text/x-vcard")
+                                     << QByteArray("N:Doe;Jane\xc2\x9cJanet;;;\r\n")
+                                     << QStringLiteral("Jane\ufffdJanet Doe");
 }
 
 void TestNfcTagReadPermissionDialog::cardShowsItsName()
@@ -724,14 +766,14 @@ void TestNfcTagReadPermissionDialog::cardShowsItsName()
     QFETCH(QString, mimeType);
     QFETCH(QByteArray, fields);
     QFETCH(QString, name);
-    const QString card = folder.filePath(u"name.vcf"_s);
+    const QString card = folder.filePath(QStringLiteral("name.vcf"));
     writeFile(card, "BEGIN:VCARD\r\nVERSION:3.0\r\n" + fields + "END:VCARD\r\n");
     const Shown shown(fileOf(mimeType, card));
-    QList<Line> expected{{u"Contact on tag"_s, title}};
+    QList<Line> expected{{QStringLiteral("Contact on tag"), title}};
     if (!name.isEmpty())
         expected.append({name, query});
     QCOMPARE(shown.lines(), expected);
-    QCOMPARE(shown.icon()->imageId(), u"icon-m-content-avatar-placeholder-inverse"_s);
+    QCOMPARE(shown.icon()->imageId(), QStringLiteral("icon-m-content-avatar-placeholder-inverse"));
     QVERIFY(!shown.dialog->isDirectActionSelected());
 }
 
@@ -741,13 +783,18 @@ void TestNfcTagReadPermissionDialog::fileIsOfferedToItsApplication_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<QString>("application");
     QTest::addColumn<QString>("name");
-    QTest::newRow("by its type") << u"image/jpeg"_s << u"notes.txt"_s << u"org.example.Viewer"_s
-                                 << u"Viewer"_s;
-    QTest::newRow("by itself") << u"application/x-nobodys"_s << u"notes.txt"_s << u"editor"_s << u"Editor"_s;
-    QTest::newRow("by itself, no type") << QString() << u"notes.txt"_s << u"editor"_s << u"Editor"_s;
-    QTest::newRow("nobody's") << u"application/x-nobodys"_s << u"paper.pdf"_s << QString() << QString();
-    QTest::newRow("missing") << u"application/x-nobodys"_s << u"missing"_s << QString() << QString();
-    QTest::newRow("another kind of card") << u"text/vcard"_s << u"paper.pdf"_s << u"editor"_s << u"Editor"_s;
+    QTest::newRow("by its type") << QStringLiteral("image/jpeg") << QStringLiteral("notes.txt")
+                                 << QStringLiteral("org.example.Viewer") << QStringLiteral("Viewer");
+    QTest::newRow("by itself") << QStringLiteral("application/x-nobodys") << QStringLiteral("notes.txt")
+                               << QStringLiteral("editor") << QStringLiteral("Editor");
+    QTest::newRow("by itself, no type")
+        << QString() << QStringLiteral("notes.txt") << QStringLiteral("editor") << QStringLiteral("Editor");
+    QTest::newRow("nobody's") << QStringLiteral("application/x-nobodys") << QStringLiteral("paper.pdf")
+                              << QString() << QString();
+    QTest::newRow("missing") << QStringLiteral("application/x-nobodys") << QStringLiteral("missing")
+                             << QString() << QString();
+    QTest::newRow("another kind of card") << QStringLiteral("text/vcard") << QStringLiteral("paper.pdf")
+                                          << QStringLiteral("editor") << QStringLiteral("Editor");
 }
 
 void TestNfcTagReadPermissionDialog::fileIsOfferedToItsApplication()
@@ -756,12 +803,12 @@ void TestNfcTagReadPermissionDialog::fileIsOfferedToItsApplication()
     QFETCH(QString, file);
     QFETCH(QString, application);
     QFETCH(QString, name);
-    writeFile(folder.filePath(u"notes.txt"_s), "Notes");
-    writeFile(folder.filePath(u"paper.pdf"_s), "%PDF-1.5\n");
+    writeFile(folder.filePath(QStringLiteral("notes.txt")), "Notes");
+    writeFile(folder.filePath(QStringLiteral("paper.pdf")), "%PDF-1.5\n");
     if (application.isEmpty())
         expectMissing(application);
     const Shown shown(fileOf(mimeType, folder.filePath(file)));
-    const Content expected = application.isEmpty() ? nobodysOffer() : offer(application, name);
+    const Content expected = application.isEmpty() ? offerWithoutApplication() : offer(application, name);
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.buttons(), expected.buttons);
     QCOMPARE(shown.dialog->selectedApplication(), application);
@@ -773,20 +820,23 @@ void TestNfcTagReadPermissionDialog::applicationIsChosenFromTheList_data()
     QTest::addColumn<QString>("byDefault");
     QTest::addColumn<QString>("chosen");
     QTest::addColumn<bool>("changeable");
-    const QStringList all{u"a"_s, u"b"_s, u"c"_s};
-    QTest::newRow("none by default") << all << QString() << u"a"_s << true;
-    QTest::newRow("first by default") << all << u"a"_s << u"a"_s << true;
-    QTest::newRow("last by default") << all << u"c"_s << u"c"_s << true;
-    QTest::newRow("not in the list") << all << u"editor"_s << u"a"_s << true;
-    QTest::newRow("in capitals") << all << u"C"_s << u"a"_s << true;
-    QTest::newRow("one") << QStringList{u"b"_s} << u"b"_s << u"b"_s << false;
-    QTest::newRow("one, not the default") << QStringList{u"b"_s} << u"a"_s << u"b"_s << false;
-    QTest::newRow("the same twice") << QStringList{u"b"_s, u"b"_s} << u"b"_s << u"b"_s << true;
+    const QStringList all{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+    QTest::newRow("none by default") << all << QString() << QStringLiteral("a") << true;
+    QTest::newRow("first by default") << all << QStringLiteral("a") << QStringLiteral("a") << true;
+    QTest::newRow("last by default") << all << QStringLiteral("c") << QStringLiteral("c") << true;
+    QTest::newRow("not in the list") << all << QStringLiteral("editor") << QStringLiteral("a") << true;
+    QTest::newRow("in capitals") << all << QStringLiteral("C") << QStringLiteral("a") << true;
+    QTest::newRow("one") << QStringList{QStringLiteral("b")} << QStringLiteral("b") << QStringLiteral("b")
+                         << false;
+    QTest::newRow("one, not the default")
+        << QStringList{QStringLiteral("b")} << QStringLiteral("a") << QStringLiteral("b") << false;
+    QTest::newRow("the same twice") << QStringList{QStringLiteral("b"), QStringLiteral("b")}
+                                    << QStringLiteral("b") << QStringLiteral("b") << true;
     QStringList many;
     for (int i = 0; i < 499; ++i)
-        many.append(u"app"_s + QString::number(i));
-    many.append(u"c"_s);
-    QTest::newRow("500") << many << u"c"_s << u"c"_s << true;
+        many.append(QStringLiteral("app") + QString::number(i));
+    many.append(QStringLiteral("c"));
+    QTest::newRow("500") << many << QStringLiteral("c") << QStringLiteral("c") << true;
 }
 
 void TestNfcTagReadPermissionDialog::applicationIsChosenFromTheList()
@@ -814,8 +864,8 @@ void TestNfcTagReadPermissionDialog::applicationWithoutDesktopFileIsNotNamed()
 {
     QFETCH(QString, id);
     expectMissing(id);
-    const Shown shown(choiceOf({id, u"a"_s}));
-    const Content expected = nobodysOffer();
+    const Shown shown(choiceOf({id, QStringLiteral("a")}));
+    const Content expected = offerWithoutApplication();
     QCOMPARE(shown.dialog->selectedApplication(), id);
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.icon()->imageId(), expected.icon);
@@ -824,35 +874,36 @@ void TestNfcTagReadPermissionDialog::applicationWithoutDesktopFileIsNotNamed()
 
 void TestNfcTagReadPermissionDialog::applicationWithoutNameOrIconIsNotNamed()
 {
-    applications.install(u"nameless"_s, QString(), u"icon-m-service-nfc"_s);
-    applications.install(u"iconless"_s, u"Iconless"_s, QString());
-    for (const QString &id : {u"nameless"_s, u"iconless"_s}) {
+    applications.install(QStringLiteral("nameless"), QString(), QStringLiteral("icon-m-service-nfc"));
+    applications.install(QStringLiteral("iconless"), QStringLiteral("Iconless"), QString());
+    for (const QString &id : {QStringLiteral("nameless"), QStringLiteral("iconless")}) {
         const Shown shown(choiceOf({id}));
         QCOMPARE(shown.dialog->selectedApplication(), id);
-        QCOMPARE(shown.lines(), nobodysOffer().lines);
-        QCOMPARE(shown.icon()->imageId(), nobodysOffer().icon);
-        QCOMPARE(shown.buttons(), nobodysOffer().buttons);
+        QCOMPARE(shown.lines(), offerWithoutApplication().lines);
+        QCOMPARE(shown.icon()->imageId(), offerWithoutApplication().icon);
+        QCOMPARE(shown.buttons(), offerWithoutApplication().buttons);
     }
 }
 
 void TestNfcTagReadPermissionDialog::applicationIsNamedByTheLongVariant()
 {
-    applications.install(u"variants"_s, u"The long name\u009cShort"_s, u"icon-m-content-url-inverse"_s);
-    const Shown shown(choiceOf({u"variants"_s}));
-    QCOMPARE(shown.lines(), offer({}, u"The long name"_s).lines);
+    applications.install(QStringLiteral("variants"), QStringLiteral("The long name\u009cShort"),
+                         QStringLiteral("icon-m-content-url-inverse"));
+    const Shown shown(choiceOf({QStringLiteral("variants")}));
+    QCOMPARE(shown.lines(), offer({}, QStringLiteral("The long name")).lines);
 }
 
 void TestNfcTagReadPermissionDialog::applicationIconIsDrawnFromItsFile()
 {
-    const QString file = folder.filePath(u"icon.png"_s);
+    const QString file = folder.filePath(QStringLiteral("icon.png"));
     QImage picture(64, 64, QImage::Format_RGB32);
     picture.fill(Qt::magenta);
     QVERIFY(picture.save(file));
-    applications.install(u"painted"_s, u"Painted"_s, file);
-    Shown shown(choiceOf({u"painted"_s}));
+    applications.install(QStringLiteral("painted"), QStringLiteral("Painted"), file);
+    Shown shown(choiceOf({QStringLiteral("painted")}));
     QVERIFY(shown.ready);
     QCOMPARE(shown.icon()->imageId(), QString());
-    QCOMPARE(shown.icon()->styleName(), u"CommonQueryIcon"_s);
+    QCOMPARE(shown.icon()->styleName(), QStringLiteral("CommonQueryIcon"));
     const QPoint middle = shown.icon()->mapToScene(shown.icon()->rect().center()).toPoint();
     QCOMPARE(shown.window.grab().toImage().pixelColor(middle), QColor(Qt::magenta));
 }
@@ -860,22 +911,25 @@ void TestNfcTagReadPermissionDialog::applicationIconIsDrawnFromItsFile()
 void TestNfcTagReadPermissionDialog::invalidUtf8IsReplaced()
 {
     const Shown shown(uriOf("http://a\xff/\xc3("));
-    QCOMPARE(shown.lines(), webLink(u"http://a\ufffd/\ufffd("_s).lines);
+    QCOMPARE(shown.lines(), webLink(QStringLiteral("http://a\ufffd/\ufffd(")).lines);
     const Shown number(uriOf("tel:\xfe"));
-    QCOMPARE(number.lines(), contact(u"\ufffd"_s));
+    QCOMPARE(number.lines(), contact(QStringLiteral("\ufffd")));
 }
 
 void TestNfcTagReadPermissionDialog::tagCannotHideTextBehindAVariant_data()
 {
     QTest::addColumn<Make>("make");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("text") << textOf(u"bad\u009ca longer one"_s) << u"bad\ufffda longer one"_s;
+    QTest::newRow("text") << textOf(QStringLiteral("bad\u009ca longer one"))
+                          << QStringLiteral("bad\ufffda longer one");
     QTest::newRow("web link") << uriOf("http://bad/\xc2\x9chttp://a.longer.one/")
-                              << u"http://bad/\ufffdhttp://a.longer.one/"_s;
-    QTest::newRow("number") << uriOf("tel:1\xc2\x9c+23456") << leftToRight(u"1\ufffd+23456"_s);
-    QTest::newRow("receiver") << uriOf("sms:1%C2%9C+23456") << u"To: "_s + leftToRight(u"1\ufffd+23456"_s);
+                              << QStringLiteral("http://bad/\ufffdhttp://a.longer.one/");
+    QTest::newRow("number") << uriOf("tel:1\xc2\x9c+23456") << leftToRight(QStringLiteral("1\ufffd+23456"));
+    QTest::newRow("receiver") << uriOf("sms:1%C2%9C+23456")
+                              << QStringLiteral("To: ") + leftToRight(QStringLiteral("1\ufffd+23456"));
     QTest::newRow("body") << uriOf("sms:1?body=a%C2%9Cbcd")
-                          << u"To: "_s + leftToRight(u"1"_s) + u"\na\ufffdbcd"_s;
+                          << QStringLiteral("To: ") + leftToRight(QStringLiteral("1")) +
+                                 QStringLiteral("\na\ufffdbcd");
 }
 
 void TestNfcTagReadPermissionDialog::tagCannotHideTextBehindAVariant()
@@ -888,7 +942,7 @@ void TestNfcTagReadPermissionDialog::tagCannotHideTextBehindAVariant()
 
 void TestNfcTagReadPermissionDialog::markupIsShownAsItIs()
 {
-    const QString markup = u"<h1><img src='file:///etc/passwd'/>&amp;"_s;
+    const QString markup = QStringLiteral("<h1><img src='file:///etc/passwd'/>&amp;");
     Shown shown(textOf(markup));
     QVERIFY(shown.ready);
     QCOMPARE(shown.lines().value(1), (Line{markup, query}));
@@ -902,19 +956,19 @@ void TestNfcTagReadPermissionDialog::markupIsShownAsItIs()
 void TestNfcTagReadPermissionDialog::directionalControlsStayInTheirLabel_data()
 {
     QTest::addColumn<QString>("controls");
-    QTest::newRow("override") << u"\u202e"_s;
-    QTest::newRow("embeddings") << u"\u202b\u202b"_s;
-    QTest::newRow("isolate") << u"\u2067"_s;
-    QTest::newRow("pops") << u"\u202c\u2069\u202c"_s;
-    QTest::newRow("marks") << u"\u200f\u200e\u061c"_s;
+    QTest::newRow("override") << QStringLiteral("\u202e");
+    QTest::newRow("embeddings") << QStringLiteral("\u202b\u202b");
+    QTest::newRow("isolate") << QStringLiteral("\u2067");
+    QTest::newRow("pops") << QStringLiteral("\u202c\u2069\u202c");
+    QTest::newRow("marks") << QStringLiteral("\u200f\u200e\u061c");
 }
 
 void TestNfcTagReadPermissionDialog::directionalControlsStayInTheirLabel()
 {
     QFETCH(QString, controls);
     const QByteArray uri = "http://e/" + controls.toUtf8() + "abc";
-    Shown honest(uriOf("http://e/abc", u"On the tag (1)"_s));
-    Shown disguised(uriOf(uri, u"On the tag (1)"_s));
+    Shown honest(uriOf("http://e/abc", QStringLiteral("On the tag (1)")));
+    Shown disguised(uriOf(uri, QStringLiteral("On the tag (1)")));
     QVERIFY(honest.ready && disguised.ready);
     QCOMPARE(disguised.lines().at(2).text, QString::fromUtf8(uri));
     // All but the address itself looks as without them.
@@ -945,7 +999,7 @@ void TestNfcTagReadPermissionDialog::longUriCanBeScrolledToItsEnd()
 {
     QFETCH(int, angle);
     const QByteArray uri = "http://example.com/" + QByteArray(65536, 'a') + "/end";
-    Shown shown(uriOf(uri, u"On the tag"_s));
+    Shown shown(uriOf(uri, QStringLiteral("On the tag")));
     QVERIFY(shown.ready);
     shown.window.sceneManager()->setOrientationAngle(M::OrientationAngle(angle));
     QCoreApplication::processEvents();
@@ -985,7 +1039,9 @@ void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion_data()
     };
     row(
         "web link",
-        [](int length) { return uriOf("http://example.com/" + QByteArray(length, 'a'), u"x"_s); });
+        [](int length) {
+            return uriOf("http://example.com/" + QByteArray(length, 'a'), QStringLiteral("x"));
+        });
     row(
         "number", [](int length) { return uriOf("tel:" + QByteArray("tel:1").repeated(length / 5)); });
     row(
@@ -993,8 +1049,8 @@ void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion_data()
     row(
         "lines", [](int length) { return textOf(QString(length, u'\n')); });
     row(
-        "words", [](int length) { return textOf(u"a "_s.repeated(length / 2)); });
-    row("directions", [](int length) { return textOf(u"a\u202bא"_s.repeated(length / 3)); });
+        "words", [](int length) { return textOf(QStringLiteral("a ").repeated(length / 2)); });
+    row("directions", [](int length) { return textOf(QStringLiteral("a\u202bא").repeated(length / 3)); });
 }
 
 void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion()
@@ -1016,7 +1072,7 @@ void TestNfcTagReadPermissionDialog::longContentTakesTimeInProportion()
     const std::clock_t whole = time(65536);
     // Four times as long takes four times as much; sixteen times would be a stall in the making.
     QVERIFY2(whole < 8 * quarter,
-             qPrintable(QString::number(quarter) + u" became "_s + QString::number(whole)));
+             qPrintable(QString::number(quarter) + QStringLiteral(" became ") + QString::number(whole)));
 }
 
 void TestNfcTagReadPermissionDialog::pressIsTheResult_data()
@@ -1025,15 +1081,20 @@ void TestNfcTagReadPermissionDialog::pressIsTheResult_data()
     QTest::addColumn<QString>("button");
     QTest::addColumn<int>("result");
     QTest::addColumn<bool>("directAction");
-    QTest::newRow("view") << textOf(u"a"_s) << u"View"_s << int(M::YesButton) << false;
-    QTest::newRow("discard") << textOf(u"a"_s) << u"Discard"_s << int(M::NoButton) << false;
-    QTest::newRow("open") << choiceOf({u"a"_s}) << u"Open"_s << int(M::YesButton) << false;
-    QTest::newRow("call") << uriOf("tel:1") << u"Call"_s << int(M::YesButton) << true;
-    QTest::newRow("view instead of calling") << uriOf("tel:1") << u"View"_s << 0 << false;
-    QTest::newRow("discard a number") << uriOf("tel:1") << u"Discard"_s << int(M::NoButton) << true;
-    QTest::newRow("send") << uriOf("sms:1") << u"Send"_s << int(M::YesButton) << true;
-    QTest::newRow("view instead of sending") << uriOf("sms:1") << u"View"_s << 0 << false;
-    QTest::newRow("discard a message") << uriOf("sms:1") << u"Discard"_s << int(M::NoButton) << true;
+    QTest::newRow("view") << textOf(QStringLiteral("a")) << QStringLiteral("View") << int(M::YesButton)
+                          << false;
+    QTest::newRow("discard") << textOf(QStringLiteral("a")) << QStringLiteral("Discard") << int(M::NoButton)
+                             << false;
+    QTest::newRow("open") << choiceOf({QStringLiteral("a")}) << QStringLiteral("Open") << int(M::YesButton)
+                          << false;
+    QTest::newRow("call") << uriOf("tel:1") << QStringLiteral("Call") << int(M::YesButton) << true;
+    QTest::newRow("view instead of calling") << uriOf("tel:1") << QStringLiteral("View") << 0 << false;
+    QTest::newRow("discard a number")
+        << uriOf("tel:1") << QStringLiteral("Discard") << int(M::NoButton) << true;
+    QTest::newRow("send") << uriOf("sms:1") << QStringLiteral("Send") << int(M::YesButton) << true;
+    QTest::newRow("view instead of sending") << uriOf("sms:1") << QStringLiteral("View") << 0 << false;
+    QTest::newRow("discard a message")
+        << uriOf("sms:1") << QStringLiteral("Discard") << int(M::NoButton) << true;
 }
 
 void TestNfcTagReadPermissionDialog::pressIsTheResult()
@@ -1059,32 +1120,34 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult_data()
     QTest::addColumn<int>("result");
     QTest::addColumn<QString>("application");
     const auto row = [](const QString &steps, int result, const QString &application) {
-        QTest::newRow(qPrintable(steps)) << steps.split(u", "_s) << result << application;
+        QTest::newRow(qPrintable(steps)) << steps.split(QStringLiteral(", ")) << result << application;
     };
-    row(u"Open"_s, M::YesButton, u"a"_s);
-    row(u"Discard"_s, M::NoButton, u"a"_s);
-    row(u"escape"_s, M::CancelButton, u"a"_s);
-    row(u"close"_s, M::CancelButton, u"a"_s);
-    row(u"change, ok"_s, M::OkButton, u"a"_s);
-    row(u"change, pick B, ok"_s, M::OkButton, u"b"_s);
-    row(u"change, pick B, pick C, ok"_s, M::OkButton, u"c"_s);
-    row(u"change, escape, Open"_s, M::YesButton, u"a"_s);
-    row(u"change, escape, Discard"_s, M::NoButton, u"a"_s);
-    row(u"change, escape, escape"_s, M::CancelButton, u"a"_s);
-    row(u"change, escape, close"_s, M::CancelButton, u"a"_s);
-    row(u"change, pick B, escape, Open"_s, M::YesButton, u"a"_s);
-    row(u"change, close"_s, M::CancelButton, u"a"_s);
-    row(u"change, pick B, close"_s, M::CancelButton, u"a"_s);
-    row(u"change, dismiss"_s, M::CancelButton, u"a"_s);
-    row(u"change, pick B, dismiss"_s, M::CancelButton, u"a"_s);
-    row(u"change, escape, change, ok"_s, M::OkButton, u"a"_s);
-    row(u"change, pick B, escape, change, ok"_s, M::OkButton, u"a"_s);
-    row(u"change, escape, change, pick C, ok"_s, M::OkButton, u"c"_s);
-    row(u"change, escape, change, escape, escape"_s, M::CancelButton, u"a"_s);
-    row(u"change, escape, change, pick C, escape, escape"_s, M::CancelButton, u"a"_s);
-    row(u"change, escape, change, close"_s, M::CancelButton, u"a"_s);
-    row(u"change, escape, change, escape, Discard"_s, M::NoButton, u"a"_s);
-    row(u"change, escape, change, escape, change, pick B, ok"_s, M::OkButton, u"b"_s);
+    row(QStringLiteral("Open"), M::YesButton, QStringLiteral("a"));
+    row(QStringLiteral("Discard"), M::NoButton, QStringLiteral("a"));
+    row(QStringLiteral("escape"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, ok"), M::OkButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B, ok"), M::OkButton, QStringLiteral("b"));
+    row(QStringLiteral("change, pick B, pick C, ok"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, escape, Open"), M::YesButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, Discard"), M::NoButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, escape"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B, escape, Open"), M::YesButton, QStringLiteral("a"));
+    row(QStringLiteral("change, close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B, close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, dismiss"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B, dismiss"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, ok"), M::OkButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B, escape, change, ok"), M::OkButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, pick C, ok"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, escape, change, escape, escape"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, pick C, escape, escape"), M::CancelButton,
+        QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, escape, Discard"), M::NoButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, escape, change, pick B, ok"), M::OkButton,
+        QStringLiteral("b"));
 }
 
 void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
@@ -1092,7 +1155,7 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
     QFETCH(QStringList, steps);
     QFETCH(int, result);
     QFETCH(QString, application);
-    Shown shown(choiceOf({u"a"_s, u"b"_s, u"c"_s}));
+    Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}));
     QVERIFY(shown.ready);
     QString applicationWhenFinished;
     connect(shown.dialog, &MDialog::finished, this,
@@ -1103,7 +1166,8 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
         QVERIFY2(!QTest::currentTestFailed(), qPrintable(step));
         QCOMPARE(shown.finished.size(), 0);
         QVERIFY(shown.dialog->isVisible());
-        QCOMPARE(shown.selection() != nullptr, step == "change"_L1 || step.startsWith("pick "_L1));
+        QCOMPARE(shown.selection() != nullptr,
+                 step == QLatin1String("change") || step.startsWith(QLatin1String("pick ")));
     }
     shown.step(last);
     QCOMPARE(shown.finished, once(result));
@@ -1116,7 +1180,8 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
 
 void TestNfcTagReadPermissionDialog::selectionStartsAtTheCurrentApplication()
 {
-    const Shown shown(choiceOf({u"a"_s, u"b"_s, u"c"_s}, u"c"_s));
+    const Shown shown(
+        choiceOf({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")}, QStringLiteral("c")));
     shown.press(change.text);
     QVERIFY(shown.selection());
     const auto rows = shownWidgets<MList>(shown.selection()).first()->selectionModel()->selectedRows();
@@ -1126,22 +1191,22 @@ void TestNfcTagReadPermissionDialog::selectionStartsAtTheCurrentApplication()
 
 void TestNfcTagReadPermissionDialog::selectionOfNothingKeepsTheApplication()
 {
-    expectMissing(u"missing"_s);
-    const Shown shown(choiceOf({u"missing"_s, u"gone"_s}));
+    expectMissing(QStringLiteral("missing"));
+    const Shown shown(choiceOf({QStringLiteral("missing"), QStringLiteral("gone")}));
     for (const char *id : {"missing", "gone"}) {
         const QByteArray warning =
             "NfcApplicationSelectionDialog: No desktop file provided for '" + QByteArray(id) + "'";
         QTest::ignoreMessage(QtWarningMsg, warning.constData());
     }
     shown.press(change.text);
-    shown.press(shown.selection(), u"OK"_s);
+    shown.press(shown.selection(), QStringLiteral("OK"));
     QCOMPARE(shown.finished, once(M::OkButton));
-    QCOMPARE(shown.dialog->selectedApplication(), u"missing"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("missing"));
 }
 
 void TestNfcTagReadPermissionDialog::answeredQuestionTakesItsSelectionAway()
 {
-    const Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
     shown.press(change.text);
     const QPointer<NfcApplicationSelectionDialog> selection = shown.selection();
     QVERIFY(selection);
@@ -1156,7 +1221,7 @@ void TestNfcTagReadPermissionDialog::answeredQuestionTakesItsSelectionAway()
 
 void TestNfcTagReadPermissionDialog::deletedQuestionTakesItsSelectionAway()
 {
-    const Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
     shown.press(change.text);
     const QPointer<NfcApplicationSelectionDialog> selection = shown.selection();
     QVERIFY(selection);
@@ -1170,13 +1235,13 @@ void TestNfcTagReadPermissionDialog::questionMayBeDeletedWhenItFinishes_data()
 {
     QTest::addColumn<QStringList>("steps");
     for (const char *steps : {"Open", "escape", "close", "change, ok", "change, pick B, ok", "change, close"})
-        QTest::newRow(steps) << QString::fromLatin1(steps).split(u", "_s);
+        QTest::newRow(steps) << QString::fromLatin1(steps).split(QStringLiteral(", "));
 }
 
 void TestNfcTagReadPermissionDialog::questionMayBeDeletedWhenItFinishes()
 {
     QFETCH(QStringList, steps);
-    Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
     connect(shown.dialog, &MDialog::finished, this, [&] { delete shown.dialog; });
     for (const QString &step : std::as_const(steps))
         shown.step(step);
@@ -1185,9 +1250,9 @@ void TestNfcTagReadPermissionDialog::questionMayBeDeletedWhenItFinishes()
     QTRY_VERIFY(!shown.selection());
 }
 
-void TestNfcTagReadPermissionDialog::strangerIsNoSelection()
+void TestNfcTagReadPermissionDialog::resultOfAnotherSenderIsLogged()
 {
-    const Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
     MDialog stranger(M::OkButton);
     auto *companion = shown.dialog->findChild<NfcTagReadPermissionDialogPrivate *>();
     NfcTagReadPermissionDialogPrivate own(shown.dialog);
@@ -1198,15 +1263,15 @@ void TestNfcTagReadPermissionDialog::strangerIsNoSelection()
                          "NfcTagReadPermissionDialog: Unable cast to NfcApplicationSelectionDialog");
     stranger.done(M::OkButton);
     QCOMPARE(shown.finished.size(), 0);
-    QCOMPARE(shown.dialog->selectedApplication(), u"a"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("a"));
 }
 
 void TestNfcTagReadPermissionDialog::choosingClosesTheQuestion()
 {
-    const Shown shown(choiceOf({u"a"_s, u"b"_s}, u"b"_s));
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}, QStringLiteral("b")));
     shown.dialog->applicationSelected();
     QCOMPARE(shown.finished, once(M::OkButton));
-    QCOMPARE(shown.dialog->selectedApplication(), u"b"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("b"));
     QVERIFY(!shown.dialog->isVisible());
     shown.dialog->applicationSelected();
     QCOMPARE(shown.finished.size(), 1);
@@ -1216,7 +1281,7 @@ void TestNfcTagReadPermissionDialog::choosingClosesTheQuestion()
 class Listening : public NfcTagReadPermissionDialog
 {
 public:
-    Listening() : NfcTagReadPermissionDialog(u"text"_s) {}
+    Listening() : NfcTagReadPermissionDialog(QStringLiteral("text")) {}
     using NfcTagReadPermissionDialog::createContent;
 
     QList<QStringList> lists;
@@ -1225,22 +1290,23 @@ protected:
     void createContent(const QStringList &applications) override { lists.append(applications); }
 };
 
-void TestNfcTagReadPermissionDialog::buildersHandOverToTheChoice()
+void TestNfcTagReadPermissionDialog::contentOfOtherKindsIsOfferedToItsApplication()
 {
     Listening dialog;
     const URINDEFRecord mail = record("mailto:me@example.com");
     const URINDEFRecord nobodys = record("nobody:1");
-    dialog.createContent(&mail, u"On the tag"_s);
-    dialog.createContent(&nobodys, u"On the tag"_s);
-    dialog.createContent(u"example.com:thing"_s, u"Hello"_s);
-    dialog.createContent(u"example.com:thing"_s, u"%PDF-1.5"_s);
-    dialog.createContent(u"image/jpeg"_s, QFileInfo(u"/nowhere/picture"_s));
-    dialog.createContent(u"application/x-nobodys"_s, QFileInfo(u"/nowhere/picture"_s));
-    QCOMPARE(dialog.lists, QList<QStringList>({{u"mailer"_s},
+    dialog.createContent(&mail, QStringLiteral("On the tag"));
+    dialog.createContent(&nobodys, QStringLiteral("On the tag"));
+    dialog.createContent(QStringLiteral("example.com:thing"), QStringLiteral("Hello"));
+    dialog.createContent(QStringLiteral("example.com:thing"), QStringLiteral("%PDF-1.5"));
+    dialog.createContent(QStringLiteral("image/jpeg"), QFileInfo(QStringLiteral("/nowhere/picture")));
+    dialog.createContent(QStringLiteral("application/x-nobodys"),
+                         QFileInfo(QStringLiteral("/nowhere/picture")));
+    QCOMPARE(dialog.lists, QList<QStringList>({{QStringLiteral("mailer")},
                                                {QString()},
-                                               {u"editor"_s},
+                                               {QStringLiteral("editor")},
                                                {QString()},
-                                               {u"org.example.Viewer"_s},
+                                               {QStringLiteral("org.example.Viewer")},
                                                {QString()}}));
 }
 
@@ -1248,25 +1314,25 @@ void TestNfcTagReadPermissionDialog::buildersHandOverToTheChoice()
 class Refilled : public NfcTagReadPermissionDialog
 {
 public:
-    Refilled() : NfcTagReadPermissionDialog({u"a"_s, u"b"_s}, u"b"_s)
+    Refilled() : NfcTagReadPermissionDialog({QStringLiteral("a"), QStringLiteral("b")}, QStringLiteral("b"))
     {
-        createContent(QStringList{u"c"_s, u"b"_s});
-        createContent(QStringList{u"c"_s, u"a"_s});
+        createContent(QStringList{QStringLiteral("c"), QStringLiteral("b")});
+        createContent(QStringList{QStringLiteral("c"), QStringLiteral("a")});
     }
 };
 
 void TestNfcTagReadPermissionDialog::changeButtonIsAddedOnce()
 {
     const Shown shown([] { return new Refilled; });
-    QCOMPARE(shown.dialog->selectedApplication(), u"c"_s);
-    Content expected = offer(u"c"_s, u"C"_s);
+    QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("c"));
+    Content expected = offer(QStringLiteral("c"), QStringLiteral("C"));
     QCOMPARE(shown.lines(), expected.lines);
     QCOMPARE(shown.buttons(), expected.buttons + QList<Button>{change});
 }
 
 void TestNfcTagReadPermissionDialog::changeButtonShowsOneVariant()
 {
-    Shown shown(choiceOf({u"a"_s, u"b"_s}));
+    Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
     QVERIFY(shown.ready);
     const auto picture = [&shown] { return shown.window.grab().toImage(); };
     const QImage whole = picture();

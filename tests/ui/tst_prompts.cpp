@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <functional>
+#include <utility>
 
 #include <QMetaEnum>
 #include <QScopedPointer>
