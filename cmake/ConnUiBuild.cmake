@@ -5,42 +5,40 @@
 # which also builds on its own.
 include_guard(GLOBAL)
 
+set(QT_MAJOR_VERSION 6)
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_CXX_VISIBILITY_PRESET hidden)
-set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_AUTOMOC ON)
-if(NOT CMAKE_BUILD_TYPE)
-    set(CMAKE_BUILD_TYPE RelWithDebInfo)
-endif()
-# Programs and tests find the libraries of the same build without being installed.
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/lib)
 
-option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)
-option(CONNUI_COVERAGE "Instrument for coverage" OFF)
-option(CONNUI_FUZZ "Build the fuzz targets, with clang (the preset fuzz)" OFF)
-option(CONNUI_PRECOMPILE "Compile Qt's headers once for all files" OFF)
+# An installed tree may be moved: its programs and libraries find the libraries from where they are themselves.
+set(KDE_SKIP_RPATH_SETTINGS TRUE)
+# Folders that the build makes are named before they exist.
+set(KDE_SKIP_MISSING_INCLUDE_DIRS_WARNINGS_SETTINGS TRUE)
 
-if(CONNUI_FUZZ)
-    # The fuzz target brings what the instrumented libraries call.
-    add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all)
-else()
-    # A function that a library declares and forgets shows when the library is linked, not when a program is.
-    string(APPEND CMAKE_SHARED_LINKER_FLAGS " -Wl,--no-undefined")
-endif()
+# The catalogues are part of the tree: KDE's own are fetched from where its translators keep them.
+add_custom_target(fetch-translations COMMENT "All texts are in translations/")
 
-set(QT_MAJOR_VERSION 6)
 include(KDEInstallDirs6)
-include(ECMEnableSanitizers)
+include(KDECMakeSettings)
+include(KDECompilerSettings NO_POLICY_SCOPE)
+# What `auto` keeps of a sum of strings is a string, and bytes go to functions that take a C string, QtTest's above all.
+remove_definitions(-DQT_USE_QSTRINGBUILDER -DQT_NO_CAST_FROM_BYTEARRAY)
+include(CMakePackageConfigHelpers)
+include(ECMAddTests)
 include(ECMGenerateExportHeader)
 include(ECMGenerateHeaders)
-include(ECMGeneratePkgConfigFile)
-include(ECMAddTests)
-include(CMakePackageConfigHelpers)
+include(ECMSetupVersion)
 include(ConnUiLibrary)
+
+# Who links a library sees its public headers only.
+set(CMAKE_INCLUDE_CURRENT_DIR_IN_INTERFACE OFF)
+file(RELATIVE_PATH libraries_from_programs ${KDE_INSTALL_FULL_BINDIR} ${KDE_INSTALL_FULL_LIBDIR})
+set(CMAKE_INSTALL_RPATH $ORIGIN/${libraries_from_programs})
+
+option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)
+option(CONNUI_FUZZ "Build the fuzz targets, with clang (the preset fuzz)" OFF)
+option(CONNUI_PRECOMPILE "Compile Qt's headers once for all files" OFF)
 
 find_package(Qt6 6.4 REQUIRED COMPONENTS Core Gui Widgets DBus Svg)
 if(BUILD_TESTING)
@@ -52,22 +50,14 @@ if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
     set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
 endif()
 
-add_compile_options(-Wall -Wextra)
 if(CONNUI_WERROR)
     add_compile_options(-Werror)
 endif()
-if(CONNUI_COVERAGE)
-    add_compile_options(--coverage -O0)
-    add_link_options(--coverage)
+if(CONNUI_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-recover=all)
 endif()
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # The files that are compiled as one count as its headers, whose classes must not use what is local to a file.
     add_compile_options(-Wno-subobject-linkage)
 endif()
-add_compile_definitions(
-    QT_NO_CAST_FROM_ASCII
-    QT_NO_CAST_TO_ASCII
-    QT_NO_KEYWORDS
-    QT_STRICT_ITERATORS
-    QT_DISABLE_DEPRECATED_BEFORE=0x060400
-)
+add_compile_definitions(QT_DISABLE_DEPRECATED_BEFORE=0x060400)

@@ -11,14 +11,15 @@
 #     [PUBLIC <target>...]            # libraries that the public headers need
 #     [PRIVATE <target>...]
 #     [FIND <package and components>...]  # one string each: what a program's find_package must bring
-#     [REQUIRES <pkg-config module>...])
+#     [REQUIRES <pkg-config module>...]          # those that the public headers need
+#     [REQUIRES_PRIVATE <pkg-config module>...])
 #
 # One shared library with everything that a program outside needs to build against it: hidden symbols and an
 # export header <target>_export.h, forwarding headers, a CMake package and a pkg-config file, all of it installed.
 # The code is compiled once, into <target>-objects, so that a test can look at private classes as well.
 function(connui_add_library target)
     cmake_parse_arguments(ARG "" "PACKAGE;NAMESPACE;NAME;DESCRIPTION;INCLUDE"
-        "CLASSES;SOURCES;PUBLIC;PRIVATE;FIND;REQUIRES" ${ARGN})
+        "CLASSES;SOURCES;PUBLIC;PRIVATE;FIND;REQUIRES;REQUIRES_PRIVATE" ${ARGN})
 
     set(forwarding ${CMAKE_CURRENT_BINARY_DIR}/include)
     ecm_generate_headers(forwarding_headers
@@ -30,6 +31,9 @@ function(connui_add_library target)
     target_link_libraries(${target}-objects PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${target}-objects ${ARG_PRIVATE})
 
+    ecm_setup_version(PROJECT VARIABLE_PREFIX library SOVERSION ${PROJECT_VERSION_MAJOR}
+        PACKAGE_VERSION_FILE ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake
+        COMPATIBILITY SameMajorVersion)
     string(REPLACE "-" "_" base ${target})
     ecm_generate_export_header(${target}-objects
         VERSION ${PROJECT_VERSION} BASE_NAME ${base} EXPORT_FILE_NAME ${forwarding}/${base}_export.h)
@@ -41,32 +45,26 @@ function(connui_add_library target)
     endforeach()
     target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${installed}>)
     set_target_properties(${target} PROPERTIES
-        VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} EXPORT_NAME ${ARG_NAME})
+        VERSION ${library_VERSION} SOVERSION ${library_SOVERSION} EXPORT_NAME ${ARG_NAME} INSTALL_RPATH $ORIGIN)
 
     install(TARGETS ${target} EXPORT ${ARG_PACKAGE}Targets ${KDE_INSTALL_TARGETS_DEFAULT_ARGS})
     install(FILES ${headers} ${forwarding_headers} ${forwarding}/${base}_export.h DESTINATION ${installed})
 
     set(package ${KDE_INSTALL_CMAKEPACKAGEDIR}/${ARG_PACKAGE})
-    set(config "include(CMakeFindDependencyMacro)\n")
-    foreach(dependency ${ARG_FIND})
-        string(APPEND config "find_dependency(${dependency})\n")
-    endforeach()
-    string(APPEND config "include(\"\${CMAKE_CURRENT_LIST_DIR}/${ARG_PACKAGE}Targets.cmake\")\n")
-    file(WRITE ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}Config.cmake ${config})
-    write_basic_package_version_file(${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake
-        VERSION ${PROJECT_VERSION} COMPATIBILITY SameMajorVersion)
+    list(TRANSFORM ARG_FIND REPLACE "(.+)" "find_dependency(\\1)" OUTPUT_VARIABLE find_dependencies)
+    list(JOIN find_dependencies "\n" find_dependencies)
+    configure_package_config_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/Config.cmake.in ${ARG_PACKAGE}Config.cmake
+        INSTALL_DESTINATION ${package} NO_SET_AND_CHECK_MACRO)
     install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}Config.cmake
         ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake DESTINATION ${package})
     install(EXPORT ${ARG_PACKAGE}Targets NAMESPACE ${ARG_NAMESPACE}:: DESTINATION ${package})
 
-    ecm_generate_pkgconfig_file(BASE_NAME ${target} LIB_NAME ${target} DEPS ${ARG_REQUIRES}
-        INCLUDE_INSTALL_DIR ${installed} DESCRIPTION ${ARG_DESCRIPTION} URL "https://connui.example"
-        FILENAME_VAR pkgconfig)
-    # Like the CMake package, it may be installed under any prefix: it starts from where it is.
-    file(RELATIVE_PATH prefix /${KDE_INSTALL_LIBDIR}/pkgconfig /)
-    string(REGEX REPLACE "/$" "" prefix ${prefix})
-    file(READ ${pkgconfig} content)
-    string(REPLACE "prefix=${CMAKE_INSTALL_PREFIX}\n" "prefix=\${pcfiledir}/${prefix}\n" content "${content}")
-    file(WRITE ${pkgconfig} "${content}")
-    install(FILES ${pkgconfig} DESTINATION ${KDE_INSTALL_LIBDIR}/pkgconfig)
+    # Like the CMake package, the pkg-config file may be installed under any prefix: it starts from where it is.
+    file(RELATIVE_PATH prefix ${KDE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+    file(RELATIVE_PATH libdir ${CMAKE_INSTALL_PREFIX} ${KDE_INSTALL_FULL_LIBDIR})
+    file(RELATIVE_PATH includedir ${CMAKE_INSTALL_PREFIX} ${KDE_INSTALL_FULL_INCLUDEDIR}/${target})
+    list(JOIN ARG_REQUIRES " " requires)
+    list(JOIN ARG_REQUIRES_PRIVATE " " requires_private)
+    configure_file(${CMAKE_CURRENT_FUNCTION_LIST_DIR}/library.pc.in ${target}.pc @ONLY)
+    install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${target}.pc DESTINATION ${KDE_INSTALL_LIBDIR}/pkgconfig)
 endfunction()

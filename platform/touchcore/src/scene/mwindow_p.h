@@ -11,7 +11,7 @@
 
 #include "scene/mscenehost_p.h"
 
-class MWindowPrivate : public MSceneHost
+class MWindowPrivate final : public MSceneHost
 {
 public:
     MWindowPrivate(MWindow *window, MSceneManager *manager);
