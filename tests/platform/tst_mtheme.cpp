@@ -106,7 +106,9 @@ private Q_SLOTS:
     void faultyFileLeavesBuiltInTheme_data();
     void faultyFileLeavesBuiltInTheme();
     void variantComesFromEnvironmentOrFile();
+    void variantFollowsDesktopUnlessFixed();
     void variantRepaintsWidgets();
+    void textSizeChangesWidgets();
 };
 
 void TestMTheme::everyStyleExists_data()
@@ -311,6 +313,30 @@ void TestMTheme::variantComesFromEnvironmentOrFile()
     QCOMPARE(MThemePrivate().variant, MTheme::Dark);
 }
 
+void TestMTheme::variantFollowsDesktopUnlessFixed()
+{
+    MLook wish;
+    wish.dark = true;
+    MThemePrivate theme;
+    QVERIFY(theme.follow(wish));
+    QCOMPARE(theme.variant, MTheme::Dark);
+    QVERIFY(!theme.follow(wish));
+    wish.highContrast = true;
+    QVERIFY(theme.follow(wish));
+    QCOMPARE(theme.variant, MTheme::DarkContrast);
+
+    // A theme that is made for light takes the contrast and no more.
+    const ThemeFile file("[Theme]\nvariant=light\n");
+    MThemePrivate light;
+    QVERIFY(light.follow(wish));
+    QCOMPARE(light.variant, MTheme::LightContrast);
+    qputenv("QUENZO_TOUCH_VARIANT", "dark-contrast");
+    MThemePrivate fixed;
+    qunsetenv("QUENZO_TOUCH_VARIANT");
+    QVERIFY(!fixed.follow(MLook()));
+    QCOMPARE(fixed.variant, MTheme::DarkContrast);
+}
+
 void TestMTheme::variantRepaintsWidgets()
 {
     MTheme *theme = MTheme::instance();
@@ -327,6 +353,22 @@ void TestMTheme::variantRepaintsWidgets()
     QVERIFY(TouchTest::picture(window.scene(), button->rect()) != light);
     theme->setVariant(MTheme::Light);
     QCOMPARE(TouchTest::picture(window.scene(), button->rect()), light);
+}
+
+void TestMTheme::textSizeChangesWidgets()
+{
+    MTheme *theme = MTheme::instance();
+    MLabel label(QStringLiteral("Call"));
+    const QSizeF usual = label.preferredSize();
+    QSignalSpy changed(theme, &MTheme::changed);
+    theme->setTextScale(2);
+    theme->setTextScale(2);
+    QCOMPARE(changed.count(), 1);
+    QCOMPARE(theme->textScale(), 2);
+    QVERIFY(label.preferredSize().height() > 1.8 * usual.height());
+    QVERIFY(label.preferredSize().width() > 1.8 * usual.width());
+    theme->setTextScale(1);
+    QCOMPARE(label.preferredSize(), usual);
 }
 
 QTEST_MAIN(TestMTheme)

@@ -38,11 +38,25 @@ public:
     /** Returns the theme of this process. It lives until the application object goes. */
     static MTheme *instance();
 
-    /** Returns the variant in use: "light" or "dark" in QUENZO_TOUCH_VARIANT, or else as the theme file says.
+    /**
+     * Returns the variant in use: the one in QUENZO_TOUCH_VARIANT ("light", "dark", "light-contrast" or
+     * "dark-contrast"), or else light or dark as the theme file says, if it does, and everything else as the
+     * user's desktop says.
      */
     Variant variant() const;
-    /** Shows everything in the colors of \a variant. */
+    /** Shows everything in the colors of \a variant from now on, whatever the desktop says. */
     void setVariant(Variant variant);
+
+    /** Returns by how much all texts are larger than the theme file says, from 0.5 to 3: the desktop's, or 1.
+     */
+    qreal textScale() const;
+    /** Shows all texts larger by \a scale from now on, whatever the desktop says. */
+    void setTextScale(qreal scale);
+
+    /** Returns whether the user asked the desktop for less motion: then nothing slides. */
+    bool hasReducedMotion() const;
+    /** Lets things slide or not from now on, whatever the desktop says. */
+    void setReducedMotion(bool reduced);
 
     /**
      * Returns the picture \a id at its natural size; its pixel ratio is the application's, so that
@@ -54,13 +68,14 @@ public:
     static void releasePixmap(const QPixmap *pixmap);
 
 Q_SIGNALS:
-    /** Colors have changed. */
+    /** Colors or the size of texts have changed. */
     void changed();
 
 private:
     friend class MThemePrivate;
     MTheme();
     ~MTheme() override;
+    void follow();
     const std::unique_ptr<MThemePrivate> d;
 };
 

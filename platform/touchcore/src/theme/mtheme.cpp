@@ -4,6 +4,7 @@
 #include "mtheme.h"
 
 #include <algorithm>
+#include <array>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -55,15 +56,42 @@ MThemePrivate::MThemePrivate()
 {
     setIconPaths();
     loadFile();
-    variant = firstVariant();
+    wishedVariant = variantOfEnvironment();
+    follow(MLook());
 }
 
-MTheme::Variant MThemePrivate::firstVariant() const
+std::optional<MTheme::Variant> MThemePrivate::variantOfEnvironment()
 {
+    constexpr std::array names{"light", "dark", "light-contrast", "dark-contrast"};
     const QByteArray wanted = qgetenv("QUENZO_TOUCH_VARIANT");
-    if (wanted == "dark")
-        return MTheme::Dark;
-    return wanted == "light" ? MTheme::Light : file.preferredVariant();
+    const auto found = std::find(names.cbegin(), names.cend(), wanted);
+    if (found == names.cend())
+        return std::nullopt;
+    return MTheme::Variant(found - names.cbegin());
+}
+
+MTheme::Variant MThemePrivate::variantFor(const MLook &look) const
+{
+    if (wishedVariant)
+        return *wishedVariant;
+    const bool dark =
+        file.preferredVariant().value_or(look.dark ? MTheme::Dark : MTheme::Light) == MTheme::Dark;
+    if (look.highContrast)
+        return dark ? MTheme::DarkContrast : MTheme::LightContrast;
+    return dark ? MTheme::Dark : MTheme::Light;
+}
+
+bool MThemePrivate::follow(const MLook &look)
+{
+    reducedMotion = wishedReducedMotion.value_or(look.reducedMotion);
+    const MTheme::Variant newVariant = variantFor(look);
+    const qreal newTextScale = wishedTextScale.value_or(look.textScale);
+    const bool differs = newVariant != variant || newTextScale != textScale;
+    if (newTextScale != textScale)
+        file.setTextScale(newTextScale);
+    variant = newVariant;
+    textScale = newTextScale;
+    return differs;
 }
 
 QString MThemePrivate::path()
@@ -148,6 +176,8 @@ QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
 
 MTheme::MTheme() : d(std::make_unique<MThemePrivate>())
 {
+    d->system = new MSystemLook(this);
+    connect(d->system, &MSystemLook::changed, this, &MTheme::follow);
     qAddPostRoutine([] {
         delete theInstance;
         theInstance = nullptr;
@@ -168,12 +198,38 @@ MTheme::Variant MTheme::variant() const
     return d->variant;
 }
 
+void MTheme::follow()
+{
+    if (d->follow(d->system->look()))
+        Q_EMIT changed();
+}
+
 void MTheme::setVariant(Variant variant)
 {
-    if (d->variant == variant)
-        return;
-    d->variant = variant;
-    Q_EMIT changed();
+    d->wishedVariant = variant;
+    follow();
+}
+
+qreal MTheme::textScale() const
+{
+    return d->textScale;
+}
+
+void MTheme::setTextScale(qreal scale)
+{
+    d->wishedTextScale = MSystemLook::legible(scale);
+    follow();
+}
+
+bool MTheme::hasReducedMotion() const
+{
+    return d->reducedMotion;
+}
+
+void MTheme::setReducedMotion(bool reduced)
+{
+    d->wishedReducedMotion = reduced;
+    follow();
 }
 
 const QPixmap *MTheme::pixmap(const QString &id)

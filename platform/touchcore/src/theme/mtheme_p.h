@@ -5,6 +5,7 @@
 #define MTHEME_P_H
 
 #include <map>
+#include <optional>
 
 #include <QSet>
 #include <QStringList>
@@ -12,6 +13,7 @@
 #include <MTheme>
 
 #include "theme/mstyle_p.h"
+#include "theme/msystemlook_p.h"
 #include "theme/mthemefile_p.h"
 
 class MThemePrivate
@@ -49,12 +51,23 @@ public:
         int users = 0;
     };
 
+    /** Looks as \a look wants, as far as nobody wished for something else. Returns whether anything looks
+     * different. */
+    bool follow(const MLook &look);
+
     MThemeFile file;
     MTheme::Variant variant = MTheme::Light;
+    qreal textScale = 1;
+    bool reducedMotion = false;
+    std::optional<MTheme::Variant> wishedVariant;
+    std::optional<qreal> wishedTextScale;
+    std::optional<bool> wishedReducedMotion;
+    MSystemLook *system = nullptr;
     std::map<QString, SharedPixmap> pixmaps;
 
 private:
-    MTheme::Variant firstVariant() const;
+    static std::optional<MTheme::Variant> variantOfEnvironment();
+    MTheme::Variant variantFor(const MLook &look) const;
     void loadFile();
     static QString path();
 

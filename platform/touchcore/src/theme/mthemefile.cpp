@@ -210,7 +210,9 @@ bool MThemeFile::read(const QByteArray &data, QString *error)
     families = value(file.get(), QLatin1String(themeGroup), QStringLiteral("font-families"))
                    .split(QLatin1Char(';'), Qt::SkipEmptyParts);
     const QString preferred = value(file.get(), QLatin1String(themeGroup), QStringLiteral("variant"));
-    this->preferred = preferred == QLatin1String("dark") ? MTheme::Dark : MTheme::Light;
+    this->preferred.reset();
+    if (preferred == QLatin1String("light") || preferred == QLatin1String("dark"))
+        this->preferred = preferred == QLatin1String("dark") ? MTheme::Dark : MTheme::Light;
 
     QStringList styles = groups(file.get());
     styles.removeAll(QLatin1String(themeGroup));
@@ -232,6 +234,13 @@ bool MThemeFile::read(const QByteArray &data, QString *error)
         }
     }
     return true;
+}
+
+void MThemeFile::setTextScale(qreal scale)
+{
+    for (QHash<QString, MStyle> &styles : variants)
+        for (MStyle &style : styles)
+            style.font.setPixelSize(qMax(1, qRound(style.fontSize * scale)));
 }
 
 void MThemeFile::complete(const MThemeFile &other)

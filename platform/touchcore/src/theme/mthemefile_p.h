@@ -5,6 +5,7 @@
 #define MTHEMEFILE_P_H
 
 #include <array>
+#include <optional>
 
 #include <QHash>
 #include <QStringList>
@@ -26,12 +27,16 @@ public:
     /** Takes the styles that this file lacks from \a other. */
     void complete(const MThemeFile &other);
 
-    MTheme::Variant preferredVariant() const { return preferred; }
+    /** Makes all texts larger by \a scale than the file says. */
+    void setTextScale(qreal scale);
+
+    /** Returns Light or Dark where the file says that it is made for that one only. */
+    std::optional<MTheme::Variant> preferredVariant() const { return preferred; }
     const QHash<QString, MStyle> &styles(MTheme::Variant variant) const { return variants[variant]; }
 
 private:
     QStringList families;
-    MTheme::Variant preferred = MTheme::Light;
+    std::optional<MTheme::Variant> preferred;
     std::array<QHash<QString, MStyle>, 4> variants;
 };
 
