@@ -31,7 +31,8 @@ class CONNUI_NFC_EXPORT NDEFGenerator : public QObject
 
 public:
     /**
-     * A URI, or a MIME type with its data, that awaits encoding. Fixed once it is built; a copy is deep.
+     * A URI, or a MIME type with its data, that awaits encoding. A value: a copy is deep, and a record that
+     * has been moved from is empty.
      */
     class CONNUI_NFC_EXPORT Record
     {
@@ -52,10 +53,14 @@ public:
         /** Copies the record and all that it holds. */
         Record(const Record &other);
 
-        /** Takes over what the other record holds, which may only be destroyed after that. */
+        /** Takes over what the other record holds, and leaves it empty. */
         Record(Record &&other) noexcept;
 
-        Record &operator=(const Record &) = delete;
+        /** Copies the other record and all that it holds. */
+        Record &operator=(const Record &other);
+
+        /** Takes over what the other record holds, and leaves it empty. */
+        Record &operator=(Record &&other) noexcept;
 
         virtual ~Record();
 

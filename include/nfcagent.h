@@ -80,6 +80,8 @@ public:
      *
      * A name that D-Bus does not allow is logged and replaced by "com.tavix.nfc.UIAgent.Rejected", so that
      * the daemon is not left waiting.
+     *
+     * @warning An empty \a error makes no error of the answer: it grants the request.
      */
     void replyError(const QDBusObjectPath &target, const QString &error);
 

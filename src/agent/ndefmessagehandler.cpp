@@ -91,8 +91,7 @@ bool NdefMessageHandler::isRunningOnForeground() const
     if (!bus)
         return false;
     const QDBusReply<uint> pid = bus->servicePid(d->service);
-    return pid.isValid() &&
-           pid.value() == NdefMessageHandlerPrivate::applicationTracker->currentForegroundApplicationPid();
+    return pid.isValid() && NdefMessageHandlerPrivate::isInFront(pid.value());
 }
 
 void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteArray &data)

@@ -35,4 +35,9 @@ QDBusConnection NdefMessageHandlerPrivate::bus() const
     return isOnSystemBus() ? QDBusConnection::systemBus() : QDBusConnection::sessionBus();
 }
 
+bool NdefMessageHandlerPrivate::isInFront(uint pid)
+{
+    return pid != 0 && pid == applicationTracker->currentForegroundApplicationPid();
+}
+
 } // namespace ConnUi

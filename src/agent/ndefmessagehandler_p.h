@@ -22,6 +22,10 @@ public:
     bool isOnSystemBus() const;
     QDBusConnection bus() const;
 
+    /** Returns whether \a pid is the application in the foreground. A bus reports 0 for a process that it
+     * does not see, and the tracker while it knows none. */
+    static bool isInFront(uint pid);
+
     QString busType;
     QString service;
     QDBusObjectPath path;

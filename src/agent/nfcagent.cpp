@@ -78,7 +78,7 @@ void NfcAgent::rejectDevice(const QDBusObjectPath &target)
 void NfcAgent::replyError(const QDBusObjectPath &target, const QString &error)
 {
     QString name = error;
-    if (!DBusNames::isErrorName(name)) {
+    if (!name.isEmpty() && !DBusNames::isErrorName(name)) {
         qWarning("NfcAgent: '%s' is no D-Bus error name, replying %s", qUtf8Printable(name),
                  qUtf8Printable(rejectedError()));
         name = rejectedError();

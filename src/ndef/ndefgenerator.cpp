@@ -170,9 +170,21 @@ NDEFGenerator::Record::Record(const QString &mimeType, const QByteArray &mimeDat
     : d(new Private{{}, mimeType, mimeData})
 {}
 
-NDEFGenerator::Record::Record(const Record &other) : d(new Private(*other.d)) {}
+NDEFGenerator::Record::Record(const Record &other) : d(new Private(Private::of(other))) {}
 
 NDEFGenerator::Record::Record(Record &&other) noexcept : d(std::exchange(other.d, nullptr)) {}
+
+NDEFGenerator::Record &NDEFGenerator::Record::operator=(const Record &other)
+{
+    return *this = Record(other);
+}
+
+NDEFGenerator::Record &NDEFGenerator::Record::operator=(Record &&other) noexcept
+{
+    Record taken(std::move(other));
+    std::swap(d, taken.d);
+    return *this;
+}
 
 NDEFGenerator::Record::~Record()
 {
@@ -181,25 +193,27 @@ NDEFGenerator::Record::~Record()
 
 QString NDEFGenerator::Record::uri() const
 {
-    return d->uri;
+    return Private::of(*this).uri;
 }
 
 QString NDEFGenerator::Record::mimeType() const
 {
-    return d->mimeType;
+    return Private::of(*this).mimeType;
 }
 
 QByteArray NDEFGenerator::Record::mimeData() const
 {
-    return d->mimeData;
+    return Private::of(*this).mimeData;
 }
 
 bool NDEFGenerator::Record::operator==(const Record &other) const
 {
     // Different URIs leave two empty MIME types with empty data to compare, which are equal. So the URIs'
     // texts do not matter, only whether there are any.
-    return d->uri.isEmpty() == other.d->uri.isEmpty() ||
-           (d->mimeType == other.d->mimeType && d->mimeData == other.d->mimeData);
+    const Private &own = Private::of(*this);
+    const Private &others = Private::of(other);
+    return own.uri.isEmpty() == others.uri.isEmpty() ||
+           (own.mimeType == others.mimeType && own.mimeData == others.mimeData);
 }
 
 NDEFGenerator::NDEFGenerator(QObject *parent) : QObject(parent), d(new NDEFGeneratorPrivate) {}
@@ -229,22 +243,25 @@ QByteArray NDEFGenerator::data() const
     const QList<Record> &records = d->records;
     qsizetype space = 0;
     qsizetype dropped = 0;
-    for (const Record &record : records)
-        if (!record.d->uri.isEmpty())
-            space += uriRecordSpace(record.d->uri, {});
-        else if (!record.d->mimeType.isEmpty())
-            space += mimeRecordSpace(record.d->mimeType, record.d->mimeData);
-        else if (!record.d->mimeData.isEmpty())
+    for (const Record &record : records) {
+        const auto &[uri, mimeType, mimeData] = Record::Private::of(record);
+        if (!uri.isEmpty())
+            space += uriRecordSpace(uri, {});
+        else if (!mimeType.isEmpty())
+            space += mimeRecordSpace(mimeType, mimeData);
+        else if (!mimeData.isEmpty())
             ++dropped;
+    }
 
     QByteArray message(space, Qt::Uninitialized);
     char *out = message.data();
     for (const Record &record : records) {
+        const auto &[uri, mimeType, mimeData] = Record::Private::of(record);
         const MessageFlags flags{record == records.first(), record == records.last()};
-        if (!record.d->uri.isEmpty())
-            out = writeUriRecord(out, record.d->uri, flags, {});
-        else if (!record.d->mimeType.isEmpty())
-            out = writeMimeRecord(out, record.d->mimeType, record.d->mimeData, flags);
+        if (!uri.isEmpty())
+            out = writeUriRecord(out, uri, flags, {});
+        else if (!mimeType.isEmpty())
+            out = writeMimeRecord(out, mimeType, mimeData, flags);
     }
     message.truncate(out - message.constData());
 

@@ -7,9 +7,16 @@
 
 #include "ndefgenerator.h"
 
+/** A record's fields; a record that has been moved from has none. */
 class NDEFGenerator::Record::Private
 {
 public:
+    static const Private &of(const Record &record)
+    {
+        static const Private none;
+        return record.d ? *record.d : none;
+    }
+
     QString uri;
     QString mimeType;
     QByteArray mimeData;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcoverlay.h"
 
+#include <QTimer>
+
 #include <MSceneManager>
 
 #include "ui/nfcoverlay_p.h"
@@ -43,7 +45,7 @@ void NfcOverlay::showIndication()
 
 void NfcOverlay::hideIndication()
 {
-    d->timer.stop();
+    d->timer->stop();
     if (d->showing)
         d->slideOut();
 }

@@ -6,6 +6,7 @@
 #include <QRect>
 #include <QRegion>
 #include <QSize>
+#include <QTimer>
 
 #include <MSceneManager>
 
@@ -42,13 +43,16 @@ QRect strip(M::OrientationAngle angle, QSize scene, QSize window, int height)
 
 } // namespace
 
-NfcOverlayPrivate::NfcOverlayPrivate(NfcOverlay *overlay) : QObject(overlay), overlay(overlay)
+NfcOverlayPrivate::NfcOverlayPrivate(NfcOverlay *overlay)
+    : QObject(overlay)
+    , overlay(overlay)
+    , timer(new QTimer(this))
 {
-    timer.setSingleShot(true);
-    timer.setInterval(holdTime);
+    timer->setSingleShot(true);
+    timer->setInterval(holdTime);
     // A coarse timer may fire five per cent early.
-    timer.setTimerType(Qt::PreciseTimer);
-    connect(&timer, &QTimer::timeout, overlay, &NfcOverlay::hideIndication);
+    timer->setTimerType(Qt::PreciseTimer);
+    connect(timer, &QTimer::timeout, overlay, &NfcOverlay::hideIndication);
 }
 
 void NfcOverlayPrivate::createItem()
@@ -62,7 +66,7 @@ void NfcOverlayPrivate::show()
 {
     if (!item)
         return;
-    timer.start();
+    timer->start();
     item->setVisible(true);
     updateWindowMask();
     animate(hidden, flush);

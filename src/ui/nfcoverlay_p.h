@@ -5,7 +5,8 @@
 
 #include <QObject>
 #include <QPropertyAnimation>
-#include <QTimer>
+
+class QTimer;
 
 namespace ConnUi {
 
@@ -26,7 +27,7 @@ public:
     IndicationItem *item = nullptr;
     bool showing = false;
     QPropertyAnimation *animation = nullptr;
-    QTimer timer;
+    QTimer *timer;
 
 public Q_SLOTS:
     void updateWindowMask();

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/nfctagreadpermissiondialog_p.h"
 
+#include <QGraphicsScene>
+#include <QList>
+
 #include <MButtonModel>
 #include <MDesktopEntry>
 #include <MImageWidget>
@@ -10,6 +13,7 @@
 #include <MLinearLayoutPolicy>
 #include <MTypes>
 #include <MWidget>
+#include <MWindow>
 
 #include "nfcapplicationselectiondialog.h"
 #include "nfctagreadpermissiondialog.h"
@@ -22,6 +26,14 @@ namespace {
 
 constexpr QChar leftToRightEmbedding{0x202a};
 constexpr QChar popDirectionalFormatting{0x202c};
+
+// The window that the dialog has appeared in, or null.
+MWindow *windowOf(const MDialog *dialog)
+{
+    const QList<QGraphicsView *> views =
+        dialog->scene() ? dialog->scene()->views() : QList<QGraphicsView *>();
+    return views.isEmpty() ? nullptr : qobject_cast<MWindow *>(views.first());
+}
 
 } // namespace
 
@@ -112,7 +124,10 @@ void NfcTagReadPermissionDialogPrivate::openSelection()
     // A choice is no use to a question that has been answered.
     connect(q, &MDialog::finished, selection, &MDialog::reject);
     connect(q, &QObject::destroyed, selection, &MDialog::reject);
-    selection->appear(MSceneWindow::DestroyWhenDone);
+    if (MWindow *window = windowOf(q))
+        selection->appear(window, MSceneWindow::DestroyWhenDone);
+    else
+        selection->appear(MSceneWindow::DestroyWhenDone);
 }
 
 void NfcTagReadPermissionDialogPrivate::applicationSelectionFinished(int result)

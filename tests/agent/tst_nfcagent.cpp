@@ -162,6 +162,7 @@ private Q_SLOTS:
     void anyErrorNameOfDBusIsPassedOn();
     void impossibleErrorNameBecomesRejected_data();
     void impossibleErrorNameBecomesRejected();
+    void emptyErrorNameGrants();
     void bothSharingRequestsAreOfOneType();
     void sharingIsMatchedByContent();
     void sharingInfoMatchesAfterTheClientReadIt();
@@ -522,7 +523,6 @@ void TestNfcAgent::anyErrorNameOfDBusIsPassedOn()
 void TestNfcAgent::impossibleErrorNameBecomesRejected_data()
 {
     QTest::addColumn<QString>("name");
-    QTest::newRow("empty") << QString();
     QTest::newRow("one word") << QStringLiteral("Rejected");
     QTest::newRow("sentence") << QStringLiteral("the user said %s.");
     QTest::newRow("too long") << QStringLiteral("a.") + QString(254, QLatin1Char('b'));
@@ -541,6 +541,15 @@ void TestNfcAgent::impossibleErrorNameBecomesRejected()
     QTest::ignoreMessage(QtWarningMsg, warning.toUtf8());
     agent->replyError(QDBusObjectPath(target), name);
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: ") + rejected});
+}
+
+void TestNfcAgent::emptyErrorNameGrants()
+{
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    daemon->pair("pairing", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
+    agent->replyError(QDBusObjectPath(target), QString());
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: granted")});
 }
 
 void TestNfcAgent::bothSharingRequestsAreOfOneType()

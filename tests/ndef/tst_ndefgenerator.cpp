@@ -185,6 +185,9 @@ private Q_SLOTS:
     void recordKeepsItsFields();
     void copyOutlivesItsOriginal();
     void movedRecordKeepsItsFields();
+    void recordMovedFromIsEmpty();
+    void assignedRecordTakesAllFields();
+    void recordMayBeAssignedToItself();
     void recordsOfAKindAreEqual_data();
     void recordsOfAKindAreEqual();
 
@@ -482,7 +485,6 @@ void TestNDEFGenerator::recordKeepsItsFields()
     QCOMPARE(mime.mimeData(), QByteArray("xyz"));
 
     static_assert(std::has_virtual_destructor_v<Record>);
-    static_assert(!std::is_copy_assignable_v<Record>, "a record is fixed once it is built");
 }
 
 void TestNDEFGenerator::copyOutlivesItsOriginal()
@@ -502,6 +504,51 @@ void TestNDEFGenerator::movedRecordKeepsItsFields()
     const Record moved(std::move(original));
     QCOMPARE(moved.mimeType(), QStringLiteral("a/b"));
     QCOMPARE(moved.mimeData(), QByteArray("xyz"));
+}
+
+void TestNDEFGenerator::recordMovedFromIsEmpty()
+{
+    Record original = mimeRecord("a/b", "xyz");
+    const Record moved(std::move(original));
+    // NOLINTBEGIN(bugprone-use-after-move): that is what this is about.
+    QCOMPARE(original.uri(), QString());
+    QCOMPARE(original.mimeType(), QString());
+    QCOMPARE(original.mimeData(), QByteArray());
+    QVERIFY(original == uriRecord(""));
+    QVERIFY(Record(original) == uriRecord(""));
+    QCOMPARE(encode({original, moved}), hex("D2 03 03 612F62 78797A"));
+
+    original = uriRecord("tel:1");
+    QCOMPARE(original.uri(), QStringLiteral("tel:1"));
+    // NOLINTEND(bugprone-use-after-move)
+}
+
+void TestNDEFGenerator::assignedRecordTakesAllFields()
+{
+    const Record mime = mimeRecord("a/b", "xyz");
+    Record record = uriRecord("tel:1");
+    record = mime;
+    QCOMPARE(record.uri(), QString());
+    QCOMPARE(record.mimeType(), QStringLiteral("a/b"));
+    QCOMPARE(record.mimeData(), QByteArray("xyz"));
+
+    Record source = uriRecord("tel:2");
+    record = std::move(source);
+    QCOMPARE(record.uri(), QStringLiteral("tel:2"));
+    QCOMPARE(record.mimeType(), QString());
+    // NOLINTNEXTLINE(bugprone-use-after-move): that is what this is about.
+    QCOMPARE(source.uri(), QString());
+    QCOMPARE(mime.mimeType(), QStringLiteral("a/b"));
+}
+
+void TestNDEFGenerator::recordMayBeAssignedToItself()
+{
+    Record record = mimeRecord("a/b", "xyz");
+    Record &same = record;
+    record = same;
+    QCOMPARE(record.mimeType(), QStringLiteral("a/b"));
+    record = std::move(same);
+    QCOMPARE(record.mimeType(), QStringLiteral("a/b"));
 }
 
 void TestNDEFGenerator::recordsOfAKindAreEqual_data()

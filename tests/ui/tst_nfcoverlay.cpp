@@ -6,6 +6,7 @@
 #include <QPointer>
 #include <QPropertyAnimation>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QtTest>
 
 #include <IndicationItem>
@@ -49,7 +50,7 @@ public:
     bool isSlidingOut() const { return isRunning() && d->animation->endValue() == -0.1F; }
     bool isHidden() const
     {
-        return !overlay.isVisible() && !d->showing && !d->animation && !d->timer.isActive() &&
+        return !overlay.isVisible() && !d->showing && !d->animation && !d->timer->isActive() &&
                (!d->item || !d->item->isVisible());
     }
     void slideTo(int milliseconds) { d->animation->setCurrentTime(milliseconds); }
@@ -154,9 +155,10 @@ void TestNfcOverlay::nothingIsShownUnasked()
     QVERIFY(banner.isHidden());
     QVERIFY(!banner.d->item);
     QCOMPARE(banner.d->parent(), &banner.overlay);
-    QCOMPARE(banner.d->timer.interval(), holdTime);
-    QVERIFY(banner.d->timer.isSingleShot());
-    QCOMPARE(banner.d->timer.timerType(), Qt::PreciseTimer);
+    QCOMPARE(banner.overlay.findChildren<QTimer *>(), QList<QTimer *>{banner.d->timer});
+    QCOMPARE(banner.d->timer->interval(), holdTime);
+    QVERIFY(banner.d->timer->isSingleShot());
+    QCOMPARE(banner.d->timer->timerType(), Qt::PreciseTimer);
 }
 
 void TestNfcOverlay::onlyThePlatformsLackOfMasksWarns()
@@ -175,13 +177,13 @@ void TestNfcOverlay::indicationWaitsForTheWindow()
     QVERIFY(banner.d->showing);
     QVERIFY(!banner.d->item);
     QVERIFY(!banner.d->animation);
-    QVERIFY(!banner.d->timer.isActive());
+    QVERIFY(!banner.d->timer->isActive());
     QVERIFY(banner.overlay.mask().isEmpty());
     QTRY_VERIFY(banner.d->item);
     QVERIFY(banner.d->item->isVisible());
     QCOMPARE(banner.d->item->scene(), banner.overlay.scene());
     QVERIFY(banner.isSlidingIn());
-    QVERIFY(banner.d->timer.isActive());
+    QVERIFY(banner.d->timer->isActive());
     QVERIFY(!banner.overlay.mask().isEmpty());
 }
 
@@ -205,7 +207,7 @@ void TestNfcOverlay::windowWithoutIndicationHasAHiddenItem()
     QTRY_VERIFY(banner.d->item);
     QVERIFY(!banner.d->item->isVisible());
     QVERIFY(!banner.d->animation);
-    QVERIFY(!banner.d->timer.isActive());
+    QVERIFY(!banner.d->timer->isActive());
     QVERIFY(banner.overlay.mask().isEmpty());
     banner.overlay.showIndication();
     QVERIFY(banner.d->item->isVisible());
@@ -240,9 +242,9 @@ void TestNfcOverlay::bannerStaysForTwoSeconds()
     Banner banner;
     QVERIFY(banner.display());
     banner.slideTo(slideTime);
-    QVERIFY(banner.d->timer.isActive());
-    QCOMPARE(banner.d->timer.interval(), holdTime);
-    QVERIFY(banner.d->timer.remainingTime() > 0);
+    QVERIFY(banner.d->timer->isActive());
+    QCOMPARE(banner.d->timer->interval(), holdTime);
+    QVERIFY(banner.d->timer->remainingTime() > 0);
 }
 
 void TestNfcOverlay::bannerLeavesByItself()
@@ -250,9 +252,9 @@ void TestNfcOverlay::bannerLeavesByItself()
     Banner banner;
     QVERIFY(banner.display());
     banner.slideTo(slideTime);
-    banner.d->timer.start(0);
+    banner.d->timer->start(0);
     QTRY_VERIFY(banner.isSlidingOut());
-    QVERIFY(!banner.d->timer.isActive());
+    QVERIFY(!banner.d->timer->isActive());
 }
 
 void TestNfcOverlay::bannerSlidesOutWithin200Milliseconds()
@@ -262,7 +264,7 @@ void TestNfcOverlay::bannerSlidesOutWithin200Milliseconds()
     banner.slideTo(slideTime);
     banner.overlay.hideIndication();
     QVERIFY(banner.isSlidingOut());
-    QVERIFY(!banner.d->timer.isActive());
+    QVERIFY(!banner.d->timer->isActive());
     QCOMPARE(banner.d->animation->duration(), slideTime);
     QCOMPARE(banner.d->animation->startValue(), QVariant(1.0F));
     QCOMPARE(banner.d->animation->endValue(), QVariant(-0.1F));
@@ -343,12 +345,12 @@ void TestNfcOverlay::indicationBeginsAnewWhileShown()
     QVERIFY(banner.display());
     banner.slideTo(slideTime);
     const QPointer<QPropertyAnimation> first = banner.d->animation;
-    banner.d->timer.stop();
+    banner.d->timer->stop();
     banner.overlay.showIndication();
     QVERIFY(!first);
     QVERIFY(banner.isSlidingIn());
     QCOMPARE(banner.factor(), 0.0F);
-    QVERIFY(banner.d->timer.isActive());
+    QVERIFY(banner.d->timer->isActive());
 }
 
 void TestNfcOverlay::indicationBeginsAnewWhileSlidingOut()
@@ -363,7 +365,7 @@ void TestNfcOverlay::indicationBeginsAnewWhileSlidingOut()
     QVERIFY(!slideOut);
     QVERIFY(banner.isSlidingIn());
     QCOMPARE(banner.factor(), 0.0F);
-    QVERIFY(banner.d->timer.isActive());
+    QVERIFY(banner.d->timer->isActive());
     banner.slideTo(slideTime);
     QVERIFY(banner.overlay.isVisible());
     QVERIFY(banner.d->item->isVisible());

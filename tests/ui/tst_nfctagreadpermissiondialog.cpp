@@ -337,6 +337,7 @@ private Q_SLOTS:
     void everyWayEndsInOneResult_data();
     void everyWayEndsInOneResult();
     void selectionStartsAtTheCurrentApplication();
+    void selectionAppearsAboveItsQuestion();
     void selectionOfNothingKeepsTheApplication();
     void answeredQuestionTakesItsSelectionAway();
     void deletedQuestionTakesItsSelectionAway();
@@ -1176,6 +1177,19 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
     QCOMPARE(shown.dialog->result(), result);
     QVERIFY(!shown.dialog->isVisible());
     QVERIFY(!shown.selection());
+}
+
+void TestNfcTagReadPermissionDialog::selectionAppearsAboveItsQuestion()
+{
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
+    MWindow other;
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    shown.press(change.text);
+    QVERIFY(shown.selection());
+    QCOMPARE(shown.selection()->sceneManager(), shown.window.sceneManager());
+    QVERIFY(shown.selection()->zValue() > shown.dialog->zValue());
+    QCOMPARE(shown.finished.size(), 0);
 }
 
 void TestNfcTagReadPermissionDialog::selectionStartsAtTheCurrentApplication()
