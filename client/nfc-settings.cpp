@@ -1,101 +1,65 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <cstdio>
 #include <memory>
-#include <optional>
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDBusConnection>
 #include <QDBusError>
 
-#include "buswatch.h"
-#include "console/console.h"
+#include "core/buswatch.h"
+#include "core/commandline.h"
+#include "core/terminal.h"
+#include "core/terminationsignals.h"
+#include "core/texts.h"
 #include "remote/remotecontrol.h"
 #include "settings/settingswindow.h"
-#include "terminationsignals.h"
-#include "texts.h"
 
 namespace {
 
-enum ExitCode { Left = 0, NoBus = 1, BadArguments = 64 };
+constexpr QLatin1String remoteControl("remote-control");
 
-struct Options
+std::unique_ptr<QApplication> newApplication(int &argc, char *argv[])
 {
-    bool remoteControl = false;
-};
-
-int fail(ExitCode code, const QString &reason)
-{
-    std::fprintf(stderr, "nfc-settings: %s\n", qUtf8Printable(reason));
-    return code;
+    const DisplayCheck check;
+    return std::make_unique<QApplication>(argc, argv);
 }
 
-// Empty when the arguments make no sense.
-std::optional<Options> parse(QString *error)
+// Lets another program see and touch the window until the input ends.
+struct Remote
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("Switches NFC, and the question before what is on a tag is opened.\n\n"
-                       "Exit codes: 0 closed or asked to leave, 1 no system bus, or a bus has gone, 64 bad "
-                       "arguments."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this."));
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption remoteControl(
-        QStringLiteral("remote-control"),
-        QStringLiteral(
-            "Tell on standard output what is on the screen, and do what standard input says: press "
-            "TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
-    parser.addOptions({help, remoteControl});
-
-    const bool understood = parser.parse(QCoreApplication::arguments());
-    if (parser.isSet(help))
-        parser.showHelp();
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (!understood)
-        *error = parser.errorText();
-    else if (!parser.positionalArguments().isEmpty())
-        *error = QStringLiteral("usage: nfc-settings [--remote-control]");
-    else
-        return Options{parser.isSet(remoteControl)};
-    return {};
-}
-
-// Reads the screen aloud until the input ends.
-struct Aloud
-{
-    Aloud() : reader(&console) { QObject::connect(&console, &Console::ended, qApp, &QCoreApplication::quit); }
-
-    Console console;
-    RemoteControl reader;
+    Terminal terminal;
+    RemoteControl control{&terminal};
 };
 
 } // namespace
 
 int main(int argc, char *argv[])
 {
+    CommandLine arguments(
+        QStringLiteral(
+            "Switches NFC, and the question before what is on a tag is opened.\n\n"
+            "Exit codes: 0 closed or asked to leave, 1 no system bus, or a bus has gone, 3 no display, 64 "
+            "bad arguments."),
+        QStringLiteral("[--remote-control]"));
+    arguments.addOption(
+        remoteControl,
+        QStringLiteral(
+            "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
+            "escape, close, turn ANGLE, picture FILE. For demos and tests."));
+    arguments.answer(argc, argv);
+
     TerminationSignals termination;
-    const QApplication application(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+    const std::unique_ptr<QApplication> application = newApplication(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-settings"));
     loadTexts();
-
-    QString error;
-    const std::optional<Options> options = parse(&error);
-    if (!options)
-        return fail(BadArguments, error);
+    if (const std::optional<QString> fault = arguments.read())
+        return fail(BadArguments, *fault);
     if (!QDBusConnection::systemBus().isConnected())
         return fail(NoBus, QDBusConnection::systemBus().lastError().message());
 
-    QObject::connect(&termination, &TerminationSignals::received, &application, &QCoreApplication::quit);
     termination.watch();
     const BusWatch buses;
-    QObject::connect(&buses, &BusWatch::lost, &application, [](const QString &bus) {
-        QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(bus)));
-    });
-    const auto aloud = options->remoteControl ? std::make_unique<Aloud>() : nullptr;
+    const auto remote = arguments.isSet(remoteControl) ? std::make_unique<Remote>() : nullptr;
     SettingsWindow window;
     window.show();
     return QCoreApplication::exec();

@@ -1,12 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <algorithm>
-#include <cstdio>
 #include <memory>
-#include <optional>
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMetaType>
@@ -14,30 +11,21 @@
 
 #include <MWindow>
 
-#include "buswatch.h"
-#include "console/console.h"
-#include "console/consoleclient.h"
+#include "console/consoleface.h"
+#include "core/buswatch.h"
+#include "core/commandline.h"
+#include "core/session.h"
+#include "core/terminal.h"
+#include "core/terminationsignals.h"
+#include "core/texts.h"
 #include "remote/remotecontrol.h"
-#include "screen/screenclient.h"
-#include "terminationsignals.h"
-#include "texts.h"
+#include "screen/screenface.h"
 
 namespace {
 
-enum ExitCode { Left = 0, NoBus = 1, AlreadyRunning = 2, BadArguments = 64 };
-
-int fail(ExitCode code, const QString &reason)
-{
-    std::fprintf(stderr, "nfc-ui: %s\n", qUtf8Printable(reason));
-    return code;
-}
-
-struct Options
-{
-    bool onTerminal = false;
-    bool remoteControl = false;
-    bool phone = false;
-};
+constexpr QLatin1String console("console");
+constexpr QLatin1String remoteControl("remote-control");
+constexpr QLatin1String phone("phone");
 
 // Which face is wanted decides which application object is made, before anything can be parsed with its help.
 bool wantsTerminal(int argc, char *argv[])
@@ -50,48 +38,33 @@ std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
 {
     if (wantsTerminal(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
+    const DisplayCheck check;
     auto application = std::make_unique<QApplication>(argc, argv);
     // It stays when the last dialog goes.
     QApplication::setQuitOnLastWindowClosed(false);
-    loadTexts();
     return application;
 }
 
-// Empty when the arguments make no sense.
-std::optional<Options> parse(QString *error)
+void addOptions(CommandLine &arguments)
 {
-    QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("The person's side of NFC: answers the questions of the NFC daemon.\n\n"
-                       "Exit codes: 0 input ended or asked to leave, 1 no system bus, or a bus has gone, "
-                       "2 another nfc-ui runs in this session, 64 bad arguments."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this."));
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption console(QStringLiteral("console"),
-                                     QStringLiteral("Ask on the terminal: y, n, or the number of a choice."));
-    const QCommandLineOption remoteControl(
-        QStringLiteral("remote-control"),
+    arguments.addOption(console, QStringLiteral("Ask on the terminal."));
+    arguments.addOption(
+        remoteControl,
         QStringLiteral(
             "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
             "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
-    const QCommandLineOption phone(QStringLiteral("phone"),
-                                   QStringLiteral("Show everything in a window of a phone's size, which is "
-                                                  "always there; leave when it is closed."));
-    parser.addOptions({help, console, remoteControl, phone});
+    arguments.addOption(
+        phone, QStringLiteral("Show everything in a window of a phone's size, which is always there; "
+                              "leave when it is closed."));
+}
 
-    const bool understood = parser.parse(QCoreApplication::arguments());
-    if (parser.isSet(help))
-        parser.showHelp();
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (!understood)
-        *error = parser.errorText();
-    else if (!parser.positionalArguments().isEmpty() ||
-             (parser.isSet(console) && (parser.isSet(remoteControl) || parser.isSet(phone))))
-        *error = QStringLiteral("usage: nfc-ui [--console | [--phone] [--remote-control]]");
-    else
-        return Options{parser.isSet(console), parser.isSet(remoteControl), parser.isSet(phone)};
+std::optional<QString> faultOf(CommandLine &arguments)
+{
+    const std::optional<QString> fault = arguments.read();
+    if (fault)
+        return fault;
+    if (arguments.isSet(console) && (arguments.isSet(remoteControl) || arguments.isSet(phone)))
+        return arguments.usage();
     return {};
 }
 
@@ -105,40 +78,42 @@ bool isFirstInSession()
 // The empty screen of a phone, on a desktop.
 std::unique_ptr<MWindow> newPhone()
 {
-    auto phone = std::make_unique<MWindow>();
-    phone->setWindowTitle(QStringLiteral("Phone"));
+    auto window = std::make_unique<MWindow>();
+    window->setWindowTitle(QStringLiteral("Phone"));
     QApplication::setQuitOnLastWindowClosed(true);
-    phone->show();
-    return phone;
+    window->show();
+    return window;
 }
 
-int runOnTerminal()
+std::unique_ptr<Face> newFace(bool onTerminal, Terminal *terminal)
 {
-    ConsoleClient client;
-    QObject::connect(&client, &ConsoleClient::finished, QCoreApplication::instance(),
-                     &QCoreApplication::quit);
-    return QCoreApplication::exec();
+    if (onTerminal)
+        return std::make_unique<ConsoleFace>(terminal);
+    return std::make_unique<ScreenFace>();
 }
 
-int runOnScreen()
+void tellRegistration(const Session &session, Terminal *terminal)
 {
-    const ScreenClient client;
-    return QCoreApplication::exec();
+    QObject::connect(
+        &session, &Session::registeredChanged, terminal,
+        [terminal](bool registered) {
+            terminal->print(registered ? QStringLiteral("the NFC daemon is here")
+                                       : QStringLiteral("the NFC daemon has left"));
+        });
 }
 
-int runWithRemoteControl()
+int run(const CommandLine &arguments)
 {
-    Console console;
-    const RemoteControl reader(&console);
-    QObject::connect(&console, &Console::ended, qApp, &QCoreApplication::quit);
-    ScreenClient client;
-    const auto tell = [&console](bool here) {
-        console.print(here ? QStringLiteral("the NFC daemon is here")
-                           : QStringLiteral("the NFC daemon has left"));
-    };
-    QObject::connect(&client, &ScreenClient::daemonHere, &console, tell);
-    if (client.hasDaemon())
-        tell(true);
+    const bool onTerminal = arguments.isSet(console);
+    const bool isRemote = arguments.isSet(remoteControl);
+    const std::unique_ptr<MWindow> window = arguments.isSet(phone) ? newPhone() : nullptr;
+    const std::unique_ptr<Terminal> terminal =
+        onTerminal || isRemote ? std::make_unique<Terminal>() : nullptr;
+    const auto control = isRemote ? std::make_unique<RemoteControl>(terminal.get()) : nullptr;
+    const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get());
+    const Session session(face.get());
+    if (terminal)
+        tellRegistration(session, terminal.get());
     return QCoreApplication::exec();
 }
 
@@ -146,14 +121,20 @@ int runWithRemoteControl()
 
 int main(int argc, char *argv[])
 {
+    CommandLine arguments(
+        QStringLiteral(
+            "The user's side of NFC: answers the questions of the NFC daemon.\n\n"
+            "Exit codes: 0 input ended or asked to leave, 1 no system bus, or a bus has gone, 2 another "
+            "nfc-ui runs in this session, 3 no display, 64 bad arguments."),
+        QStringLiteral("[--console | [--phone] [--remote-control]]"));
+    addOptions(arguments);
+    arguments.answer(argc, argv);
+
     TerminationSignals termination;
     const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
-
-    QString error;
-    const std::optional<Options> options = parse(&error);
-    if (!options)
-        return fail(BadArguments, error);
+    loadTexts();
+    if (const std::optional<QString> fault = faultOf(arguments))
+        return fail(BadArguments, *fault);
     // Has the D-Bus library register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     if (!QDBusConnection::systemBus().isConnected())
@@ -161,14 +142,7 @@ int main(int argc, char *argv[])
     if (!isFirstInSession())
         return fail(AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
 
-    QObject::connect(&termination, &TerminationSignals::received, application.get(), &QCoreApplication::quit);
     termination.watch();
     const BusWatch buses;
-    QObject::connect(&buses, &BusWatch::lost, application.get(), [](const QString &bus) {
-        QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(bus)));
-    });
-    if (options->onTerminal)
-        return runOnTerminal();
-    const std::unique_ptr<MWindow> phone = options->phone ? newPhone() : nullptr;
-    return options->remoteControl ? runWithRemoteControl() : runOnScreen();
+    return run(arguments);
 }

@@ -15,6 +15,11 @@
         <extracomment>Button: give up sending or receiving</extracomment>
         <translation>Peru</translation>
     </message>
+    <message id="qtn_comm_close">
+        <source>Close</source>
+        <extracomment>Button: close a message</extracomment>
+        <translation>Sulje</translation>
+    </message>
     <message id="qtn_comm_command_continue">
         <source>Continue</source>
         <extracomment>Button: go on to picking what to share</extracomment>
@@ -55,6 +60,11 @@
         <extracomment>Button: send the text message that is on the tag</extracomment>
         <translation>Lähetä</translation>
     </message>
+    <message id="qtn_nfc_connect">
+        <source>Connect</source>
+        <extracomment>Button: connect to the Bluetooth device that was touched</extracomment>
+        <translation>Yhdistä</translation>
+    </message>
     <message id="qtn_nfc_connect_text">
         <source>The device you touched wants to connect over Bluetooth.</source>
         <extracomment>Question: pairing</extracomment>
@@ -64,6 +74,16 @@
         <source>Pair with this device?</source>
         <extracomment>Title: pairing</extracomment>
         <translation>Muodostetaanko laitepari?</translation>
+    </message>
+    <message id="qtn_nfc_connect_to_tit">
+        <source>Connect to %1?</source>
+        <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
+        <translation>Yhdistetäänkö laitteeseen %1?</translation>
+    </message>
+    <message id="qtn_nfc_disconnect">
+        <source>Disconnect</source>
+        <extracomment>Button: end the connection to the Bluetooth device that was touched</extracomment>
+        <translation>Katkaise yhteys</translation>
     </message>
     <message id="qtn_nfc_disconnect_text">
         <source>%1 will be disconnected.</source>
@@ -99,6 +119,31 @@
         <source>Sharing goes on over Bluetooth.</source>
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>Jakaminen jatkuu Bluetoothilla.</translation>
+    </message>
+    <message id="qtn_nfc_pair">
+        <source>Pair</source>
+        <extracomment>Button: pair with the Bluetooth device that was touched</extracomment>
+        <translation>Muodosta pari</translation>
+    </message>
+    <message id="qtn_nfc_pair_pin">
+        <source>PIN: %1</source>
+        <extracomment>Below the question whether to pair: %1 is the PIN of a Bluetooth device</extracomment>
+        <translation>PIN-koodi: %1</translation>
+    </message>
+    <message id="qtn_nfc_pair_text">
+        <source>The device you touched can connect over Bluetooth from then on.</source>
+        <extracomment>Below the question whether to pair with a Bluetooth device</extracomment>
+        <translation>Koskettamasi laite voi sen jälkeen muodostaa Bluetooth-yhteyden.</translation>
+    </message>
+    <message id="qtn_nfc_pair_tit">
+        <source>Pair with %1?</source>
+        <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
+        <translation>Muodostetaanko pari laitteen %1 kanssa?</translation>
+    </message>
+    <message id="qtn_nfc_received_tit">
+        <source>File received</source>
+        <extracomment>Title: a file has arrived completely</extracomment>
+        <translation>Tiedosto vastaanotettu</translation>
     </message>
     <message id="qtn_nfc_receive_text">
         <source>From %1</source>
@@ -145,6 +190,16 @@
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
         <translation>Yhteystieto %1 %2 lähetetään koskettamaasi laitteeseen.</translation>
     </message>
+    <message id="qtn_nfc_share_fail_tit">
+        <source>Nothing is sent</source>
+        <extracomment>Title: nothing can be sent</extracomment>
+        <translation>Mitään ei lähetetä</translation>
+    </message>
+    <message id="qtn_nfc_share_gone">
+        <source>%1 is not there any more.</source>
+        <extracomment>%1 is a file or a contact</extracomment>
+        <translation>%1 ei ole enää olemassa.</translation>
+    </message>
     <message id="qtn_nfc_share_img">
         <source>%1 will be sent to the device you touched.</source>
         <extracomment>Question: %1 is a file name</extracomment>
@@ -155,10 +210,20 @@
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
         <translation>%1 kohdetta lähetetään koskettamaasi laitteeseen.</translation>
     </message>
+    <message id="qtn_nfc_share_nothing">
+        <source>There is nothing to send.</source>
+        <extracomment>Why nothing is sent</extracomment>
+        <translation>Lähetettävää ei ole.</translation>
+    </message>
     <message id="qtn_nfc_share_tit">
         <source>Share by touch?</source>
         <extracomment>Title: sharing</extracomment>
         <translation>Jaetaanko koskettamalla?</translation>
+    </message>
+    <message id="qtn_nfc_share_to_tit">
+        <source>Send to %1?</source>
+        <extracomment>Title: %1 is the device that gets it</extracomment>
+        <translation>Lähetetäänkö laitteeseen %1?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
         <source>NFC not available</source>
@@ -225,6 +290,11 @@
         <extracomment>Explanation above the list of applications</extracomment>
         <translation>Nämä sovellukset voivat avata tunnisteen sisällön.</translation>
     </message>
+    <message id="qtn_nfc_tags_more">
+        <source>Also on this tag: %1</source>
+        <extracomment>%1 lists what else is on the tag</extracomment>
+        <translation>Tunnisteessa on myös: %1</translation>
+    </message>
     <message id="qtn_nfc_tags_open">
         <source>Open</source>
         <extracomment>Button: open with the application named</extracomment>
@@ -255,6 +325,16 @@
         <extracomment>Title: plain text</extracomment>
         <translation>Teksti tunnisteessa</translation>
     </message>
+    <message id="qtn_nfc_tags_type">
+        <source>%1, %2 bytes</source>
+        <extracomment>%1 is a type of data, %2 the number of its bytes</extracomment>
+        <translation>%1, %2 tavua</translation>
+    </message>
+    <message id="qtn_nfc_tags_unknown_more">
+        <source>This tag holds more than this link.</source>
+        <extracomment>The tag has data beside the link that the phone does not understand</extracomment>
+        <translation>Tunnisteessa on muutakin kuin tämä linkki.</translation>
+    </message>
     <message id="qtn_nfc_tags_url_tit">
         <source>Web link on tag</source>
         <extracomment>Title: a web link</extracomment>
@@ -274,6 +354,11 @@
         <source>Touch to share</source>
         <extracomment>Title: touch to share</extracomment>
         <translation>Jaa koskettamalla</translation>
+    </message>
+    <message id="qtn_nfc_unnamed_device">
+        <source>unnamed device</source>
+        <extracomment>In place of the name of a device that has none</extracomment>
+        <translation>nimetön laite</translation>
     </message>
     <message id="qtn_nfc_waiting_dialog_text">
         <source>Waiting for the other device.</source>

@@ -3,6 +3,7 @@
 #include "remote/remotecontrol.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <QAbstractItemModel>
 #include <QApplication>
@@ -19,14 +20,13 @@
 #include <MWindow>
 #include <SimpleCheckBoxLabel>
 
-#include "console/console.h"
+#include "core/terminal.h"
 
 using ConnUi::SimpleCheckBoxLabel;
 
 namespace {
 
-// Often enough for a reader, seldom enough to cost nothing.
-constexpr int glanceInterval = 20; // milliseconds
+constexpr int interval = 20; // milliseconds: often enough for a reader, seldom enough to cost nothing
 
 MWindow *visibleWindow(bool takesFocus)
 {
@@ -81,6 +81,17 @@ MSceneWindow *sceneWindowInFront()
     return nullptr;
 }
 
+// The order in which the user reads, not the one in which they were made.
+void sortByPlace(QList<MLabel *> &labels, const MSceneWindow *front)
+{
+    const auto place = [front](const MLabel *label) {
+        const QPointF corner = label->mapToItem(front, QPointF());
+        return std::pair(corner.y(), corner.x());
+    };
+    std::stable_sort(labels.begin(), labels.end(),
+                     [place](const MLabel *one, const MLabel *other) { return place(one) < place(other); });
+}
+
 // Of a text in several lengths the longest.
 QString wording(const QString &text)
 {
@@ -113,7 +124,8 @@ QString description(const MSceneWindow *front)
     if (!front)
         return QStringLiteral("nothing");
     QStringList parts;
-    const QList<MLabel *> labels = shown<MLabel>(front);
+    QList<MLabel *> labels = shown<MLabel>(front);
+    sortByPlace(labels, front);
     for (const MLabel *label : labels)
         if (!label->text().isEmpty())
             parts.append(wording(label->text()));
@@ -176,14 +188,14 @@ void takePicture(const QString &file)
 
 } // namespace
 
-RemoteControl::RemoteControl(Console *console, QObject *parent) : QObject(parent), console(console)
+RemoteControl::RemoteControl(Terminal *terminal, QObject *parent) : QObject(parent), terminal(terminal)
 {
-    connect(&glance, &QTimer::timeout, this, &RemoteControl::look);
-    connect(console, &Console::lineEntered, this, &RemoteControl::obey);
-    glance.start(glanceInterval);
+    connect(&timer, &QTimer::timeout, this, &RemoteControl::tellChanges);
+    connect(terminal, &Terminal::lineEntered, this, &RemoteControl::execute);
+    timer.start(interval);
 }
 
-void RemoteControl::look()
+void RemoteControl::tellChanges()
 {
     tellChange(QStringLiteral("banner"), bannerDescription(), banner);
     tellChange(QStringLiteral("screen"), description(sceneWindowInFront()), seen);
@@ -194,10 +206,10 @@ void RemoteControl::tellChange(const QString &what, const QString &now, QString 
     if (now == before)
         return;
     before = now;
-    console->print(QStringLiteral("%1: %2").arg(what, now));
+    terminal->print(QStringLiteral("%1: %2").arg(what, now));
 }
 
-void RemoteControl::obey(const QString &line)
+void RemoteControl::execute(const QString &line)
 {
     const QString command = line.section(QLatin1Char(' '), 0, 0);
     const QString rest = line.section(QLatin1Char(' '), 1);
@@ -214,7 +226,7 @@ void RemoteControl::obey(const QString &line)
     else if (command == QLatin1String("picture"))
         takePicture(rest);
     else
-        console->print(QStringLiteral("not understood: %1").arg(line));
+        terminal->print(QStringLiteral("not understood: %1").arg(line));
     // A press that changes nothing visible is told too.
     seen.clear();
 }

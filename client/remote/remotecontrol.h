@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_REMOTECONTROL_H
-#define CONNUI_REMOTECONTROL_H
+#ifndef CONNUI_CLIENT_REMOTECONTROL_H
+#define CONNUI_CLIENT_REMOTECONTROL_H
 
 #include <QObject>
 #include <QPointer>
@@ -10,7 +10,7 @@
 
 #include <MDialog>
 
-class Console;
+class Terminal;
 class MButton;
 
 /**
@@ -18,7 +18,7 @@ class MButton;
  *
  * Whenever the screen changes a line "screen: " tells the texts and, in brackets, the buttons of what is in
  * front; "screen: nothing" that nothing is shown. A line "banner: turned by ANGLE" tells that a touch is
- * indicated, "banner: gone" that it is not. It obeys the lines "press TEXT", "select TEXT" (a row of a
+ * indicated, "banner: gone" that it is not. It executes the lines "press TEXT", "select TEXT" (a row of a
  * list), "escape", "close" (the window), "turn ANGLE" and "picture FILE" (writes a PNG).
  */
 class RemoteControl : public QObject
@@ -26,15 +26,15 @@ class RemoteControl : public QObject
     Q_OBJECT
 
 public:
-    explicit RemoteControl(Console *console, QObject *parent = nullptr);
+    explicit RemoteControl(Terminal *terminal, QObject *parent = nullptr);
 
 private:
-    void look();
+    void tellChanges();
     void tellChange(const QString &what, const QString &now, QString &before);
-    void obey(const QString &line);
+    void execute(const QString &line);
 
-    Console *const console;
-    QTimer glance;
+    Terminal *const terminal;
+    QTimer timer;
     QString seen;
     QString banner;
 };

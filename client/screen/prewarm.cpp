@@ -16,7 +16,7 @@ void paintUnseenQuestion()
     // Letters are drawn once for each font; those of the title and of the buttons come by themselves.
     const QString letters =
         QStringLiteral("ABCDEFGHIJKLMNOPQRSTUVWXYZ abcdefghijklmnopqrstuvwxyz 0123456789 .,:;!?'/-@");
-    // Never shown, so nothing takes it for the person's window.
+    // Never shown, so nothing takes it for the user's window.
     MWindow window;
     ConnUi::NfcTagReadPermissionDialog dialog(letters);
     dialog.appear(&window);

@@ -2,26 +2,18 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "screen/waitingbadge.h"
 
-#include <MDialog>
+#include <MSceneWindow>
 
-#include "screen/dialogqueue.h"
-
-WaitingBadge::WaitingBadge(DialogQueue *queue) : QObject(queue), queue(queue)
-{
-    connect(queue, &DialogQueue::waitingChanged, this, &WaitingBadge::update);
-}
-
-void WaitingBadge::update(qsizetype waiting)
+void WaitingBadge::show(MSceneWindow *window, qsizetype waiting)
 {
     delete label;
-    MDialog *dialog = queue->dialog();
-    if (!dialog || waiting == 0)
+    if (!window || waiting == 0)
         return;
-    label = new MLabel(qtTrId("qtn_nfc_waiting_more").arg(waiting), dialog);
+    label = new MLabel(qtTrId("qtn_nfc_waiting_more").arg(waiting), window);
     label->setStyleName(QStringLiteral("WaitingBadge"));
     label->resize(label->preferredSize());
     moveToEdge();
-    connect(dialog, &MDialog::geometryChanged, label, [this] { moveToEdge(); });
+    connect(window, &MSceneWindow::geometryChanged, label, [this] { moveToEdge(); });
 }
 
 void WaitingBadge::moveToEdge()

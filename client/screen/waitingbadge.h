@@ -1,29 +1,28 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_WAITINGBADGE_H
-#define CONNUI_WAITINGBADGE_H
+#ifndef CONNUI_CLIENT_WAITINGBADGE_H
+#define CONNUI_CLIENT_WAITINGBADGE_H
 
 #include <QObject>
 #include <QPointer>
 
 #include <MLabel>
 
-class DialogQueue;
+class MSceneWindow;
 
-/** Tells at the edge above a dialog how many others wait behind it. */
+/** Tells at the edge above a question how many others wait behind it. */
 class WaitingBadge : public QObject
 {
     Q_OBJECT
 
 public:
-    explicit WaitingBadge(DialogQueue *queue);
+    /** Shows in \a window that \a waiting others wait; nothing when there are none. */
+    void show(MSceneWindow *window, qsizetype waiting);
 
 private:
-    void update(qsizetype waiting);
     void moveToEdge();
 
-    DialogQueue *const queue;
-    QPointer<MLabel> label; // the dialog that it stands in owns it
+    QPointer<MLabel> label; // the window that it stands in owns it
 };
 
 #endif

@@ -3,6 +3,7 @@
 """A program on the stage: what it says, line by line, and what it is told."""
 
 import os
+import re
 import signal
 import subprocess
 import threading
@@ -41,18 +42,19 @@ class Actor:
             self._ended = True
             self._news.notify_all()
 
-    def says(self, text):
-        """Waits for a line with this text, after those that were waited for before, and returns it."""
+    def says(self, *texts):
+        """Waits for a line with these texts in this order, after those that were waited for before; returns it."""
+        wanted = re.compile(".*".join(map(re.escape, texts)))
         with self._news:
-            self._news.wait_for(lambda: self._next(text) is not None or self._ended, PATIENCE)
-            found = self._next(text)
+            self._news.wait_for(lambda: self._next(wanted) is not None or self._ended, PATIENCE)
+            found = self._next(wanted)
             if found is None:
-                raise Unmet(f"{self.role} did not say '{text}', but, last: {self.lines[self._read:][-5:]}")
+                raise Unmet(f"{self.role} did not say {texts}, but, last: {self.lines[self._read:][-5:]}")
             self._read = found + 1
             return self.lines[found]
 
-    def _next(self, text):
-        return next((i for i in range(self._read, len(self.lines)) if text in self.lines[i]), None)
+    def _next(self, wanted):
+        return next((i for i in range(self._read, len(self.lines)) if wanted.search(self.lines[i])), None)
 
     @property
     def pid(self):
@@ -83,7 +85,7 @@ class Actor:
             raise Unmet(f"{self.role} is still running, after: {self.lines[-5:]}") from None
 
     def is_closed(self):
-        """Waits until the person closes the program, however long that takes."""
+        """Waits until the user closes the program, however long that takes."""
         self._process.wait()
 
     def leaves(self, code=0):

@@ -5,6 +5,7 @@
 
 import argparse
 
+from faces import Phone
 from stage import Stage
 
 
@@ -16,7 +17,7 @@ def main():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("programs", help="the folder with nfcd-sim, nfc-ui, nfc-panel and sample-handler")
     try:
-        with Stage(parser.parse_args().programs, show, face="--phone --remote-control") as stage:
+        with Stage(parser.parse_args().programs, show, face=Phone) as stage:
             # The panel can bring a daemon back that has crashed.
             stage.lets_the_bus_start_the_daemon()
             stage.notebook_comes()

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Lets a person play: what is typed goes to the client when it is an answer, and to nfctap otherwise."""
+"""Lets a user play: what is typed goes to the client when it is an answer, and to nfctap otherwise."""
 
 import argparse
 import re
@@ -18,7 +18,7 @@ A phone with NFC, on this terminal. Hold something against it:
     text Welcome
     pair 00:16:41:7A:0F:11 Headset 0x240404 1234
     malformed
-("help" shows everything.) When the client asks, answer y, n or a number. "start" brings the daemon back after "crash";
+("help" shows everything.) When the client asks, answer y, n, a number or what stands in the brackets. "start" brings the daemon back after "crash";
 "quit" leaves.
 """
 
@@ -28,7 +28,7 @@ def show(role, line):
 
 
 def obey(stage, line):
-    if re.fullmatch(r"[yYnN]|\d+", line):
+    if re.fullmatch(r"[yYnN]|\d+|View|Discard|Call|Send|Open|Pair|Connect|Disconnect|Continue|Cancel|Close", line):
         stage.client.hears(line)
     elif line == "help":
         subprocess.run([stage.programs / "nfctap", "--help"], check=True)

@@ -8,6 +8,7 @@ import pathlib
 import subprocess
 import tempfile
 
+from faces import Phone
 from stage import Stage
 
 # Debian's own: another one may be first in the path.
@@ -44,17 +45,17 @@ def main():
     arguments = parser.parse_args()
     folder = tempfile.TemporaryDirectory()
     frames = [pathlib.Path(folder.name, f"{i}.png") for i in range(3)]
-    with folder, Stage(arguments.programs, face="--phone --remote-control") as stage:
+    with folder, Stage(arguments.programs, face=Phone) as stage:
         stage.start("panel", "nfc-panel")
         place(PHONE, 0)
         place(PANEL, 490)
         settled(frames[0])
-        # The second button is the phone number, about which the person is always asked.
+        # The second button is the phone number, about which the user is always asked.
         xdotool("search", "--name", PANEL, "windowfocus", "--sync", "key", "Tab", "key", "space")
         stage.client.says("+15550100")
         settled(frames[1])
         stage.client.hears("press Call")
-        stage.handler.says("launched")
+        stage.dials("tel:+15550100")
         settled(frames[2])
         # Every frame stays for as long as it takes to read it, in hundredths of a second.
         subprocess.run([CONVERT, "-loop", "0", "-delay", "150", frames[0], "-delay", "300", *frames[1:],

@@ -24,8 +24,8 @@ class Transcript:
         self.passed = 0
         self.failed = 0
 
-    def title(self, scene):
-        print(f"\n{scene.__doc__}", flush=True)
+    def title(self, scene, face):
+        print(f"\n{scene.__doc__}, {face.name}", flush=True)
 
     def step(self, words, happens):
         try:
@@ -37,10 +37,10 @@ class Transcript:
         self.passed += 1
         print(f"  ok  {words}", flush=True)
 
-    def play(self, scene, programs):
-        self.title(scene)
+    def play(self, scene, face, programs):
+        self.title(scene, face)
         try:
-            with Stage(programs, face=scene.face) as stage:
+            with Stage(programs, face=face) as stage:
                 scene(stage, self.step)
                 self.step("everybody leaves in good order", stage.all_leave)
                 self.step("each question of the daemon has had exactly one answer", stage.wire.all_answered_once)
@@ -51,14 +51,17 @@ class Transcript:
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("programs", help="the folder with nfcd-sim, nfctap, nfc-ui and sample-handler")
+    parser.add_argument("--only", default="", help="play the scenes with this in their names")
     return parser.parse_args()
 
 
 def main():
-    programs = arguments().programs
+    programs, only = arguments().programs, arguments().only
     transcript = Transcript()
     for scene in scenes.SCENES:
-        transcript.play(scene, programs)
+        for face in scene.faces:
+            if only in scene.__name__:
+                transcript.play(scene, face, programs)
     print(f"\n{transcript.passed} passed, {transcript.failed} failed")
     return 0 if transcript.failed == 0 else 1
 

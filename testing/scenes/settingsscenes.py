@@ -2,8 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """The NFC settings: power, flight mode, and a daemon that does not come up."""
 
-from scenes import decided, handler_gets, text_record
-from screen import screen_scene, switches
+from scenes import decided, handler_gets, screen_scene, switches, text_record
 
 POWER = "Near Field Communication (NFC)"
 
@@ -11,7 +10,7 @@ POWER = "Near Field Communication (NFC)"
 @screen_scene
 def switched_power(stage, step):
     """NFC is switched off and on in the settings"""
-    switches(stage, step, "the person switches NFC off", POWER, "off")
+    switches(stage, step, "the user switches NFC off", POWER, "off")
     decided(stage.tap("text", "Welcome"), step, "the adapter is switched off", 3)
     switches(stage, step, "and on again", POWER, "on")
     tap = stage.tap("text", "Welcome")
@@ -40,17 +39,17 @@ def in_flight_mode(stage):
 
 @screen_scene
 def refused_in_flight_mode(stage, step):
-    """In flight mode NFC is only switched on when the person insists"""
+    """In flight mode NFC is only switched on when the user insists"""
     in_flight_mode(stage)
     settings = stage.settings_come()
-    step("the person switches NFC on", lambda: settings.hears(f"press {POWER}"))
+    step("the user switches NFC on", lambda: settings.hears(f"press {POWER}"))
     step("the phone is in flight mode: really?", lambda: settings.says("screen: Flight mode is on | "))
-    step("the person goes back", lambda: settings.hears("escape"))
+    step("the user goes back", lambda: settings.hears("escape"))
     step("NFC stays off", lambda: settings.says(f"[{POWER}: off]"))
     decided(stage.tap("empty"), step, "the adapter is switched off", 3)
-    step("the person switches NFC on once more", lambda: settings.hears(f"press {POWER}"))
+    step("the user switches NFC on once more", lambda: settings.hears(f"press {POWER}"))
     step("the phone asks again", lambda: settings.says("screen: Flight mode is on | "))
-    step("the person insists", lambda: settings.hears("press Yes"))
+    step("the user insists", lambda: settings.hears("press Yes"))
     step("NFC is on", lambda: settings.says(f"[{POWER}: on]"))
     tap = stage.tap("text", "Welcome")
     handler_gets(stage, step, text_record("Welcome"))
@@ -62,8 +61,8 @@ def missing_daemon(stage, step):
     """A daemon that does not come up is told after twenty seconds"""
     step("there is no daemon", lambda: (stage.daemon.is_killed(), stage.client.says("the NFC daemon has left")))
     settings = stage.settings_come()
-    step("the person switches NFC on", lambda: settings.hears(f"press {POWER}"))
+    step("the user switches NFC on", lambda: settings.hears(f"press {POWER}"))
     step("the settings wait for it", lambda: settings.says(f"[{POWER}: on, busy]"))
     step("it does not come, and the settings say so", lambda: settings.says("screen: NFC not available | "))
-    step("the person has read it", lambda: settings.hears("press OK"))
+    step("the user has read it", lambda: settings.hears("press OK"))
     step("NFC is off", lambda: settings.says(f"[{POWER}: off]"))

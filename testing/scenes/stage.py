@@ -12,6 +12,7 @@ import time
 import dbus
 
 from actor import PATIENCE, Actor, Unmet
+from faces import Terminal
 from standin import StandIn
 from wire import Wire
 
@@ -26,7 +27,7 @@ HANDLERS = [
 class Stage:
     """Starts the programs that every scene needs, and ends all of them with the scene."""
 
-    def __init__(self, programs, heard=None, face="--console"):
+    def __init__(self, programs, heard=None, face=Terminal):
         self.programs = pathlib.Path(programs).resolve()
         self._face = face
         self._heard = heard
@@ -35,6 +36,7 @@ class Stage:
         self._session_bus = dbus.bus.BusConnection(dbus.bus.BUS_SESSION)
         self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
         self._announce_handler()
+        self._announce_dialer()
 
     def __enter__(self):
         self._forget_settings()
@@ -73,6 +75,35 @@ class Stage:
         applications = os.environ.get("CONNUI_OWN_APPLICATIONS")
         for announcement in HANDLERS if applications else []:
             shutil.copy(announcement.with_suffix(".desktop"), applications)
+
+    def _announce_dialer(self):
+        """The application with which the desktop calls numbers and sends messages."""
+        applications = pathlib.Path(os.environ["XDG_DATA_HOME"], "applications")
+        applications.mkdir(exist_ok=True)
+        (applications / "dialer.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName=Dialer\nExec={REPOSITORY}/testing/scenes/dialer %u\n")
+        defaults = "".join(f"x-scheme-handler/{scheme}=dialer.desktop\n" for scheme in ("tel", "callto", "sms"))
+        pathlib.Path(os.environ["XDG_CONFIG_HOME"], "mimeapps.list").write_text("[Default Applications]\n" + defaults)
+        self._dialed.unlink(missing_ok=True)
+
+    @property
+    def _dialed(self):
+        return pathlib.Path(os.environ["HOME"], "dialed")
+
+    def _dialed_uris(self):
+        return self._dialed.read_text().splitlines() if self._dialed.exists() else []
+
+    def dials(self, uri):
+        """Waits until the dialer is started with this."""
+        end = time.monotonic() + PATIENCE
+        while uri not in self._dialed_uris():
+            if time.monotonic() > end:
+                raise Unmet(f"{uri} was not dialed, but {self._dialed_uris()}")
+            time.sleep(0.02)
+
+    def dials_nothing(self):
+        if self._dialed_uris():
+            raise Unmet(f"{self._dialed_uris()} was dialed")
 
     @staticmethod
     def nobody_takes_tags():
@@ -114,8 +145,14 @@ class Stage:
 
     def client_comes(self):
         self.clients_files.mkdir(exist_ok=True)
-        self.client = self.start("client", "nfc-ui", *self._face.split(), TMPDIR=str(self.clients_files))
+        self.client = self.start("client", "nfc-ui", *self._face.options, TMPDIR=str(self.clients_files))
         self.client.says("the NFC daemon is here")
+        self.face = self._face(self.client)
+
+    def client_comes_again(self):
+        """Puts a new client in the place of the one that is there."""
+        self.client.is_dismissed()
+        self.client_comes()
 
     def activates_the_client(self):
         """Has the session's bus start the client."""
@@ -165,11 +202,17 @@ class Stage:
         bluetooth.call("/", "org.bluez.Mock", "AddDevice", "hci0", address, name)
 
     def tap(self, *arguments):
-        """Holds something against the daemon; the actor returned leaves when the person has decided."""
+        """Holds something against the daemon; the actor returned leaves when the user has decided."""
         return self.start("nfctap", "nfctap", *arguments)
 
+    def shares(self, *resources):
+        """Holds another phone against the daemon, which these are to be sent to; there may be none."""
+        return self.start("sender", "/usr/bin/gdbus", "call", "--system", "--timeout", str(PATIENCE),
+                          "--dest", "com.tavix.nfc", "--object-path", "/com/tavix/nfc/simulator",
+                          "--method", "com.tavix.nfc.Simulator.TouchToShare", str(list(resources)))
+
     def contact(self, number, card):
-        """A card in the person's contacts."""
+        """A card in the user's contacts."""
         contacts = pathlib.Path(os.environ["XDG_DATA_HOME"], "contacts")
         contacts.mkdir(exist_ok=True)
         (contacts / f"{number}.vcf").write_bytes(card)

@@ -1,10 +1,10 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Tags on the screen: what is asked about them, and who gets what they hold."""
+"""Tags: what is asked about them, and who gets what they hold."""
 
-from scenes import decided, handler_gets, text_record, uri_record
-from screen import (
-    handler_hears_nothing, screen_is_clear, screen_scene, shows, touches, wants_to_be_asked)
+from scenes import (
+    answers, asks, decided, external_record, goes_back, handler_gets, handler_hears_nothing, has_been_read, is_clear,
+    is_dialed, mime_record, scene, screen_scene, terminal_scene, text_record, uri_record, wants_to_be_asked)
 
 STORE_LINK = "tavix.com:ruvostore:link"
 CHANGE = "press Choose another application"
@@ -12,65 +12,125 @@ TRACKER = "com.tavix.ApplicationTracker"
 TRACKER_PATH = "/com/tavix/ApplicationTracker"
 
 
-def mime_record(kind, data):
-    return bytes([0xD2, len(kind), len(data)]) + kind.encode() + data
+def notes(stage, content=b"\x00\x01\x02"):
+    return "mime", "application/x-notes", stage.file("notes", content)
 
 
-def external_record(kind, data):
-    return bytes([0xD4, len(kind), len(data)]) + kind.encode() + data
+def handler_is_in_front(stage):
+    """The user is looking at the handler application: a policy daemon says so."""
+    ohm = stage.stands_in("org.freedesktop.ohm", "org.freedesktop.ohm", TRACKER_PATH, TRACKER)
+    ohm.answers(TRACKER_PATH, TRACKER, "Subscribe", "", "sssu", f"ret = ('', '', '', {stage.handler.pid})")
+    ohm.answers(TRACKER_PATH, TRACKER, "Unsubscribe", "i", "", "")
+    stage.client_comes_again()
 
 
-@screen_scene
-def unasked_link(stage, step):
-    """Who does not want to be asked gets a web link at once"""
+@scene
+def accepted_link(stage, step):
+    """A web link is asked about, and viewed"""
     tap = stage.tap("uri", "https://www.example.org/nfc")
+    step("a tag touches the phone", stage.face.indicates_touch)
+    asks(stage, step, "the link is shown as it is", "Web link on tag", "https://www.example.org/nfc", "[View]",
+         "[Discard]")
+    answers(stage, step, "the user views it", "View")
     handler_gets(stage, step, uri_record(2, "example.org/nfc"))
-    decided(tap, step, "granted", 0)
-
-
-@screen_scene
-def asked_link(stage, step):
-    """Who wants to be asked sees the web link first"""
-    wants_to_be_asked(stage, step)
-    tap = stage.tap("uri", "https://www.example.org/nfc")
-    shows(stage, step, "the link is shown as it is",
-          "Web link on tag | https://www.example.org/nfc | [View] | [Discard]")
-    touches(stage, step, "the person views it", "press View")
-    handler_gets(stage, step, uri_record(2, "example.org/nfc"))
+    step("the handler reads the link", lambda: stage.handler.says("record: uri https://www.example.org/nfc"))
     step("then the application comes to the front", lambda: stage.handler.says("launched"))
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def discarded_link(stage, step):
-    """Who wants to be asked can refuse a web link"""
-    wants_to_be_asked(stage, step)
+    """A web link is refused"""
     tap = stage.tap("uri", "http://ads.example.com/win")
-    shows(stage, step, "the client asks", "Web link on tag | http://ads.example.com/win | ")
-    touches(stage, step, "the person discards it", "press Discard")
+    asks(stage, step, "the client asks", "Web link on tag", "http://ads.example.com/win")
+    answers(stage, step, "the user discards it", "Discard")
     decided(tap, step, "rejected", 1)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
     handler_hears_nothing(stage, step)
 
 
-@screen_scene
+@scene
+def link_for_application_in_front(stage, step):
+    """The application that the user looks at gets a web link at once"""
+    handler_is_in_front(stage)
+    tap = stage.tap("uri", "https://www.example.org/nfc")
+    handler_gets(stage, step, uri_record(2, "example.org/nfc"))
+    decided(tap, step, "granted", 0)
+
+
+@scene
 def asked_text(stage, step):
-    """Plain text is shown before an application gets it"""
+    """Plain text is shown to a user who wants to be asked before an application gets it"""
     wants_to_be_asked(stage, step)
     tap = stage.tap("text", "Welcome to the museum")
-    shows(stage, step, "the text is shown", "Text on tag | Welcome to the museum | [View] | [Discard]")
-    touches(stage, step, "the person views it", "press View")
+    asks(stage, step, "the text is shown", "Text on tag", "Welcome to the museum", "[View]", "[Discard]")
+    answers(stage, step, "the user views it", "View")
     handler_gets(stage, step, text_record("Welcome to the museum"))
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def unasked_text(stage, step):
-    """Who does not want to be asked gets plain text at once"""
+    """Plain text goes to the only application for it when the user does not want to be asked"""
     tap = stage.tap("text", "Welcome")
     handler_gets(stage, step, text_record("Welcome"))
+    decided(tap, step, "granted", 0)
+
+
+@scene
+def raw_message(stage, step):
+    """A message of two records is asked about with both, and goes through untouched"""
+    data = text_record("Museum", flags=0x91) + uri_record(3, "museum.example", flags=0x51)
+    tap = stage.tap("message", stage.file("museum.ndef", data))
+    asks(stage, step, "the client names both records", "Text on tag", "Also on this tag: http://museum.example", "Museum")
+    answers(stage, step, "the user views them", "View")
+    handler_gets(stage, step, data)
+    step("then the handler is launched", lambda: stage.handler.says("launched"))
+    decided(tap, step, "granted", 0)
+
+
+@scene
+def number_behind_text(stage, step):
+    """A number behind a harmless text does not go along unasked"""
+    data = text_record("Hello", flags=0x91) + uri_record(5, "*2767*3855#", flags=0x51)
+    tap = stage.tap("message", stage.file("trap.ndef", data))
+    asks(stage, step, "the client asks, and names the number", "Text on tag", "Also on this tag: tel:*2767*3855#", "Hello")
+    answers(stage, step, "the user discards it", "Discard")
+    decided(tap, step, "rejected", 1)
+    handler_hears_nothing(stage, step)
+
+
+@scene
+def bytes_behind_message(stage, step):
+    """A message with something behind its end is refused"""
+    tap = stage.tap("message", stage.file("trailing.ndef", text_record("Hello") + uri_record(5, "112")))
+    asks(stage, step, "the client says so", "Tag not supported", "This tag cannot be read.")
+    has_been_read(stage, step)
+    decided(tap, step, "rejected", 1)
+    is_clear(stage, step)
+    handler_hears_nothing(stage, step)
+
+
+@scene
+def link_in_capitals(stage, step):
+    """A link in capitals, behind blanks, is shown as any other, and forwarded untouched"""
+    data = uri_record(0, "  HTTPS://www.example.org/NFC")
+    tap = stage.tap("message", stage.file("capitals.ndef", data))
+    asks(stage, step, "the client shows a web link", "Web link on tag", "https://www.example.org/NFC", "[View]")
+    answers(stage, step, "the user views it", "View")
+    handler_gets(stage, step, data)
+    decided(tap, step, "granted", 0)
+
+
+@scene
+def number_in_capitals(stage, step):
+    """A phone number whose scheme is in capitals is one"""
+    tap = stage.tap("message", stage.file("capitals.ndef", uri_record(0, "TEL:+15550100")))
+    asks(stage, step, "the client shows a number", "Contact on tag", "+15550100", "[Call]")
+    answers(stage, step, "the user calls", "Call")
+    is_dialed(stage, step, "tel:+15550100")
     decided(tap, step, "granted", 0)
 
 
@@ -80,18 +140,18 @@ def asked_contact(stage, step):
     card = b"BEGIN:VCARD\r\nVERSION:3.0\r\nN:Byron;Ada;;;\r\nFN:Ada Byron\r\nEND:VCARD\r\n"
     stage.notebook_comes()
     tap = stage.tap("mime", "text/x-vcard", stage.file("ada.vcf", card))
-    shows(stage, step, "two applications could take it: the client asks",
-          "Contact on tag | Ada Byron | [View] | [Discard]")
+    asks(stage, step, "two applications could take it: the client asks", "Contact on tag", "Ada Byron", "[View]",
+         "[Discard]")
 
     def is_private():
         modes = [oct(file.stat().st_mode & 0o777) for file in stage.clients_files.iterdir()]
         assert modes == ["0o600"], modes
-    step("the card's file is for this person alone", is_private)
-    touches(stage, step, "the person views it", "press View")
+    step("the card's file is for this user alone", is_private)
+    answers(stage, step, "the user views it", "View")
     step("the first application gets the card",
          lambda: stage.notebook.says(f": {mime_record('text/x-vcard', card).hex()}"))
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
     def is_gone():
         left = list(stage.clients_files.iterdir())
@@ -100,137 +160,247 @@ def asked_contact(stage, step):
     handler_hears_nothing(stage, step)
 
 
-@screen_scene
-def application_in_front(stage, step):
-    """The application that the person looks at gets a contact card at once"""
+@scene
+def contact_of_another_type(stage, step):
+    """A contact card of the newer type is asked about as one, and goes to the application that takes it"""
+    wants_to_be_asked(stage, step)
+    card = b"BEGIN:VCARD\r\nVERSION:4.0\r\nFN:Ada Byron\r\nEND:VCARD\r\n"
+    tap = stage.tap("mime", "text/vcard", stage.file("ada.vcf", card))
+    asks(stage, step, "the client shows a contact", "Contact on tag", "[View]", "[Discard]")
+    answers(stage, step, "the user views it", "View")
+    handler_gets(stage, step, mime_record("text/vcard", card))
+    decided(tap, step, "granted", 0)
+
+
+@scene
+def contact_for_application_in_front(stage, step):
+    """The application that the user looks at gets a contact card at once"""
     stage.notebook_comes()
-    ohm = stage.stands_in("org.freedesktop.ohm", "org.freedesktop.ohm", TRACKER_PATH, TRACKER)
-    ohm.answers(TRACKER_PATH, TRACKER, "Subscribe", "", "sssu", f"ret = ('', '', '', {stage.handler.pid})")
-    ohm.answers(TRACKER_PATH, TRACKER, "Unsubscribe", "i", "", "")
+    handler_is_in_front(stage)
     card = b"BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Ada\r\nEND:VCARD\r\n"
     tap = stage.tap("mime", "text/x-vcard", stage.file("ada.vcf", card))
     handler_gets(stage, step, mime_record("text/x-vcard", card))
     decided(tap, step, "granted", 0)
 
 
-@screen_scene
+@scene
 def called_number(stage, step):
-    """A phone number is asked about, and called"""
+    """A phone number is called: the desktop's application gets it, the handler does not"""
     tap = stage.tap("uri", "tel:+15550100")
-    shows(stage, step, "the number is shown, left to right in any language",
-          "Contact on tag | \ufffd+15550100\ufffd | [Call] | [Discard] | [View]")
-    touches(stage, step, "the person calls", "press Call")
+    asks(stage, step, "the number is shown", "Contact on tag", "+15550100", "[Discard]")
+    answers(stage, step, "the user calls", "Call")
+    is_dialed(stage, step, "tel:+15550100")
+    decided(tap, step, "granted", 0)
+    is_clear(stage, step)
+    handler_hears_nothing(stage, step)
+
+
+@scene
+def viewed_number(stage, step):
+    """A phone number is viewed: the handler gets it, and nothing is called"""
+    tap = stage.tap("uri", "tel:+15550100")
+    asks(stage, step, "the number is shown", "Contact on tag", "+15550100")
+    answers(stage, step, "the user only views it", "View")
     handler_gets(stage, step, uri_record(5, "+15550100"))
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    step("nothing is called", stage.dials_nothing)
+
+
+@scene
+def number_without_handler(stage, step):
+    """Where no application takes numbers from tags, the user can call one or look at it"""
+    step("nobody takes tags any more", stage.nobody_takes_tags)
+    called = stage.tap("uri", "tel:+15550100")
+    asks(stage, step, "the number is shown", "Contact on tag", "+15550100")
+    answers(stage, step, "the user calls", "Call")
+    is_dialed(stage, step, "tel:+15550100")
+    decided(called, step, "granted", 0)
+    viewed = stage.tap("uri", "tel:+15550101")
+    asks(stage, step, "another number is shown", "Contact on tag", "+15550101")
+    answers(stage, step, "the user only views it", "View")
+    asks(stage, step, "and sees it, nothing else", "Contact on tag", "tel:+15550101", "[OK]")
+    has_been_read(stage, step)
+    decided(viewed, step, "granted", 0)
+    is_clear(stage, step)
 
 
 @screen_scene
+def number_left_to_right(stage, step):
+    """A number runs left to right in any language"""
+    tap = stage.tap("uri", "tel:+15550100")
+    asks(stage, step, "the number stands between marks",
+         "Contact on tag | \ufffd+15550100\ufffd | [Call] | [Discard] | [View]")
+    goes_back(stage, step)
+    decided(tap, step, "rejected", 1)
+
+
+@scene
+def sent_message(stage, step):
+    """A text message is sent by the desktop's application"""
+    tap = stage.tap("uri", "sms:+15550100?body=Hi%20there")
+    asks(stage, step, "receiver and text are shown", "Text message on tag", "+15550100")
+    answers(stage, step, "the user sends it", "Send")
+    is_dialed(stage, step, "sms:+15550100?body=Hi%20there")
+    decided(tap, step, "granted", 0)
+    handler_hears_nothing(stage, step)
+
+
+@scene
 def viewed_message(stage, step):
     """A text message is viewed instead of sent"""
     tap = stage.tap("uri", "sms:+15550100?body=Hi%20there")
-    shows(stage, step, "receiver and text are shown",
-          "Text message on tag | To: \ufffd+15550100\ufffd / Hi there | [Send] | [Discard] | [View]")
-    touches(stage, step, "the person only views it", "press View")
+    asks(stage, step, "receiver and text are shown", "Text message on tag", "+15550100")
+    answers(stage, step, "the user only views it", "View")
     handler_gets(stage, step, uri_record(0, "sms:+15550100?body=Hi%20there"))
     decided(tap, step, "granted", 0)
 
 
-@screen_scene
-def switched_application(stage, step):
+@scene
+def other_link(stage, step):
+    """A link that is neither to the web nor to a phone is shown beside the application that gets it"""
+    tap = stage.tap("uri", "geo:48.2,16.3")
+    asks(stage, step, "the client shows where it leads", "Tag content", "geo:48.2,16.3", "[Open]")
+    answers(stage, step, "the user opens it", "Open")
+    handler_gets(stage, step, uri_record(0, "geo:48.2,16.3"))
+    decided(tap, step, "granted", 0)
+
+
+@scene
+def chosen_application(stage, step):
     """Unknown data goes to the second of two applications"""
-    tap = stage.tap("mime", "application/x-notes", stage.file("notes", b"\x00\x01\x02"))
-    question = "Tag content | Open with Notebook? | "
-    shows(stage, step, "the first is offered", question)
-    touches(stage, step, "the person wants another", "press Choose another application")
-    shows(stage, step, "both are listed", "Choose application | ")
-    touches(stage, step, "the person goes back", "escape")
-    shows(stage, step, "the question is still there", question)
-    touches(stage, step, "wants another all the same", "press Choose another application")
-    shows(stage, step, "both are listed again", "Choose application | ")
-    touches(stage, step, "picks the tag reader", "select Tag Reader")
-    touches(stage, step, "and confirms", "press OK")
+    tap = stage.tap(*notes(stage))
+    asks(stage, step, "the first is offered", "Tag content", "Notebook")
+    step("the user picks the other", lambda: stage.face.chooses("Tag Reader"))
     handler_gets(stage, step, mime_record("application/x-notes", b"\x00\x01\x02"))
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
 @screen_scene
+def reconsidered_application(stage, step):
+    """Going back from the list of applications leaves the question open"""
+    tap = stage.tap(*notes(stage))
+    question = "Tag content | "
+    asks(stage, step, "the first is offered", question, "Open with Notebook? | ")
+    answers(stage, step, "the user wants another", "Choose another application")
+    asks(stage, step, "both are listed", "Choose application | ")
+    goes_back(stage, step)
+    asks(stage, step, "the question is still there", question)
+    step("the user picks the other after all", lambda: stage.face.chooses("Tag Reader"))
+    handler_gets(stage, step, mime_record("application/x-notes", b"\x00\x01\x02"))
+    decided(tap, step, "granted", 0)
+
+
+@scene
 def discarded_data(stage, step):
-    """Escape at a question discards what is on the tag"""
-    tap = stage.tap("mime", "application/x-notes", stage.file("notes", b"x"))
-    shows(stage, step, "the client asks", "Tag content | ")
-    touches(stage, step, "the person goes back", "escape")
+    """Going back at a question discards what is on the tag"""
+    tap = stage.tap(*notes(stage, b"x"))
+    asks(stage, step, "the client asks", "Tag content")
+    goes_back(stage, step)
     decided(tap, step, "rejected", 1)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def opened_file(stage, step):
     """A picture on a tag is opened by the application that takes pictures"""
     picture = b"\x89PNG\r\n\x1a\n"
     tap = stage.tap("mime", "image/png", stage.file("sun.png", picture))
-    shows(stage, step, "the client names it", "Tag content | Open with Tag Reader? | ")
-    touches(stage, step, "the person opens it", "press Open")
+    asks(stage, step, "the client says what it is", "Tag content", "image/png, 8 bytes")
+    answers(stage, step, "the user opens it", "Open")
     handler_gets(stage, step, mime_record("image/png", picture))
     decided(tap, step, "granted", 0)
 
 
-@screen_scene
+@scene
 def store_link(stage, step):
-    """A link into the store is asked about without showing the link"""
-    data = external_record(STORE_LINK, b"1234")
-    tap = stage.tap("message", stage.file("store.ndef", data))
-    shows(stage, step, "the client asks", "Store link on tag | [View] | [Discard]")
-    touches(stage, step, "the person views it", "press View")
-    handler_gets(stage, step, data)
-    decided(tap, step, "granted", 0)
+    """A link into the store is asked about without showing the link, whoever made its type"""
+    for kind in (STORE_LINK, "example.org:ruvostore:link"):
+        data = external_record(kind, b"1234")
+        tap = stage.tap("message", stage.file("store.ndef", data))
+        asks(stage, step, f"the client asks about a {kind}", "Store link on tag", "[View]", "[Discard]")
+        answers(stage, step, "the user views it", "View")
+        handler_gets(stage, step, data)
+        decided(tap, step, "granted", 0)
 
 
-@screen_scene
+@scene
+def touched_twice(stage, step):
+    """A tag that touches again while its question is open is asked about once"""
+    link = "uri", "https://www.example.org/"
+    first = stage.tap(*link)
+    asks(stage, step, "the client asks", "Web link on tag")
+    second = stage.tap(*link)
+    step("the second touch has arrived", lambda: stage.wire.hears_more_than(3, until=lambda: False))
+    answers(stage, step, "the user views it", "View")
+    handler_gets(stage, step, uri_record(2, "example.org/"))
+    decided(first, step, "granted", 0)
+    decided(second, step, "granted", 0)
+    is_clear(stage, step)
+
+    def got_it_once():
+        count = sum(uri_record(2, "example.org/").hex() in line for line in stage.handler.lines)
+        assert count == 1, stage.handler.lines
+    step("the handler has got it once", got_it_once)
+
+
+@scene
 def told_empty_tag(stage, step):
     """An empty tag is told about"""
     tap = stage.tap("empty")
-    shows(stage, step, "the client says so", "Empty tag | There is nothing on this tag. | [OK]")
-    touches(stage, step, "the person has read it", "press OK")
+    asks(stage, step, "the client says so", "Empty tag", "There is nothing on this tag.", "[OK]")
+    has_been_read(stage, step)
     decided(tap, step, "granted", 0)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def told_unsupported_tag(stage, step):
-    """A tag that cannot be read is told about"""
-    tap = stage.tap("unsupported")
-    shows(stage, step, "the client says so", "Tag not supported | This tag cannot be read. | [OK]")
-    touches(stage, step, "the person closes the window", "close")
-    decided(tap, step, "announced", 0)
-    screen_is_clear(stage, step)
+    """A tag that cannot be read, or is malformed, is told about"""
+    for fault in ("unsupported", "malformed"):
+        tap = stage.tap(fault)
+        asks(stage, step, f"the client says so of one that is {fault}", "Tag not supported", "This tag cannot be read.",
+             "[OK]")
+        has_been_read(stage, step)
+        decided(tap, step, "announced", 0)
+        is_clear(stage, step)
 
 
 @screen_scene
-def told_malformed_tag(stage, step):
-    """A tag whose content is malformed is told about"""
-    tap = stage.tap("malformed")
-    shows(stage, step, "the client says so", "Tag not supported | This tag cannot be read. | [OK]")
-    touches(stage, step, "the person has read it", "press OK")
-    decided(tap, step, "announced", 0)
-    screen_is_clear(stage, step)
+def told_once(stage, step):
+    """Three tags that cannot be read are told about once"""
+    for _ in range(3):
+        decided(stage.tap("unsupported"), step, "announced", 0)
+    asks(stage, step, "the client says so", "Tag not supported")
+    step("the user closes the window", lambda: stage.client.hears("close"))
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def told_tag_that_nobody_takes(stage, step):
     """What no application takes is told about, a link that nothing opens as well"""
     step("nobody takes tags any more", stage.nobody_takes_tags)
     for words, arguments in [("a typeface", ("mime", "font/ttf", stage.file("letters.ttf", b"\0\1\0\0"))),
                              ("a link of a scheme of its own", ("uri", "nobody-opens:this"))]:
         tap = stage.tap(*arguments)
-        shows(stage, step, f"the client says so of {words}", "Tag not supported | This tag cannot be read. | [OK]")
-        touches(stage, step, "the person has read it", "press OK")
+        asks(stage, step, f"the client says so of {words}", "Tag not supported", "This tag cannot be read.")
+        has_been_read(stage, step)
         decided(tap, step, "rejected", 1)
-        screen_is_clear(stage, step)
+        is_clear(stage, step)
 
 
-# Where the person goes at a question that two applications could answer, and what the daemon learns.
+@terminal_scene
+def hostile_text(stage, step):
+    """A tag's text cannot take over the terminal, nor look like the client's own words"""
+    wants_to_be_asked(stage, step)
+    tap = stage.tap("text", "\x1b[2Jgone\u202etxt\nWeb link on tag")
+    step("control characters are shown as what they are not", lambda: stage.client.says("> \ufffd[2Jgone\ufffdtxt"))
+    step("every line of it is marked", lambda: stage.client.says("> Web link on tag"))
+    goes_back(stage, step)
+    decided(tap, step, "rejected", 1)
+
+
+# Where the user goes at a question that two applications could answer, and what the daemon learns.
 WAYS = [
     ("discards", ["press Discard"], "rejected", 1),
     ("closes the window", ["close"], "rejected", 1),
@@ -247,14 +417,14 @@ WAYS = [
 
 @screen_scene
 def every_way_out(stage, step):
-    """Whatever way a person takes at a question, it ends in one answer"""
+    """Whatever way a user takes at a question, it ends in one answer"""
     stage.notebook_comes()
     for number, (words, commands, outcome, code) in enumerate(WAYS):
-        tap = stage.tap("mime", "application/x-notes", stage.file("notes", bytes([number])))
-        shows(stage, step, "the client asks", "Tag content | Open with Notebook? | ")
-        takes_the_way(stage, step, f"the person {words}", commands)
+        tap = stage.tap(*notes(stage, bytes([number])))
+        asks(stage, step, "the client asks", "Tag content | ", "Open with Notebook? | ")
+        takes_the_way(stage, step, f"the user {words}", commands)
         decided(tap, step, outcome, code)
-        screen_is_clear(stage, step)
+        is_clear(stage, step)
     step("each answer was the only one", stage.wire.all_answered_once)
 
     def granted_only():

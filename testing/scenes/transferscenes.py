@@ -1,9 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Files that arrive, on the screen."""
+"""Files that arrive."""
 
-from scenes import decided
-from screen import screen_is_clear, screen_scene, shows, touches
+from scenes import HEADSET, answers, asks, decided, is_clear, scene, screen_scene
 
 FIVE_MEGABYTES = "5000000"
 
@@ -12,42 +11,74 @@ FIVE_MEGABYTES = "5000000"
 def received_file(stage, step):
     """A file of five megabytes arrives"""
     tap = stage.tap("receive", "beach.jpg", FIVE_MEGABYTES, "2500000")
-    shows(stage, step, "the sheet tells what comes, and from whom", "Receiving file | From Ada's phone | ")
+    asks(stage, step, "the sheet tells what comes, and from whom", "Receiving file", "From Ada's phone")
     step("the megabytes are counted, and the time that is left", lambda: stage.client.says("/5 MB | 00:0"))
-    step("all of it is here", lambda: stage.client.says("5/5 MB"))
     decided(tap, step, "completed", 0)
-    touches(stage, step, "the person closes the sheet", "press Done")
-    screen_is_clear(stage, step)
+    asks(stage, step, "the client tells that it is here", "File received", "From Ada's phone", "beach.jpg")
+    goes_away(stage, step)
 
 
-@screen_scene
+@scene
 def canceled_file(stage, step):
     """A file is canceled while it arrives"""
     tap = stage.tap("receive", "film.mkv", FIVE_MEGABYTES, "100")
-    shows(stage, step, "the sheet tells what comes, and from whom", "Receiving file | From Ada's phone | ")
-    touches(stage, step, "the person cancels it", "press Cancel")
+    asks(stage, step, "the client tells what comes, and from whom", "Receiving file", "From Ada's phone", "film.mkv")
+    answers(stage, step, "the user cancels it", "Cancel")
     decided(tap, step, "canceled", 2)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def abandoned_file(stage, step):
     """The sender gives up in the middle of a file"""
     tap = stage.tap("receive", "film.mkv", FIVE_MEGABYTES, "2500000", "--cancel-after", "4000000")
-    shows(stage, step, "the sheet tells what comes, and from whom", "Receiving file | From Ada's phone | ")
-    step("the megabytes are counted", lambda: stage.client.says("/5 MB"))
+    asks(stage, step, "the client tells what comes, and from whom", "Receiving file", "From Ada's phone")
     decided(tap, step, "canceled", 2)
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
+
+
+@screen_scene
+def question_during_transfer(stage, step):
+    """A question comes before a file that arrives, and the file comes back after it"""
+    tap = stage.tap("receive", "film.mkv", FIVE_MEGABYTES, "100")
+    asks(stage, step, "the sheet is there", "Receiving file", "film.mkv")
+    pairing = stage.tap("pair", *HEADSET)
+    asks(stage, step, "the question is in front", "Pair with Headset?")
+    answers(stage, step, "the user pairs", "Pair")
+    decided(pairing, step, "granted", 0)
+    asks(stage, step, "the sheet is back", "Receiving file", "film.mkv")
+    answers(stage, step, "the user cancels it", "Cancel")
+    decided(tap, step, "canceled", 2)
+    is_clear(stage, step)
+
+
+@screen_scene
+def file_behind_question(stage, step):
+    """A file that begins to arrive does not cover a question"""
+    pairing = stage.tap("pair", *HEADSET)
+    asks(stage, step, "the client asks", "Pair with Headset?")
+    tap = stage.tap("receive", "notes.txt", "1000", "100000")
+    decided(tap, step, "completed", 0)
+    asks(stage, step, "what became of the file waits", "1 more", "Pair with Headset?")
+    answers(stage, step, "the user pairs", "Pair")
+    decided(pairing, step, "granted", 0)
+    asks(stage, step, "now the file", "File received", "notes.txt")
+    goes_away(stage, step)
 
 
 @screen_scene
 def two_files(stage, step):
     """Two files arrive at once, and the daemon dies"""
     first = stage.tap("receive", "one.txt", FIVE_MEGABYTES, "100")
-    step("the first sheet comes", lambda: stage.client.says("one.txt"))
+    asks(stage, step, "the first sheet comes", "one.txt")
     second = stage.tap("receive", "two.txt", FIVE_MEGABYTES, "100")
-    step("the second sheet comes above it", lambda: stage.client.says("two.txt"))
+    asks(stage, step, "the second sheet comes above it", "two.txt")
     step("the daemon is killed with -9", lambda: stage.daemon.is_killed())
-    screen_is_clear(stage, step)
+    is_clear(stage, step)
     decided(first, step, "the daemon has died", 3)
     decided(second, step, "the daemon has died", 3)
+
+
+def goes_away(stage, step):
+    answers(stage, step, "the user has seen it", "Close")
+    is_clear(stage, step)

@@ -23,7 +23,7 @@ const auto busy = u"[Near Field Communication (NFC): on, busy]"_s;
 const auto on = u"[Near Field Communication (NFC): on]"_s;
 const auto pressNfc = u"press Near Field Communication (NFC)"_s;
 
-// The program, whose screen is read aloud.
+// The program, under remote control.
 class Settings
 {
 public:

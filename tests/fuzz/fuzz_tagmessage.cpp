@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Reads the input as the message on a tag, as the client and the simulated daemon do, and stops where what
-// the user is asked about is not what the application gets.
+// Reads the input as the message on a tag, as the client and a daemon do, and stops where what the user is
+// asked about is not what the application gets.
 #include <URINDEFRecord>
 
-#include "../../client/console/messagetext.h"
-#include "../../client/screen/tagcontent.h"
+#include "core/decision.h"
+#include "core/tagcontent.h"
 #include "daemon/ndefkind.h"
 #include "support.h"
 
@@ -21,9 +21,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray message(reinterpret_cast<const char *>(data), qsizetype(size));
     const TagContent content = readTag(message);
-    if (content.kind == TagContent::Uri)
-        require(content.text == QString::fromUtf8(URINDEFRecord(content.payload).getURI()));
-    require(message.isEmpty() || content.kind != TagContent::Empty || messageText(message).isEmpty());
+    for (const TagRecord &record : content.records) {
+        if (record.kind == TagRecord::Uri)
+            require(QString::fromUtf8(URINDEFRecord(record.payload).getURI())
+                        .contains(record.text.section(QLatin1Char(':'), 1), Qt::CaseInsensitive));
+    }
+    require(!content.isWellFormed || !content.records.isEmpty() || message.isEmpty() || message.size() >= 3);
     require(!ndefKind(message).isNull());
     return 0;
 }

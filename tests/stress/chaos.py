@@ -15,10 +15,11 @@ import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[2] / "testing/scenes"))
 from actor import Unmet  # noqa: E402
+from faces import Screen  # noqa: E402
 from scenes import HEADSET  # noqa: E402
 from stage import Stage  # noqa: E402
 
-BUTTONS = ["Yes", "No", "OK", "Cancel", "View", "Discard", "Open", "Call", "Send", "Continue", "Done",
+BUTTONS = ["Yes", "No", "OK", "Cancel", "View", "Discard", "Open", "Call", "Send", "Continue", "Done", "Pair", "Connect", "Disconnect", "Close",
            "Choose another application"]
 # Growth in kilobytes that is no leak: caches that fill, memory that the allocator keeps.
 TOLERANCE = 8192
@@ -133,7 +134,7 @@ class Chaos:
 
 
 def run(programs, seed, count):
-    with Stage(programs, face="--remote-control") as stage:
+    with Stage(programs, face=Screen) as stage:
         chaos = Chaos(stage, seed)
         # Half of the way to warm up: the first dialogs load fonts, icons and texts.
         for number in range(count):

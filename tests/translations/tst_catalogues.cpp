@@ -8,7 +8,7 @@
 #include <MButtonModel>
 #include <MDialog>
 
-#include "texts.h"
+#include "core/texts.h"
 
 using namespace Qt::StringLiterals;
 

@@ -1,0 +1,85 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/desktopapplication.h"
+
+#include <QLibrary>
+#include <QUrl>
+
+#include <ContentAction>
+#include <MDesktopEntry>
+
+#include "core/clientlog.h"
+
+namespace {
+
+// GIO's own types, as its C interface has them. The library is loaded when something is opened for the first
+// time: most of a client's life nothing is.
+struct List
+{
+    void *data;
+    List *next;
+    List *previous;
+};
+
+struct Launcher
+{
+    void *(*g_desktop_app_info_new)(const char *) = nullptr;
+    int (*g_app_info_launch_uris)(void *, List *, void *, void **) = nullptr;
+    void (*g_object_unref)(void *) = nullptr;
+
+    bool isComplete() const { return g_desktop_app_info_new && g_app_info_launch_uris && g_object_unref; }
+};
+
+template <typename Function>
+void resolve(QLibrary &library, const char *name, Function &function)
+{
+    function = reinterpret_cast<Function>(library.resolve(name));
+}
+
+Launcher loadLauncher()
+{
+    QLibrary library(QStringLiteral("libgio-2.0.so.0"));
+    Launcher launcher;
+    resolve(library, "g_desktop_app_info_new", launcher.g_desktop_app_info_new);
+    resolve(library, "g_app_info_launch_uris", launcher.g_app_info_launch_uris);
+    resolve(library, "g_object_unref", launcher.g_object_unref);
+    return launcher;
+}
+
+bool launch(const QString &id, const QString &uri)
+{
+    static const Launcher launcher = loadLauncher();
+    void *application = launcher.isComplete()
+                            ? launcher.g_desktop_app_info_new(qUtf8Printable(id + QLatin1String(".desktop")))
+                            : nullptr;
+    if (!application)
+        return false;
+    QByteArray argument = uri.toUtf8();
+    List uris{argument.data(), nullptr, nullptr};
+    const bool launched = launcher.g_app_info_launch_uris(application, &uris, nullptr, nullptr);
+    launcher.g_object_unref(application);
+    return launched;
+}
+
+} // namespace
+
+void openWithApplication(const QString &id, const QString &uri)
+{
+    if (!launch(id, uri))
+        qCWarning(clientLog, "Unable to start the application '%s'", qUtf8Printable(id));
+}
+
+void openFile(const QString &file)
+{
+    const QUrl url = QUrl::fromLocalFile(file);
+    openWithApplication(ContentAction::Action::defaultActionForFile(url).name(),
+                        url.toString(QUrl::FullyEncoded));
+}
+
+QString applicationName(const QString &application)
+{
+    const QString name =
+        MDesktopEntry(QStringLiteral("/usr/share/applications/%1.desktop").arg(application)).name();
+    // U+009C stands between the same name in several lengths.
+    return name.isEmpty() ? application : name.section(QChar(0x9c), 0, 0);
+}

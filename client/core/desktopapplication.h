@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_DESKTOPAPPLICATION_H
+#define CONNUI_CLIENT_DESKTOPAPPLICATION_H
+
+#include <QString>
+
+/** Starts the application whose desktop file is \a id (without ".desktop") with \a uri. A failure is logged.
+ */
+void openWithApplication(const QString &id, const QString &uri);
+
+/** Opens the local \a file with the application that the desktop has for it. A failure is logged. */
+void openFile(const QString &file);
+
+/** Returns the name that the desktop file of \a application gives it, in one length; the id where it has
+ * none. */
+QString applicationName(const QString &application);
+
+#endif

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_NDEFFRAMING_H
+#define CONNUI_CLIENT_NDEFFRAMING_H
+
+#include <QByteArray>
+
+/**
+ * Returns whether \a data is exactly one NDEF message (NFC Forum NDEF 1.0): the records end where the message
+ * and the bytes do, and the chunks of a record follow one another.
+ *
+ * Qt's decoder reads past the bytes behind a message's end and past much that is no message.
+ */
+bool isOneNdefMessage(const QByteArray &data);
+
+#endif

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/peername.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusMetaType>
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <NfcBluetoothHandoverInfo>
+
+using ConnUi::NfcBluetoothHandoverInfo;
+
+using Interfaces = QMap<QString, QVariantMap>;
+using ManagedObjects = QMap<QDBusObjectPath, Interfaces>;
+Q_DECLARE_METATYPE(Interfaces)
+Q_DECLARE_METATYPE(ManagedObjects)
+
+namespace {
+
+// A Bluetooth service that is slower must not keep the question from the user.
+constexpr int patience = 500; // milliseconds
+
+QDBusPendingCall managedObjects()
+{
+    qDBusRegisterMetaType<Interfaces>();
+    qDBusRegisterMetaType<ManagedObjects>();
+    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("org.bluez"), QStringLiteral("/"),
+                                                       QStringLiteral("org.freedesktop.DBus.ObjectManager"),
+                                                       QStringLiteral("GetManagedObjects"));
+    // A phone whose Bluetooth is off stays so.
+    call.setAutoStartService(false);
+    return QDBusConnection::systemBus().asyncCall(call, patience);
+}
+
+QString nameIn(const ManagedObjects &objects, const QString &address)
+{
+    for (const Interfaces &interfaces : objects) {
+        const QVariantMap device = interfaces.value(QStringLiteral("org.bluez.Device1"));
+        if (device.value(QStringLiteral("Address")).toString().compare(address, Qt::CaseInsensitive) == 0)
+            return device.value(QStringLiteral("Alias")).toString();
+    }
+    return {};
+}
+
+} // namespace
+
+void findPeerName(const QVariant &info, QObject *context, const std::function<void(const QString &)> &found)
+{
+    const QString address = NfcBluetoothHandoverInfo(info).deviceAddress();
+    auto *watcher = new QDBusPendingCallWatcher(managedObjects(), context);
+    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, address, found] {
+        const QDBusPendingReply<ManagedObjects> reply = *watcher;
+        watcher->deleteLater();
+        const QString name =
+            reply.isError() || address.isEmpty() ? QString() : nameIn(reply.value(), address);
+        const QString fallback = address.isEmpty() ? qtTrId("qtn_nfc_unnamed_device") : address;
+        found(name.isEmpty() ? fallback : name);
+    });
+}

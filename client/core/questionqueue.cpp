@@ -1,0 +1,264 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/questionqueue.h"
+
+#include <algorithm>
+#include <utility>
+
+#include <QElapsedTimer>
+
+#include "core/clientlog.h"
+#include "core/face.h"
+#include "core/request.h"
+
+namespace {
+
+constexpr int glance = 1000; // milliseconds: how often the waiting requests are looked through
+
+bool saysTheSame(const Question &one, const Question &other)
+{
+    return one.kind == other.kind && one.title == other.title && one.notes == other.notes &&
+           one.data == other.data;
+}
+
+} // namespace
+
+QuestionQueue::QuestionQueue(Face *face, const Clock &clock, QObject *parent)
+    : QObject(parent)
+    , face(face)
+    , now(clock)
+{
+    staleness.setInterval(glance);
+    connect(&staleness, &QTimer::timeout, this, &QuestionQueue::dropStale);
+    connect(face, &Face::answered, this, &QuestionQueue::answer);
+}
+
+QuestionQueue::~QuestionQueue()
+{
+    clear();
+}
+
+QuestionQueue::Clock QuestionQueue::monotonicClock()
+{
+    QElapsedTimer timer;
+    timer.start();
+    return [timer] { return timer.elapsed(); };
+}
+
+void QuestionQueue::add(std::unique_ptr<Request> request)
+{
+    for (const auto &entry : requests) {
+        if (!entry->isAnswered && entry->request->isSameAs(*request)) {
+            entry->request->join(*request);
+            return;
+        }
+    }
+    makeRoomFor(*request);
+    if (std::count_if(requests.cbegin(), requests.cend(),
+                      [this](const auto &entry) { return isWaiting(*entry); }) >= capacity) {
+        qCWarning(clientLog, "Too many requests wait: another one is rejected");
+        request->reject();
+        return;
+    }
+
+    auto added = std::make_unique<Entry>();
+    Entry *entry = added.get();
+    entry->number = nextNumber++;
+    entry->arrival = now();
+    entry->request = request.release();
+    entry->request->setParent(this);
+    connect(
+        entry->request, &Request::asks, this,
+        [this, entry](const Question &question) { ask(entry, question); });
+    connect(
+        entry->request, &Request::tells, this, [this](const Question &notice) { tell(notice); });
+    connect(entry->request, &Request::done, this, [this, entry] { remove(requests, entry); });
+    requests.push_back(std::move(added));
+    staleness.start();
+    advance();
+}
+
+// What the newer request replaces is rejected before anything else is answered.
+void QuestionQueue::makeRoomFor(const Request &request)
+{
+    const auto replaced = std::find_if(requests.cbegin(), requests.cend(), [&](const auto &entry) {
+        return isWaiting(*entry) && entry->request->isReplacedBy(request);
+    });
+    if (replaced == requests.cend())
+        return;
+    (*replaced)->request->reject();
+    remove(requests, replaced->get());
+}
+
+void QuestionQueue::tell(const Question &notice, const Answered &answered)
+{
+    const bool isTold = std::any_of(notices.cbegin(), notices.cend(), [&notice](const auto &entry) {
+        return saysTheSame(entry->question, notice);
+    });
+    if (isTold || qsizetype(notices.size()) > capacity)
+        return;
+    append(notices, notice, answered);
+    advance();
+}
+
+int QuestionQueue::begin(const Question &notice, const Answered &answered)
+{
+    const int number = append(ongoing, notice, answered);
+    advance();
+    return number;
+}
+
+int QuestionQueue::append(Entries &entries, const Question &question, const Answered &answered)
+{
+    auto entry = std::make_unique<Entry>();
+    entry->number = nextNumber++;
+    entry->question = question;
+    entry->answered = answered;
+    entries.push_back(std::move(entry));
+    return entries.back()->number;
+}
+
+void QuestionQueue::end(int number)
+{
+    const auto ended = std::find_if(ongoing.cbegin(), ongoing.cend(),
+                                    [number](const auto &entry) { return entry->number == number; });
+    if (ended != ongoing.cend())
+        remove(ongoing, ended->get());
+}
+
+void QuestionQueue::setProgress(int number, quint64 received)
+{
+    for (const auto &entry : ongoing) {
+        if (entry->number != number)
+            continue;
+        entry->question.file.received = received;
+        if (shown == entry.get())
+            face->setProgress(received, entry->question.file.size);
+    }
+}
+
+void QuestionQueue::clear()
+{
+    if (std::exchange(shown, nullptr))
+        face->withdraw();
+    notices.clear();
+    ongoing.clear();
+    while (!requests.empty())
+        remove(requests, requests.back().get());
+    advance();
+}
+
+void QuestionQueue::setPaused(bool pause)
+{
+    // What is taken away waits again.
+    if (pause && shown)
+        shown->arrival = now();
+    paused = pause;
+    advance();
+}
+
+qsizetype QuestionQueue::waiting() const
+{
+    const bool isOngoing = std::any_of(ongoing.cbegin(), ongoing.cend(),
+                                       [this](const auto &entry) { return entry.get() == shown; });
+    const auto all = qsizetype(requests.size() + notices.size());
+    return shown && !isOngoing ? all - 1 : all;
+}
+
+bool QuestionQueue::isWaiting(const Entry &entry) const
+{
+    return !entry.hasBegun || (paused && !entry.isAnswered);
+}
+
+void QuestionQueue::ask(Entry *entry, const Question &question)
+{
+    if (shown == entry) {
+        face->withdraw();
+        shown = nullptr;
+    }
+    entry->question = question;
+    entry->isReady = true;
+    advance();
+}
+
+void QuestionQueue::remove(Entries &entries, const Entry *entry)
+{
+    if (shown == entry) {
+        face->withdraw();
+        shown = nullptr;
+    }
+    const auto removed = std::find_if(entries.begin(), entries.end(),
+                                      [entry](const auto &candidate) { return candidate.get() == entry; });
+    if (Request *request = (*removed)->request) {
+        // It may be the one that calls.
+        request->disconnect(this);
+        request->deleteLater();
+    }
+    entries.erase(removed);
+    if (requests.empty())
+        staleness.stop();
+    advance();
+}
+
+void QuestionQueue::answer(const Answer &answer)
+{
+    Entry *entry = std::exchange(shown, nullptr);
+    if (!entry)
+        return;
+    if (entry->request) {
+        entry->isReady = false;
+        entry->isAnswered = true;
+        entry->request->decide(answer);
+    } else {
+        const Answered answered = entry->answered;
+        const bool isNotice = std::any_of(notices.cbegin(), notices.cend(),
+                                          [entry](const auto &other) { return other.get() == entry; });
+        remove(isNotice ? notices : ongoing, entry);
+        if (answered)
+            answered(answer);
+    }
+    advance();
+}
+
+QuestionQueue::Entry *QuestionQueue::nextToShow() const
+{
+    if (paused)
+        return nullptr;
+    if (!requests.empty())
+        return requests.front()->isReady ? requests.front().get() : shown;
+    if (!notices.empty())
+        return notices.front().get();
+    return ongoing.empty() ? nullptr : ongoing.back().get();
+}
+
+void QuestionQueue::advance()
+{
+    if (!paused && !requests.empty() && !requests.front()->hasBegun) {
+        requests.front()->hasBegun = true;
+        // Comes back here when there is something to ask, or when there is not.
+        requests.front()->request->begin();
+    }
+    Entry *next = nextToShow();
+    if (next != shown) {
+        if (shown)
+            face->withdraw();
+        shown = next;
+        if (shown)
+            face->show(shown->question);
+    }
+    face->setWaiting(waiting());
+}
+
+void QuestionQueue::dropStale()
+{
+    for (auto entry = requests.cbegin(); entry != requests.cend();) {
+        if (!isWaiting(**entry) || now() - (*entry)->arrival < patience) {
+            ++entry;
+            continue;
+        }
+        qCWarning(clientLog, "A request has waited for too long: it is rejected");
+        (*entry)->request->reject();
+        remove(requests, entry->get());
+        entry = requests.cbegin();
+    }
+}

@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_QUESTIONQUEUE_H
+#define CONNUI_CLIENT_QUESTIONQUEUE_H
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <QList>
+#include <QObject>
+#include <QTimer>
+
+#include "core/question.h"
+
+class Face;
+class Request;
+
+/**
+ * Puts what there is to ask and to tell before the user, one at a time.
+ *
+ * Requests have their turns in the order in which they came, and nothing covers their questions. Notices come
+ * when no request is left, after them what goes on for some time, the newest first; either makes way for a
+ * question and comes back after it.
+ */
+class QuestionQueue : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Returns the time in milliseconds, from any beginning. */
+    using Clock = std::function<qint64()>;
+    /** Takes the user's answer to a notice. */
+    using Answered = std::function<void(const Answer &)>;
+
+    /** At most so many requests wait for their turn; further ones are rejected. */
+    static constexpr qsizetype capacity = 5;
+    /** A request that has waited for so many milliseconds is rejected, unseen. */
+    static constexpr qint64 patience = 60000;
+
+    explicit QuestionQueue(Face *face, const Clock &clock = monotonicClock(), QObject *parent = nullptr);
+    ~QuestionQueue() override;
+
+    /** Takes a request, which has its turn after those that came before. */
+    void add(std::unique_ptr<Request> request);
+
+    /** Tells \a notice once; one that waits or is shown already is not told again. */
+    void tell(const Question &notice, const Answered &answered = {});
+
+    /** Shows \a notice while there is nothing else to show, until it is answered or ended; returns its
+     * number. */
+    int begin(const Question &notice, const Answered &answered);
+
+    /** Ends what begin() began. */
+    void end(int number);
+
+    /** Changes how much of a file has been received, in bytes, of what begin() began. */
+    void setProgress(int number, quint64 received);
+
+    /** Drops everything, unanswered. */
+    void clear();
+
+    /** Shows nothing, and lets nothing have its turn, while \a paused. */
+    void setPaused(bool paused);
+
+    /** Returns how many requests and notices wait behind what is shown. */
+    qsizetype waiting() const;
+
+private:
+    struct Entry
+    {
+        int number;
+        Question question;
+        Answered answered;
+        Request *request = nullptr; // of those that the daemon waits for
+        qint64 arrival = 0;
+        bool hasBegun = false;
+        bool isReady = false;    // the question is there
+        bool isAnswered = false; // and the request is busy with the answer
+    };
+    using Entries = std::vector<std::unique_ptr<Entry>>;
+
+    static Clock monotonicClock();
+    int append(Entries &entries, const Question &question, const Answered &answered);
+    Entry *nextToShow() const;
+    bool isWaiting(const Entry &entry) const;
+    void makeRoomFor(const Request &request);
+    void ask(Entry *entry, const Question &question);
+    void remove(Entries &entries, const Entry *entry);
+    void answer(const Answer &answer);
+    void advance();
+    void dropStale();
+
+    Face *const face;
+    const Clock now;
+    Entries requests;
+    Entries notices;
+    Entries ongoing;
+    Entry *shown = nullptr;
+    QTimer staleness;
+    int nextNumber = 0;
+    bool paused = false;
+};
+
+#endif

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/session.h"
+
+#include <QTimer>
+
+#include <NfcAgent>
+
+#include "core/agentrequests.h"
+#include "core/clientlog.h"
+#include "core/face.h"
+#include "core/registration.h"
+#include "core/transfers.h"
+
+using ConnUi::NfcAdapter;
+using ConnUi::NfcAgent;
+
+Session::Session(Face *face, QObject *parent) : QObject(parent), face(face), queue(face)
+{
+    connect(&adapter, &NfcAdapter::adapterValid, this, &Session::createAgent);
+    connect(&adapter, &NfcAdapter::adapterInvalid, this, &Session::dropAgent);
+    // A daemon that was there before the adapter is not announced.
+    if (adapter.isValid())
+        createAgent();
+    else
+        QTimer::singleShot(0, face, &Face::prepare);
+}
+
+Session::~Session()
+{
+    dropAgent();
+}
+
+bool Session::isRegistered() const
+{
+    return registration && registration->isComplete();
+}
+
+void Session::createAgent()
+{
+    dropAgent();
+    agent = std::make_unique<NfcAgent>();
+    requests = std::make_unique<AgentRequests>(&adapter, agent.get(), &queue, face);
+    registration = std::make_unique<Registration>(agent->path(), nullptr);
+    connect(registration.get(), &Registration::succeeded, this, &Session::welcome);
+    // Queued: the daemon gets its answer before the agent that it called goes. In the agent's name: a word
+    // that a daemon has left behind cannot take the next one's agent away.
+    connect(
+        agent.get(), &NfcAgent::release, agent.get(), [this] { dropAgent(); }, Qt::QueuedConnection);
+}
+
+void Session::welcome(const QString &adapterPath)
+{
+    qCInfo(clientLog, "the daemon is here; %s is its agent", qUtf8Printable(agent->path()));
+    new Transfers(adapterPath, &queue, requests.get());
+    Q_EMIT registeredChanged(true);
+    QTimer::singleShot(0, this, [this] {
+        if (!handler)
+            handler.emplace();
+        face->prepare();
+    });
+}
+
+void Session::dropAgent()
+{
+    if (!agent)
+        return;
+    const bool wasRegistered = isRegistered();
+    registration.reset();
+    requests.reset();
+    // Questions of a daemon that has left are not worth an answer.
+    queue.clear();
+    agent.reset();
+    if (!wasRegistered)
+        return;
+    qCInfo(clientLog, "the daemon has no agent here any more");
+    Q_EMIT registeredChanged(false);
+}

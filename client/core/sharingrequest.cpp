@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/sharingrequest.h"
+
+#include <memory>
+
+#include <QFileInfo>
+#include <QTemporaryFile>
+#include <QUrl>
+
+#include <ContactExporter>
+
+#include "core/notices.h"
+#include "core/peername.h"
+
+using ConnUi::ContactExporter;
+
+namespace {
+
+// There is one conversation about sharing at a time, whoever the peer is.
+constexpr QLatin1String conversation("sharing");
+
+bool isContact(const QString &resource)
+{
+    return resource.startsWith(QLatin1String("contact:"));
+}
+
+QString localFile(const QString &resource)
+{
+    const QUrl url(resource);
+    return url.isLocalFile() ? url.toLocalFile() : resource;
+}
+
+QString contactName(const QString &contact)
+{
+    const std::unique_ptr<QTemporaryFile> card(ContactExporter::createContactCardFile(contact));
+    QString first;
+    QString second;
+    ContactExporter::resolveContactInfo(QFileInfo(card->fileName()), first, second);
+    const QString name = QStringLiteral("%1 %2").arg(first, second).trimmed();
+    return name.isEmpty() && card->size() > 0 ? contact : name;
+}
+
+// Empty for what is not there.
+QString nameOf(const QString &resource)
+{
+    if (isContact(resource))
+        return contactName(resource);
+    const QFileInfo file(localFile(resource));
+    return file.isFile() ? file.fileName() : QString();
+}
+
+} // namespace
+
+SharingRequest::SharingRequest(const QVariant &info, const QStringList &resources, const PendingReply &reply)
+    : Request(Sharing, conversation, resources.join(QLatin1Char('\n')).toUtf8(), reply)
+    , info(info)
+    , resources(resources)
+{}
+
+SharingRequest::SharingRequest(const QVariant &info, const PendingReply &reply)
+    : Request(Selection, conversation, {}, reply)
+    , info(info)
+{}
+
+void SharingRequest::begin()
+{
+    const QString reason = kind == Sharing ? problem() : QString();
+    if (reason.isEmpty()) {
+        findPeerName(info, this, [this](const QString &peer) { askFor(peer); });
+        return;
+    }
+    reject();
+    Q_EMIT tells(notice(qtTrId("qtn_nfc_share_fail_tit"), reason));
+    Q_EMIT done();
+}
+
+// Why nothing can be sent, in words for the user; empty when it can.
+QString SharingRequest::problem() const
+{
+    if (resources.isEmpty())
+        return qtTrId("qtn_nfc_share_nothing");
+    for (const QString &resource : resources)
+        if (nameOf(resource).isEmpty())
+            return qtTrId("qtn_nfc_share_gone")
+                .arg(isContact(resource) ? resource : QFileInfo(localFile(resource)).fileName());
+    return {};
+}
+
+void SharingRequest::askFor(const QString &peer)
+{
+    Question question;
+    question.kind = kind == Sharing ? Question::Sharing : Question::Selection;
+    question.no = qtTrId("qtn_comm_cancel");
+    if (kind == Sharing) {
+        question.title = qtTrId("qtn_nfc_share_to_tit").arg(peer);
+        QStringList names;
+        for (const QString &resource : resources)
+            names.append(nameOf(resource));
+        question.data = names.join(QLatin1Char('\n'));
+        question.yes = qtTrId("qtn_comm_send");
+        question.resources = resources;
+    } else {
+        question.title = qtTrId("qtn_nfc_selecttoshare_tit");
+        question.notes.append(qtTrId("qtn_nfc_selecttoshare_img_text"));
+        question.yes = qtTrId("qtn_comm_command_continue");
+    }
+    Q_EMIT asks(question);
+}
+
+void SharingRequest::decide(const Answer &answer)
+{
+    if (answer.choice == Answer::No) {
+        reject();
+    } else {
+        grant();
+        if (kind == Selection)
+            Q_EMIT selectionGranted();
+    }
+    Q_EMIT done();
+}

@@ -1,0 +1,101 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "core/tagquestion.h"
+
+#include <QStringDecoder>
+
+#include "core/notices.h"
+
+namespace {
+
+struct Words
+{
+    const char *title;
+    const char *yes;
+    const char *direct;
+};
+
+Words wordsFor(Question::Kind kind)
+{
+    switch (kind) {
+    case Question::Link:
+        return {"qtn_nfc_tags_url_tit", "qtn_nfc_tags_view", nullptr};
+    case Question::Number:
+        return {"qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", "qtn_comm_call"};
+    case Question::Message:
+        return {"qtn_nfc_tags_sms_tit", "qtn_nfc_tags_view", "qtn_comm_send"};
+    case Question::Text:
+        return {"qtn_nfc_tags_text_tit", "qtn_nfc_tags_view", nullptr};
+    case Question::ContactCard:
+        return {"qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", nullptr};
+    case Question::StoreLink:
+        return {"qtn_nfc_tags_store_tit", "qtn_nfc_tags_view", nullptr};
+    default:
+        return {"qtn_nfc_tags_gen_tit", "qtn_nfc_tags_open", nullptr};
+    }
+}
+
+// What a record without a dialog of its own says, as far as it is text at all.
+QString plainText(const QByteArray &payload)
+{
+    constexpr qsizetype most = 1000;
+    QStringDecoder decoder(QStringDecoder::Utf8);
+    const QString text = decoder(payload);
+    return decoder.hasError() || text.contains(QChar(0)) ? QString() : text.left(most);
+}
+
+QString shownData(const TagRecord &record)
+{
+    return record.kind == TagRecord::Other ? plainText(record.payload) : record.text;
+}
+
+// A record in a few words, beside others.
+QString summary(const TagRecord &record)
+{
+    return record.text.isEmpty() ? record.type : record.text;
+}
+
+QStringList notes(const TagContent &content)
+{
+    QStringList notes;
+    const TagRecord &record = content.records.constFirst();
+    if (record.kind == TagRecord::Other)
+        notes.append(qtTrId("qtn_nfc_tags_type").arg(record.type, QString::number(record.payload.size())));
+    QStringList others;
+    for (const TagRecord &other : content.records.mid(1))
+        others.append(summary(other));
+    if (!others.isEmpty())
+        notes.append(qtTrId("qtn_nfc_tags_more").arg(others.join(QStringLiteral(", "))));
+    if (!record.isUnderstood)
+        notes.append(qtTrId("qtn_nfc_tags_unknown_more"));
+    return notes;
+}
+
+} // namespace
+
+Question tagQuestion(const TagContent &content, const Decision &decision)
+{
+    const Words words = wordsFor(decision.question);
+    const TagRecord &record = content.records.constFirst();
+    Question question;
+    question.kind = decision.question;
+    question.title = qtTrId(words.title);
+    question.notes = notes(content);
+    question.data = shownData(record);
+    question.yes = qtTrId(words.yes);
+    if (decision.hasDirectAction)
+        question.direct = qtTrId(words.direct);
+    question.no = qtTrId("qtn_nfc_tags_discard");
+    if (question.kind == Question::OtherContent)
+        question.applications = decision.applications;
+    question.content = record;
+    return question;
+}
+
+Question contentNotice(const TagContent &content, const Decision &decision)
+{
+    Question shown = notice(qtTrId(wordsFor(decision.question).title), {});
+    shown.notes = notes(content);
+    shown.data = content.records.constFirst().text;
+    return shown;
+}

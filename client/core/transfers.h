@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_TRANSFERS_H
+#define CONNUI_CLIENT_TRANSFERS_H
+
+#include <optional>
+
+#include <QHash>
+#include <QObject>
+
+#include "core/question.h"
+
+class QuestionQueue;
+class TransfersProxy;
+
+/** Shows the files that arrive, and lets the user cancel and open them. */
+class Transfers : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Listens to the transfers of the daemon's adapter at \a path. */
+    Transfers(const QString &path, QuestionQueue *queue, QObject *parent);
+
+private:
+    struct Transfer
+    {
+        Question::File file;
+        std::optional<int> shown; // its number in the queue
+    };
+
+    void start(uint number, const QString &sender, const QString &name, qulonglong size);
+    void progress(uint number, qulonglong received);
+    void end(uint number, const QString &outcome, const QString &path);
+    void answer(uint number, const Answer &answer);
+    void tellEnd(const Question::File &file, const QString &path);
+
+    TransfersProxy *const proxy;
+    QuestionQueue *const queue;
+    QHash<uint, Transfer> transfers;
+};
+
+#endif

@@ -1,0 +1,120 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "screen/screenface.h"
+
+#include <utility>
+
+#include <QApplication>
+
+#include <MDialog>
+#include <MSceneManager>
+#include <MWindow>
+#include <NfcFileReceiveSheet>
+
+#include "screen/dialogs.h"
+#include "screen/prewarm.h"
+
+using ConnUi::NfcFileReceiveSheet;
+using ConnUi::NfcOverlay;
+
+namespace {
+
+// As the window that the user looks at is turned.
+M::OrientationAngle angleInFront(const NfcOverlay &overlay)
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets) {
+        const auto *window = qobject_cast<const MWindow *>(widget);
+        if (window && window != &overlay && window->isVisible())
+            return window->sceneManager()->orientationAngle();
+    }
+    return overlay.sceneManager()->orientationAngle();
+}
+
+} // namespace
+
+ScreenFace::ScreenFace() = default;
+
+ScreenFace::~ScreenFace()
+{
+    withdraw();
+}
+
+void ScreenFace::show(const Question &question)
+{
+    if (question.kind == Question::Receiving)
+        showSheet(question.file);
+    else
+        showDialog(question);
+    shown->appear(MSceneWindow::DestroyWhenDone);
+}
+
+void ScreenFace::showDialog(const Question &question)
+{
+    MDialog *dialog = newDialog(question);
+    connect(dialog, &MDialog::finished, this,
+            [this, question, dialog](int result) { end(answerOf(question, dialog, result)); });
+    shown = dialog;
+}
+
+void ScreenFace::showSheet(const Question::File &file)
+{
+    auto *sheet = new NfcFileReceiveSheet;
+    sheet->setRemoteDeviceName(file.sender);
+    sheet->setFileName(file.name);
+    sheet->setThumbnailImage(QStringLiteral("icon-m-content-nfc-inverse"));
+    sheet->setProgress(file.name, file.received, file.size);
+    connect(
+        sheet, &NfcFileReceiveSheet::transferCanceled, this,
+        [this, sheet] {
+            end({});
+            sheet->disappear();
+        });
+    connect(sheet, &NfcFileReceiveSheet::disappeared, this, [this, sheet] {
+        if (shown == sheet)
+            end({Answer::Yes, {}});
+    });
+    shown = sheet;
+}
+
+void ScreenFace::end(const Answer &answer)
+{
+    shown = nullptr;
+    Q_EMIT answered(answer);
+}
+
+void ScreenFace::withdraw()
+{
+    MSceneWindow *window = std::exchange(shown, nullptr);
+    if (!window)
+        return;
+    // Nobody has decided anything.
+    window->disconnect(this);
+    window->disappear();
+}
+
+void ScreenFace::setWaiting(qsizetype waiting)
+{
+    badge.show(shown, waiting);
+}
+
+void ScreenFace::setProgress(quint64 received, quint64 size)
+{
+    if (auto *sheet = qobject_cast<NfcFileReceiveSheet *>(shown))
+        sheet->setProgress({}, received, size);
+}
+
+void ScreenFace::indicateTouch()
+{
+    if (!overlay)
+        overlay.emplace();
+    overlay->sceneManager()->setOrientationAngle(angleInFront(*overlay));
+    overlay->showIndication();
+}
+
+void ScreenFace::prepare()
+{
+    if (!overlay)
+        overlay.emplace();
+    prewarmQuestion();
+}

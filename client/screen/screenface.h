@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_CLIENT_SCREENFACE_H
+#define CONNUI_CLIENT_SCREENFACE_H
+
+#include <optional>
+
+#include <QPointer>
+
+#include <MSceneWindow>
+#include <NfcOverlay>
+
+#include "core/face.h"
+#include "screen/waitingbadge.h"
+
+/** Asks in dialogs on the screen. */
+class ScreenFace : public Face
+{
+    Q_OBJECT
+
+public:
+    ScreenFace();
+    ~ScreenFace() override;
+
+    void show(const Question &question) override;
+    void withdraw() override;
+    void setWaiting(qsizetype waiting) override;
+    void setProgress(quint64 received, quint64 size) override;
+    void indicateTouch() override;
+    void prepare() override;
+
+private:
+    void showDialog(const Question &question);
+    void showSheet(const Question::File &file);
+    void end(const Answer &answer);
+
+    QPointer<MSceneWindow> shown; // a dialog or a sheet
+    WaitingBadge badge;
+    // Made when there is a daemon that may want it, and kept.
+    std::optional<ConnUi::NfcOverlay> overlay;
+};
+
+#endif

@@ -1,0 +1,78 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""The faces of the client: how each of them asks the same question, and how it hears the same answer."""
+
+
+class Terminal:
+    """Asks on the terminal, a line for each part of a question."""
+
+    name = "on the terminal"
+    options = ["--console"]
+
+    def __init__(self, client):
+        self._client = client
+
+    def asks(self, *parts):
+        buttons = [part for part in parts if part.startswith("[")]
+        for part in parts[:len(parts) - len(buttons)]:
+            self._client.says(part)
+        self._client.says(*buttons)
+
+    def hears(self, answer):
+        self._client.hears(answer)
+
+    def goes_back(self):
+        self._client.hears("n")
+
+    def chooses(self, application):
+        self._client.hears(application)
+
+    def has_been_read(self):
+        """What is only told needs no answer here."""
+
+    def is_clear(self):
+        self._client.hears("?")
+        self._client.says("there is nothing to answer")
+
+    def indicates_touch(self):
+        self._client.says("something touched")
+
+
+class Screen:
+    """Asks on the screen: the remote control tells a question in one line, and presses its buttons."""
+
+    name = "on the screen"
+    options = ["--remote-control"]
+
+    def __init__(self, client):
+        self._client = client
+
+    def asks(self, *parts):
+        self._client.says("screen: ", *parts)
+
+    def hears(self, answer):
+        self._client.hears(f"press {answer}")
+
+    def goes_back(self):
+        self._client.hears("escape")
+
+    def chooses(self, application):
+        self._client.hears("press Choose another application")
+        self._client.says("screen: Choose application | ")
+        self._client.hears(f"select {application}")
+        self._client.hears("press OK")
+
+    def has_been_read(self):
+        self._client.hears("press OK")
+
+    def is_clear(self):
+        self._client.says("screen: nothing")
+
+    def indicates_touch(self):
+        self._client.says("banner: turned by 0")
+
+
+class Phone(Screen):
+    """A window that stays."""
+
+    options = ["--phone", "--remote-control"]
