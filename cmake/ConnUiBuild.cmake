@@ -30,6 +30,7 @@ include(ECMGenerateExportHeader)
 include(ECMGenerateHeaders)
 include(ECMSetupVersion)
 include(ConnUiLibrary)
+include(ConnUiProxy)
 
 # Who links a library sees its public headers only.
 set(CMAKE_INCLUDE_CURRENT_DIR_IN_INTERFACE OFF)

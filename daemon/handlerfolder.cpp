@@ -3,14 +3,15 @@
 #include "daemon/handlerfolder.h"
 
 #include <algorithm>
-#include <glib.h>
-#include <memory>
 #include <optional>
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
+
+#include "support/keyfile.h"
 
 namespace {
 
@@ -51,14 +52,6 @@ bool isApplicationId(const QString &id)
     return isWhole(QStringLiteral("[^/\\p{Cc}]{1,255}"), id);
 }
 
-QString value(GKeyFile *file, const char *key)
-{
-    gchar *value = g_key_file_get_string(file, "Handler", key, nullptr);
-    const QString text = QString::fromUtf8(value);
-    g_free(value);
-    return text;
-}
-
 QStringList listed(const QString &value)
 {
     QStringList parts = value.split(QLatin1Char(','), Qt::SkipEmptyParts);
@@ -67,24 +60,31 @@ QStringList listed(const QString &value)
     return parts;
 }
 
+// One that cannot be read is as one that says nothing.
+Support::KeyFile readKeyFile(const QFileInfo &info)
+{
+    Support::KeyFile keys;
+    QFile file(info.filePath());
+    if (info.size() <= maximumFileSize && file.open(QIODevice::ReadOnly))
+        keys.read(file.readAll());
+    return keys;
+}
+
 std::optional<Announcement> readAnnouncement(const QFileInfo &file)
 {
-    const std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)> keys(g_key_file_new(), &g_key_file_unref);
-    // One that cannot be read is as one that says nothing.
-    if (file.size() <= maximumFileSize)
-        g_key_file_load_from_file(keys.get(), QFile::encodeName(file.filePath()).constData(), G_KEY_FILE_NONE,
-                                  nullptr);
-    const QString namedBus = value(keys.get(), "Bus");
+    const Support::KeyFile keys = readKeyFile(file);
+    const auto value = [&keys](const QString &key) { return keys.value(QStringLiteral("Handler"), key); };
+    const QString namedBus = value(QStringLiteral("Bus"));
     const QString bus = namedBus.isEmpty() ? QStringLiteral("session") : namedBus;
-    const QString service = value(keys.get(), "Service");
-    const QString path = value(keys.get(), "Path");
-    const QString id = value(keys.get(), "ApplicationId");
+    const QString service = value(QStringLiteral("Service"));
+    const QString path = value(QStringLiteral("Path"));
+    const QString id = value(QStringLiteral("ApplicationId"));
     if (!isBus(bus) || !isServiceName(service) || !isObjectPath(path) || !isApplicationId(id)) {
         qWarning("%s announces no handler", qUtf8Printable(file.filePath()));
         return std::nullopt;
     }
-    return Announcement{{bus, service, QDBusObjectPath(path), id, listed(value(keys.get(), "Takes"))},
-                        value(keys.get(), "Fallback") == QLatin1String("true")};
+    return Announcement{{bus, service, QDBusObjectPath(path), id, listed(value(QStringLiteral("Takes")))},
+                        value(QStringLiteral("Fallback")) == QLatin1String("true")};
 }
 
 bool matches(const QString &pattern, const QString &kind)

@@ -24,10 +24,10 @@ namespace ConnUi {
 BluetoothAdapter *BluetoothAdapter::defaultAdapter()
 {
     ++fake->defaultAdapterCalls;
-    return fake->hasAdapter ? new BluetoothAdapter(QString()) : nullptr;
+    return fake->hasAdapter ? new BluetoothAdapter(QString(), QString()) : nullptr;
 }
 
-BluetoothAdapter::BluetoothAdapter(const QString &) : d(nullptr)
+BluetoothAdapter::BluetoothAdapter(const QString &, const QString &) : d(nullptr)
 {
     fake->adapters.append(this);
 }

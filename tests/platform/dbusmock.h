@@ -6,6 +6,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusMessage>
+#include <QFile>
 #include <QProcess>
 #include <QtTest>
 
@@ -83,6 +84,39 @@ private:
     QString serviceName;
     QDBusConnection bus;
     QProcess process;
+};
+
+// A service of the system bus that the bus would start when it is asked to. Whoever starts it sees its name
+// taken.
+class ActivatableService
+{
+public:
+    explicit ActivatableService(const QString &name)
+        : name(name)
+        , file(qEnvironmentVariable("CONNUI_SYSTEM_SERVICES") + QStringLiteral("/%1.service").arg(name))
+    {
+        if (!file.open(QIODevice::WriteOnly))
+            return;
+        file.write(QStringLiteral("[D-BUS Service]\nName=%1\n"
+                                  "Exec=/usr/bin/python3 -m dbusmock --system %1 / org.example.Started\n")
+                       .arg(name)
+                       .toUtf8());
+        file.close();
+        ready = bus()->call(QStringLiteral("ReloadConfig")).type() == QDBusMessage::ReplyMessage &&
+                QTest::qWaitFor([&] { return bus()->activatableServiceNames().value().contains(name); });
+    }
+
+    ~ActivatableService() { file.remove(); }
+
+    bool isStarted() const { return bus()->isServiceRegistered(name); }
+
+    bool ready = false;
+
+private:
+    static QDBusConnectionInterface *bus() { return QDBusConnection::systemBus().interface(); }
+
+    const QString name;
+    QFile file;
 };
 
 #endif

@@ -72,6 +72,7 @@ class TestBluetoothAdapter : public QObject
 private Q_SLOTS:
     void init();
     void noBlueZIsNoAdapter();
+    void blueZIsNotStarted();
     void blueZWithoutAdapterIsNoAdapter();
     void slowBlueZIsNoAdapterInTime();
     void nonsenseIsNoAdapter();
@@ -108,6 +109,14 @@ void TestBluetoothAdapter::noBlueZIsNoAdapter()
     QCOMPARE(BluetoothAdapter::defaultAdapter(), nullptr);
 }
 
+void TestBluetoothAdapter::blueZIsNotStarted()
+{
+    const ActivatableService bluez(BlueZMock::Service);
+    QVERIFY(bluez.ready);
+    QCOMPARE(BluetoothAdapter::defaultAdapter(), nullptr);
+    QVERIFY(!bluez.isStarted());
+}
+
 void TestBluetoothAdapter::blueZWithoutAdapterIsNoAdapter()
 {
     BlueZMock bluez;
@@ -134,8 +143,8 @@ void TestBluetoothAdapter::nonsenseIsNoAdapter()
 {
     OddBlueZ bluez(QStringLiteral("as"), QStringLiteral("ret = ['org.bluez.Adapter1']"));
     QVERIFY(bluez.ready);
-    QTest::ignoreMessage(QtWarningMsg,
-                         "BluetoothAdapter: unable to find an adapter: unexpected answer of type \"as\"");
+    QTest::ignoreMessage(QtWarningMsg, "BluetoothAdapter: unable to find an adapter: Unexpected reply "
+                                       "signature: got \"as\", expected \"a{oa{sa{sv}}}\"");
     QCOMPARE(BluetoothAdapter::defaultAdapter(), nullptr);
 }
 
@@ -193,8 +202,8 @@ void TestBluetoothAdapter::addressIsSpelledAsItWasAsked()
 void TestBluetoothAdapter::unknownDeviceIsConnected()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral(
-                               "ret = self.AddDevice('hci0', args[0]['Address'], 'New')")));
+    QVERIFY(bluez.ready && bluez.offerConnectDevice(
+                               QStringLiteral("ret = self.AddDevice('hci0', args[0]['Address'], 'New')")));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(peerAddress));
@@ -315,7 +324,7 @@ void TestBluetoothAdapter::timeLimitEndsDiscovery()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready);
-    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, peerAddress, 3s, this);
+    auto *creation = new DeviceCreation(BlueZMock::Service, BlueZMock::AdapterPath, peerAddress, 3s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QSignalSpy deleted(creation, &QObject::destroyed);
     creation->start();
@@ -330,7 +339,7 @@ void TestBluetoothAdapter::timeLimitEndsASlowConnection()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("import time; time.sleep(20)")));
-    auto *creation = new DeviceCreation(BlueZMock::AdapterPath, peerAddress, 1s, this);
+    auto *creation = new DeviceCreation(BlueZMock::Service, BlueZMock::AdapterPath, peerAddress, 1s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QElapsedTimer timer;
     timer.start();

@@ -53,7 +53,7 @@ Q_SIGNALS:
     void deviceCreationFailed(const QString &reason);
 
 private:
-    explicit BluetoothAdapter(const QString &path);
+    BluetoothAdapter(const QString &service, const QString &path);
 
     BluetoothAdapterPrivate *d;
 };

@@ -5,10 +5,14 @@
 #include <utility>
 
 #include <QDBusConnection>
+#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 #include "bluetoothadapter_p.h"
+#include "bluez_p.h"
+#include "bluezobjectsproxy.h"
 #include "devicecreation_p.h"
+#include "support/runningservice.h"
 
 namespace ConnUi {
 
@@ -22,23 +26,22 @@ constexpr QLatin1String adapterGone("The Bluetooth adapter is gone");
 
 } // namespace
 
-BluetoothAdapterPrivate::BluetoothAdapterPrivate(BluetoothAdapter *adapter, const QString &path)
+BluetoothAdapterPrivate::BluetoothAdapterPrivate(const QString &service, const QString &path,
+                                                 BluetoothAdapter *adapter)
     : QObject(adapter)
+    , service(service)
     , path(path)
 {
-    auto bus = QDBusConnection::systemBus();
-    bus.connect(BlueZ::Service, QStringLiteral("/"), BlueZ::ObjectManager,
-                QStringLiteral("InterfacesRemoved"), this, SLOT(interfacesRemoved(QDBusMessage)));
-    auto *watcher =
-        new QDBusServiceWatcher(BlueZ::Service, bus, QDBusServiceWatcher::WatchForUnregistration, this);
+    const auto bus = QDBusConnection::systemBus();
+    auto *objects = new BluezObjectsProxy(service, QStringLiteral("/"), bus, this);
+    connect(objects, &BluezObjectsProxy::InterfacesRemoved, this, &BluetoothAdapterPrivate::handleRemoval);
+    auto *watcher = new QDBusServiceWatcher(service, bus, QDBusServiceWatcher::WatchForUnregistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceUnregistered, this, &BluetoothAdapterPrivate::vanish);
 }
 
-void BluetoothAdapterPrivate::interfacesRemoved(const QDBusMessage &signal)
+void BluetoothAdapterPrivate::handleRemoval(const QDBusObjectPath &object, const QStringList &interfaces)
 {
-    if (signal.signature() == QStringLiteral("oas") &&
-        signal.arguments().at(0).value<QDBusObjectPath>().path() == path &&
-        signal.arguments().at(1).toStringList().contains(BlueZ::AdapterInterface))
+    if (object.path() == path && interfaces.contains(BlueZ::adapterInterface))
         vanish();
 }
 
@@ -50,21 +53,29 @@ void BluetoothAdapterPrivate::vanish()
 
 BluetoothAdapter *BluetoothAdapter::defaultAdapter()
 {
-    const QDBusMessage reply =
-        QDBusConnection::systemBus().call(BlueZ::managedObjectsCall(), QDBus::Block, lookTimeout);
-    if (reply.errorName() == QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"))
+    const auto bus = QDBusConnection::systemBus();
+    const QString service = Support::runningService(bus, BlueZ::service);
+    if (service.isEmpty())
         return nullptr;
-    QString problem;
-    const BlueZ::Objects objects = BlueZ::managedObjects(reply, &problem);
-    if (!problem.isEmpty())
-        qWarning("BluetoothAdapter: unable to find an adapter: %s", qUtf8Printable(problem));
+    BlueZ::registerTypes();
+    BluezObjectsProxy bluez(service, QStringLiteral("/"), bus);
+    bluez.setTimeout(lookTimeout);
+    QDBusPendingReply<BlueZ::Objects> reply = bluez.GetManagedObjects();
+    reply.waitForFinished();
+    if (reply.isError()) {
+        qWarning("BluetoothAdapter: unable to find an adapter: %s", qUtf8Printable(reply.error().message()));
+        return nullptr;
+    }
+    const BlueZ::Objects objects = reply.value();
     for (auto i = objects.begin(); i != objects.end(); ++i)
-        if (i.value().contains(BlueZ::AdapterInterface))
-            return new BluetoothAdapter(i.key().path());
+        if (i.value().contains(BlueZ::adapterInterface))
+            return new BluetoothAdapter(service, i.key().path());
     return nullptr;
 }
 
-BluetoothAdapter::BluetoothAdapter(const QString &path) : d(new BluetoothAdapterPrivate(this, path)) {}
+BluetoothAdapter::BluetoothAdapter(const QString &service, const QString &path)
+    : d(new BluetoothAdapterPrivate(service, path, this))
+{}
 
 BluetoothAdapter::~BluetoothAdapter() = default;
 
@@ -75,18 +86,18 @@ bool BluetoothAdapter::isValid() const
 
 void BluetoothAdapter::startCreatingDevice(const BluetoothDevice &device)
 {
-    auto *creation = new DeviceCreation(d->path, device.address(), creationLimit, this);
+    auto *creation = new DeviceCreation(d->service, d->path, device.address(), creationLimit, this);
     connect(creation, &DeviceCreation::created, this, &BluetoothAdapter::deviceCreated);
     connect(creation, &DeviceCreation::failed, this, &BluetoothAdapter::deviceCreationFailed);
 
-    const auto fail = [creation](const QString &reason) {
-        QMetaObject::invokeMethod(
-            creation, [creation, reason] { creation->fail(reason); }, Qt::QueuedConnection);
-    };
-    if (!device.isValid())
-        return fail(QStringLiteral("Not a Bluetooth address"));
-    if (!d->valid)
-        return fail(adapterGone);
+    if (!device.isValid()) {
+        creation->failLater(QStringLiteral("Not a Bluetooth address"));
+        return;
+    }
+    if (!d->valid) {
+        creation->failLater(adapterGone);
+        return;
+    }
     connect(d, &BluetoothAdapterPrivate::vanished, creation, [creation] { creation->fail(adapterGone); });
     creation->start();
 }

@@ -3,9 +3,10 @@
 #ifndef CONNUI_BLUETOOTHADAPTER_P_H
 #define CONNUI_BLUETOOTHADAPTER_P_H
 
-#include <QDBusMessage>
-
 #include "bluetoothadapter.h"
+
+class BluezObjectsProxy;
+class QDBusObjectPath;
 
 namespace ConnUi {
 
@@ -14,18 +15,18 @@ class BluetoothAdapterPrivate : public QObject
 {
     Q_OBJECT
 public:
-    BluetoothAdapterPrivate(BluetoothAdapter *adapter, const QString &path);
+    // Where the adapter is: the unique name of BlueZ's connection, and the object's path.
+    BluetoothAdapterPrivate(const QString &service, const QString &path, BluetoothAdapter *adapter);
 
-    QString path;
+    const QString service;
+    const QString path;
     bool valid = true;
 
 Q_SIGNALS:
     void vanished();
 
-private Q_SLOTS:
-    void interfacesRemoved(const QDBusMessage &signal);
-
 private:
+    void handleRemoval(const QDBusObjectPath &object, const QStringList &interfaces);
     void vanish();
 };
 

@@ -17,35 +17,35 @@ struct Row
     const char16_t *icon;
 };
 
-constexpr unsigned int Major = 0x1f00;
-constexpr unsigned int Minor = 0x00fc;
+constexpr unsigned int major = 0x1f00;
+constexpr unsigned int minor = 0x00fc;
 
 constexpr Row icons[] = {
-    {Major, 0x0100, u"icon-m-bluetooth-computer"},
-    {Major, 0x0200, u"icon-m-bluetooth-phone"},
-    {Major, 0x0300, u"icon-m-bluetooth-network"},
-    {Major | Minor, 0x0404, u"icon-m-bluetooth-headset"}, // wearable headset
-    {Major | Minor, 0x0408, u"icon-m-bluetooth-headset"}, // hands-free
-    {Major | Minor, 0x0418, u"icon-m-bluetooth-headset"}, // headphones
-    {Major | Minor, 0x0424, u"icon-m-bluetooth-video"},   // set-top box
-    {Major | Minor, 0x042c, u"icon-m-bluetooth-video"},   // recorder
-    {Major | Minor, 0x0430, u"icon-m-bluetooth-camera"},  // video camera
-    {Major | Minor, 0x0434, u"icon-m-bluetooth-camera"},  // camcorder
-    {Major | Minor, 0x0438, u"icon-m-bluetooth-video"},   // monitor
-    {Major | Minor, 0x043c, u"icon-m-bluetooth-video"},   // display with loudspeaker
-    {Major | Minor, 0x0440, u"icon-m-bluetooth-video"},   // conferencing
-    {Major | Minor, 0x0448, u"icon-m-bluetooth-toy"},     // gaming
-    {Major, 0x0400, u"icon-m-bluetooth-speaker"},
-    {Major | 0x40, 0x0540, u"icon-m-bluetooth-keyboard"}, // also combined with a pointer
-    {Major | 0x80, 0x0580, u"icon-m-bluetooth-mouse"},
-    {Major | 0x3c, 0x0504, u"icon-m-bluetooth-gamepad"}, // joystick
-    {Major | 0x3c, 0x0508, u"icon-m-bluetooth-gamepad"},
-    {Major | 0x80, 0x0680, u"icon-m-bluetooth-printer"}, // imaging devices can be several things at once
-    {Major | 0x20, 0x0620, u"icon-m-bluetooth-camera"},
-    {Major | 0x10, 0x0610, u"icon-m-bluetooth-video"},
-    {Major, 0x0700, u"icon-m-bluetooth-wearable"},
-    {Major, 0x0800, u"icon-m-bluetooth-toy"},
-    {Major, 0x0900, u"icon-m-bluetooth-health"},
+    {major, 0x0100, u"icon-m-bluetooth-computer"},
+    {major, 0x0200, u"icon-m-bluetooth-phone"},
+    {major, 0x0300, u"icon-m-bluetooth-network"},
+    {major | minor, 0x0404, u"icon-m-bluetooth-headset"}, // wearable headset
+    {major | minor, 0x0408, u"icon-m-bluetooth-headset"}, // hands-free
+    {major | minor, 0x0418, u"icon-m-bluetooth-headset"}, // headphones
+    {major | minor, 0x0424, u"icon-m-bluetooth-video"},   // set-top box
+    {major | minor, 0x042c, u"icon-m-bluetooth-video"},   // recorder
+    {major | minor, 0x0430, u"icon-m-bluetooth-camera"},  // video camera
+    {major | minor, 0x0434, u"icon-m-bluetooth-camera"},  // camcorder
+    {major | minor, 0x0438, u"icon-m-bluetooth-video"},   // monitor
+    {major | minor, 0x043c, u"icon-m-bluetooth-video"},   // display with loudspeaker
+    {major | minor, 0x0440, u"icon-m-bluetooth-video"},   // conferencing
+    {major | minor, 0x0448, u"icon-m-bluetooth-toy"},     // gaming
+    {major, 0x0400, u"icon-m-bluetooth-speaker"},
+    {major | 0x40, 0x0540, u"icon-m-bluetooth-keyboard"}, // also combined with a pointer
+    {major | 0x80, 0x0580, u"icon-m-bluetooth-mouse"},
+    {major | 0x3c, 0x0504, u"icon-m-bluetooth-gamepad"}, // joystick
+    {major | 0x3c, 0x0508, u"icon-m-bluetooth-gamepad"},
+    {major | 0x80, 0x0680, u"icon-m-bluetooth-printer"}, // imaging devices can be several things at once
+    {major | 0x20, 0x0620, u"icon-m-bluetooth-camera"},
+    {major | 0x10, 0x0610, u"icon-m-bluetooth-video"},
+    {major, 0x0700, u"icon-m-bluetooth-wearable"},
+    {major, 0x0800, u"icon-m-bluetooth-toy"},
+    {major, 0x0900, u"icon-m-bluetooth-health"},
 };
 
 } // namespace

@@ -3,9 +3,9 @@
 #ifndef CONNUI_BLUEZ_P_H
 #define CONNUI_BLUEZ_P_H
 
-#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QMap>
+#include <QString>
 #include <QVariantMap>
 
 namespace ConnUi::BlueZ {
@@ -14,20 +14,12 @@ namespace ConnUi::BlueZ {
 using Interfaces = QMap<QString, QVariantMap>;
 using Objects = QMap<QDBusObjectPath, Interfaces>;
 
-inline const auto Service = QStringLiteral("org.bluez");
-inline const auto AdapterInterface = QStringLiteral("org.bluez.Adapter1");
-inline const auto DeviceInterface = QStringLiteral("org.bluez.Device1");
-inline const auto ObjectManager = QStringLiteral("org.freedesktop.DBus.ObjectManager");
+inline const auto service = QStringLiteral("org.bluez");
+inline const auto adapterInterface = QStringLiteral("org.bluez.Adapter1");
+inline const auto deviceInterface = QStringLiteral("org.bluez.Device1");
 
-// A call of BlueZ that does not start it.
-QDBusMessage methodCall(const QString &path, const QString &interface, const QString &method,
-                        const QVariantList &arguments = {});
-
-// A call that asks for all objects.
-QDBusMessage managedObjectsCall();
-
-// Unwraps the answer. An error or nonsense gives no objects, and a reason in problem.
-Objects managedObjects(const QDBusMessage &reply, QString *problem);
+// Makes these types known to QtDBus, which cannot connect a signal of others.
+void registerTypes();
 
 } // namespace ConnUi::BlueZ
 

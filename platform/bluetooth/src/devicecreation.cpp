@@ -2,20 +2,24 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <utility>
 
-#include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 
 #include "devicecreation_p.h"
 
 namespace ConnUi {
 
-DeviceCreation::DeviceCreation(const QString &adapterPath, const QString &address,
+DeviceCreation::DeviceCreation(const QString &service, const QString &adapterPath, const QString &address,
                                std::chrono::milliseconds limit, QObject *parent)
     : QObject(parent)
-    , adapterPath(adapterPath)
+    , objects(service, QStringLiteral("/"), QDBusConnection::systemBus())
+    , adapter(service, adapterPath, QDBusConnection::systemBus())
     , address(address)
 {
+    objects.setTimeout(int(limit.count()));
+    adapter.setTimeout(int(limit.count()));
     this->limit.setSingleShot(true);
     this->limit.setInterval(limit);
     connect(&this->limit, &QTimer::timeout, this,
@@ -31,34 +35,32 @@ void DeviceCreation::start()
 {
     limit.start();
     // Before the first look, so that a device which appears in between is not missed.
-    QDBusConnection::systemBus().connect(BlueZ::Service, QStringLiteral("/"), BlueZ::ObjectManager,
-                                         QStringLiteral("InterfacesAdded"), this,
-                                         SLOT(interfacesAdded(QDBusMessage)));
+    connect(&objects, &BluezObjectsProxy::InterfacesAdded, this, &DeviceCreation::handleAddition);
     look([this] { connectDevice(); });
 }
 
-void DeviceCreation::call(const QDBusMessage &message,
-                          const std::function<void(const QDBusMessage &)> &answered)
+void DeviceCreation::await(const QDBusPendingCall &call, const Answer &answered)
 {
-    const auto pending = QDBusConnection::systemBus().asyncCall(message, limit.interval());
-    auto *watcher = new QDBusPendingCallWatcher(pending, this);
+    auto *watcher = new QDBusPendingCallWatcher(call, this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered] {
         watcher->deleteLater();
-        if (!this->finished)
-            answered(watcher->reply());
+        if (!finished)
+            answered(*watcher);
     });
 }
 
 void DeviceCreation::look(const std::function<void()> &unknown)
 {
-    call(
-        BlueZ::managedObjectsCall(),
-        [this, unknown](const QDBusMessage &reply) {
-            QString problem;
-            const BlueZ::Objects objects = BlueZ::managedObjects(reply, &problem);
-            if (!problem.isEmpty())
-                return fail(problem);
-            for (auto i = objects.begin(); i != objects.end(); ++i)
+    await(
+        objects.GetManagedObjects(),
+        [this, unknown](const QDBusPendingCall &call) {
+            const QDBusPendingReply<BlueZ::Objects> reply = call;
+            if (reply.isError()) {
+                fail(reply.error().message());
+                return;
+            }
+            const BlueZ::Objects known = reply.value();
+            for (auto i = known.begin(); i != known.end(); ++i)
                 if (takeDevice(i.key().path(), i.value()))
                     return;
             unknown();
@@ -68,59 +70,51 @@ void DeviceCreation::look(const std::function<void()> &unknown)
 void DeviceCreation::connectDevice()
 {
     connecting = true;
-    const QVariantMap properties = {{QStringLiteral("Address"), address}};
-    call(BlueZ::methodCall(adapterPath, BlueZ::AdapterInterface, QStringLiteral("ConnectDevice"),
-                           {properties}),
-         [this](const QDBusMessage &reply) {
-             connecting = false;
-             // BlueZ offers it only when it runs with its experimental interfaces.
-             if (reply.errorName() == QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"))
-                 return discover();
-             if (reply.type() == QDBusMessage::ErrorMessage)
-                 return fail(reply.errorMessage());
-             look([this] { fail(QStringLiteral("The device is gone")); });
-         });
+    await(adapter.ConnectDevice({{QStringLiteral("Address"), address}}),
+          [this](const QDBusPendingCall &call) {
+              connecting = false;
+              // BlueZ offers it only when it runs with its experimental interfaces.
+              if (call.error().type() == QDBusError::UnknownMethod)
+                  discover();
+              else if (call.isError())
+                  fail(call.error().message());
+              else
+                  look([this] { fail(QStringLiteral("The device is gone")); });
+          });
 }
 
 void DeviceCreation::discover()
 {
-    const QVariantMap filter = {{QStringLiteral("Transport"), QStringLiteral("auto")}};
-    call(BlueZ::methodCall(adapterPath, BlueZ::AdapterInterface, QStringLiteral("SetDiscoveryFilter"),
-                           {filter}),
-         [](const QDBusMessage &) {});
+    // Without a filter BlueZ looks for all that there is, too.
+    adapter.SetDiscoveryFilter({{QStringLiteral("Transport"), QStringLiteral("auto")}});
     discovering = true;
-    call(BlueZ::methodCall(adapterPath, BlueZ::AdapterInterface, QStringLiteral("StartDiscovery")),
-         [this](const QDBusMessage &reply) {
-             if (reply.type() != QDBusMessage::ErrorMessage)
-                 return;
-             discovering = false;
-             // Somebody else in this process discovers; whatever is found is announced to us as well.
-             if (reply.errorName() != QStringLiteral("org.bluez.Error.InProgress"))
-                 fail(reply.errorMessage());
-         });
+    await(adapter.StartDiscovery(), [this](const QDBusPendingCall &call) {
+        if (!call.isError())
+            return;
+        discovering = false;
+        // Somebody else in this process discovers; whatever is found is announced to us as well.
+        if (call.error().name() != QLatin1String("org.bluez.Error.InProgress"))
+            fail(call.error().message());
+    });
 }
 
 void DeviceCreation::stopDiscovery()
 {
-    if (!std::exchange(discovering, false))
-        return;
-    auto stop = BlueZ::methodCall(adapterPath, BlueZ::AdapterInterface, QStringLiteral("StopDiscovery"));
-    QDBusConnection::systemBus().send(stop);
+    if (std::exchange(discovering, false))
+        adapter.call(QDBus::NoBlock, QStringLiteral("StopDiscovery"));
 }
 
-void DeviceCreation::interfacesAdded(const QDBusMessage &signal)
+void DeviceCreation::handleAddition(const QDBusObjectPath &object, const BlueZ::Interfaces &interfaces)
 {
-    if (finished || connecting || signal.signature() != QStringLiteral("oa{sa{sv}}"))
-        return;
-    takeDevice(signal.arguments().at(0).value<QDBusObjectPath>().path(),
-               qdbus_cast<BlueZ::Interfaces>(signal.arguments().at(1)));
+    if (!finished && !connecting)
+        takeDevice(object.path(), interfaces);
 }
 
 bool DeviceCreation::takeDevice(const QString &path, const BlueZ::Interfaces &interfaces)
 {
-    QVariantMap properties = interfaces.value(BlueZ::DeviceInterface);
+    QVariantMap properties = interfaces.value(BlueZ::deviceInterface);
     const QString address = properties.value(QStringLiteral("Address")).toString();
-    if (!path.startsWith(adapterPath + QLatin1Char('/')) ||
+    if (!path.startsWith(adapter.path() + QLatin1Char('/')) ||
         address.compare(this->address, Qt::CaseInsensitive) != 0)
         return false;
     // BlueZ writes addresses in capitals; who asked compares with what was asked.
@@ -136,6 +130,12 @@ void DeviceCreation::fail(const QString &reason)
         return;
     finish();
     Q_EMIT failed(reason);
+}
+
+void DeviceCreation::failLater(const QString &reason)
+{
+    QMetaObject::invokeMethod(
+        this, [this, reason] { fail(reason); }, Qt::QueuedConnection);
 }
 
 void DeviceCreation::finish()

@@ -10,6 +10,8 @@
 
 #include "bluetoothdevice.h"
 #include "bluez_p.h"
+#include "bluezadapterproxy.h"
+#include "bluezobjectsproxy.h"
 
 namespace ConnUi {
 
@@ -19,31 +21,34 @@ class DeviceCreation : public QObject
 {
     Q_OBJECT
 public:
-    DeviceCreation(const QString &adapterPath, const QString &address, std::chrono::milliseconds limit,
-                   QObject *parent);
+    DeviceCreation(const QString &service, const QString &adapterPath, const QString &address,
+                   std::chrono::milliseconds limit, QObject *parent);
     ~DeviceCreation() override;
 
     void start();
     void fail(const QString &reason);
+    // Fails from the event loop.
+    void failLater(const QString &reason);
 
 Q_SIGNALS:
     void created(const BluetoothDevice &device);
     void failed(const QString &reason);
 
-private Q_SLOTS:
-    void interfacesAdded(const QDBusMessage &signal);
-
 private:
-    void call(const QDBusMessage &message, const std::function<void(const QDBusMessage &)> &answered);
+    using Answer = std::function<void(const QDBusPendingCall &)>;
+
+    void await(const QDBusPendingCall &call, const Answer &answered);
     void look(const std::function<void()> &unknown);
     void connectDevice();
     void discover();
     void stopDiscovery();
+    void handleAddition(const QDBusObjectPath &object, const BlueZ::Interfaces &interfaces);
     bool takeDevice(const QString &path, const BlueZ::Interfaces &interfaces);
     void finish();
 
-    QString adapterPath;
-    QString address;
+    BluezObjectsProxy objects;
+    BluezAdapterProxy adapter;
+    const QString address;
     QTimer limit;
     // While BlueZ connects, the device appears before it is known whether the connection works out.
     bool connecting = false;

@@ -3,9 +3,11 @@
 #include "offlinemode.h"
 
 #include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusReply>
+#include <QDBusPendingReply>
 #include <QVariantMap>
+
+#include "connectionmanagerproxy.h"
+#include "support/runningservice.h"
 
 namespace ConnUi {
 
@@ -22,16 +24,17 @@ OfflineMode::OfflineMode(QObject *parent) : QObject(parent) {}
 
 int OfflineMode::currentStatus() const
 {
-    auto call = QDBusMessage::createMethodCall(QStringLiteral("net.connman"), QStringLiteral("/"),
-                                               QStringLiteral("net.connman.Manager"),
-                                               QStringLiteral("GetProperties"));
-    call.setAutoStartService(false);
-    const QDBusReply<QVariantMap> reply = QDBusConnection::systemBus().call(call, QDBus::Block, timeout);
-    if (!reply.isValid()) {
-        // What the bus says of a name that nobody owns, when it may not start anybody.
-        if (reply.error().name() != QStringLiteral("org.freedesktop.DBus.Error.NameHasNoOwner"))
-            qWarning("OfflineMode: GetProperties returned error '%s': %s",
-                     qUtf8Printable(reply.error().name()), qUtf8Printable(reply.error().message()));
+    const auto bus = QDBusConnection::systemBus();
+    const QString service = Support::runningService(bus, QStringLiteral("net.connman"));
+    if (service.isEmpty())
+        return notOffline;
+    ConnectionManagerProxy manager(service, QStringLiteral("/"), bus);
+    manager.setTimeout(timeout);
+    QDBusPendingReply<QVariantMap> reply = manager.GetProperties();
+    reply.waitForFinished();
+    if (reply.isError()) {
+        qWarning("OfflineMode: GetProperties returned error '%s': %s", qUtf8Printable(reply.error().name()),
+                 qUtf8Printable(reply.error().message()));
         return notOffline;
     }
     const QVariant offline = reply.value().value(QStringLiteral("OfflineMode"));

@@ -30,7 +30,7 @@ public:
     static Action defaultActionForString(const QString &data);
 
     /**
-     * Returns the default application for content of the type \a mimeType (its case does not matter). The \p
+     * Returns the default application for content of the type \a mimeType (its case does not matter). The \a
      * file itself is not looked at.
      */
     static Action defaultActionForFile(const QUrl &file, const QString &mimeType);

@@ -4,7 +4,6 @@
 
 #include <QCryptographicHash>
 #include <QDBusConnection>
-#include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QFile>
@@ -15,9 +14,6 @@
 
 namespace Thumbnails {
 namespace {
-
-constexpr QLatin1String service("org.freedesktop.thumbnails.Thumbnailer1");
-constexpr QLatin1String servicePath("/org/freedesktop/thumbnails/Thumbnailer1");
 
 // Where the thumbnail managing standard keeps the thumbnail of a URI.
 QString thumbnailPath(const QString &uri, const QString &flavor)
@@ -34,21 +30,23 @@ ThumbnailerPrivate::ThumbnailerPrivate(Thumbnailer *q, const QUrl &defaultThumbn
                                        const QPixmap &defaultPixmap)
     : QObject(q)
     , q(q)
+    , service(QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1"),
+              QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1"), QDBusConnection::sessionBus())
     , defaultThumbnail(defaultThumbnail)
     , defaultPixmap(defaultPixmap)
 {
-    auto bus = QDBusConnection::sessionBus();
-    bus.connect(service, servicePath, service, QStringLiteral("Ready"), this, SLOT(ready(uint, QStringList)));
-    bus.connect(service, servicePath, service, QStringLiteral("Error"), this,
-                SLOT(error(uint, QStringList, int, QString)));
+    connect(
+        &service, &ThumbnailServiceProxy::Ready, this,
+        [this](uint, const QStringList &uris) { announceThumbnails(uris); });
+    connect(&service, &ThumbnailServiceProxy::Error, this,
+            [this](uint, const QStringList &uris) { announceDefault(uris); });
 }
 
 void ThumbnailerPrivate::queue(const QStringList &uris, const QStringList &mimeTypes, const QString &flavor,
                                const QString &scheduler, bool autoCancel)
 {
-    auto call = QDBusMessage::createMethodCall(service, servicePath, service, QStringLiteral("Queue"));
-    call.setArguments({uris, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u});
-    auto *watcher = new QDBusPendingCallWatcher(QDBusConnection::sessionBus().asyncCall(call), this);
+    auto *watcher = new QDBusPendingCallWatcher(
+        service.Queue(uris, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this,
             [this, uris](QDBusPendingCallWatcher *watcher) {
                 watcher->deleteLater();
@@ -63,8 +61,8 @@ void ThumbnailerPrivate::queue(const QStringList &uris, const QStringList &mimeT
             });
 }
 
-// The handle does not matter: whoever asked, the thumbnail is the same.
-void ThumbnailerPrivate::ready(uint, const QStringList &uris)
+// The request does not matter: whoever asked, the thumbnail is the same.
+void ThumbnailerPrivate::announceThumbnails(const QStringList &uris)
 {
     const QPointer<ThumbnailerPrivate> self(this);
     for (const QString &uri : uris) {
@@ -81,11 +79,6 @@ void ThumbnailerPrivate::ready(uint, const QStringList &uris)
         if (!self)
             return;
     }
-}
-
-void ThumbnailerPrivate::error(uint, const QStringList &uris, int, const QString &)
-{
-    announceDefault(uris);
 }
 
 void ThumbnailerPrivate::announceDefault(const QStringList &uris)

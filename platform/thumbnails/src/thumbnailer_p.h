@@ -6,6 +6,7 @@
 #include <QHash>
 
 #include "thumbnailer.h"
+#include "thumbnailserviceproxy.h"
 
 namespace Thumbnails {
 
@@ -28,14 +29,12 @@ public:
     // What was asked for and not answered, by the URI that the service knows.
     QHash<QString, Item> pending;
 
-public Q_SLOTS:
-    void ready(uint handle, const QStringList &uris);
-    void error(uint handle, const QStringList &uris, int code, const QString &message);
-
 private:
+    void announceThumbnails(const QStringList &uris);
     void announceDefault(const QStringList &uris);
 
     Thumbnailer *q;
+    ThumbnailServiceProxy service;
     QUrl defaultThumbnail;
     QPixmap defaultPixmap;
     uint lastHandle = 0;

@@ -2,16 +2,15 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <array>
-#include <glib.h>
-#include <memory>
 #include <utility>
 #include <variant>
 
+#include "support/keyfile.h"
 #include "theme/mthemefile_p.h"
 
 namespace {
 
-using KeyFile = std::unique_ptr<GKeyFile, decltype(&g_key_file_unref)>;
+using Support::KeyFile;
 using Palette = QHash<QString, QColor>;
 using Field = std::variant<qreal MStyle::*, bool MStyle::*, QColor MStyle::*, QMarginsF MStyle::*>;
 
@@ -68,44 +67,6 @@ const QHash<QString, Field> &fields()
     return fields;
 }
 
-QString takeString(gchar *string)
-{
-    const QString text = QString::fromUtf8(string);
-    g_free(string);
-    return text;
-}
-
-bool hasGroup(GKeyFile *file, const QString &group)
-{
-    return g_key_file_has_group(file, group.toUtf8().constData());
-}
-
-QString value(GKeyFile *file, const QString &group, const QString &key)
-{
-    return takeString(
-        g_key_file_get_string(file, group.toUtf8().constData(), key.toUtf8().constData(), nullptr));
-}
-
-QStringList keys(GKeyFile *file, const QString &group)
-{
-    QStringList list;
-    gchar **names = g_key_file_get_keys(file, group.toUtf8().constData(), nullptr, nullptr);
-    for (gchar **name = names; name && *name; ++name)
-        list.append(QString::fromUtf8(*name));
-    g_strfreev(names);
-    return list;
-}
-
-QStringList groups(GKeyFile *file)
-{
-    QStringList list;
-    gchar **names = g_key_file_get_groups(file, nullptr);
-    for (gchar **name = names; *name; ++name)
-        list.append(QString::fromUtf8(*name));
-    g_strfreev(names);
-    return list;
-}
-
 bool readValue(const QString &text, const Palette &, qreal *number)
 {
     bool ok = false;
@@ -144,12 +105,12 @@ bool setField(MStyle *style, const Field &field, const QString &text, const Pale
     return std::visit([&](auto member) { return readValue(text, palette, &(style->*member)); }, field);
 }
 
-bool readPalette(GKeyFile *file, const QString &group, Palette *palette, QString *error)
+bool readPalette(const KeyFile &file, const QString &group, Palette *palette, QString *error)
 {
     palette->insert(QStringLiteral("none"), QColor(Qt::transparent));
-    const QStringList names = keys(file, group);
+    const QStringList names = file.keys(group);
     for (const QString &name : names) {
-        const QColor color(value(file, group, name));
+        const QColor color(file.value(group, name));
         if (!color.isValid()) {
             *error = QStringLiteral("[%1] %2 is no color").arg(group, name);
             return false;
@@ -159,14 +120,14 @@ bool readPalette(GKeyFile *file, const QString &group, Palette *palette, QString
     return true;
 }
 
-bool readStyle(GKeyFile *file, const QString &group, const Palette &palette, MStyle *style, QString *error,
-               int depth = 0)
+bool readStyle(const KeyFile &file, const QString &group, const Palette &palette, MStyle *style,
+               QString *error, int depth = 0)
 {
-    const QStringList names = keys(file, group);
+    const QStringList names = file.keys(group);
     const QString inherits = QLatin1String(inheritsKey);
     if (names.contains(inherits)) {
-        const QString base = value(file, group, inherits);
-        if (!hasGroup(file, base) || depth == maximumInheritance) {
+        const QString base = file.value(group, inherits);
+        if (!file.hasGroup(base) || depth == maximumInheritance) {
             *error = QStringLiteral("[%1] inherits nothing from %2").arg(group, base);
             return false;
         }
@@ -177,7 +138,7 @@ bool readStyle(GKeyFile *file, const QString &group, const Palette &palette, MSt
         if (name == inherits)
             continue;
         const auto field = fields().constFind(name);
-        if (field == fields().cend() || !setField(style, *field, value(file, group, name), palette)) {
+        if (field == fields().cend() || !setField(style, *field, file.value(group, name), palette)) {
             *error = QStringLiteral("[%1] %2 is not understood").arg(group, name);
             return false;
         }
@@ -198,36 +159,32 @@ QFont fontOf(const MStyle &style, const QStringList &families)
 
 bool MThemeFile::read(const QByteArray &data, QString *error)
 {
-    const KeyFile file(g_key_file_new(), &g_key_file_unref);
-    GError *problem = nullptr;
-    if (!g_key_file_load_from_data(file.get(), data.constData(), gsize(data.size()), G_KEY_FILE_NONE,
-                                   &problem)) {
-        *error = QString::fromUtf8(problem->message);
-        g_error_free(problem);
+    KeyFile file;
+    *error = file.read(data);
+    if (!error->isEmpty())
         return false;
-    }
 
-    families = value(file.get(), QLatin1String(themeGroup), QStringLiteral("font-families"))
+    families = file.value(QLatin1String(themeGroup), QStringLiteral("font-families"))
                    .split(QLatin1Char(';'), Qt::SkipEmptyParts);
-    const QString preferred = value(file.get(), QLatin1String(themeGroup), QStringLiteral("variant"));
+    const QString preferred = file.value(QLatin1String(themeGroup), QStringLiteral("variant"));
     this->preferred.reset();
     if (preferred == QLatin1String("light") || preferred == QLatin1String("dark"))
         this->preferred = preferred == QLatin1String("dark") ? MTheme::Dark : MTheme::Light;
 
-    QStringList styles = groups(file.get());
+    QStringList styles = file.groups();
     styles.removeAll(QLatin1String(themeGroup));
     for (const PaletteGroup &palette : paletteGroups)
         styles.removeAll(QLatin1String(palette.name));
     for (size_t variant = 0; variant < variants.size(); ++variant) {
         const PaletteGroup &group = paletteGroups[variant];
         Palette palette;
-        if (group.base && !readPalette(file.get(), QLatin1String(group.base), &palette, error))
+        if (group.base && !readPalette(file, QLatin1String(group.base), &palette, error))
             return false;
-        if (!readPalette(file.get(), QLatin1String(group.name), &palette, error))
+        if (!readPalette(file, QLatin1String(group.name), &palette, error))
             return false;
         for (const QString &name : std::as_const(styles)) {
             MStyle style;
-            if (!readStyle(file.get(), name, palette, &style, error))
+            if (!readStyle(file, name, palette, &style, error))
                 return false;
             style.font = fontOf(style, families);
             variants[variant].insert(name, style);
