@@ -164,6 +164,8 @@ char *writeMimeRecord(char *out, QStringView mimeType, QByteArrayView mimeData, 
 
 } // namespace
 
+const NDEFGenerator::Record::Private NDEFGenerator::Record::Private::none;
+
 NDEFGenerator::Record::Record(const QString &uri) : d(new Private{uri, {}, {}}) {}
 
 NDEFGenerator::Record::Record(const QString &mimeType, const QByteArray &mimeData)

@@ -8,18 +8,17 @@
 #include "ndefgenerator.h"
 
 /** A record's fields; a record that has been moved from has none. */
-class NDEFGenerator::Record::Private
+class Q_DECL_HIDDEN NDEFGenerator::Record::Private
 {
 public:
-    static const Private &of(const Record &record)
-    {
-        static const Private none;
-        return record.d ? *record.d : none;
-    }
+    static const Private &of(const Record &record) { return record.d ? *record.d : none; }
 
     QString uri;
     QString mimeType;
     QByteArray mimeData;
+
+private:
+    static const Private none;
 };
 
 class NDEFGeneratorPrivate
