@@ -38,6 +38,8 @@ class CONNUI_NFC_EXPORT NfcAgent : public QObject
     Q_OBJECT
     /** The agent's object path on the system bus. */
     Q_PROPERTY(QString path READ path)
+    /** Whether only the daemon may call the agent, off at first. */
+    Q_PROPERTY(bool daemonOnly READ isDaemonOnly WRITE setDaemonOnly)
 
 public:
     /** What became of a touch. */
@@ -58,6 +60,19 @@ public:
 
     /** Returns the agent's object path, "/com/tavix/nfcUIAgent/" and its number. */
     QString path() const;
+
+    /** Returns whether only the daemon may call the agent. */
+    bool isDaemonOnly() const;
+
+    /**
+     * Decides whether only the daemon may call the agent: the owner of "com.tavix.nfc" on the system bus.
+     *
+     * Everybody else's calls then emit nothing and are answered with
+     * "org.freedesktop.DBus.Error.AccessDenied": a second wall behind the bus's policy, which lets nobody
+     * else through either. Off at first. Switch it on before the agent is registered, because the owner is
+     * asked for without waiting.
+     */
+    void setDaemonOnly(bool daemonOnly);
 
     /** Grants the oldest pairing request for \a target. */
     void btPairingRequestGranted(const QDBusObjectPath &target);

@@ -11,7 +11,7 @@
 #include <RadioState>
 
 #include "adapter/nfcadapter_p.h"
-#include "adapter/nfcservice.h"
+#include "bus/nfcservice.h"
 #include "nfcadapterproxy.h"
 #include "nfcagent.h"
 

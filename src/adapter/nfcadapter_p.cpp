@@ -17,7 +17,7 @@
 #include <RadioState>
 
 #include "adapter/nfchandoverrequestor.h"
-#include "adapter/nfcservice.h"
+#include "bus/nfcservice.h"
 #include "nfcadapter.h"
 #include "nfcadapterproxy.h"
 #include "nfcmanagerproxy.h"

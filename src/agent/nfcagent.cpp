@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcagent.h"
 
+#include <memory>
+
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusVariant>
 #include <QString>
 
+#include "agent/daemonowner.h"
 #include "agent/dbusnames.h"
 #include "agent/nfcagent_p.h"
 
@@ -48,6 +51,18 @@ NfcAgent::~NfcAgent()
 QString NfcAgent::path() const
 {
     return d->path;
+}
+
+bool NfcAgent::isDaemonOnly() const
+{
+    return d->daemon != nullptr;
+}
+
+void NfcAgent::setDaemonOnly(bool daemonOnly)
+{
+    if (daemonOnly == isDaemonOnly())
+        return;
+    d->daemon = daemonOnly ? std::make_unique<DaemonOwner>() : nullptr;
 }
 
 void NfcAgent::btPairingRequestGranted(const QDBusObjectPath &target)

@@ -7,12 +7,24 @@
 
 #include <QByteArray>
 #include <QDBusConnection>
+#include <QDBusError>
 #include <QString>
 
+#include "agent/daemonowner.h"
 #include "agent/variantcontent.h"
 #include "nfcagent.h"
 
 namespace ConnUi {
+
+namespace {
+
+void refuse(const QDBusMessage &call, QDBusError::ErrorType error, const QString &reason)
+{
+    call.setDelayedReply(true);
+    QDBusConnection::systemBus().send(call.createErrorReply(error, reason));
+}
+
+} // namespace
 
 NfcAgentPrivate::NfcAgentPrivate(NfcAgent *agent) : QDBusAbstractAdaptor(agent), q(agent)
 {
@@ -78,11 +90,26 @@ void NfcAgentPrivate::answer(const Request &request, const QVariant &value, cons
     QDBusConnection::systemBus().send(reply);
 }
 
+bool NfcAgentPrivate::refuseStranger(const QDBusMessage &message) const
+{
+    if (!daemon || daemon->isSenderOf(message))
+        return false;
+    refuse(message, QDBusError::AccessDenied, QStringLiteral("Only the NFC daemon may call this agent"));
+    return true;
+}
+
 // A slot connected to the agent's signals may delete the agent, and this adaptor with it: nothing follows an
 // emission.
 
-void NfcAgentPrivate::Release()
+void NfcAgentPrivate::Release(const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
+    // Alone, a parameter for the message lets every call of the name through.
+    if (!message.arguments().isEmpty()) {
+        refuse(message, QDBusError::UnknownMethod, QStringLiteral("Release takes no arguments"));
+        return;
+    }
     Q_EMIT q->release();
 }
 
@@ -90,6 +117,8 @@ void NfcAgentPrivate::RequestBTPairing(const QDBusObjectPath &target, const QStr
                                        const QString &name, uint cod, const QString &pin,
                                        const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     addPendingRequest(BtPairingRequest, target, message);
     Q_EMIT q->btPairingRequested(target, addr, name, cod, pin);
 }
@@ -97,6 +126,8 @@ void NfcAgentPrivate::RequestBTPairing(const QDBusObjectPath &target, const QStr
 void NfcAgentPrivate::RequestBTConnection(const QDBusObjectPath &target, const QString &addr,
                                           const QString &name, uint cod, const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     addPendingRequest(BtConnectionRequest, target, message);
     Q_EMIT q->btConnectionRequested(target, addr, name, cod);
 }
@@ -104,6 +135,8 @@ void NfcAgentPrivate::RequestBTConnection(const QDBusObjectPath &target, const Q
 void NfcAgentPrivate::RequestBTDisconnection(const QDBusObjectPath &target, const QString &addr,
                                              const QString &name, uint cod, const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     addPendingRequest(BtDisconnectionRequest, target, message);
     Q_EMIT q->btDisconnectionRequested(target, addr, name, cod);
 }
@@ -112,6 +145,8 @@ void NfcAgentPrivate::RequestNDEFDataDelivery(const NdefMessageHandlerList &hand
                                               const QDBusObjectPath &target, const QByteArray &data,
                                               const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     addPendingRequest(DataDeliveryRequest, target, message);
     Q_EMIT q->dataDeliveryRequested(handlers, target, data);
 }
@@ -119,6 +154,8 @@ void NfcAgentPrivate::RequestNDEFDataDelivery(const NdefMessageHandlerList &hand
 void NfcAgentPrivate::RequestSharingPermission(const QString &carrier, const QDBusVariant &info,
                                                const QStringList &resources, const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     const QVariant plain = info.variant();
     addPendingRequest(SharingRequest, plain, message);
     Q_EMIT q->sharingPermissionRequested(carrier, plain, resources);
@@ -127,13 +164,18 @@ void NfcAgentPrivate::RequestSharingPermission(const QString &carrier, const QDB
 void NfcAgentPrivate::RequestSharingSelection(const QString &carrier, const QDBusVariant &info,
                                               const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     const QVariant plain = info.variant();
     addPendingRequest(SharingRequest, plain, message);
     Q_EMIT q->sharingSelectionRequested(carrier, plain);
 }
 
-void NfcAgentPrivate::NotifyTouch(const QDBusObjectPath &target, const QString &status)
+void NfcAgentPrivate::NotifyTouch(const QDBusObjectPath &target, const QString &status,
+                                  const QDBusMessage &message)
 {
+    if (refuseStranger(message))
+        return;
     int result = NfcAgent::Ok;
     if (status != QLatin1String("ok")) {
         qWarning("NfcAgent: failed touch status '%s' detected", qUtf8Printable(status));

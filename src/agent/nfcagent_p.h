@@ -5,6 +5,7 @@
 
 #include <list>
 #include <map>
+#include <memory>
 
 #include <QDBusAbstractAdaptor>
 #include <QDBusMessage>
@@ -17,6 +18,7 @@
 
 namespace ConnUi {
 
+class DaemonOwner;
 class NfcAgent;
 
 /** The agent on the bus, and the daemon's calls that wait for the user. */
@@ -54,9 +56,11 @@ public:
 
     NfcAgent *q;
     QString path;
+    /** While only the daemon may call. */
+    std::unique_ptr<DaemonOwner> daemon;
 
 public Q_SLOTS:
-    void Release();
+    void Release(const QDBusMessage &message);
     void RequestBTPairing(const QDBusObjectPath &target, const QString &addr, const QString &name, uint cod,
                           const QString &pin, const QDBusMessage &message);
     void RequestBTConnection(const QDBusObjectPath &target, const QString &addr, const QString &name,
@@ -69,11 +73,14 @@ public Q_SLOTS:
                                   const QStringList &resources, const QDBusMessage &message);
     void RequestSharingSelection(const QString &carrier, const QDBusVariant &info,
                                  const QDBusMessage &message);
-    void NotifyTouch(const QDBusObjectPath &target, const QString &status);
+    void NotifyTouch(const QDBusObjectPath &target, const QString &status, const QDBusMessage &message);
 
 private:
     using Requests = std::list<Request>;
 
+    /** Answers a call that is not the daemon's while only the daemon may call, and returns whether it was
+     * one. */
+    bool refuseStranger(const QDBusMessage &message) const;
     static void answer(const Request &request, const QVariant &value, const QString &error);
 
     Requests requests; // oldest first

@@ -7,6 +7,7 @@
 
 #include <QDBusArgument>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusReply>
@@ -18,6 +19,7 @@
 #include <NfcAgent>
 
 #include "agent/nfcagent_p.h"
+#include "busmonitor.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -31,6 +33,8 @@ namespace {
 const QString agentInterface = QStringLiteral("com.tavix.nfc.UIAgent");
 const QString rejected = QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
 const QString canceled = QStringLiteral("com.tavix.nfc.UIAgent.Canceled");
+const QString denied =
+    QStringLiteral("org.freedesktop.DBus.Error.AccessDenied Only the NFC daemon may call this agent");
 const QString target = QStringLiteral("/com/tavix/nfc/tag1");
 const QString otherTarget = QStringLiteral("/com/tavix/nfc/tag2");
 
@@ -80,6 +84,8 @@ public:
     Q_DISABLE_COPY_MOVE(Daemon)
 
     void leave() const { QDBusConnection::disconnectFromBus(name); }
+
+    bool ownName() { return bus.registerService(QStringLiteral("com.tavix.nfc")); }
 
     QDBusMessage message(const QString &agent, const char *method, const QVariantList &arguments) const
     {
@@ -186,11 +192,20 @@ private Q_SLOTS:
     void callThatExpectsNoReplyBecomesARequest();
     void wrongSignatureIsAnErrorAndChangesNothing_data();
     void wrongSignatureIsAnErrorAndChangesNothing();
+    void strangersMayCallByDefault();
+    void daemonOnlyAgentRefusesStrangers_data();
+    void daemonOnlyAgentRefusesStrangers();
+    void daemonOnlyAgentAsksNobodyAboutACall();
+    void daemonOnlyAgentKnowsTheDaemonThatIsThere();
+    void daemonOnlyAgentRefusesAllWithoutDaemon();
+    void daemonOnlyAgentFollowsTheNextDaemon();
+    void daemonOnlyCanBeSwitchedOff();
     void touchStatusIsMapped_data();
     void touchStatusIsMapped();
 
 private:
     void addRequests() const;
+    static void finishDelivery();
     QVariantList arguments(const QByteArray &method) const;
     void connectAll(NfcAgent *agent, const std::function<void()> &slot);
 
@@ -771,6 +786,13 @@ void TestNfcAgent::callOnItsWayToADeletedAgentIsAnswered()
 }
 
 // The methods that end in a signal, the delayed ones first.
+// Returns when what the bus has sent so far has reached this program.
+void TestNfcAgent::finishDelivery()
+{
+    QVERIFY(QDBusConnection::systemBus().interface()->isServiceRegistered(
+        QDBusConnection::systemBus().baseService()));
+}
+
 void TestNfcAgent::addRequests() const
 {
     QTest::addColumn<QByteArray>("method");
@@ -960,6 +982,105 @@ void TestNfcAgent::wrongSignatureIsAnErrorAndChangesNothing()
 
     QTest::ignoreMessage(QtWarningMsg, "No request for agent request type 5");
     agent->rejectDevice(QDBusObjectPath(target));
+}
+
+void TestNfcAgent::strangersMayCallByDefault()
+{
+    QVERIFY(!agent->isDaemonOnly());
+    QVERIFY(daemon->ownName());
+    const Daemon stranger(QStringLiteral("stranger"));
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    const QDBusMessage call =
+        stranger.message(agent->path(), "RequestBTPairing", arguments("RequestBTPairing"));
+    QVERIFY(stranger.bus.send(call));
+    QTRY_COMPARE(requested.count(), 1);
+}
+
+void TestNfcAgent::daemonOnlyAgentRefusesStrangers_data()
+{
+    addRequests();
+}
+
+void TestNfcAgent::daemonOnlyAgentRefusesStrangers()
+{
+    QFETCH(QByteArray, method);
+    agent->setDaemonOnly(true);
+    QVERIFY(agent->isDaemonOnly());
+    QVERIFY(agent->property("daemonOnly").toBool());
+    QVERIFY(daemon->ownName());
+    int calls = 0;
+    connectAll(agent.get(), [&calls] { ++calls; });
+
+    Daemon stranger(QStringLiteral("stranger"));
+    stranger.call("stranger", agent->path(), method.constData(), arguments(method));
+    QTRY_COMPARE(stranger.answers, QStringList{QStringLiteral("stranger: ") + denied});
+    QCOMPARE(calls, 0);
+
+    daemon->call("daemon", agent->path(), method.constData(), arguments(method));
+    QTRY_COMPARE(calls, 1);
+    agent.reset();
+    QTRY_COMPARE(daemon->answers.size(), 1);
+    QVERIFY(daemon->answers.constFirst() != QStringLiteral("daemon: ") + denied);
+    QCOMPARE(stranger.answers.size(), 1);
+}
+
+void TestNfcAgent::daemonOnlyAgentAsksNobodyAboutACall()
+{
+    agent->setDaemonOnly(true);
+    QVERIFY(daemon->ownName());
+    finishDelivery();
+    Daemon stranger(QStringLiteral("stranger"));
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    BusMonitor monitor;
+    stranger.pair("stranger", agent->path());
+    QTRY_COMPARE(stranger.answers.size(), 1);
+    daemon->pair("daemon", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
+    QCOMPARE(monitor.takeCalls(), QStringList());
+}
+
+void TestNfcAgent::daemonOnlyAgentKnowsTheDaemonThatIsThere()
+{
+    QVERIFY(daemon->ownName());
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    agent->setDaemonOnly(true);
+    // As registering the agent does: what the daemon sends comes after its reply.
+    finishDelivery();
+    daemon->pair("daemon", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
+}
+
+void TestNfcAgent::daemonOnlyAgentRefusesAllWithoutDaemon()
+{
+    agent->setDaemonOnly(true);
+    daemon->pair("nobody", agent->path());
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("nobody: ") + denied});
+}
+
+void TestNfcAgent::daemonOnlyAgentFollowsTheNextDaemon()
+{
+    QVERIFY(daemon->ownName());
+    agent->setDaemonOnly(true);
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    Daemon next(QStringLiteral("next"));
+    QVERIFY(daemon->bus.unregisterService(QStringLiteral("com.tavix.nfc")));
+    QVERIFY(next.ownName());
+    finishDelivery();
+    next.pair("next", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
+    daemon->pair("former", agent->path());
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("former: ") + denied});
+    QCOMPARE(requested.count(), 1);
+}
+
+void TestNfcAgent::daemonOnlyCanBeSwitchedOff()
+{
+    agent->setDaemonOnly(true);
+    agent->setDaemonOnly(false);
+    QVERIFY(!agent->isDaemonOnly());
+    const QSignalSpy requested(agent.get(), &NfcAgent::btPairingRequested);
+    daemon->pair("anybody", agent->path());
+    QTRY_COMPARE(requested.count(), 1);
 }
 
 void TestNfcAgent::touchStatusIsMapped_data()

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_DAEMONOWNER_H
+#define CONNUI_DAEMONOWNER_H
+
+#include <QObject>
+#include <QString>
+
+class QDBusMessage;
+class QDBusPendingCallWatcher;
+
+namespace ConnUi {
+
+/** Knows which connection of the system bus owns the daemon's name. Never waits for the bus. */
+class DaemonOwner : public QObject
+{
+    Q_OBJECT
+
+public:
+    /** Asks for the owner. The answer arrives before any call that the owner makes later. */
+    DaemonOwner();
+
+    /** Returns whether \a message comes from the owner; of nobody's while the owner is unknown. */
+    bool isSenderOf(const QDBusMessage &message) const;
+
+private Q_SLOTS:
+    void ownerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
+    void ownerAnswered(QDBusPendingCallWatcher *answer);
+
+private:
+    QString owner;
+    bool hasChanged = false;
+};
+
+} // namespace ConnUi
+
+#endif
