@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <csignal>
+#include <functional>
 #include <sys/file.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -66,7 +69,39 @@ struct Writer
     QProcess process;
 };
 
+// An environment variable that is another one, or none, for as long as the object lives.
+class Variable
+{
+public:
+    Variable(const char *name, const char *value) : name(name), before(qgetenv(name))
+    {
+        if (value)
+            qputenv(name, value);
+        else
+            qunsetenv(name);
+    }
+    ~Variable() { qputenv(name, before); }
+    Q_DISABLE_COPY_MOVE(Variable)
+
+private:
+    const char *name;
+    const QByteArray before;
+};
+
+// Hears of each file that the process has put on the disk.
+std::function<void(int)> synced = [](int) {};
+
+constexpr QFile::Permissions accessOfOthers = QFile::ReadGroup | QFile::WriteGroup | QFile::ExeGroup |
+                                              QFile::ReadOther | QFile::WriteOther | QFile::ExeOther;
+
 } // namespace
+
+// In place of the system's: what is called here is called by the libraries as well.
+extern "C" Q_DECL_EXPORT int fsync(int file)
+{
+    synced(file);
+    return int(syscall(SYS_fsync, file));
+}
 
 class TestConnectivitySettings : public QObject
 {
@@ -84,6 +119,16 @@ private Q_SLOTS:
     void rubbishMeansDefaultsAndOneWarning_data();
     void rubbishMeansDefaultsAndOneWarning();
     void rubbishIsReplacedByTheNextWrite();
+    void rubbishIsKeptAsACopy();
+    void newFoldersAreForTheUserAlone();
+    void relativeConfigFolderDoesNotCount();
+    void withoutHomeNothingIsStored_data();
+    void withoutHomeNothingIsStored();
+    void folderIsSyncedAfterTheNewFileIsInPlace();
+    void leftoversOfKilledWritersAreRemoved();
+    void contentOfTheLockFileStays();
+    void lockFileIsNoLink();
+    void pipeAsLockDoesNotBlock();
     void unwritableFolderKeepsTheOldValue();
     void unreadableValueKeepsTheOldValue_data();
     void unreadableValueKeepsTheOldValue();
@@ -198,6 +243,141 @@ void TestConnectivitySettings::rubbishIsReplacedByTheNextWrite()
     expectWarning("understand", QStringLiteral("Unexpected end of input data (more bytes needed)"));
     ConnectivitySettings(1).set(settingKey, true);
     QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(true));
+}
+
+void TestConnectivitySettings::rubbishIsKeptAsACopy()
+{
+    writeStore("rubbish");
+    expectWarning("understand", QStringLiteral("Unexpected end of input data (more bytes needed)"));
+    ConnectivitySettings(1).set(settingKey, true);
+    ConnectivitySettings(1).set(settingKey, false);
+    QFile copy(storePath() + QStringLiteral(".damaged"));
+    QVERIFY(copy.open(QIODevice::ReadOnly));
+    QCOMPARE(copy.readAll(), QByteArray("rubbish"));
+}
+
+void TestConnectivitySettings::newFoldersAreForTheUserAlone()
+{
+    QTemporaryDir temporary;
+    const QString config = temporary.filePath(QStringLiteral("new/config"));
+    const Variable variable("XDG_CONFIG_HOME", config.toUtf8().constData());
+    ConnectivitySettings(1).set(settingKey, true);
+    QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(true));
+    for (const QString &made :
+         {temporary.filePath(QStringLiteral("new")), config, config + QStringLiteral("/connui")}) {
+        QVERIFY2(QFileInfo(made).isDir(), qPrintable(made));
+        QCOMPARE(QFileInfo(made).permissions() & accessOfOthers, QFile::Permissions());
+    }
+}
+
+void TestConnectivitySettings::relativeConfigFolderDoesNotCount()
+{
+    const QTemporaryDir home;
+    const QTemporaryDir current;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(current.path()));
+    const auto back = qScopeGuard([&] { QDir::setCurrent(before); });
+    const Variable homeVariable("HOME", home.path().toUtf8().constData());
+    const Variable variable("XDG_CONFIG_HOME", "relative");
+    ConnectivitySettings(1).set(settingKey, true);
+    QCOMPARE(ConnectivitySettings(1).get(settingKey), QVariant(true));
+    QVERIFY(QFile::exists(home.filePath(QStringLiteral(".config/connui/settings.cbor"))));
+    QVERIFY(QDir(current.path()).isEmpty());
+}
+
+void TestConnectivitySettings::withoutHomeNothingIsStored_data()
+{
+    QTest::addColumn<bool>("isSet");
+    QTest::addColumn<QByteArray>("home");
+    QTest::newRow("unset") << false << QByteArray();
+    QTest::newRow("empty") << true << QByteArray();
+    QTest::newRow("root folder") << true << QByteArray("/");
+    QTest::newRow("root folder, twice") << true << QByteArray("//");
+    QTest::newRow("relative") << true << QByteArray("home");
+}
+
+void TestConnectivitySettings::withoutHomeNothingIsStored()
+{
+    QFETCH(bool, isSet);
+    QFETCH(QByteArray, home);
+    const QTemporaryDir current;
+    const QString before = QDir::currentPath();
+    QVERIFY(QDir::setCurrent(current.path()));
+    const auto back = qScopeGuard([&] { QDir::setCurrent(before); });
+    const Variable homeVariable("HOME", isSet ? home.constData() : nullptr);
+    const Variable variable("XDG_CONFIG_HOME", nullptr);
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
+    QTest::ignoreMessage(QtWarningMsg,
+                         "ConnectivitySettings: unable to write settings: there is no home folder");
+    ConnectivitySettings(1).set(settingKey, true);
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
+    QVERIFY(!QFile::exists(QStringLiteral("/.config/connui")));
+    QVERIFY(QDir(current.path()).isEmpty());
+}
+
+void TestConnectivitySettings::folderIsSyncedAfterTheNewFileIsInPlace()
+{
+    ConnectivitySettings(1).set(settingKey, QStringLiteral("old"));
+    struct stat expected;
+    QCOMPARE(stat(QFile::encodeName(folder()).constData(), &expected), 0);
+    QVariantList seen;
+    synced = [&](int file) {
+        struct stat status;
+        if (fstat(file, &status) == 0 && status.st_dev == expected.st_dev && status.st_ino == expected.st_ino)
+            seen.append(ConnectivitySettings(1).get(settingKey));
+    };
+    const auto deaf = qScopeGuard([] { synced = [](int) {}; });
+    ConnectivitySettings(1).set(settingKey, QStringLiteral("new"));
+    QCOMPARE(seen, QVariantList{QStringLiteral("new")});
+}
+
+void TestConnectivitySettings::leftoversOfKilledWritersAreRemoved()
+{
+    ConnectivitySettings(1).set(settingKey, true);
+    QFile leftover(storePath() + QStringLiteral(".a1B2c3"));
+    QVERIFY(leftover.open(QIODevice::WriteOnly));
+    leftover.close();
+    ConnectivitySettings(1).set(settingKey, false);
+    QVERIFY(!leftover.exists());
+}
+
+void TestConnectivitySettings::contentOfTheLockFileStays()
+{
+    QVERIFY(QDir().mkpath(folder()));
+    QFile lock(folder() + QStringLiteral("/settings.lock"));
+    QVERIFY(lock.open(QIODevice::ReadWrite));
+    lock.write("content");
+    QVERIFY(lock.flush());
+    ConnectivitySettings(1).set(settingKey, true);
+    QVERIFY(lock.seek(0));
+    QCOMPARE(lock.readAll(), QByteArray("content"));
+}
+
+void TestConnectivitySettings::lockFileIsNoLink()
+{
+    QVERIFY(QDir().mkpath(folder()));
+    const QString target = folder() + QStringLiteral("/target");
+    QVERIFY(QFile::link(target, folder() + QStringLiteral("/settings.lock")));
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qUtf8Printable(
+            QStringLiteral(
+                "ConnectivitySettings: unable to lock %1/settings.lock: Too many levels of symbolic links")
+                .arg(folder())));
+    ConnectivitySettings(1).set(settingKey, true);
+    QVERIFY(!QFile::exists(target));
+}
+
+void TestConnectivitySettings::pipeAsLockDoesNotBlock()
+{
+    QVERIFY(QDir().mkpath(folder()));
+    QCOMPARE(mkfifo(QFile::encodeName(folder() + QStringLiteral("/settings.lock")).constData(), 0600), 0);
+    QTest::ignoreMessage(
+        QtWarningMsg,
+        qUtf8Printable(QStringLiteral("ConnectivitySettings: unable to lock %1/settings.lock: not a file")
+                           .arg(folder())));
+    ConnectivitySettings(1).set(settingKey, true);
+    QVERIFY(!ConnectivitySettings(1).get(settingKey).isValid());
 }
 
 void TestConnectivitySettings::unwritableFolderKeepsTheOldValue()
@@ -323,6 +503,9 @@ void TestConnectivitySettings::killedWriterLeavesOldOrNewValue()
             qPrintable(QStringLiteral("%1 after begin %2, end %3").arg(value.toInt()).arg(begun).arg(ended)));
         QCOMPARE(settings.get(QStringLiteral("other")), QVariant(true));
     }
+    settings.set(settingKey, 0);
+    QCOMPARE(QDir(folder()).entryList(QDir::Files),
+             QStringList({QStringLiteral("settings.cbor"), QStringLiteral("settings.lock")}));
 }
 
 QTEST_GUILESS_MAIN(TestConnectivitySettings)

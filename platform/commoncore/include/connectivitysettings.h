@@ -16,8 +16,11 @@ namespace ConnUi {
  * Nothing is cached: each get() sees what any process stored last, each set() is on the disk when it returns.
  * A process that dies in the middle of a set() leaves either the old or the new value.
  *
- * The settings live in $XDG_CONFIG_HOME/connui/settings.cbor (CBOR, RFC 8949). Where that file is damaged
- * every setting reads as unset, with one warning for as long as it stays damaged.
+ * The settings live in $XDG_CONFIG_HOME/connui/settings.cbor (CBOR, RFC 8949), in folders that are made for
+ * the user alone; a relative XDG_CONFIG_HOME does not count. Where that file is damaged every setting reads
+ * as unset, with one warning for as long as it stays damaged, and the next set() keeps it as
+ * settings.cbor.damaged. Where neither XDG_CONFIG_HOME nor HOME names a folder, or HOME is "/", every setting
+ * is unset and none is stored.
  */
 class CONNUI_COMMON_CORE_EXPORT ConnectivitySettings
 {
@@ -39,7 +42,7 @@ public:
      *
      * Blocks while another process writes, for two seconds at most. When the value cannot be stored (another
      * kind of value, lists in more than some 1,000 lists, more than 1 MiB of settings, full disk, no
-     * permission, file locked for too long) one warning says why and the old value stays.
+     * permission, file locked for too long, no folder for it) one warning says why and the old value stays.
      */
     void set(const QString &key, const QVariant &value);
 
