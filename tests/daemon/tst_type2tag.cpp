@@ -19,6 +19,7 @@ private Q_SLOTS:
     void messageIsFound_data();
     void messageIsFound();
     void messageIsFoundAroundReservedBytes();
+    void messageEndsBeforeReservedBytes();
     void eachSixteenBytesAreReadOnce();
     void emptyTagsAreEmpty_data();
     void emptyTagsAreEmpty();
@@ -91,6 +92,18 @@ void TestType2Tag::messageIsFoundAroundReservedBytes()
     const TagContents contents = read(tag);
     QCOMPARE(contents.status, TagStatus::Done);
     QCOMPARE(contents.message, QByteArray::fromHex("abcd12345678"));
+}
+
+void TestType2Tag::messageEndsBeforeReservedBytes()
+{
+    // The last four bytes of 48 are memory of another kind, so that there are 37 for the message.
+    const QByteArray control = QByteArray::fromHex("02033c0404");
+    VirtualType2 fits =
+        VirtualType2::formatted(control + QByteArray::fromHex("0325") + QByteArray(37, 'a'), 48);
+    QCOMPARE(read(fits).message, QByteArray(37, 'a'));
+    VirtualType2 runsOver =
+        VirtualType2::formatted(control + QByteArray::fromHex("0326") + QByteArray(37, 'a'), 48);
+    QCOMPARE(read(runsOver).status, TagStatus::Malformed);
 }
 
 void TestType2Tag::eachSixteenBytesAreReadOnce()

@@ -1,0 +1,362 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <atomic>
+#include <chrono>
+#include <memory>
+
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "daemon/pcsc/cardreaders.h"
+#include "daemon/tags/cardcommand.h"
+#include "daemon/tags/exchange.h"
+#include "heldtag.h"
+#include "otherprogram.h"
+#include "pcscdprocess.h"
+#include "virtualtype2.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString firstReader = u"Virtual reader 0 00 00"_s;
+const QString secondReader = u"Virtual reader 1 01 00"_s;
+
+/** One talk: asks for the card's UID, and keeps the answer. */
+class UidTalk
+{
+public:
+    Reader::Talk talk()
+    {
+        return [result = result](Exchange &card) {
+            result->answer = card.transceive(CardCommand::uid()).value_or(QByteArray());
+            result->isOver = true;
+        };
+    }
+
+    bool isOver() const { return result->isOver; }
+    QByteArray answer() const { return result->answer; }
+
+private:
+    struct Result
+    {
+        QByteArray answer;
+        std::atomic<bool> isOver = false;
+    };
+    const std::shared_ptr<Result> result = std::make_shared<Result>();
+};
+
+} // namespace
+
+class TestCardReaders : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void readersAreFound();
+    void cardComesWithItsAnswerToReset();
+    void cardThatLeavesIsMissed();
+    void cardsInQuickSuccessionAreAllSeen();
+    void cardThatLiesThereAtFirstIsSeen();
+
+    void cardIsTalkedTo();
+    void cardsOnTwoReadersAreTalkedToAtOnce();
+    void cardThatLeavesWhileTalkedToIsGone();
+    void stoppedTalkSendsNothingMore();
+    void cardThatHangsIsGivenUp();
+    void nobodyWaitsForACardThatHangs();
+
+    void cardOfAnotherProgramIsTalkedToLater_data();
+    void cardOfAnotherProgramIsTalkedToLater();
+
+    void readersThatAreLetGoAreFoundAgain();
+    void pulledReaderIsNoReader();
+    void deathOfPcscdIsToldOnce();
+
+private:
+    void startReaders();
+
+    const QByteArray uid = QByteArray::fromHex("04a1b2c3d4e5f69000");
+    VirtualType2 tag = VirtualType2::sticker("");
+    VirtualType2 otherTag = VirtualType2::sticker("");
+    std::unique_ptr<CardReaders> readers;
+};
+
+void TestCardReaders::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    readers = std::make_unique<CardReaders>();
+}
+
+void TestCardReaders::cleanup()
+{
+    readers.reset();
+}
+
+void TestCardReaders::startReaders()
+{
+    readers->start();
+    QTRY_COMPARE(readers->names(), (QStringList{firstReader, secondReader}));
+}
+
+void TestCardReaders::readersAreFound()
+{
+    QCOMPARE(readers->backend(), CardReaders::Backend::Off);
+    QCOMPARE(readers->names(), QStringList());
+    startReaders();
+    QCOMPARE(readers->backend(), CardReaders::Backend::Ready);
+}
+
+void TestCardReaders::cardComesWithItsAnswerToReset()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    const HeldTag held(tag, 1);
+    QTRY_COMPARE(came, (QList<QVariantList>{{secondReader, tag.atr()}}));
+}
+
+void TestCardReaders::cardThatLeavesIsMissed()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    {
+        const HeldTag held(tag);
+        QTRY_COMPARE(came.size(), 1);
+        QCOMPARE(left.size(), 0);
+    }
+    QTRY_COMPARE(left, (QList<QVariantList>{{firstReader}}));
+}
+
+void TestCardReaders::cardsInQuickSuccessionAreAllSeen()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    constexpr int cards = 20;
+    auto held = std::make_unique<HeldTag>(tag);
+    QTRY_COMPARE(came.size(), 1);
+    for (int i = 2; i <= cards; ++i) {
+        // The one waits at the door when the other leaves.
+        auto next = std::make_unique<HeldTag>(tag);
+        held = std::move(next);
+        QTRY_COMPARE(came.size(), i);
+        QCOMPARE(left.size(), i - 1);
+    }
+}
+
+void TestCardReaders::cardThatLiesThereAtFirstIsSeen()
+{
+    const HeldTag held(tag);
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    startReaders();
+    QTRY_COMPARE(came.size(), 1);
+}
+
+void TestCardReaders::cardIsTalkedTo()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    HeldTag held(tag);
+    QVERIFY(came.wait());
+    UidTalk talk;
+    readers->talk(firstReader, talk.talk());
+    QTRY_VERIFY(talk.isOver());
+    QCOMPARE(talk.answer(), uid);
+    QCOMPARE(held.commands(), 1);
+}
+
+void TestCardReaders::cardsOnTwoReadersAreTalkedToAtOnce()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    const HeldTag slow(tag, {-1, 0, 3s}, 0);
+    const HeldTag quick(otherTag, 1);
+    QTRY_COMPARE(came.size(), 2);
+    UidTalk slowTalk;
+    UidTalk quickTalk;
+    readers->talk(firstReader, slowTalk.talk());
+    QTRY_COMPARE(slow.commands(), 1);
+    readers->talk(secondReader, quickTalk.talk());
+    QTRY_VERIFY(quickTalk.isOver());
+    QCOMPARE(quickTalk.answer(), uid);
+    QVERIFY(!slowTalk.isOver());
+    QTRY_VERIFY(slowTalk.isOver());
+    QCOMPARE(slowTalk.answer(), uid);
+}
+
+void TestCardReaders::cardThatLeavesWhileTalkedToIsGone()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    UidTalk talk;
+    {
+        const HeldTag held(tag, {0, -1, {}});
+        QVERIFY(came.wait());
+        readers->talk(firstReader, talk.talk());
+        QTRY_VERIFY(talk.isOver());
+        QCOMPARE(talk.answer(), QByteArray());
+    }
+    QTRY_COMPARE(left.size(), 1);
+
+    const HeldTag held(tag);
+    QTRY_COMPARE(came.size(), 2);
+    UidTalk next;
+    readers->talk(firstReader, next.talk());
+    QTRY_COMPARE(next.answer(), uid);
+}
+
+void TestCardReaders::stoppedTalkSendsNothingMore()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    HeldTag held(tag, {-1, 0, 500ms});
+    QVERIFY(came.wait());
+    std::atomic<int> answers = 0;
+    std::atomic<bool> isOver = false;
+    readers->talk(firstReader, [&](Exchange &card) {
+        while (card.transceive(CardCommand::uid()))
+            ++answers;
+        isOver = true;
+    });
+    QTRY_COMPARE(held.commands(), 1);
+    readers->endTalk(firstReader);
+    QTRY_VERIFY(isOver.load());
+    QCOMPARE(answers.load(), 0);
+    QCOMPARE(held.commands(), 1);
+}
+
+void TestCardReaders::cardThatHangsIsGivenUp()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy gaveUp(readers.get(), &CardReaders::gaveUp);
+    auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 0, 7s});
+    QVERIFY(came.wait());
+    UidTalk talk;
+    QElapsedTimer time;
+    time.start();
+    readers->talk(firstReader, talk.talk());
+    QVERIFY(gaveUp.wait(10000));
+    QVERIFY(time.elapsed() >= 5000);
+    QVERIFY(!talk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), 10000);
+    QCOMPARE(talk.answer(), QByteArray());
+
+    held = std::make_unique<HeldTag>(tag);
+    QTRY_COMPARE(came.size(), 2);
+    UidTalk next;
+    readers->talk(firstReader, next.talk());
+    QTRY_COMPARE(next.answer(), uid);
+    QCOMPARE(gaveUp.size(), 1);
+}
+
+void TestCardReaders::nobodyWaitsForACardThatHangs()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    const HeldTag held(tag, {-1, 0, 4s});
+    QVERIFY(came.wait());
+    UidTalk talk;
+    readers->talk(firstReader, talk.talk());
+    QTRY_COMPARE(held.commands(), 1);
+    readers.reset();
+    QVERIFY(!talk.isOver());
+    QTRY_VERIFY(talk.isOver());
+    QCOMPARE(talk.answer(), QByteArray());
+}
+
+void TestCardReaders::cardOfAnotherProgramIsTalkedToLater_data()
+{
+    QTest::addColumn<int>("how");
+    QTest::newRow("exclusive") << int(OtherProgram::Exclusive);
+    QTest::newRow("in a transaction") << int(OtherProgram::InTransaction);
+}
+
+void TestCardReaders::cardOfAnotherProgramIsTalkedToLater()
+{
+    QFETCH(int, how);
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    HeldTag held(tag);
+    QVERIFY(came.wait());
+    auto other = std::make_unique<OtherProgram>(OtherProgram::How(how));
+    UidTalk talk;
+    readers->talk(firstReader, talk.talk());
+    // Longer than one try takes.
+    QTest::qWait(6000);
+    QVERIFY(!talk.isOver());
+    QCOMPARE(held.commands(), 0);
+    other.reset();
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), 1500);
+    QCOMPARE(talk.answer(), uid);
+}
+
+void TestCardReaders::readersThatAreLetGoAreFoundAgain()
+{
+    const HeldTag held(tag);
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    startReaders();
+    QTRY_COMPARE(came.size(), 1);
+    readers->stop();
+    QCOMPARE(left.size(), 1);
+    QCOMPARE(readers->names(), QStringList());
+    QCOMPARE(readers->backend(), CardReaders::Backend::Off);
+    startReaders();
+    QTRY_COMPARE(came.size(), 2);
+}
+
+void TestCardReaders::pulledReaderIsNoReader()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    auto held = std::make_unique<HeldTag>(tag);
+    QVERIFY(came.wait());
+    auto pulled = std::make_unique<PulledReader>();
+    held.reset();
+    QTRY_COMPARE(readers->names(), QStringList{secondReader});
+    QCOMPARE(left.size(), 1);
+    pulled.reset();
+    QTRY_COMPARE(readers->names(), (QStringList{firstReader, secondReader}));
+    held = std::make_unique<HeldTag>(tag);
+    QTRY_COMPARE(came.size(), 2);
+}
+
+void TestCardReaders::deathOfPcscdIsToldOnce()
+{
+    startReaders();
+    QSignalSpy left(readers.get(), &CardReaders::cardLeft);
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    auto held = std::make_unique<HeldTag>(tag);
+    QVERIFY(came.wait());
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^pcscd cannot be used: .+"_s));
+    PcscdProcess pcscd;
+    pcscd.die();
+    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    QCOMPARE(readers->names(), QStringList());
+    QCOMPARE(left.size(), 1);
+    // Several tries, none of which is worth a word.
+    QTest::qWait(2000);
+    held.reset();
+    pcscd.come();
+    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Ready);
+    QTRY_COMPARE(readers->names().size(), 2);
+    const HeldTag next(tag);
+    QTRY_COMPARE(came.size(), 2);
+    pcscd.die();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^pcscd cannot be used: .+"_s));
+    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+}
+
+QTEST_GUILESS_MAIN(TestCardReaders)
+
+#include "tst_cardreaders.moc"
