@@ -4,6 +4,9 @@
 
 #include <utility>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+
 #include "daemon/uiagent.h"
 
 namespace {
@@ -13,9 +16,15 @@ QString stateName(bool powered)
     return powered ? QStringLiteral("on") : QStringLiteral("off");
 }
 
-QString error(const char *name)
+void answer(const QDBusMessage &call)
 {
-    return QStringLiteral("com.tavix.nfc.Error.") + QLatin1String(name);
+    QDBusConnection::systemBus().send(call.createReply());
+}
+
+void refuse(const QDBusMessage &call, const char *error, const QString &reason)
+{
+    const QString name = QStringLiteral("com.tavix.nfc.Error.") + QLatin1String(error);
+    QDBusConnection::systemBus().send(call.createErrorReply(name, reason));
 }
 
 } // namespace
@@ -47,6 +56,11 @@ void Adapter::showProperty(const QString &name, const QVariant &value)
     Q_EMIT PropertyChanged(name, QDBusVariant(value));
 }
 
+Authority &Adapter::authority()
+{
+    return judge;
+}
+
 UiAgent *Adapter::agent() const
 {
     return uiAgent;
@@ -57,6 +71,7 @@ void Adapter::dropAgent()
     if (!uiAgent)
         return;
     qInfo("agent %s is gone", qUtf8Printable(uiAgent->name()));
+    uiAgent->disconnect(this);
     std::exchange(uiAgent, nullptr)->deleteLater();
 }
 
@@ -103,49 +118,74 @@ QVariantMap Adapter::GetProperties() const
 void Adapter::SetProperty(const QString &name, const QDBusVariant &value)
 {
     const QString state = value.variant().toString();
-    if (name != QLatin1String("State") || (state != stateName(true) && state != stateName(false))) {
-        sendErrorReply(error("InvalidArguments"),
-                       QStringLiteral("'%1' cannot be set to '%2'").arg(name, state));
-        return;
-    }
-    setPowered(state == stateName(true));
+    const bool isState = state == stateName(true) || state == stateName(false);
+    carryOut([this, name, state, isState](const QDBusMessage &call, uint) {
+        if (name == QLatin1String("State") && isState) {
+            setPowered(state == stateName(true));
+            answer(call);
+        } else {
+            refuse(call, "InvalidArguments", QStringLiteral("'%1' cannot be set to '%2'").arg(name, state));
+        }
+    });
 }
 
 void Adapter::RegisterUIAgent(const QDBusObjectPath &path)
 {
-    const QString caller = message().service();
-    if (uiAgent && uiAgent->is(caller, path))
-        return;
-    if (uiAgent) {
-        sendErrorReply(error("AlreadyExists"), QStringLiteral("Agent %1 is registered").arg(uiAgent->name()));
+    carryOut([this, path](const QDBusMessage &call, uint user) { registerAgent(path, call, user); });
+}
+
+void Adapter::registerAgent(const QDBusObjectPath &path, const QDBusMessage &call, uint user)
+{
+    const bool isSame = uiAgent && uiAgent->is(call.service(), path);
+    if (uiAgent && !isSame) {
+        refuse(call, "AlreadyExists", QStringLiteral("Agent %1 is registered").arg(uiAgent->name()));
         return;
     }
-    uiAgent = new UiAgent(caller, path, this);
-    connect(uiAgent, &UiAgent::left, this, &Adapter::dropAgent);
-    qInfo("agent %s is registered", qUtf8Printable(uiAgent->name()));
+    if (!uiAgent) {
+        uiAgent = new UiAgent(call.service(), path, user, this);
+        connect(uiAgent, &UiAgent::left, this, &Adapter::dropAgent);
+        qInfo("agent %s is registered", qUtf8Printable(uiAgent->name()));
+    }
+    answer(call);
 }
 
 void Adapter::UnregisterUIAgent(const QDBusObjectPath &path)
 {
-    if (uiAgent && uiAgent->is(message().service(), path))
-        dropAgent();
+    carryOut([this, path](const QDBusMessage &call, uint) {
+        if (uiAgent && uiAgent->is(call.service(), path))
+            dropAgent();
+        answer(call);
+    });
 }
 
 void Adapter::RequestHandover(const QDBusObjectPath &requestor, const QString &carrier, const QString &type)
 {
-    QString reason;
-    if (!acceptHandover(carrier, {message().service(), requestor}, reason)) {
-        sendErrorReply(error("HandoverRefused"), reason);
-        return;
-    }
-    qInfo("handover to %s (%s) requested", qUtf8Printable(carrier), qUtf8Printable(type));
+    carryOut([this, requestor, carrier, type](const QDBusMessage &call, uint) {
+        QString reason;
+        if (!acceptHandover(carrier, {call.service(), requestor}, reason)) {
+            refuse(call, "HandoverRefused", reason);
+            return;
+        }
+        qInfo("handover to %s (%s) requested", qUtf8Printable(carrier), qUtf8Printable(type));
+        answer(call);
+    });
 }
 
 void Adapter::CancelHandoverRequest(const QString &carrier)
 {
-    if (handover && handover->carrier() == carrier)
+    carryOut([this, carrier](const QDBusMessage &call, uint) {
+        if (!handover || handover->carrier() != carrier) {
+            refuse(call, "NoHandover", QStringLiteral("No handover to '%1' is in progress").arg(carrier));
+            return;
+        }
         handover->fail(QStringLiteral("Canceled"));
-    else
-        sendErrorReply(error("NoHandover"),
-                       QStringLiteral("No handover to '%1' is in progress").arg(carrier));
+        answer(call);
+    });
+}
+
+// Lets the caller of the method that is being called wait for the decision about it.
+void Adapter::carryOut(const Authority::Action &action)
+{
+    setDelayedReply(true);
+    judge.decide(message(), action);
 }

@@ -9,6 +9,7 @@
 #include <QObject>
 #include <QVariantMap>
 
+#include "daemon/authority.h"
 #include "daemon/handover.h"
 
 class UiAgent;
@@ -26,6 +27,9 @@ public:
 
     /** Shows \a value as the property \a name, which nobody but the daemon changes. */
     void showProperty(const QString &name, const QVariant &value);
+
+    /** The one who decides about calls; for interfaces beside the adapter's own. */
+    Authority &authority();
 
     /** The registered agent, or null. */
     UiAgent *agent() const;
@@ -63,8 +67,11 @@ Q_SIGNALS:
     void handoverAccepted(Handover *handover);
 
 private:
+    void carryOut(const Authority::Action &action);
+    void registerAgent(const QDBusObjectPath &path, const QDBusMessage &call, uint user);
     void endHandover();
 
+    Authority judge;
     bool powered = true;
     QVariantMap shownProperties;
     UiAgent *uiAgent = nullptr;

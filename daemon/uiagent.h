@@ -5,12 +5,11 @@
 
 #include <QDBusObjectPath>
 #include <QDBusPendingCall>
-#include <QDBusServiceWatcher>
 #include <QObject>
 #include <QString>
 #include <QVariantList>
 
-class QDBusPendingCallWatcher;
+#include "daemon/buspeer.h"
 
 /** The client's agent, which puts questions to the user. */
 class UiAgent : public QObject
@@ -18,11 +17,12 @@ class UiAgent : public QObject
     Q_OBJECT
 
 public:
-    /** An agent at \a path of the process that owns the unique bus name \a service. */
-    UiAgent(const QString &service, const QDBusObjectPath &path, QObject *parent = nullptr);
+    /** An agent at \a path of the process that owns the unique bus name \a service and belongs to \a user. */
+    UiAgent(const QString &service, const QDBusObjectPath &path, uint user, QObject *parent = nullptr);
 
     bool is(const QString &service, const QDBusObjectPath &path) const;
     QString name() const;
+    uint user() const;
 
     /** Calls a method of the agent, without a time limit: users take their time. */
     QDBusPendingCall call(const QString &method, const QVariantList &arguments = {}) const;
@@ -32,11 +32,9 @@ Q_SIGNALS:
     void left();
 
 private:
-    void checkPresence(QDBusPendingCallWatcher *presence);
-
-    const QString service;
+    const BusPeer process;
     const QDBusObjectPath path;
-    QDBusServiceWatcher watcher;
+    const uint owner;
 };
 
 #endif

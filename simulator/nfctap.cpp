@@ -52,8 +52,9 @@ ExitCode exitCode(const QString &outcome)
     static const QHash<QString, ExitCode> codes = {
         {QStringLiteral("granted"), Granted},   {QStringLiteral("announced"), Granted},
         {QStringLiteral("completed"), Granted}, {QStringLiteral("done"), Granted},
-        {QStringLiteral("canceled"), Canceled}, {QStringLiteral("no-agent"), Nobody},
-        {QStringLiteral("off"), Nobody},
+        {QStringLiteral("written"), Granted},   {QStringLiteral("canceled"), Canceled},
+        {QStringLiteral("no-agent"), Nobody},   {QStringLiteral("off"), Nobody},
+        {QStringLiteral("no-writer"), Nobody},
     };
     return codes.value(outcome, Rejected);
 }
@@ -63,6 +64,7 @@ QString explanation(const QString &outcome)
     static const QHash<QString, QString> explanations = {
         {QStringLiteral("no-agent"), QStringLiteral("no agent is registered with the daemon")},
         {QStringLiteral("off"), QStringLiteral("the adapter is switched off")},
+        {QStringLiteral("no-writer"), QStringLiteral("the daemon writes no tags")},
     };
     return explanations.value(outcome, outcome);
 }
@@ -72,20 +74,60 @@ bool isDeath(const QDBusMessage &reply)
     return reply.errorName() == QDBusError::errorString(QDBusError::NoReply);
 }
 
-int hold(const Tap &tap)
+QDBusMessage call(const QString &path, const char *interface, const QString &method,
+                  const QVariantList &arguments)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"),
-                                                       QStringLiteral("/com/tavix/nfc/simulator"),
-                                                       QStringLiteral("com.tavix.nfc.Simulator"), tap.method);
-    call.setArguments(tap.arguments);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"), path,
+                                       QStringLiteral("com.tavix.nfc.") + QLatin1String(interface), method);
+    call.setArguments(arguments);
+    // A tag does not start a daemon.
+    call.setAutoStartService(false);
     QDBusConnection bus = QDBusConnection::systemBus();
     // The connection hands on nothing before: a call that waits would not end when the bus goes.
     QCoreApplication::processEvents();
-    // A tag does not start a daemon.
-    call.setAutoStartService(false);
     constexpr int noTimeLimit = std::numeric_limits<int>::max();
-    const QDBusMessage reply = bus.call(call, QDBus::Block, noTimeLimit);
+    return bus.call(call, QDBus::Block, noTimeLimit);
+}
 
+// What became of a message to be written, as nfctap says it.
+QString writingOutcome(const QString &error)
+{
+    static const QHash<QString, QString> outcomes = {
+        {QString(), QStringLiteral("written")},
+        {QStringLiteral("com.tavix.nfc.Error.Canceled"), QStringLiteral("canceled")},
+        {QStringLiteral("com.tavix.nfc.Error.Off"), QStringLiteral("off")},
+        {QDBusError::errorString(QDBusError::UnknownMethod), QStringLiteral("no-writer")},
+        {QDBusError::errorString(QDBusError::UnknownInterface), QStringLiteral("no-writer")},
+    };
+    return outcomes.value(error, error);
+}
+
+int report(const QString &outcome, const QString &what)
+{
+    const ExitCode code = exitCode(outcome);
+    if (code == Nobody)
+        return fail(code, QStringLiteral("%1: %2").arg(what, explanation(outcome)));
+    std::printf("%s: %s\n", qUtf8Printable(outcome), qUtf8Printable(what));
+    return finish(code);
+}
+
+int write(const Tap &tap)
+{
+    const QDBusMessage adapter = call(QStringLiteral("/"), "Manager", QStringLiteral("DefaultAdapter"), {});
+    if (adapter.type() == QDBusMessage::ErrorMessage)
+        return fail(Nobody, QStringLiteral("%1: no daemon: %2").arg(tap.what, adapter.errorMessage()));
+    const auto path = adapter.arguments().value(0).value<QDBusObjectPath>();
+    const QDBusMessage reply = call(path.path(), "TagWriter", tap.method, tap.arguments);
+    if (isDeath(reply))
+        return fail(Nobody, QStringLiteral("%1: the daemon has died").arg(tap.what));
+    return report(writingOutcome(reply.errorName()), tap.what);
+}
+
+int hold(const Tap &tap)
+{
+    const QDBusMessage reply =
+        call(QStringLiteral("/com/tavix/nfc/simulator"), "Simulator", tap.method, tap.arguments);
     if (isDeath(reply) && tap.method == QLatin1String("Crash")) {
         std::printf("done: %s\n", qUtf8Printable(tap.what));
         return finish(Granted);
@@ -96,12 +138,7 @@ int hold(const Tap &tap)
         return fail(Nobody,
                     QStringLiteral("%1: no simulated daemon: %2").arg(tap.what, reply.errorMessage()));
 
-    const QString outcome = reply.arguments().value(0).toString();
-    const ExitCode code = exitCode(outcome);
-    if (code == Nobody)
-        return fail(code, QStringLiteral("%1: %2").arg(tap.what, explanation(outcome)));
-    std::printf("%s: %s\n", qUtf8Printable(outcome), qUtf8Printable(tap.what));
-    return finish(code);
+    return report(reply.arguments().value(0).toString(), tap.what);
 }
 
 } // namespace
@@ -122,7 +159,7 @@ int main(int argc, char *argv[])
         return fail(BadArguments,
                     QStringLiteral("no command '%1'; see nfctap --help").arg(arguments.first()));
     const QStringList own = arguments.mid(1);
-    if (own.size() < command->fewestArguments || own.size() > command->mostArguments) {
+    if (!command->accepts(own)) {
         return fail(BadArguments, QStringLiteral("usage: nfctap %1 %2")
                                       .arg(QLatin1String(command->name), QLatin1String(command->synopsis)));
     }
@@ -130,5 +167,5 @@ int main(int argc, char *argv[])
     const std::optional<Tap> tap = command->make(own, fault);
     if (!tap)
         return fail(BadArguments, fault);
-    return hold(*tap);
+    return tap->kind == Tap::Writing ? write(*tap) : hold(*tap);
 }

@@ -12,6 +12,7 @@
 #include "daemon/handover.h"
 #include "daemon/ndefkind.h"
 #include "daemon/question.h"
+#include "daemon/tagwriter.h"
 #include "daemon/uiagent.h"
 #include "handoversteps.h"
 #include "peers.h"
@@ -38,6 +39,7 @@ QVariant handoverInfo()
 Simulator::Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent)
     : QObject(parent)
     , adapter(adapter)
+    , writer(new TagWriter(adapter))
     , transfers(new Transfers(adapter))
     , handlers(handlers)
 {
@@ -51,13 +53,27 @@ Simulator::Simulator(Adapter *adapter, const HandlerFolder &handlers, int handov
 
 QString Simulator::TouchTag(const QByteArray &message)
 {
+    // As a shop's tags are.
+    if (writer->take())
+        return finishWriting(TagStatus::ReadOnly);
     const QDBusObjectPath tag = Peers::nextTag();
     return touch(tag, QStringLiteral("RequestNDEFDataDelivery"),
                  {QVariant::fromValue(handlers.handlersFor(ndefKind(message))), target(tag), message});
 }
 
+QString Simulator::TouchBlankTag(uint room)
+{
+    const std::optional<QByteArray> message = writer->take();
+    if (message)
+        return finishWriting(message->size() <= room ? TagStatus::Done : TagStatus::TooSmall);
+    const QByteArray emptyRecord = QByteArray::fromHex("d00000");
+    return TouchTag(emptyRecord);
+}
+
 QString Simulator::TouchFaultyTag(const QString &status)
 {
+    if (writer->take())
+        return finishWriting(TagStatus::Unsupported);
     return ask(QStringLiteral("NotifyTouch"), {target(Peers::nextTag()), status},
                QStringLiteral("announced"));
 }
@@ -121,7 +137,7 @@ QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong 
 
 QString Simulator::CancelTransfer(uint transfer)
 {
-    transfers->CancelTransfer(transfer);
+    transfers->cancel(transfer);
     return done;
 }
 
@@ -164,6 +180,13 @@ QString Simulator::touch(const QDBusObjectPath &what, const QString &request, co
         return nobody;
     adapter->agent()->call(QStringLiteral("NotifyTouch"), {target(what), QStringLiteral("ok")});
     return ask(request, arguments, QStringLiteral("granted"));
+}
+
+// The end of the message that was taken for the tag.
+QString Simulator::finishWriting(TagStatus end)
+{
+    writer->finish(end);
+    return end == TagStatus::Done ? QStringLiteral("written") : QStringLiteral("failed");
 }
 
 QString Simulator::ask(const QString &method, const QVariantList &arguments, const QString &success)

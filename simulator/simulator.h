@@ -11,8 +11,10 @@
 #include <QVariantList>
 
 #include "daemon/handlerfolder.h"
+#include "daemon/tags/tagstatus.h"
 
 class Adapter;
+class TagWriter;
 class Transfers;
 
 /**
@@ -30,6 +32,7 @@ public:
     Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent = nullptr);
 
     QString TouchTag(const QByteArray &message);
+    QString TouchBlankTag(uint room);
     QString TouchFaultyTag(const QString &status);
     QString TouchToPair(const QString &address, const QString &name, uint cod, const QString &pin);
     QString TouchToConnect(const QString &address, const QString &name, uint cod);
@@ -53,11 +56,13 @@ Q_SIGNALS:
 private:
     QString touch(const QDBusObjectPath &target, const QString &request, const QVariantList &arguments);
     QString ask(const QString &method, const QVariantList &arguments, const QString &success);
+    QString finishWriting(TagStatus end);
     QString nobodyToAsk() const;
 
     std::function<void()> answer(const QString &outcome) const;
 
     Adapter *const adapter;
+    TagWriter *const writer;
     Transfers *const transfers;
     const HandlerFolder handlers;
 };

@@ -18,7 +18,7 @@ constexpr qint64 largestTag = 1 << 20; // bytes; more than any tag, less than th
 
 Tap tag(const QByteArray &message, const QString &what)
 {
-    return {QStringLiteral("TouchTag"), {message}, what};
+    return {Tap::Touch, QStringLiteral("TouchTag"), {message}, what};
 }
 
 std::optional<QByteArray> contents(const QString &name, QString &fault)
@@ -77,16 +77,50 @@ std::optional<Tap> emptyTag(const QStringList &, QString &)
     return tag(TagMessages::empty(), QStringLiteral("empty tag"));
 }
 
+std::optional<Tap> blankTag(const QStringList &arguments, QString &fault)
+{
+    bool isNumber = false;
+    const uint room = arguments[0].toUInt(&isNumber);
+    if (!isNumber) {
+        fault = QStringLiteral("'%1' is no number of bytes").arg(arguments[0]);
+        return std::nullopt;
+    }
+    return Tap{Tap::Touch,
+               QStringLiteral("TouchBlankTag"),
+               {room},
+               QStringLiteral("blank tag of %1 bytes").arg(room)};
+}
+
+// The tag that the other commands would hold against the daemon, to be written.
+std::optional<Tap> writing(const QStringList &arguments, QString &fault)
+{
+    const TapCommand *content = TapCommand::named(arguments[0]);
+    const QStringList own = arguments.mid(1);
+    std::optional<Tap> tap;
+    if (content && content->accepts(own))
+        tap = content->make(own, fault);
+    const bool isTag = tap && tap->method == QLatin1String("TouchTag");
+    if (!isTag && fault.isEmpty())
+        fault = QStringLiteral("'%1' cannot be written").arg(arguments.join(QLatin1Char(' ')));
+    if (!isTag)
+        return std::nullopt;
+    tap->kind = Tap::Writing;
+    tap->method = QStringLiteral("WriteNdef");
+    return tap;
+}
+
 std::optional<Tap> unsupportedTag(const QStringList &, QString &)
 {
-    return Tap{QStringLiteral("TouchFaultyTag"),
+    return Tap{Tap::Touch,
+               QStringLiteral("TouchFaultyTag"),
                {QStringLiteral("unsupported-tag-type")},
                QStringLiteral("unsupported tag")};
 }
 
 std::optional<Tap> malformedTag(const QStringList &, QString &)
 {
-    return Tap{QStringLiteral("TouchFaultyTag"),
+    return Tap{Tap::Touch,
+               QStringLiteral("TouchFaultyTag"),
                {QStringLiteral("malformed-content")},
                QStringLiteral("malformed tag")};
 }
@@ -106,7 +140,8 @@ std::optional<Tap> device(const QString &method, const QString &purpose, const Q
         fault = QStringLiteral("'%1' is no Class of Device; try 0x240404").arg(arguments[2]);
         return std::nullopt;
     }
-    return Tap{method,
+    return Tap{Tap::Touch,
+               method,
                {arguments[0], arguments[1], classOfDevice},
                QStringLiteral("%1 %2 (%3)").arg(purpose, arguments[1], arguments[0])};
 }
@@ -142,19 +177,21 @@ std::optional<Tap> sharing(const QStringList &arguments, QString &)
 {
     QStringList resources;
     std::transform(arguments.cbegin(), arguments.cend(), std::back_inserter(resources), resource);
-    return Tap{QStringLiteral("TouchToShare"),
+    return Tap{Tap::Touch,
+               QStringLiteral("TouchToShare"),
                {resources},
                QStringLiteral("sharing %1").arg(arguments.join(QStringLiteral(", ")))};
 }
 
 std::optional<Tap> selection(const QStringList &, QString &)
 {
-    return Tap{QStringLiteral("TouchToSelect"), {}, QStringLiteral("selection of what to share")};
+    return Tap{Tap::Touch, QStringLiteral("TouchToSelect"), {}, QStringLiteral("selection of what to share")};
 }
 
 std::optional<Tap> handover(const QStringList &arguments, QString &)
 {
-    return Tap{QStringLiteral("TouchForHandover"),
+    return Tap{Tap::Touch,
+               QStringLiteral("TouchForHandover"),
                {arguments[0]},
                QStringLiteral("handover to %1").arg(arguments[0])};
 }
@@ -184,7 +221,8 @@ std::optional<Tap> reception(const QStringList &arguments, QString &fault)
         return std::nullopt;
     const QFileInfo file(arguments[0]);
     const QString name = file.isFile() ? file.fileName() : arguments[0];
-    return Tap{QStringLiteral("ReceiveFile"),
+    return Tap{Tap::Touch,
+               QStringLiteral("ReceiveFile"),
                {name, *size, *rate, *cancelAfter, file.isFile() ? file.absoluteFilePath() : QString()},
                QStringLiteral("file %1 of %2 bytes").arg(arguments[0], arguments[1])};
 }
@@ -196,12 +234,12 @@ std::optional<Tap> power(const QStringList &arguments, QString &fault)
         fault = QStringLiteral("'%1' is neither on nor off").arg(arguments[0]);
         return std::nullopt;
     }
-    return Tap{QStringLiteral("SetPowered"), {on}, QStringLiteral("power %1").arg(arguments[0])};
+    return Tap{Tap::Touch, QStringLiteral("SetPowered"), {on}, QStringLiteral("power %1").arg(arguments[0])};
 }
 
 std::optional<Tap> release(const QStringList &, QString &)
 {
-    return Tap{QStringLiteral("Release"), {}, QStringLiteral("release of the agent")};
+    return Tap{Tap::Touch, QStringLiteral("Release"), {}, QStringLiteral("release of the agent")};
 }
 
 std::optional<Tap> hang(const QStringList &arguments, QString &fault)
@@ -212,12 +250,15 @@ std::optional<Tap> hang(const QStringList &arguments, QString &fault)
         fault = QStringLiteral("'%1' is no number of seconds").arg(arguments[0]);
         return std::nullopt;
     }
-    return Tap{QStringLiteral("Hang"), {seconds}, QStringLiteral("daemon that hangs for %1 s").arg(seconds)};
+    return Tap{Tap::Touch,
+               QStringLiteral("Hang"),
+               {seconds},
+               QStringLiteral("daemon that hangs for %1 s").arg(seconds)};
 }
 
 std::optional<Tap> crash(const QStringList &, QString &)
 {
-    return Tap{QStringLiteral("Crash"), {}, QStringLiteral("crash of the daemon")};
+    return Tap{Tap::Touch, QStringLiteral("Crash"), {}, QStringLiteral("crash of the daemon")};
 }
 
 } // namespace
@@ -232,6 +273,8 @@ const QList<TapCommand> &TapCommand::all()
         {"unsupported", "", "a tag that the reader cannot read", 0, 0, unsupportedTag},
         {"malformed", "", "a tag whose content is no NDEF message", 0, 0, malformedTag},
         {"empty", "", "a tag with nothing on it", 0, 0, emptyTag},
+        {"blank", "ROOM", "an empty tag with room for so many bytes, which can be written", 1, 1, blankTag},
+        {"write", "TAG...", "write a tag, as in: write uri URI; needs no simulator", 1, any, writing},
         {"pair", "ADDR NAME COD [PIN]", "a Bluetooth device to pair with", 3, 4, pairing},
         {"connect", "ADDR NAME COD", "a Bluetooth device to connect to", 3, 3, connection},
         {"disconnect", "ADDR NAME COD", "a Bluetooth device to disconnect from", 3, 3, disconnection},
@@ -246,6 +289,11 @@ const QList<TapCommand> &TapCommand::all()
         {"crash", "", "let the daemon die", 0, 0, crash},
     };
     return commands;
+}
+
+bool TapCommand::accepts(const QStringList &arguments) const
+{
+    return arguments.size() >= fewestArguments && arguments.size() <= mostArguments;
 }
 
 const TapCommand *TapCommand::named(const QString &name)

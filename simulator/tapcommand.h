@@ -10,9 +10,13 @@
 #include <QStringList>
 #include <QVariantList>
 
-/** What is held against the daemon: a method of "com.tavix.nfc.Simulator", and its name for people. */
+/** A call of the daemon, and its name for users. */
 struct Tap
 {
+    /** Held against it by "com.tavix.nfc.Simulator", or handed to it by "com.tavix.nfc.TagWriter". */
+    enum Kind { Touch, Writing };
+
+    Kind kind = Touch;
     QString method;
     QVariantList arguments;
     QString what;
@@ -28,6 +32,9 @@ struct TapCommand
     int mostArguments;
     /** Makes the tap of the arguments, or says in \a fault what is wrong with them. */
     std::optional<Tap> (*make)(const QStringList &arguments, QString &fault);
+
+    /** Whether there are neither too few nor too many of them. */
+    bool accepts(const QStringList &arguments) const;
 
     /** All there are, in the order in which the help shows them. */
     static const QList<TapCommand> &all();

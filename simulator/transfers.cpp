@@ -2,11 +2,14 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "transfers.h"
 
+#include <QDBusConnection>
+#include <QList>
+
 #include "daemon/adapter.h"
 #include "peers.h"
 #include "transfer.h"
 
-Transfers::Transfers(Adapter *adapter) : QDBusAbstractAdaptor(adapter)
+Transfers::Transfers(Adapter *adapter) : QDBusAbstractAdaptor(adapter), adapter(adapter)
 {
     connect(
         adapter, &Adapter::poweredChanged, this,
@@ -37,7 +40,16 @@ const Transfer *Transfers::receive(const QString &name, quint64 size, quint64 ra
     return transfer;
 }
 
-void Transfers::CancelTransfer(uint number)
+void Transfers::CancelTransfer(uint transfer, const QDBusMessage &message)
+{
+    message.setDelayedReply(true);
+    adapter->authority().decide(message, [this, transfer](const QDBusMessage &call, uint) {
+        cancel(transfer);
+        QDBusConnection::systemBus().send(call.createReply());
+    });
+}
+
+void Transfers::cancel(uint number)
 {
     if (Transfer *transfer = transfers.value(number))
         transfer->cancel();

@@ -4,6 +4,7 @@
 #define CONNUI_SIM_TRANSFERS_H
 
 #include <QDBusAbstractAdaptor>
+#include <QDBusMessage>
 #include <QHash>
 #include <QString>
 
@@ -28,8 +29,11 @@ public:
     const Transfer *receive(const QString &name, quint64 size, quint64 rate, quint64 cancelAfter,
                             const QString &file);
 
+    /** Cancels the transfer \a number if it is under way. */
+    void cancel(uint number);
+
 public Q_SLOTS:
-    void CancelTransfer(uint transfer);
+    void CancelTransfer(uint transfer, const QDBusMessage &message);
 
 Q_SIGNALS:
     void TransferStarted(uint transfer, const QString &sender, const QString &name, qulonglong size);
@@ -40,6 +44,7 @@ private:
     void cancelAll();
     void forget(uint transfer);
 
+    Adapter *const adapter;
     QHash<uint, Transfer *> transfers; // that are under way
     uint nextTransfer = 0;
 };

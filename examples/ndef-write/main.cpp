@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Makes an NDEF message of URIs and files: ndef-write [-o message.ndef] tel:12345 card.vcf
-// Without -o the message is printed in hex.
+// Makes an NDEF message of URIs and files: ndef-write [-o message.ndef | --to-tag] tel:12345 card.vcf
+// The message is printed in hex, written to a file, or written onto the tag that is touched next.
 #include <QtCore>
+#include <QtDBus>
 
 #include <NDEFGenerator>
 
@@ -25,6 +26,40 @@ bool addFile(QFile *file, NDEFGenerator *generator)
     return file->error() == QFile::NoError;
 }
 
+int writeToFile(const QString &name, const QByteArray &message)
+{
+    QFile file(name);
+    const bool isPrinted = name.isEmpty();
+    const bool isOpen = isPrinted ? file.open(stdout, QIODevice::WriteOnly) : file.open(QIODevice::WriteOnly);
+    const QByteArray bytes = isPrinted ? message.toHex(' ') + '\n' : message;
+    return isOpen && file.write(bytes) == bytes.size() && file.flush() ? 0 : fail(file);
+}
+
+QDBusMessage callDaemon(const QString &path, const QString &interface, const QString &method,
+                        const QVariantList &arguments = {})
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(QStringLiteral("com.tavix.nfc"), path, interface, method);
+    call.setArguments(arguments);
+    // The user brings the tag, and takes as long as that takes.
+    constexpr int noTimeLimit = std::numeric_limits<int>::max();
+    return QDBusConnection::systemBus().call(call, QDBus::Block, noTimeLimit);
+}
+
+// The answer comes when the tag was written and read back equal.
+int writeToTag(const QByteArray &message)
+{
+    QDBusMessage reply = callDaemon(QStringLiteral("/"), QStringLiteral("com.tavix.nfc.Manager"),
+                                    QStringLiteral("DefaultAdapter"));
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        reply = callDaemon(reply.arguments().at(0).value<QDBusObjectPath>().path(),
+                           QStringLiteral("com.tavix.nfc.TagWriter"), QStringLiteral("WriteNdef"), {message});
+    if (reply.type() == QDBusMessage::ReplyMessage)
+        return 0;
+    std::fprintf(stderr, "ndef-write: %s\n", qPrintable(reply.errorMessage()));
+    return 1;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -33,6 +68,8 @@ int main(int argc, char **argv)
     QCommandLineParser arguments;
     arguments.addOption(
         {QStringLiteral("o"), QStringLiteral("Write the message to <file>."), QStringLiteral("file")});
+    arguments.addOption(
+        {QStringLiteral("to-tag"), QStringLiteral("Write the message onto the tag that is touched next.")});
     arguments.addPositionalArgument(QStringLiteral("content"), QStringLiteral("URIs and files."));
     arguments.addHelpOption();
     arguments.process(application);
@@ -46,11 +83,7 @@ int main(int argc, char **argv)
             return fail(file);
     }
 
-    QFile out(arguments.value(QStringLiteral("o")));
-    const bool isPrinted = !arguments.isSet(QStringLiteral("o"));
-    const bool isOpen = isPrinted ? out.open(stdout, QIODevice::WriteOnly) : out.open(QIODevice::WriteOnly);
-    const QByteArray bytes = isPrinted ? generator.data().toHex(' ') + '\n' : generator.data();
-    if (!isOpen || out.write(bytes) != bytes.size() || !out.flush())
-        return fail(out);
-    return 0;
+    if (arguments.isSet(QStringLiteral("to-tag")))
+        return writeToTag(generator.data());
+    return writeToFile(arguments.value(QStringLiteral("o")), generator.data());
 }

@@ -4,8 +4,6 @@
 
 #include <QXmlStreamReader>
 
-using namespace Qt::Literals::StringLiterals;
-
 QStringList Introspection::members(const QByteArray &data, const QString &interface)
 {
     QStringList members;
@@ -17,21 +15,23 @@ QStringList Introspection::members(const QByteArray &data, const QString &interf
         xml.readNext();
         const QString element = xml.name().toString();
         const auto attribute = [&xml](QLatin1String name) { return xml.attributes().value(name).toString(); };
-        const bool isMember = element == u"method"_s || element == u"signal"_s || element == u"property"_s;
-        if (xml.isStartElement() && element == u"interface"_s) {
+        const bool isMember = element == QStringLiteral("method") || element == QStringLiteral("signal") ||
+                              element == QStringLiteral("property");
+        if (xml.isStartElement() && element == QStringLiteral("interface")) {
             current = attribute(QLatin1String("name"));
         } else if (xml.isStartElement() && isMember) {
             member = element + u' ' + attribute(QLatin1String("name"));
             arguments.clear();
-        } else if (xml.isStartElement() && element == u"arg"_s) {
+        } else if (xml.isStartElement() && element == QStringLiteral("arg")) {
             // Those of a signal go one way, said or not.
-            const QString direction =
-                member.startsWith(u"signal"_s) ? u"out"_s : attribute(QLatin1String("direction"));
+            const QString direction = member.startsWith(QStringLiteral("signal"))
+                                          ? QStringLiteral("out")
+                                          : attribute(QLatin1String("direction"));
             arguments.append(
                 QStringList{direction, attribute(QLatin1String("type")), attribute(QLatin1String("name"))}
                     .join(u' '));
         } else if (xml.isEndElement() && isMember && current == interface) {
-            members.append(member + u'(' + arguments.join(u", "_s) + u')');
+            members.append(member + u'(' + arguments.join(QStringLiteral(", ")) + u')');
         }
     }
     return members;

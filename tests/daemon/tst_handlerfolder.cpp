@@ -7,8 +7,6 @@
 
 #include "daemon/handlerfolder.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestHandlerFolder : public QObject
 {
     Q_OBJECT
@@ -41,7 +39,7 @@ private:
 
 void TestHandlerFolder::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     folder = std::make_unique<QTemporaryDir>();
 }
 
@@ -55,7 +53,7 @@ void TestHandlerFolder::announce(const QString &file, const QByteArray &lines) c
 QStringList TestHandlerFolder::applications(const QString &kind) const
 {
     QStringList ids;
-    const HandlerFolder folders({folder->path(), folder->filePath(u"system"_s)});
+    const HandlerFolder folders({folder->path(), folder->filePath(QStringLiteral("system"))});
     for (const Handler &handler : folders.handlersFor(kind))
         ids.append(handler.applicationId);
     return ids;
@@ -63,77 +61,82 @@ QStringList TestHandlerFolder::applications(const QString &kind) const
 
 void TestHandlerFolder::announcementIsRead()
 {
-    announce(u"a.handler"_s,
+    announce(QStringLiteral("a.handler"),
              "ApplicationId=viewer\nBus=system\nService=org.a.Viewer\nPath=/org/a/Viewer\nTakes=image/*\n");
-    const QList<Handler> handlers = HandlerFolder({folder->path()}).handlersFor(u"image/png"_s);
+    const QList<Handler> handlers = HandlerFolder({folder->path()}).handlersFor(QStringLiteral("image/png"));
     QCOMPARE(handlers.size(), 1);
-    QCOMPARE(handlers[0].applicationId, u"viewer"_s);
-    QCOMPARE(handlers[0].bus, u"system"_s);
-    QCOMPARE(handlers[0].service, u"org.a.Viewer"_s);
-    QCOMPARE(handlers[0].path.path(), u"/org/a/Viewer"_s);
+    QCOMPARE(handlers[0].applicationId, QStringLiteral("viewer"));
+    QCOMPARE(handlers[0].bus, QStringLiteral("system"));
+    QCOMPARE(handlers[0].service, QStringLiteral("org.a.Viewer"));
+    QCOMPARE(handlers[0].path.path(), QStringLiteral("/org/a/Viewer"));
 }
 
 void TestHandlerFolder::sessionIsTheUsualBus()
 {
-    announce(u"a.handler"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(HandlerFolder({folder->path()}).handlersFor(u"unknown"_s)[0].bus, u"session"_s);
+    announce(QStringLiteral("a.handler"), "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(HandlerFolder({folder->path()}).handlersFor(QStringLiteral("unknown"))[0].bus,
+             QStringLiteral("session"));
 }
 
 void TestHandlerFolder::everyValueIsText()
 {
     // Some libraries make objects of it, of any size that it claims.
-    const QString list = u"@Variant(ZZZZ)"_s;
-    announce(u"a.handler"_s, "ApplicationId=" + list.toUtf8() + "\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(applications(u"unknown"_s), QStringList{list});
+    const QString list = QStringLiteral("@Variant(ZZZZ)");
+    announce(QStringLiteral("a.handler"),
+             "ApplicationId=" + list.toUtf8() + "\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(QStringLiteral("unknown")), QStringList{list});
 }
 
 void TestHandlerFolder::sampleHandlerAnnouncesItself()
 {
-    const QList<Handler> handlers =
-        HandlerFolder({QStringLiteral(SAMPLE_HANDLER)}).handlersFor(u"uri:https://example.org"_s);
+    const QList<Handler> handlers = HandlerFolder({QStringLiteral(SAMPLE_HANDLER)})
+                                        .handlersFor(QStringLiteral("uri:https://example.org"));
     QCOMPARE(handlers.size(), 1);
-    QCOMPARE(handlers[0].applicationId, u"sample-handler"_s);
+    QCOMPARE(handlers[0].applicationId, QStringLiteral("sample-handler"));
 }
 
 void TestHandlerFolder::handlersComeInTheOrderOfTheirFiles()
 {
-    announce(u"20.handler"_s, "ApplicationId=second\nService=a.b\nPath=/\nTakes=*\n");
-    announce(u"10.handler"_s, "ApplicationId=first\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(applications(u"unknown"_s), (QStringList{u"first"_s, u"second"_s}));
+    announce(QStringLiteral("20.handler"), "ApplicationId=second\nService=a.b\nPath=/\nTakes=*\n");
+    announce(QStringLiteral("10.handler"), "ApplicationId=first\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(QStringLiteral("unknown")),
+             (QStringList{QStringLiteral("first"), QStringLiteral("second")}));
 }
 
 void TestHandlerFolder::foldersShareOneOrder()
 {
-    QVERIFY(QDir(folder->path()).mkdir(u"system"_s));
-    announce(u"20.handler"_s, "ApplicationId=second\nService=a.b\nPath=/\nTakes=*\n");
-    announce(u"system/10.handler"_s, "ApplicationId=first\nService=a.b\nPath=/\nTakes=*\n");
-    announce(u"system/30.handler"_s, "ApplicationId=third\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(applications(u"unknown"_s), (QStringList{u"first"_s, u"second"_s, u"third"_s}));
+    QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("system")));
+    announce(QStringLiteral("20.handler"), "ApplicationId=second\nService=a.b\nPath=/\nTakes=*\n");
+    announce(QStringLiteral("system/10.handler"), "ApplicationId=first\nService=a.b\nPath=/\nTakes=*\n");
+    announce(QStringLiteral("system/30.handler"), "ApplicationId=third\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(QStringLiteral("unknown")),
+             (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
 }
 
 void TestHandlerFolder::fileReplacesThatOfALaterFolder()
 {
-    QVERIFY(QDir(folder->path()).mkdir(u"system"_s));
-    announce(u"a.handler"_s, "ApplicationId=mine\nService=a.b\nPath=/\nTakes=text/*\n");
-    announce(u"system/a.handler"_s, "ApplicationId=theirs\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(applications(u"text/plain"_s), QStringList{u"mine"_s});
-    QCOMPARE(applications(u"image/png"_s), QStringList());
+    QVERIFY(QDir(folder->path()).mkdir(QStringLiteral("system")));
+    announce(QStringLiteral("a.handler"), "ApplicationId=mine\nService=a.b\nPath=/\nTakes=text/*\n");
+    announce(QStringLiteral("system/a.handler"), "ApplicationId=theirs\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(QStringLiteral("text/plain")), QStringList{QStringLiteral("mine")});
+    QCOMPARE(applications(QStringLiteral("image/png")), QStringList());
 }
 
 void TestHandlerFolder::fallbackStandsBack()
 {
-    announce(u"10.handler"_s, "ApplicationId=viewer\nService=a.b\nPath=/\nTakes=*\nFallback=true\n");
-    announce(u"20.handler"_s, "ApplicationId=notes\nService=a.b\nPath=/\nTakes=text/*\n");
-    QCOMPARE(applications(u"text/plain"_s), QStringList{u"notes"_s});
-    QCOMPARE(applications(u"image/png"_s), QStringList{u"viewer"_s});
+    announce(QStringLiteral("10.handler"),
+             "ApplicationId=viewer\nService=a.b\nPath=/\nTakes=*\nFallback=true\n");
+    announce(QStringLiteral("20.handler"), "ApplicationId=notes\nService=a.b\nPath=/\nTakes=text/*\n");
+    QCOMPARE(applications(QStringLiteral("text/plain")), QStringList{QStringLiteral("notes")});
+    QCOMPARE(applications(QStringLiteral("image/png")), QStringList{QStringLiteral("viewer")});
 }
 
 void TestHandlerFolder::newFileIsSeenAtOnce()
 {
     const HandlerFolder handlers({folder->path()});
-    QCOMPARE(handlers.handlersFor(u"unknown"_s).size(), 0);
-    announce(u"a.handler"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(handlers.handlersFor(u"unknown"_s).size(), 1);
+    QCOMPARE(handlers.handlersFor(QStringLiteral("unknown")).size(), 0);
+    announce(QStringLiteral("a.handler"), "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(handlers.handlersFor(QStringLiteral("unknown")).size(), 1);
 }
 
 void TestHandlerFolder::kindDecides_data()
@@ -141,18 +144,18 @@ void TestHandlerFolder::kindDecides_data()
     QTest::addColumn<QByteArray>("takes");
     QTest::addColumn<QString>("kind");
     QTest::addColumn<bool>("taken");
-    QTest::newRow("exact") << QByteArray("text/plain") << u"text/plain"_s << true;
-    QTest::newRow("other subtype") << QByteArray("text/plain") << u"text/vcard"_s << false;
-    QTest::newRow("longer type") << QByteArray("text/plain") << u"text/plain2"_s << false;
-    QTest::newRow("letter case") << QByteArray("text/plain") << u"TEXT/Plain"_s << true;
-    QTest::newRow("any subtype") << QByteArray("text/*") << u"text/vcard"_s << true;
-    QTest::newRow("any URI") << QByteArray("uri:*") << u"uri:tel:+1"_s << true;
-    QTest::newRow("one scheme") << QByteArray("uri:tel:*") << u"uri:tel:+1"_s << true;
-    QTest::newRow("other scheme") << QByteArray("uri:tel:*") << u"uri:https://a.org"_s << false;
-    QTest::newRow("one of several") << QByteArray("uri:*, image/*") << u"image/png"_s << true;
-    QTest::newRow("none of several") << QByteArray("uri:*, image/*") << u"text/plain"_s << false;
-    QTest::newRow("anything") << QByteArray("*") << u"unknown"_s << true;
-    QTest::newRow("nothing") << QByteArray("") << u"unknown"_s << false;
+    QTest::newRow("exact") << QByteArray("text/plain") << QStringLiteral("text/plain") << true;
+    QTest::newRow("other subtype") << QByteArray("text/plain") << QStringLiteral("text/vcard") << false;
+    QTest::newRow("longer type") << QByteArray("text/plain") << QStringLiteral("text/plain2") << false;
+    QTest::newRow("letter case") << QByteArray("text/plain") << QStringLiteral("TEXT/Plain") << true;
+    QTest::newRow("any subtype") << QByteArray("text/*") << QStringLiteral("text/vcard") << true;
+    QTest::newRow("any URI") << QByteArray("uri:*") << QStringLiteral("uri:tel:+1") << true;
+    QTest::newRow("one scheme") << QByteArray("uri:tel:*") << QStringLiteral("uri:tel:+1") << true;
+    QTest::newRow("other scheme") << QByteArray("uri:tel:*") << QStringLiteral("uri:https://a.org") << false;
+    QTest::newRow("one of several") << QByteArray("uri:*, image/*") << QStringLiteral("image/png") << true;
+    QTest::newRow("none of several") << QByteArray("uri:*, image/*") << QStringLiteral("text/plain") << false;
+    QTest::newRow("anything") << QByteArray("*") << QStringLiteral("unknown") << true;
+    QTest::newRow("nothing") << QByteArray("") << QStringLiteral("unknown") << false;
 }
 
 void TestHandlerFolder::kindDecides()
@@ -160,8 +163,8 @@ void TestHandlerFolder::kindDecides()
     QFETCH(QByteArray, takes);
     QFETCH(QString, kind);
     QFETCH(bool, taken);
-    announce(u"a.handler"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=" + takes + '\n');
-    QCOMPARE(applications(kind), taken ? QStringList{u"a"_s} : QStringList());
+    announce(QStringLiteral("a.handler"), "ApplicationId=a\nService=a.b\nPath=/\nTakes=" + takes + '\n');
+    QCOMPARE(applications(kind), taken ? QStringList{QStringLiteral("a")} : QStringList());
 }
 
 void TestHandlerFolder::uselessAnnouncementIsSkipped_data()
@@ -189,22 +192,26 @@ void TestHandlerFolder::uselessAnnouncementIsSkipped_data()
 void TestHandlerFolder::uselessAnnouncementIsSkipped()
 {
     QFETCH(QByteArray, lines);
-    announce(u"a.handler"_s, lines);
-    announce(u"b.handler"_s, "ApplicationId=b\nService=a.b\nPath=/\nTakes=*\n");
-    const QString warning = u"%1 announces no handler"_s.arg(folder->filePath(u"a.handler"_s));
+    announce(QStringLiteral("a.handler"), lines);
+    announce(QStringLiteral("b.handler"), "ApplicationId=b\nService=a.b\nPath=/\nTakes=*\n");
+    const QString warning =
+        QStringLiteral("%1 announces no handler").arg(folder->filePath(QStringLiteral("a.handler")));
     QTest::ignoreMessage(QtWarningMsg, qUtf8Printable(warning));
-    QCOMPARE(applications(u"unknown"_s), QStringList{u"b"_s});
+    QCOMPARE(applications(QStringLiteral("unknown")), QStringList{QStringLiteral("b")});
 }
 
 void TestHandlerFolder::otherFilesAreNotRead()
 {
-    announce(u"a.handler~"_s, "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
-    QCOMPARE(applications(u"unknown"_s), QStringList());
+    announce(QStringLiteral("a.handler~"), "ApplicationId=a\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(applications(QStringLiteral("unknown")), QStringList());
 }
 
 void TestHandlerFolder::missingFolderHasNoHandlers()
 {
-    QCOMPARE(HandlerFolder({folder->filePath(u"missing"_s)}).handlersFor(u"unknown"_s).size(), 0);
+    QCOMPARE(HandlerFolder({folder->filePath(QStringLiteral("missing"))})
+                 .handlersFor(QStringLiteral("unknown"))
+                 .size(),
+             0);
 }
 
 QTEST_GUILESS_MAIN(TestHandlerFolder)

@@ -5,14 +5,12 @@
 
 #include "daemon/ndefkind.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestNdefKind : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void firstRecordDecides_data();
     void firstRecordDecides();
@@ -29,21 +27,23 @@ void TestNdefKind::firstRecordDecides_data()
 
     QTest::addColumn<QByteArray>("message");
     QTest::addColumn<QString>("kind");
-    QTest::newRow("URI") << uri << u"uri:tel:+1"_s;
-    QTest::newRow("text") << text << u"text/plain"_s;
-    QTest::newRow("smart poster") << record("d1", "Sp", uri) << u"uri:tel:+1"_s;
+    QTest::newRow("URI") << uri << QStringLiteral("uri:tel:+1");
+    QTest::newRow("text") << text << QStringLiteral("text/plain");
+    QTest::newRow("smart poster") << record("d1", "Sp", uri) << QStringLiteral("uri:tel:+1");
     QTest::newRow("smart poster without link")
-        << record("d1", "Sp", record("d1", "T", QByteArray::fromHex("02") + "enHi")) << u"unknown"_s;
-    QTest::newRow("other well-known type") << record("d1", "X", "1") << u"unknown"_s;
-    QTest::newRow("MIME type") << record("d2", "text/vcard", "1") << u"text/vcard"_s;
-    QTest::newRow("absolute URI") << record("d3", "https://a.org", "") << u"uri:https://a.org"_s;
-    QTest::newRow("external type") << record("d4", "a.org:t", "1") << u"urn:nfc:ext:a.org:t"_s;
-    QTest::newRow("unknown type") << record("d5", "", "1") << u"unknown"_s;
-    QTest::newRow("MIME type that is empty") << record("d2", "", "1") << u"unknown"_s;
-    QTest::newRow("empty record") << QByteArray::fromHex("d00000") << u"empty"_s;
-    QTest::newRow("no bytes") << QByteArray() << u"empty"_s;
+        << record("d1", "Sp", record("d1", "T", QByteArray::fromHex("02") + "enHi"))
+        << QStringLiteral("unknown");
+    QTest::newRow("other well-known type") << record("d1", "X", "1") << QStringLiteral("unknown");
+    QTest::newRow("MIME type") << record("d2", "text/vcard", "1") << QStringLiteral("text/vcard");
+    QTest::newRow("absolute URI") << record("d3", "https://a.org", "") << QStringLiteral("uri:https://a.org");
+    QTest::newRow("external type") << record("d4", "a.org:t", "1") << QStringLiteral("urn:nfc:ext:a.org:t");
+    QTest::newRow("unknown type") << record("d5", "", "1") << QStringLiteral("unknown");
+    QTest::newRow("MIME type that is empty") << record("d2", "", "1") << QStringLiteral("unknown");
+    QTest::newRow("empty record") << QByteArray::fromHex("d00000") << QStringLiteral("empty");
+    QTest::newRow("no bytes") << QByteArray() << QStringLiteral("empty");
     QTest::newRow("second record does not count")
-        << record("91", "T", QByteArray::fromHex("02") + "enHi") + record("51", "U", "1") << u"text/plain"_s;
+        << record("91", "T", QByteArray::fromHex("02") + "enHi") + record("51", "U", "1")
+        << QStringLiteral("text/plain");
 }
 
 void TestNdefKind::firstRecordDecides()
@@ -57,7 +57,7 @@ void TestNdefKind::garbageIsUnknown()
 {
     // The decoder's own word.
     QTest::ignoreMessage(QtWarningMsg, "Unexpected end of message");
-    QCOMPARE(ndefKind(QByteArray::fromHex("d101ff55")), u"unknown"_s);
+    QCOMPARE(ndefKind(QByteArray::fromHex("d101ff55")), QStringLiteral("unknown"));
 }
 
 QTEST_GUILESS_MAIN(TestNdefKind)

@@ -7,8 +7,6 @@
 
 #include "recordtext.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestRecordText : public QObject
 {
     Q_OBJECT
@@ -24,25 +22,26 @@ private Q_SLOTS:
 
 void TestRecordText::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestRecordText::textStaysInItsLine_data()
 {
     QTest::addColumn<QString>("text");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("plain") << u"Welcome"_s << u"Welcome"_s;
-    QTest::newRow("letters of the world") << u"Grüße \u05E9 \U0001F600"_s << u"Grüße \u05E9 \U0001F600"_s;
-    QTest::newRow("line feed") << u"a\nrecord: b"_s << u"a\uFFFDrecord: b"_s;
-    QTest::newRow("carriage return") << u"a\rb"_s << u"a\uFFFDb"_s;
-    QTest::newRow("terminal command") << u"\x1B[2J"_s << u"\uFFFD[2J"_s;
-    QTest::newRow("terminal command of one byte") << u"\x9B"
-                                                     u"2J"_s
-                                                  << u"\uFFFD"
-                                                     u"2J"_s;
-    QTest::newRow("right to left override") << u"a\u202Eb"_s << u"a\uFFFDb"_s;
-    QTest::newRow("line separator") << u"a\u2028b\u2029c"_s << u"a\uFFFDb\uFFFDc"_s;
-    QTest::newRow("tag character") << u"a\U000E0041"_s << u"a\uFFFD"_s;
+    QTest::newRow("plain") << QStringLiteral("Welcome") << QStringLiteral("Welcome");
+    QTest::newRow("letters of the world")
+        << QStringLiteral("Grüße \u05E9 \U0001F600") << QStringLiteral("Grüße \u05E9 \U0001F600");
+    QTest::newRow("line feed") << QStringLiteral("a\nrecord: b") << QStringLiteral("a\uFFFDrecord: b");
+    QTest::newRow("carriage return") << QStringLiteral("a\rb") << QStringLiteral("a\uFFFDb");
+    QTest::newRow("terminal command") << QStringLiteral("\x1B[2J") << QStringLiteral("\uFFFD[2J");
+    QTest::newRow("terminal command of one byte") << QStringLiteral("\x9B"
+                                                                    "2J")
+                                                  << QStringLiteral("\uFFFD"
+                                                                    "2J");
+    QTest::newRow("right to left override") << QStringLiteral("a\u202Eb") << QStringLiteral("a\uFFFDb");
+    QTest::newRow("line separator") << QStringLiteral("a\u2028b\u2029c") << QStringLiteral("a\uFFFDb\uFFFDc");
+    QTest::newRow("tag character") << QStringLiteral("a\U000E0041") << QStringLiteral("a\uFFFD");
 }
 
 void TestRecordText::textStaysInItsLine()
@@ -51,15 +50,15 @@ void TestRecordText::textStaysInItsLine()
     QFETCH(QString, shown);
     QNdefNfcTextRecord record;
     record.setText(text);
-    QCOMPARE(recordText(record), u"text '%1'"_s.arg(shown));
+    QCOMPARE(recordText(record), QStringLiteral("text '%1'").arg(shown));
 }
 
 void TestRecordText::uriStaysInItsLine()
 {
     QNdefNfcUriRecord record;
-    record.setPayload("\x00https://a.org/\x1B[2J\n"_ba);
+    record.setPayload(QByteArray(1, '\0') + "https://a.org/\x1B[2J\n");
     const QString line = recordText(record);
-    QVERIFY2(line.startsWith(u"uri https://a.org/"_s), qUtf8Printable(line));
+    QVERIFY2(line.startsWith(QStringLiteral("uri https://a.org/")), qUtf8Printable(line));
     QVERIFY(!line.contains(u'\x1B'));
     QVERIFY(!line.contains(u'\n'));
 }
@@ -68,9 +67,9 @@ void TestRecordText::typeStaysInItsLine()
 {
     QNdefRecord record;
     record.setTypeNameFormat(QNdefRecord::Mime);
-    record.setType("a/%2\n\x9B"_ba);
+    record.setType(QByteArray("a/%2\n\x9B"));
     record.setPayload("12345");
-    QCOMPARE(recordText(record), u"type 'a/%2\uFFFD\uFFFD', 5 bytes"_s);
+    QCOMPARE(recordText(record), QStringLiteral("type 'a/%2\uFFFD\uFFFD', 5 bytes"));
 }
 
 QTEST_GUILESS_MAIN(TestRecordText)

@@ -5,8 +5,6 @@
 
 #include "privatebus.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestSampleHandler : public QObject
 {
     Q_OBJECT
@@ -19,7 +17,7 @@ void TestSampleHandler::handlerEndsWithItsSession()
 {
     PrivateBus bus;
     QProcess handler;
-    handler.setProcessEnvironment(bus.environment(u"DBUS_SESSION_BUS_ADDRESS"_s));
+    handler.setProcessEnvironment(bus.environment(QStringLiteral("DBUS_SESSION_BUS_ADDRESS")));
     handler.start(QStringLiteral(SAMPLE_HANDLER), {});
     QByteArray output;
     const auto isReady = [&handler, &output] {

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QtTest>
@@ -32,22 +33,43 @@ public:
     int calls = 0;
 };
 
-QStringList methodsOf(const QString &interface)
+// A program on the bus, for as long as the object lives.
+class Program
+{
+public:
+    Program(const QProcessEnvironment &environment, const QString &name, const QStringList &arguments)
+    {
+        process.setProcessEnvironment(environment);
+        process.start(name, arguments);
+    }
+
+    ~Program()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+private:
+    QProcess process;
+};
+
+// The names of the elements of that kind, "method" or "signal".
+QStringList membersOf(const QString &interface, QLatin1String kind)
 {
     QFile file(QLatin1String(INTERFACES "/") + interface + QLatin1String(".xml"));
     if (!file.open(QIODevice::ReadOnly))
         qFatal("BusPolicy: unable to read %s", qUtf8Printable(file.fileName()));
-    QStringList methods;
+    QStringList members;
     QXmlStreamReader xml(&file);
     while (!xml.atEnd())
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == QLatin1String("method"))
-            methods.append(xml.attributes().value(QLatin1String("name")).toString());
-    return methods;
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == kind)
+            members.append(xml.attributes().value(QLatin1String("name")).toString());
+    return members;
 }
 
 void addMethods(const QString &interface, const QString &path)
 {
-    for (const QString &method : methodsOf(interface))
+    for (const QString &method : membersOf(interface, QLatin1String("method")))
         QTest::newRow(qUtf8Printable(interface + u'.' + method)) << path << interface << method;
 }
 
@@ -68,6 +90,13 @@ private Q_SLOTS:
     void onlyRootCallsTheRestOfTheDaemon_data();
     void onlyRootCallsTheRestOfTheDaemon();
     void onlyRootIsTheDaemon();
+    void onlyTheDaemonSendsItsSignals_data();
+    void onlyTheDaemonSendsItsSignals();
+    void daemonDecidesAboutItsCallers_data();
+    void daemonDecidesAboutItsCallers();
+
+public Q_SLOTS:
+    void noteSignal(const QDBusMessage &message) { received.append(message.member()); }
 
 private:
     QString callAs(uint user, const QStringList &action) const;
@@ -79,6 +108,7 @@ private:
     QString address;
     Anything anything;
     QString client;
+    QStringList received;
 };
 
 void TestBusPolicy::initTestCase()
@@ -111,6 +141,12 @@ void TestBusPolicy::initTestCase()
     QDBusConnection client = QDBusConnection::connectToBus(address, QStringLiteral("client"));
     QVERIFY(client.registerVirtualObject(QStringLiteral("/"), &anything, QDBusConnection::SubPath));
     this->client = client.baseService();
+    // From whomever.
+    for (const QString &interface :
+         {QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("com.tavix.nfc.Transfers"),
+          QStringLiteral("org.connui.test.Mark")})
+        QVERIFY(client.connect(QString(), QStringLiteral("/adapter"), interface, QString(), this,
+                               SLOT(noteSignal(QDBusMessage))));
 }
 
 void TestBusPolicy::cleanupTestCase()
@@ -125,6 +161,7 @@ void TestBusPolicy::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     anything.calls = 0;
+    received.clear();
 }
 
 // What became of the action: "done", or the name of an error.
@@ -175,6 +212,8 @@ void TestBusPolicy::everybodyCallsTheDaemon_data()
     QTest::addColumn<QString>("method");
     addMethods(QStringLiteral("com.tavix.nfc.Manager"), QStringLiteral("/"));
     addMethods(QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("/adapter"));
+    addMethods(QStringLiteral("com.tavix.nfc.Transfers"), QStringLiteral("/adapter"));
+    addMethods(QStringLiteral("com.tavix.nfc.TagWriter"), QStringLiteral("/adapter"));
     QTest::newRow("Introspect") << QStringLiteral("/")
                                 << QStringLiteral("org.freedesktop.DBus.Introspectable")
                                 << QStringLiteral("Introspect");
@@ -219,6 +258,90 @@ void TestBusPolicy::onlyRootIsTheDaemon()
     QCOMPARE(callAs(ordinary, {QStringLiteral("own"), daemonName}), refused);
     QCOMPARE(callAs(root, {QStringLiteral("own"), daemonName}), QStringLiteral("done"));
     QCOMPARE(callAs(root, {QStringLiteral("own"), QStringLiteral("com.tavix.nfc.other")}), refused);
+}
+
+void TestBusPolicy::onlyTheDaemonSendsItsSignals_data()
+{
+    QTest::addColumn<QString>("interface");
+    QTest::addColumn<QString>("signal");
+    for (const QString &interface :
+         {QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("com.tavix.nfc.Transfers")})
+        for (const QString &signal : membersOf(interface, QLatin1String("signal")))
+            QTest::newRow(qUtf8Printable(signal)) << interface << signal;
+}
+
+void TestBusPolicy::onlyTheDaemonSendsItsSignals()
+{
+    QFETCH(QString, interface);
+    QFETCH(QString, signal);
+    QCOMPARE(callAs(ordinary, {QStringLiteral("signal"), QStringLiteral("/adapter"), interface, signal}),
+             QStringLiteral("done"));
+    QTRY_COMPARE(received, QStringList{QStringLiteral("Done")});
+    QCOMPARE(callAs(root, {QStringLiteral("signal"), QStringLiteral("/adapter"), interface, signal}),
+             QStringLiteral("done"));
+    QTRY_COMPARE(received, (QStringList{QStringLiteral("Done"), signal, QStringLiteral("Done")}));
+}
+
+void TestBusPolicy::daemonDecidesAboutItsCallers_data()
+{
+    QTest::addColumn<QStringList>("call");
+    QTest::addColumn<QString>("outcome");
+    const QString adapter = QStringLiteral("com.tavix.nfc.Adapter");
+    const auto add = [](const QString &interface, const QStringList &call, const QString &outcome) {
+        QTest::newRow(qUtf8Printable(call.constFirst())) << QStringList{interface} + call << outcome;
+    };
+    add(adapter, {QStringLiteral("RegisterUIAgent"), QStringLiteral("o:/agent")}, QStringLiteral("done"));
+    add(adapter, {QStringLiteral("UnregisterUIAgent"), QStringLiteral("o:/agent")}, QStringLiteral("done"));
+    add(adapter, {QStringLiteral("SetProperty"), QStringLiteral("s:State"), QStringLiteral("v:on")},
+        QStringLiteral("done"));
+    add(adapter,
+        {QStringLiteral("RequestHandover"), QStringLiteral("o:/requestor"), QStringLiteral("s:pigeon"),
+         QStringLiteral("s:")},
+        QStringLiteral("com.tavix.nfc.Error.HandoverRefused"));
+    add(adapter, {QStringLiteral("CancelHandoverRequest"), QStringLiteral("s:bluetooth")},
+        QStringLiteral("com.tavix.nfc.Error.NoHandover"));
+    add(QStringLiteral("com.tavix.nfc.Transfers"), {QStringLiteral("CancelTransfer"), QStringLiteral("u:0")},
+        QStringLiteral("done"));
+    add(QStringLiteral("com.tavix.nfc.TagWriter"), {QStringLiteral("WriteNdef"), QStringLiteral("ay:junk")},
+        QStringLiteral("com.tavix.nfc.Error.InvalidMessage"));
+    add(QStringLiteral("com.tavix.nfc.TagWriter"), {QStringLiteral("Cancel")}, QStringLiteral("done"));
+}
+
+// The policy lets everybody call: polkit says who is at the device.
+void TestBusPolicy::daemonDecidesAboutItsCallers()
+{
+    QFETCH(QStringList, call);
+    QFETCH(QString, outcome);
+    QDBusConnection bus(QStringLiteral("daemon"));
+    QVERIFY(bus.unregisterService(daemonName));
+    const auto takeNameBack = qScopeGuard([&bus] { bus.registerService(daemonName); });
+    const auto isRegistered = [&bus](const QString &name) {
+        return bus.interface()->isServiceRegistered(name);
+    };
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS"), address);
+    Program daemon(environment, QStringLiteral(NFCD_SIM), {});
+    QTRY_VERIFY(isRegistered(daemonName));
+
+    const QString adapter = QStringLiteral("/com/tavix/nfc/adapter0");
+    const QStringList action = QStringList{QStringLiteral("call"), daemonName, adapter} + call;
+    const QStringList reading = {QStringLiteral("call"), daemonName, adapter,
+                                 QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("GetProperties")};
+    QCOMPARE(callAs(ordinary, reading), QStringLiteral("done"));
+    QCOMPARE(callAs(ordinary, action), refused);
+    QCOMPARE(callAs(root, action), outcome);
+
+    Program polkit(environment, QStringLiteral("/usr/bin/python3"),
+                   {QStringLiteral("-m"), QStringLiteral("dbusmock"), QStringLiteral("--system"),
+                    QStringLiteral("--template"), QStringLiteral("polkitd")});
+    QTRY_VERIFY(isRegistered(QStringLiteral("org.freedesktop.PolicyKit1")));
+    QCOMPARE(callAs(ordinary, action), refused);
+    QDBusMessage allow = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
+        QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("SetAllowed"));
+    allow.setArguments({QStringList{QStringLiteral("com.tavix.nfc.manage")}});
+    QCOMPARE(bus.call(allow).errorMessage(), QString());
+    QCOMPARE(callAs(ordinary, action), outcome);
 }
 
 QTEST_GUILESS_MAIN(TestBusPolicy)

@@ -5,6 +5,8 @@
 #include <QProcess>
 #include <QtTest>
 
+#include "fakeservice.h"
+
 class TestNdefWrite : public QObject
 {
     Q_OBJECT
@@ -17,6 +19,7 @@ private Q_SLOTS:
     void fileThatCannotBeReadEndsTheProgram_data();
     void fileThatCannotBeReadEndsTheProgram();
     void lostOutputIsAFailure();
+    void messageIsWrittenOntoATag();
 
 private:
     QByteArray run(const QStringList &arguments);
@@ -92,6 +95,24 @@ void TestNdefWrite::lostOutputIsAFailure()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 1);
     QCOMPARE(process.readAllStandardError(), "ndef-write: standard output: No space left on device\n");
+}
+
+void TestNdefWrite::messageIsWrittenOntoATag()
+{
+    FakeService daemon(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    daemon.start();
+    const QStringList arguments = {QStringLiteral("--to-tag"), QStringLiteral("tel:12345")};
+    QCOMPARE(run(arguments), "");
+    QCOMPARE(program.exitCode(), 0);
+    const QList<FakeCall> calls = daemon.calls(QStringLiteral("WriteNdef"));
+    QCOMPARE(calls.size(), 1);
+    QCOMPARE(calls[0].interface, QStringLiteral("com.tavix.nfc.TagWriter"));
+    QCOMPARE(calls[0].arguments, QVariantList{QByteArray::fromHex("d1010655053132333435")});
+    daemon.fail(QStringLiteral("WriteNdef"), QStringLiteral("com.tavix.nfc.Error.TooSmall"),
+                QStringLiteral("The tag is too small"));
+    QCOMPARE(run(arguments), "");
+    QCOMPARE(program.exitCode(), 1);
+    QCOMPARE(program.readAllStandardError(), "ndef-write: The tag is too small\n");
 }
 
 QTEST_GUILESS_MAIN(TestNdefWrite)

@@ -17,8 +17,6 @@
 #include "simulateddaemon.h"
 #include "tap.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestNfcdSim : public QObject
 {
     Q_OBJECT
@@ -28,14 +26,14 @@ public Q_SLOTS:
     {
         news.append(name + u'=' + value.variant().toString());
     }
-    void noteStart() { news.append(u"started"_s); }
-    void noteCarrier(const QString &carrier) { news.append(u"selected "_s + carrier); }
+    void noteStart() { news.append(QStringLiteral("started")); }
+    void noteCarrier(const QString &carrier) { news.append(QStringLiteral("selected ") + carrier); }
     void noteCompletion(const QString &carrier, const QDBusVariant &data)
     {
-        news.append(u"completed "_s + carrier);
+        news.append(QStringLiteral("completed ") + carrier);
         handoverData = data.variant();
     }
-    void noteFailure(const QString &reason) { news.append(u"failed "_s + reason); }
+    void noteFailure(const QString &reason) { news.append(QStringLiteral("failed ") + reason); }
 
 private Q_SLOTS:
     void initTestCase();
@@ -82,16 +80,19 @@ void TestNfcdSim::initTestCase()
 {
     qRegisterMetaType<QDBusObjectPath>();
     qRegisterMetaType<QDBusVariant>();
-    QVERIFY(daemon.connectAdapter(u"PropertyChanged"_s, this, SLOT(noteProperty(QString, QDBusVariant))));
-    QVERIFY(daemon.connectAdapter(u"HandoverStarted"_s, this, SLOT(noteStart())));
-    QVERIFY(daemon.connectAdapter(u"HandoverCarrierSelected"_s, this, SLOT(noteCarrier(QString))));
-    QVERIFY(daemon.connectAdapter(u"HandoverCompleted"_s, this, SLOT(noteCompletion(QString, QDBusVariant))));
-    QVERIFY(daemon.connectAdapter(u"HandoverFailed"_s, this, SLOT(noteFailure(QString))));
+    QVERIFY(daemon.connectAdapter(QStringLiteral("PropertyChanged"), this,
+                                  SLOT(noteProperty(QString, QDBusVariant))));
+    QVERIFY(daemon.connectAdapter(QStringLiteral("HandoverStarted"), this, SLOT(noteStart())));
+    QVERIFY(
+        daemon.connectAdapter(QStringLiteral("HandoverCarrierSelected"), this, SLOT(noteCarrier(QString))));
+    QVERIFY(daemon.connectAdapter(QStringLiteral("HandoverCompleted"), this,
+                                  SLOT(noteCompletion(QString, QDBusVariant))));
+    QVERIFY(daemon.connectAdapter(QStringLiteral("HandoverFailed"), this, SLOT(noteFailure(QString))));
 }
 
 void TestNfcdSim::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     news.clear();
     handoverData.clear();
 }
@@ -105,18 +106,21 @@ void TestNfcdSim::managerNamesTheAdapter()
 {
     daemon.start();
     const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
-        u"com.tavix.nfc"_s, u"/"_s, u"com.tavix.nfc.Manager"_s, u"DefaultAdapter"_s));
-    QCOMPARE(reply.signature(), u"o"_s);
-    QCOMPARE(reply.arguments().constFirst().value<QDBusObjectPath>().path(), u"/com/tavix/nfc/adapter0"_s);
+        QStringLiteral("com.tavix.nfc"), QStringLiteral("/"), QStringLiteral("com.tavix.nfc.Manager"),
+        QStringLiteral("DefaultAdapter")));
+    QCOMPARE(reply.signature(), QStringLiteral("o"));
+    QCOMPARE(reply.arguments().constFirst().value<QDBusObjectPath>().path(),
+             QStringLiteral("/com/tavix/nfc/adapter0"));
 }
 
 void TestNfcdSim::interfacesAreAsPublished_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("com.tavix.nfc.Manager") << u"/"_s;
-    QTest::newRow("com.tavix.nfc.Adapter") << u"/com/tavix/nfc/adapter0"_s;
-    QTest::newRow("com.tavix.nfc.Transfers") << u"/com/tavix/nfc/adapter0"_s;
-    QTest::newRow("com.tavix.nfc.Simulator") << u"/com/tavix/nfc/simulator"_s;
+    QTest::newRow("com.tavix.nfc.Manager") << QStringLiteral("/");
+    QTest::newRow("com.tavix.nfc.Adapter") << QStringLiteral("/com/tavix/nfc/adapter0");
+    QTest::newRow("com.tavix.nfc.Transfers") << QStringLiteral("/com/tavix/nfc/adapter0");
+    QTest::newRow("com.tavix.nfc.TagWriter") << QStringLiteral("/com/tavix/nfc/adapter0");
+    QTest::newRow("com.tavix.nfc.Simulator") << QStringLiteral("/com/tavix/nfc/simulator");
 }
 
 void TestNfcdSim::interfacesAreAsPublished()
@@ -125,7 +129,8 @@ void TestNfcdSim::interfacesAreAsPublished()
     const QString interface = QString::fromLatin1(QTest::currentDataTag());
     daemon.start();
     const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
-        u"com.tavix.nfc"_s, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s));
+        QStringLiteral("com.tavix.nfc"), path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
+        QStringLiteral("Introspect")));
     QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
     QVERIFY(file.open(QFile::ReadOnly));
     const QStringList published = Introspection::members(file.readAll(), interface);
@@ -147,11 +152,11 @@ void TestNfcdSim::secondDaemonLeaves()
 void TestNfcdSim::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("unknown option") << QStringList{u"--reader"_s};
-    QTest::newRow("no number") << QStringList{u"--handover-step"_s, u"soon"_s};
-    QTest::newRow("negative number") << QStringList{u"--handover-step"_s, u"-1"_s};
-    QTest::newRow("folder without a name") << QStringList{u"--handlers"_s, QString()};
-    QTest::newRow("argument") << QStringList{u"tag"_s};
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("--reader")};
+    QTest::newRow("no number") << QStringList{QStringLiteral("--handover-step"), QStringLiteral("soon")};
+    QTest::newRow("negative number") << QStringList{QStringLiteral("--handover-step"), QStringLiteral("-1")};
+    QTest::newRow("folder without a name") << QStringList{QStringLiteral("--handlers"), QString()};
+    QTest::newRow("argument") << QStringList{QStringLiteral("tag")};
 }
 
 void TestNfcdSim::badArgumentsAreRefused()
@@ -167,7 +172,7 @@ void TestNfcdSim::badArgumentsAreRefused()
 void TestNfcdSim::helpIsPrinted()
 {
     QProcess process;
-    process.start(QStringLiteral(NFCD_SIM), {u"--help"_s});
+    process.start(QStringLiteral(NFCD_SIM), {QStringLiteral("--help")});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitCode(), 0);
     QVERIFY(process.readAllStandardOutput().contains("--handlers <folder>"));
@@ -177,10 +182,10 @@ void TestNfcdSim::busStartsTheDaemon()
 {
     daemon.makeActivatable();
     QVERIFY(!daemon.isOnBus());
-    const QDBusMessage reply = daemon.callAdapter(u"GetProperties"_s);
+    const QDBusMessage reply = daemon.callAdapter(QStringLiteral("GetProperties"));
     QCOMPARE(reply.type(), QDBusMessage::ReplyMessage);
     QVERIFY(daemon.isOnBus());
-    QCOMPARE(Tap({u"crash"_s}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("crash")}).exitCode(), 0);
     QTRY_VERIFY(!daemon.isOnBus());
 }
 
@@ -188,7 +193,7 @@ void TestNfcdSim::daemonLeavesWithItsBus()
 {
     PrivateBus bus;
     QProcess process;
-    process.setProcessEnvironment(bus.environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
+    process.setProcessEnvironment(bus.environment(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS")));
     process.start(QStringLiteral(NFCD_SIM), {});
     QVERIFY(process.waitForStarted());
     QByteArray said;
@@ -205,35 +210,37 @@ void TestNfcdSim::stateIsSetAndAnnounced()
 {
     daemon.start();
     const auto state = [this] {
-        const auto reply = daemon.callAdapter(u"GetProperties"_s).arguments().constFirst();
+        const auto reply = daemon.callAdapter(QStringLiteral("GetProperties")).arguments().constFirst();
         return qdbus_cast<QVariantMap>(reply);
     };
-    QCOMPARE(state(), (QVariantMap{{u"State"_s, u"on"_s}}));
+    QCOMPARE(state(), (QVariantMap{{QStringLiteral("State"), QStringLiteral("on")}}));
 
-    const QVariant off = QVariant::fromValue(QDBusVariant(u"off"_s));
-    QCOMPARE(daemon.callAdapter(u"SetProperty"_s, {u"State"_s, off}).type(), QDBusMessage::ReplyMessage);
-    QCOMPARE(state(), (QVariantMap{{u"State"_s, u"off"_s}}));
-    QTRY_COMPARE(news, QStringList{u"State=off"_s});
+    const QVariant off = QVariant::fromValue(QDBusVariant(QStringLiteral("off")));
+    QCOMPARE(daemon.callAdapter(QStringLiteral("SetProperty"), {QStringLiteral("State"), off}).type(),
+             QDBusMessage::ReplyMessage);
+    QCOMPARE(state(), (QVariantMap{{QStringLiteral("State"), QStringLiteral("off")}}));
+    QTRY_COMPARE(news, QStringList{QStringLiteral("State=off")});
 }
 
 void TestNfcdSim::sameStateIsNotAnnounced()
 {
     daemon.start();
     const auto set = [this](const QString &state) {
-        return daemon.callAdapter(u"SetProperty"_s, {u"State"_s, QVariant::fromValue(QDBusVariant(state))});
+        return daemon.callAdapter(QStringLiteral("SetProperty"),
+                                  {QStringLiteral("State"), QVariant::fromValue(QDBusVariant(state))});
     };
-    QCOMPARE(set(u"on"_s).type(), QDBusMessage::ReplyMessage);
-    QCOMPARE(set(u"off"_s).type(), QDBusMessage::ReplyMessage);
-    QTRY_COMPARE(news, QStringList{u"State=off"_s});
+    QCOMPARE(set(QStringLiteral("on")).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(set(QStringLiteral("off")).type(), QDBusMessage::ReplyMessage);
+    QTRY_COMPARE(news, QStringList{QStringLiteral("State=off")});
 }
 
 void TestNfcdSim::otherPropertiesAndStatesAreRefused_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("value");
-    QTest::newRow("other property") << u"Name"_s << u"on"_s;
-    QTest::newRow("other state") << u"State"_s << u"On"_s;
-    QTest::newRow("no state") << u"State"_s << QString();
+    QTest::newRow("other property") << QStringLiteral("Name") << QStringLiteral("on");
+    QTest::newRow("other state") << QStringLiteral("State") << QStringLiteral("On");
+    QTest::newRow("no state") << QStringLiteral("State") << QString();
 }
 
 void TestNfcdSim::otherPropertiesAndStatesAreRefused()
@@ -242,19 +249,19 @@ void TestNfcdSim::otherPropertiesAndStatesAreRefused()
     QFETCH(QString, value);
     daemon.start();
     const QDBusMessage reply =
-        daemon.callAdapter(u"SetProperty"_s, {name, QVariant::fromValue(QDBusVariant(value))});
-    QCOMPARE(reply.errorName(), u"com.tavix.nfc.Error.InvalidArguments"_s);
+        daemon.callAdapter(QStringLiteral("SetProperty"), {name, QVariant::fromValue(QDBusVariant(value))});
+    QCOMPARE(reply.errorName(), QStringLiteral("com.tavix.nfc.Error.InvalidArguments"));
 }
 
 void TestNfcdSim::onlyOneAgentIsRegistered()
 {
     daemon.start();
     AgentProcess first;
-    AgentProcess second(u"org.connui.test.SecondClient"_s);
+    AgentProcess second(QStringLiteral("org.connui.test.SecondClient"));
     QCOMPARE(first.registerAgent().error, QString());
-    QCOMPARE(second.registerAgent().error, u"com.tavix.nfc.Error.AlreadyExists"_s);
-    QCOMPARE(Tap({u"malformed"_s}).exitCode(), 0);
-    QCOMPARE(first.members(), QStringList{u"NotifyTouch"_s});
+    QCOMPARE(second.registerAgent().error, QStringLiteral("com.tavix.nfc.Error.AlreadyExists"));
+    QCOMPARE(Tap({QStringLiteral("malformed")}).exitCode(), 0);
+    QCOMPARE(first.members(), QStringList{QStringLiteral("NotifyTouch")});
     QCOMPARE(second.members(), QStringList());
 }
 
@@ -264,18 +271,19 @@ void TestNfcdSim::sameAgentMayRegisterAgain()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(client.registerAgent(u"/test/other"_s).error, u"com.tavix.nfc.Error.AlreadyExists"_s);
+    QCOMPARE(client.registerAgent(QStringLiteral("/test/other")).error,
+             QStringLiteral("com.tavix.nfc.Error.AlreadyExists"));
 }
 
 void TestNfcdSim::strangerCannotUnregister()
 {
     daemon.start();
     AgentProcess client;
-    AgentProcess stranger(u"org.connui.test.Stranger"_s);
+    AgentProcess stranger(QStringLiteral("org.connui.test.Stranger"));
     QCOMPARE(client.registerAgent().error, QString());
     stranger.unregisterAgent();
-    QCOMPARE(Tap({u"malformed"_s}).exitCode(), 0);
-    QCOMPARE(client.members(), QStringList{u"NotifyTouch"_s});
+    QCOMPARE(Tap({QStringLiteral("malformed")}).exitCode(), 0);
+    QCOMPARE(client.members(), QStringList{QStringLiteral("NotifyTouch")});
 }
 
 void TestNfcdSim::unregisteredAgentIsNotAsked()
@@ -284,7 +292,7 @@ void TestNfcdSim::unregisteredAgentIsNotAsked()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     QCOMPARE(client.unregisterAgent().error, QString());
-    QCOMPARE(Tap({u"malformed"_s}).exitCode(), 3);
+    QCOMPARE(Tap({QStringLiteral("malformed")}).exitCode(), 3);
     QCOMPARE(client.members(), QStringList());
 }
 
@@ -294,7 +302,7 @@ void TestNfcdSim::agentOfALeavingProcessIsDropped()
     AgentProcess first;
     QCOMPARE(first.registerAgent().error, QString());
     first.kill();
-    AgentProcess second(u"org.connui.test.SecondClient"_s);
+    AgentProcess second(QStringLiteral("org.connui.test.SecondClient"));
     QCOMPARE(second.registerAgent().error, QString());
 }
 
@@ -302,12 +310,14 @@ void TestNfcdSim::agentOfALeavingProcessIsDropped()
 void TestNfcdSim::agentOfAProcessThatHasLeftIsDropped()
 {
     daemon.start();
-    QCOMPARE(Tap({u"hang"_s, u"1"_s}).exitCode(), 0);
-    QCOMPARE(QProcess::execute(u"dbus-send"_s,
-                               {u"--system"_s, u"--type=method_call"_s, u"--dest=com.tavix.nfc"_s,
-                                u"/com/tavix/nfc/adapter0"_s, u"com.tavix.nfc.Adapter.RegisterUIAgent"_s,
-                                u"objpath:/test/agent"_s}),
-             0);
+    QCOMPARE(Tap({QStringLiteral("hang"), QStringLiteral("1")}).exitCode(), 0);
+    QCOMPARE(
+        QProcess::execute(QStringLiteral("dbus-send"),
+                          {QStringLiteral("--system"), QStringLiteral("--type=method_call"),
+                           QStringLiteral("--dest=com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+                           QStringLiteral("com.tavix.nfc.Adapter.RegisterUIAgent"),
+                           QStringLiteral("objpath:/test/agent")}),
+        0);
     AgentProcess client;
     const auto isRegistered = [&client] { return client.registerAgent().error.isEmpty(); };
     QVERIFY(QTest::qWaitFor(isRegistered, 30000));
@@ -317,11 +327,11 @@ void TestNfcdSim::openTapsOfALeavingProcessAreCanceled()
 {
     daemon.start();
     AgentProcess client;
-    client.hold(u"RequestNDEFDataDelivery"_s);
-    client.hold(u"RequestSharingSelection"_s);
+    client.hold(QStringLiteral("RequestNDEFDataDelivery"));
+    client.hold(QStringLiteral("RequestSharingSelection"));
     QCOMPARE(client.registerAgent().error, QString());
-    Tap tag({u"text"_s, u"Hello"_s});
-    Tap phone({u"share-selection"_s});
+    Tap tag({QStringLiteral("text"), QStringLiteral("Hello")});
+    Tap phone({QStringLiteral("share-selection")});
     // Each touch is announced before its request.
     QTRY_COMPARE(client.members().size(), 4);
     client.kill();
@@ -331,99 +341,123 @@ void TestNfcdSim::openTapsOfALeavingProcessAreCanceled()
 
 void TestNfcdSim::handlerFolderMayComeLater()
 {
-    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + u"/connui-nfc/handlers"_s);
+    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/connui-nfc/handlers"));
     QVERIFY(!folder.exists());
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    QVERIFY(folder.mkpath(u"."_s));
+    QVERIFY(folder.mkpath(QStringLiteral(".")));
     const auto clean = qScopeGuard([&folder] { folder.removeRecursively(); });
-    QFile file(folder.filePath(u"late.handler"_s));
+    QFile file(folder.filePath(QStringLiteral("late.handler")));
     QVERIFY(file.open(QFile::WriteOnly));
     file.write("[Handler]\nApplicationId=late\nService=org.connui.Late\nPath=/late\nTakes=*\n");
     file.close();
 
-    QCOMPARE(Tap({u"text"_s, u"hello"_s}).exitCode(), 0);
-    const QList<FakeCall> calls = client.calls(u"RequestNDEFDataDelivery"_s);
+    QCOMPARE(Tap({QStringLiteral("text"), QStringLiteral("hello")}).exitCode(), 0);
+    const QList<FakeCall> calls = client.calls(QStringLiteral("RequestNDEFDataDelivery"));
     QCOMPARE(calls.size(), 1);
     const auto handlers = qdbus_cast<QList<Handler>>(calls.constFirst().arguments.constFirst());
     QCOMPARE(handlers.size(), 1);
-    QCOMPARE(handlers.constFirst().applicationId, u"late"_s);
+    QCOMPARE(handlers.constFirst().applicationId, QStringLiteral("late"));
 }
 
 void TestNfcdSim::handoverTellsEveryStep()
 {
-    daemon.start({u"--handover-step"_s, u"1"_s});
+    daemon.start({QStringLiteral("--handover-step"), QStringLiteral("1")});
     AgentProcess requestor;
-    const QVariant path = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
-    QCOMPARE(requestor.callAdapter(u"RequestHandover"_s, {path, u"bluetooth"_s, u"send"_s}).error, QString());
-    QTRY_COMPARE(news, (QStringList{u"started"_s, u"selected bluetooth"_s, u"completed bluetooth"_s}));
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
+    QCOMPARE(requestor
+                 .callAdapter(QStringLiteral("RequestHandover"),
+                              {path, QStringLiteral("bluetooth"), QStringLiteral("send")})
+                 .error,
+             QString());
+    QTRY_COMPARE(news, (QStringList{QStringLiteral("started"), QStringLiteral("selected bluetooth"),
+                                    QStringLiteral("completed bluetooth")}));
     QTRY_COMPARE(requestor.members(),
-                 (QStringList{u"HandoverStarted"_s, u"HandoverCarrierSelected"_s, u"HandoverCompleted"_s}));
+                 (QStringList{QStringLiteral("HandoverStarted"), QStringLiteral("HandoverCarrierSelected"),
+                              QStringLiteral("HandoverCompleted")}));
     for (const FakeCall &call : requestor.calls()) {
-        QCOMPARE(call.path, u"/test/requestor"_s);
-        QCOMPARE(call.interface, u"com.tavix.nfc.HandoverRequestor"_s);
+        QCOMPARE(call.path, QStringLiteral("/test/requestor"));
+        QCOMPARE(call.interface, QStringLiteral("com.tavix.nfc.HandoverRequestor"));
     }
-    QCOMPARE(requestor.calls(u"HandoverCompleted"_s).constFirst().signature, u"sv"_s);
+    QCOMPARE(requestor.calls(QStringLiteral("HandoverCompleted")).constFirst().signature,
+             QStringLiteral("sv"));
 }
 
 void TestNfcdSim::handoverDataNamesThePeer()
 {
-    daemon.start({u"--handover-step"_s, u"1"_s});
-    QCOMPARE(Tap({u"handover"_s, u"bluetooth"_s}).exitCode(), 0);
+    daemon.start({QStringLiteral("--handover-step"), QStringLiteral("1")});
+    QCOMPARE(Tap({QStringLiteral("handover"), QStringLiteral("bluetooth")}).exitCode(), 0);
     QTRY_COMPARE(news.size(), 3);
     const auto data = handoverData.value<QDBusArgument>();
-    QCOMPARE(data.currentSignature(), u"(os)"_s);
+    QCOMPARE(data.currentSignature(), QStringLiteral("(os)"));
     QDBusObjectPath path;
     QString address;
     data.beginStructure();
     data >> path >> address;
     data.endStructure();
-    QCOMPARE(path.path(), u"/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"_s);
-    QCOMPARE(address, u"00:1A:7D:DA:71:13"_s);
+    QCOMPARE(path.path(), QStringLiteral("/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"));
+    QCOMPARE(address, QStringLiteral("00:1A:7D:DA:71:13"));
 }
 
 void TestNfcdSim::canceledHandoverFails()
 {
-    daemon.start({u"--handover-step"_s, u"3600000"_s});
+    daemon.start({QStringLiteral("--handover-step"), QStringLiteral("3600000")});
     AgentProcess requestor;
-    const QVariant path = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
-    QCOMPARE(requestor.callAdapter(u"CancelHandoverRequest"_s, {u"bluetooth"_s}).error,
-             u"com.tavix.nfc.Error.NoHandover"_s);
-    QCOMPARE(requestor.callAdapter(u"RequestHandover"_s, {path, u"bluetooth"_s, QString()}).error, QString());
-    QCOMPARE(requestor.callAdapter(u"CancelHandoverRequest"_s, {u"wifi"_s}).error,
-             u"com.tavix.nfc.Error.NoHandover"_s);
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
+    QCOMPARE(
+        requestor.callAdapter(QStringLiteral("CancelHandoverRequest"), {QStringLiteral("bluetooth")}).error,
+        QStringLiteral("com.tavix.nfc.Error.NoHandover"));
+    QCOMPARE(
+        requestor
+            .callAdapter(QStringLiteral("RequestHandover"), {path, QStringLiteral("bluetooth"), QString()})
+            .error,
+        QString());
+    QCOMPARE(requestor.callAdapter(QStringLiteral("CancelHandoverRequest"), {QStringLiteral("wifi")}).error,
+             QStringLiteral("com.tavix.nfc.Error.NoHandover"));
     QCOMPARE(news, QStringList());
-    QCOMPARE(requestor.callAdapter(u"CancelHandoverRequest"_s, {u"bluetooth"_s}).error, QString());
-    QTRY_COMPARE(news, QStringList{u"failed Canceled"_s});
-    QTRY_COMPARE(requestor.members(), QStringList{u"HandoverFailed"_s});
+    QCOMPARE(
+        requestor.callAdapter(QStringLiteral("CancelHandoverRequest"), {QStringLiteral("bluetooth")}).error,
+        QString());
+    QTRY_COMPARE(news, QStringList{QStringLiteral("failed Canceled")});
+    QTRY_COMPARE(requestor.members(), QStringList{QStringLiteral("HandoverFailed")});
     // And leaves room for another.
-    QCOMPARE(requestor.callAdapter(u"RequestHandover"_s, {path, u"bluetooth"_s, QString()}).error, QString());
+    QCOMPARE(
+        requestor
+            .callAdapter(QStringLiteral("RequestHandover"), {path, QStringLiteral("bluetooth"), QString()})
+            .error,
+        QString());
 }
 
 void TestNfcdSim::switchingOffFailsTheHandover()
 {
-    daemon.start({u"--handover-step"_s, u"3600000"_s});
-    const QVariant path = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
-    QCOMPARE(daemon.callAdapter(u"RequestHandover"_s, {path, u"bluetooth"_s, QString()}).type(),
-             QDBusMessage::ReplyMessage);
-    QCOMPARE(Tap({u"power"_s, u"off"_s}).exitCode(), 0);
-    QTRY_COMPARE(news, (QStringList{u"State=off"_s, u"failed The adapter was switched off"_s}));
-    const QDBusMessage refusal = daemon.callAdapter(u"RequestHandover"_s, {path, u"bluetooth"_s, QString()});
-    QCOMPARE(refusal.errorMessage(), u"The adapter is switched off"_s);
+    daemon.start({QStringLiteral("--handover-step"), QStringLiteral("3600000")});
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
+    QCOMPARE(
+        daemon.callAdapter(QStringLiteral("RequestHandover"), {path, QStringLiteral("bluetooth"), QString()})
+            .type(),
+        QDBusMessage::ReplyMessage);
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("off")}).exitCode(), 0);
+    QTRY_COMPARE(news, (QStringList{QStringLiteral("State=off"),
+                                    QStringLiteral("failed The adapter was switched off")}));
+    const QDBusMessage refusal =
+        daemon.callAdapter(QStringLiteral("RequestHandover"), {path, QStringLiteral("bluetooth"), QString()});
+    QCOMPARE(refusal.errorMessage(), QStringLiteral("The adapter is switched off"));
 }
 
 void TestNfcdSim::impossibleHandoverIsRefused()
 {
-    daemon.start({u"--handover-step"_s, u"3600000"_s});
-    const QVariant path = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
+    daemon.start({QStringLiteral("--handover-step"), QStringLiteral("3600000")});
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
     const auto request = [this, path](const QString &carrier) {
-        return daemon.callAdapter(u"RequestHandover"_s, {path, carrier, QString()});
+        return daemon.callAdapter(QStringLiteral("RequestHandover"), {path, carrier, QString()});
     };
-    QCOMPARE(request(u"pigeon"_s).errorName(), u"com.tavix.nfc.Error.HandoverRefused"_s);
-    QCOMPARE(request(u"pigeon"_s).errorMessage(), u"No carrier named 'pigeon'"_s);
-    QCOMPARE(request(u"bluetooth"_s).type(), QDBusMessage::ReplyMessage);
-    QCOMPARE(request(u"bluetooth"_s).errorMessage(), u"Another handover is in progress"_s);
+    QCOMPARE(request(QStringLiteral("pigeon")).errorName(),
+             QStringLiteral("com.tavix.nfc.Error.HandoverRefused"));
+    QCOMPARE(request(QStringLiteral("pigeon")).errorMessage(), QStringLiteral("No carrier named 'pigeon'"));
+    QCOMPARE(request(QStringLiteral("bluetooth")).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(request(QStringLiteral("bluetooth")).errorMessage(),
+             QStringLiteral("Another handover is in progress"));
 }
 
 QTEST_GUILESS_MAIN(TestNfcdSim)

@@ -9,8 +9,6 @@
 
 #include "privatebus.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestNfcPanel : public QObject
 {
     Q_OBJECT
@@ -34,10 +32,10 @@ private:
 
 void TestNfcPanel::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     bus = std::make_unique<PrivateBus>();
     panel = std::make_unique<QProcess>();
-    panel->setProcessEnvironment(bus->environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
+    panel->setProcessEnvironment(bus->environment(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS")));
     panel->start(QStringLiteral(NFC_PANEL), {});
     QTRY_VERIFY(!monitor().isEmpty());
 }
@@ -59,9 +57,10 @@ QByteArray TestNfcPanel::contents(const QString &name)
 // The number of the process that listens for the panel; nothing before there is one.
 QByteArray TestNfcPanel::monitor() const
 {
-    const auto children = contents(u"/proc/%1/task/%1/children"_s.arg(panel->processId())).split(' ');
+    const auto children =
+        contents(QStringLiteral("/proc/%1/task/%1/children").arg(panel->processId())).split(' ');
     for (const QByteArray &child : children)
-        if (contents(u"/proc/%1/comm"_s.arg(QLatin1String(child))) == "dbus-monitor\n")
+        if (contents(QStringLiteral("/proc/%1/comm").arg(QLatin1String(child))) == "dbus-monitor\n")
             return child;
     return QByteArray();
 }
@@ -69,7 +68,7 @@ QByteArray TestNfcPanel::monitor() const
 // One that nobody has waited for yet has ended as well.
 bool TestNfcPanel::isRunning(const QByteArray &process)
 {
-    const QByteArray status = contents(u"/proc/%1/stat"_s.arg(QLatin1String(process)));
+    const QByteArray status = contents(QStringLiteral("/proc/%1/stat").arg(QLatin1String(process)));
     return !status.isEmpty() && !status.contains(") Z ");
 }
 

@@ -12,8 +12,6 @@
 #include "tap.h"
 #include "transfernews.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestNfcTap : public QObject
 {
     Q_OBJECT
@@ -45,6 +43,11 @@ private Q_SLOTS:
     void everyTagHasAPathOfItsOwn();
     void filesAreSharedByTheirFullPath();
 
+    void tagIsWritten();
+    void tagThatTakesNoMessageFailsTheWriting_data();
+    void tagThatTakesNoMessageFailsTheWriting();
+    void writingEndsWithNfctap();
+    void writingNeedsNoSimulator();
     void handoverEndsAreTold_data();
     void handoverEndsAreTold();
     void transferEndsAreTold_data();
@@ -63,6 +66,7 @@ private Q_SLOTS:
 private:
     QString file(const QString &name, const QByteArray &content) const;
     bool sees(AgentProcess &client, const QString &member);
+    static bool ends(const QStringList &touch, const QString &output);
 
     SimulatedDaemon daemon;
     QTemporaryDir folder;
@@ -76,7 +80,7 @@ void TestNfcTap::initTestCase()
 
 void TestNfcTap::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestNfcTap::cleanup()
@@ -101,35 +105,56 @@ void TestNfcTap::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("nothing") << QStringList{};
-    QTest::newRow("unknown command") << QStringList{u"throw"_s};
-    QTest::newRow("unknown option") << QStringList{u"--tag"_s};
-    QTest::newRow("uri without URI") << QStringList{u"uri"_s};
-    QTest::newRow("two URIs") << QStringList{u"uri"_s, u"a:b"_s, u"c:d"_s};
-    QTest::newRow("no MIME type") << QStringList{u"mime"_s, u"text"_s, QStringLiteral(NFCTAP)};
-    QTest::newRow("missing file") << QStringList{u"mime"_s, u"text/plain"_s, u"/missing"_s};
-    QTest::newRow("endless file") << QStringList{u"mime"_s, u"text/plain"_s, u"/dev/zero"_s};
-    QTest::newRow("file that is larger than any tag")
-        << QStringList{u"message"_s, file(u"large.ndef"_s, QByteArray((1 << 20) + 1, '\0'))};
-    QTest::newRow("file that cannot be read") << QStringList{u"message"_s, u"/proc/self/mem"_s};
-    QTest::newRow("folder") << QStringList{u"message"_s, folder.path()};
-    QTest::newRow("missing message") << QStringList{u"message"_s, u"/missing.ndef"_s};
-    QTest::newRow("malformed with argument") << QStringList{u"malformed"_s, u"x"_s};
-    QTest::newRow("no address") << QStringList{u"pair"_s, u"00:11"_s, u"Headset"_s, u"1"_s};
-    QTest::newRow("no class") << QStringList{u"pair"_s, u"00:11:22:33:44:55"_s, u"Headset"_s, u"big"_s};
+    QTest::newRow("unknown command") << QStringList{QStringLiteral("throw")};
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("--tag")};
+    QTest::newRow("uri without URI") << QStringList{QStringLiteral("uri")};
+    QTest::newRow("two URIs") << QStringList{QStringLiteral("uri"), QStringLiteral("a:b"),
+                                             QStringLiteral("c:d")};
+    QTest::newRow("no MIME type") << QStringList{QStringLiteral("mime"), QStringLiteral("text"),
+                                                 QStringLiteral(NFCTAP)};
+    QTest::newRow("missing file") << QStringList{QStringLiteral("mime"), QStringLiteral("text/plain"),
+                                                 QStringLiteral("/missing")};
+    QTest::newRow("endless file") << QStringList{QStringLiteral("mime"), QStringLiteral("text/plain"),
+                                                 QStringLiteral("/dev/zero")};
+    QTest::newRow("file that is larger than any tag") << QStringList{
+        QStringLiteral("message"), file(QStringLiteral("large.ndef"), QByteArray((1 << 20) + 1, '\0'))};
+    QTest::newRow("file that cannot be read")
+        << QStringList{QStringLiteral("message"), QStringLiteral("/proc/self/mem")};
+    QTest::newRow("folder") << QStringList{QStringLiteral("message"), folder.path()};
+    QTest::newRow("missing message") << QStringList{QStringLiteral("message"),
+                                                    QStringLiteral("/missing.ndef")};
+    QTest::newRow("nothing to write") << QStringList{QStringLiteral("write")};
+    QTest::newRow("device to write") << QStringList{QStringLiteral("write"), QStringLiteral("hang"),
+                                                    QStringLiteral("1")};
+    QTest::newRow("uri to write without URI") << QStringList{QStringLiteral("write"), QStringLiteral("uri")};
+    QTest::newRow("writing to write") << QStringList{QStringLiteral("write"), QStringLiteral("write"),
+                                                     QStringLiteral("uri"), QStringLiteral("tel:1")};
+    QTest::newRow("no room") << QStringList{QStringLiteral("blank"), QStringLiteral("-1")};
+    QTest::newRow("malformed with argument") << QStringList{QStringLiteral("malformed"), QStringLiteral("x")};
+    QTest::newRow("no address") << QStringList{QStringLiteral("pair"), QStringLiteral("00:11"),
+                                               QStringLiteral("Headset"), QStringLiteral("1")};
+    QTest::newRow("no class") << QStringList{QStringLiteral("pair"), QStringLiteral("00:11:22:33:44:55"),
+                                             QStringLiteral("Headset"), QStringLiteral("big")};
     QTest::newRow("connect with PIN")
-        << QStringList{u"connect"_s, u"00:11:22:33:44:55"_s, u"H"_s, u"1"_s, u"1234"_s};
-    QTest::newRow("nothing to share") << QStringList{u"share-permission"_s};
-    QTest::newRow("no carrier") << QStringList{u"handover"_s};
-    QTest::newRow("no size") << QStringList{u"receive"_s, u"a"_s, u"big"_s, u"1"_s};
-    QTest::newRow("negative size") << QStringList{u"receive"_s, u"a"_s, u"-1"_s, u"1"_s};
-    QTest::newRow("no rate") << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"fast"_s};
+        << QStringList{QStringLiteral("connect"), QStringLiteral("00:11:22:33:44:55"), QStringLiteral("H"),
+                       QStringLiteral("1"), QStringLiteral("1234")};
+    QTest::newRow("nothing to share") << QStringList{QStringLiteral("share-permission")};
+    QTest::newRow("no carrier") << QStringList{QStringLiteral("handover")};
+    QTest::newRow("no size") << QStringList{QStringLiteral("receive"), QStringLiteral("a"),
+                                            QStringLiteral("big"), QStringLiteral("1")};
+    QTest::newRow("negative size") << QStringList{QStringLiteral("receive"), QStringLiteral("a"),
+                                                  QStringLiteral("-1"), QStringLiteral("1")};
+    QTest::newRow("no rate") << QStringList{QStringLiteral("receive"), QStringLiteral("a"),
+                                            QStringLiteral("1"), QStringLiteral("fast")};
     QTest::newRow("no bytes to cancel after")
-        << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"1"_s, u"--cancel-after"_s};
+        << QStringList{QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1"),
+                       QStringLiteral("1"), QStringLiteral("--cancel-after")};
     QTest::newRow("not to cancel after")
-        << QStringList{u"receive"_s, u"a"_s, u"1"_s, u"1"_s, u"--after"_s, u"1"_s};
-    QTest::newRow("half power") << QStringList{u"power"_s, u"half"_s};
-    QTest::newRow("no seconds") << QStringList{u"hang"_s, u"long"_s};
-    QTest::newRow("negative seconds") << QStringList{u"hang"_s, u"-1"_s};
+        << QStringList{QStringLiteral("receive"), QStringLiteral("a"),       QStringLiteral("1"),
+                       QStringLiteral("1"),       QStringLiteral("--after"), QStringLiteral("1")};
+    QTest::newRow("half power") << QStringList{QStringLiteral("power"), QStringLiteral("half")};
+    QTest::newRow("no seconds") << QStringList{QStringLiteral("hang"), QStringLiteral("long")};
+    QTest::newRow("negative seconds") << QStringList{QStringLiteral("hang"), QStringLiteral("-1")};
 }
 
 void TestNfcTap::badArgumentsAreRefused()
@@ -138,7 +163,7 @@ void TestNfcTap::badArgumentsAreRefused()
     Tap tap(arguments);
     QCOMPARE(tap.exitCode(), 64);
     const QString errors = tap.errors();
-    QVERIFY2(errors.startsWith(u"nfctap: "_s), qUtf8Printable(errors));
+    QVERIFY2(errors.startsWith(QStringLiteral("nfctap: ")), qUtf8Printable(errors));
     QCOMPARE(errors.count(u'\n'), 1);
     QCOMPARE(tap.output(), QString());
 }
@@ -146,8 +171,10 @@ void TestNfcTap::badArgumentsAreRefused()
 void TestNfcTap::lineFeedDoesNotHideInAnArgument_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("MIME type") << QStringList{u"mime"_s, u"text/plain\n"_s, file(u"small"_s, "x")};
-    QTest::newRow("address") << QStringList{u"pair"_s, u"00:11:22:33:44:55\n"_s, u"Headset"_s, u"1"_s};
+    QTest::newRow("MIME type") << QStringList{QStringLiteral("mime"), QStringLiteral("text/plain\n"),
+                                              file(QStringLiteral("small"), "x")};
+    QTest::newRow("address") << QStringList{QStringLiteral("pair"), QStringLiteral("00:11:22:33:44:55\n"),
+                                            QStringLiteral("Headset"), QStringLiteral("1")};
 }
 
 void TestNfcTap::lineFeedDoesNotHideInAnArgument()
@@ -158,29 +185,29 @@ void TestNfcTap::lineFeedDoesNotHideInAnArgument()
 
 void TestNfcTap::helpListsEveryCommand()
 {
-    Tap tap({u"--help"_s});
+    Tap tap({QStringLiteral("--help")});
     QCOMPARE(tap.exitCode(), 0);
     const QString help = tap.output();
-    const QStringList commands = {u"uri URI"_s,
-                                  u"text TEXT"_s,
-                                  u"mime TYPE FILE"_s,
-                                  u"message FILE.ndef"_s,
-                                  u"empty"_s,
-                                  u"unsupported"_s,
-                                  u"pair ADDR NAME COD [PIN]"_s,
-                                  u"share-permission FILE..."_s,
-                                  u"receive NAME SIZE RATE [--cancel-after BYTES]"_s,
-                                  u"malformed"_s,
-                                  u"connect ADDR"_s,
-                                  u"disconnect ADDR"_s,
-                                  u"share-selection"_s,
-                                  u"crash"_s,
-                                  u"hang SECONDS"_s,
-                                  u"release"_s,
-                                  u"power on|off"_s,
-                                  u"handover CARRIER"_s};
+    const QStringList commands = {QStringLiteral("uri URI"),
+                                  QStringLiteral("text TEXT"),
+                                  QStringLiteral("mime TYPE FILE"),
+                                  QStringLiteral("message FILE.ndef"),
+                                  QStringLiteral("empty"),
+                                  QStringLiteral("unsupported"),
+                                  QStringLiteral("pair ADDR NAME COD [PIN]"),
+                                  QStringLiteral("share-permission FILE..."),
+                                  QStringLiteral("receive NAME SIZE RATE [--cancel-after BYTES]"),
+                                  QStringLiteral("malformed"),
+                                  QStringLiteral("connect ADDR"),
+                                  QStringLiteral("disconnect ADDR"),
+                                  QStringLiteral("share-selection"),
+                                  QStringLiteral("crash"),
+                                  QStringLiteral("hang SECONDS"),
+                                  QStringLiteral("release"),
+                                  QStringLiteral("power on|off"),
+                                  QStringLiteral("handover CARRIER")};
     for (const QString &command : commands)
-        QVERIFY2(help.contains(u"\n  "_s + command), qUtf8Printable(command));
+        QVERIFY2(help.contains(QStringLiteral("\n  ") + command), qUtf8Printable(command));
 }
 
 void TestNfcTap::lostOutputIsAFailure()
@@ -188,9 +215,9 @@ void TestNfcTap::lostOutputIsAFailure()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    for (const QString &command : {u"--help"_s, u"empty"_s}) {
+    for (const QString &command : {QStringLiteral("--help"), QStringLiteral("empty")}) {
         QProcess tap;
-        tap.setStandardOutputFile(u"/dev/full"_s);
+        tap.setStandardOutputFile(QStringLiteral("/dev/full"));
         tap.start(QStringLiteral(NFCTAP), {command});
         QVERIFY(tap.waitForFinished());
         QCOMPARE(tap.exitCode(), 74);
@@ -201,18 +228,19 @@ void TestNfcTap::lostOutputIsAFailure()
 void TestNfcTap::noDaemonIsSaid()
 {
     daemon.makeActivatable();
-    Tap tap({u"uri"_s, u"https://example.org"_s});
+    Tap tap({QStringLiteral("uri"), QStringLiteral("https://example.org")});
     QCOMPARE(tap.exitCode(), 3);
-    QVERIFY(tap.errors().startsWith(u"nfctap: tag with https://example.org: no simulated daemon"_s));
+    QVERIFY(
+        tap.errors().startsWith(QStringLiteral("nfctap: tag with https://example.org: no simulated daemon")));
     QVERIFY2(!daemon.isOnBus(), "a tag has started the daemon");
 }
 
 void TestNfcTap::noAgentIsSaid()
 {
     daemon.start();
-    Tap tap({u"empty"_s});
+    Tap tap({QStringLiteral("empty")});
     QCOMPARE(tap.exitCode(), 3);
-    QCOMPARE(tap.errors(), u"nfctap: empty tag: no agent is registered with the daemon\n"_s);
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: empty tag: no agent is registered with the daemon\n"));
 }
 
 void TestNfcTap::switchedOffAdapterNoticesNothing()
@@ -220,13 +248,13 @@ void TestNfcTap::switchedOffAdapterNoticesNothing()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(Tap({u"power"_s, u"off"_s}).exitCode(), 0);
-    Tap tap({u"text"_s, u"Hello"_s});
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("off")}).exitCode(), 0);
+    Tap tap({QStringLiteral("text"), QStringLiteral("Hello")});
     QCOMPARE(tap.exitCode(), 3);
-    QCOMPARE(tap.errors(), u"nfctap: tag with text 'Hello': the adapter is switched off\n"_s);
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: tag with text 'Hello': the adapter is switched off\n"));
     QCOMPARE(client.members(), QStringList());
-    QCOMPARE(Tap({u"power"_s, u"on"_s}).exitCode(), 0);
-    QCOMPARE(Tap({u"text"_s, u"Hello"_s}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("on")}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("text"), QStringLiteral("Hello")}).exitCode(), 0);
 }
 
 void TestNfcTap::decisionIsTheExitCode_data()
@@ -234,14 +262,15 @@ void TestNfcTap::decisionIsTheExitCode_data()
     QTest::addColumn<QString>("error");
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("output");
-    QTest::newRow("granted") << QString() << 0 << u"granted: selection of what to share\n"_s;
-    QTest::newRow("rejected") << u"com.tavix.nfc.UIAgent.Rejected"_s << 1
-                              << u"rejected: selection of what to share\n"_s;
-    QTest::newRow("canceled") << u"com.tavix.nfc.UIAgent.Canceled"_s << 2
-                              << u"canceled: selection of what to share\n"_s;
-    QTest::newRow("another error") << u"org.example.Busy"_s << 1
-                                   << u"org.example.Busy: selection of what to share\n"_s;
-    QTest::newRow("no such agent") << u"org.freedesktop.DBus.Error.UnknownObject"_s << 3 << QString();
+    QTest::newRow("granted") << QString() << 0 << QStringLiteral("granted: selection of what to share\n");
+    QTest::newRow("rejected") << QStringLiteral("com.tavix.nfc.UIAgent.Rejected") << 1
+                              << QStringLiteral("rejected: selection of what to share\n");
+    QTest::newRow("canceled") << QStringLiteral("com.tavix.nfc.UIAgent.Canceled") << 2
+                              << QStringLiteral("canceled: selection of what to share\n");
+    QTest::newRow("another error") << QStringLiteral("org.example.Busy") << 1
+                                   << QStringLiteral("org.example.Busy: selection of what to share\n");
+    QTest::newRow("no such agent") << QStringLiteral("org.freedesktop.DBus.Error.UnknownObject") << 3
+                                   << QString();
 }
 
 void TestNfcTap::decisionIsTheExitCode()
@@ -252,9 +281,9 @@ void TestNfcTap::decisionIsTheExitCode()
     daemon.start();
     AgentProcess client;
     if (!error.isEmpty())
-        client.fail(u"RequestSharingSelection"_s, error, QString());
+        client.fail(QStringLiteral("RequestSharingSelection"), error, QString());
     QCOMPARE(client.registerAgent().error, QString());
-    Tap tap({u"share-selection"_s});
+    Tap tap({QStringLiteral("share-selection")});
     QCOMPARE(tap.exitCode(), code);
     QCOMPARE(tap.output(), output);
 }
@@ -264,18 +293,24 @@ void TestNfcTap::everyTouchAsksTheAgent_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("member");
     QTest::addColumn<QString>("signature");
-    const QStringList headset = {u"00:11:22:33:44:55"_s, u"Headset"_s, u"0x240404"_s};
-    const QString delivery = u"RequestNDEFDataDelivery"_s;
-    QTest::newRow("uri") << QStringList{u"uri"_s, u"a:b"_s} << delivery << u"a(ssos)oay"_s;
-    QTest::newRow("empty") << QStringList{u"empty"_s} << delivery << u"a(ssos)oay"_s;
-    QTest::newRow("pair") << QStringList{u"pair"_s} + headset << u"RequestBTPairing"_s << u"ossus"_s;
-    QTest::newRow("connect") << QStringList{u"connect"_s} + headset << u"RequestBTConnection"_s << u"ossu"_s;
-    QTest::newRow("disconnect") << QStringList{u"disconnect"_s} + headset << u"RequestBTDisconnection"_s
-                                << u"ossu"_s;
+    const QStringList headset = {QStringLiteral("00:11:22:33:44:55"), QStringLiteral("Headset"),
+                                 QStringLiteral("0x240404")};
+    const QString delivery = QStringLiteral("RequestNDEFDataDelivery");
+    QTest::newRow("uri") << QStringList{QStringLiteral("uri"), QStringLiteral("a:b")} << delivery
+                         << QStringLiteral("a(ssos)oay");
+    QTest::newRow("empty") << QStringList{QStringLiteral("empty")} << delivery
+                           << QStringLiteral("a(ssos)oay");
+    QTest::newRow("pair") << QStringList{QStringLiteral("pair")} + headset
+                          << QStringLiteral("RequestBTPairing") << QStringLiteral("ossus");
+    QTest::newRow("connect") << QStringList{QStringLiteral("connect")} + headset
+                             << QStringLiteral("RequestBTConnection") << QStringLiteral("ossu");
+    QTest::newRow("disconnect") << QStringList{QStringLiteral("disconnect")} + headset
+                                << QStringLiteral("RequestBTDisconnection") << QStringLiteral("ossu");
     QTest::newRow("share-permission")
-        << QStringList{u"share-permission"_s, u"contact:7"_s} << u"RequestSharingPermission"_s << u"svas"_s;
-    QTest::newRow("share-selection") << QStringList{u"share-selection"_s} << u"RequestSharingSelection"_s
-                                     << u"sv"_s;
+        << QStringList{QStringLiteral("share-permission"), QStringLiteral("contact:7")}
+        << QStringLiteral("RequestSharingPermission") << QStringLiteral("svas");
+    QTest::newRow("share-selection") << QStringList{QStringLiteral("share-selection")}
+                                     << QStringLiteral("RequestSharingSelection") << QStringLiteral("sv");
 }
 
 void TestNfcTap::everyTouchAsksTheAgent()
@@ -287,7 +322,7 @@ void TestNfcTap::everyTouchAsksTheAgent()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     QCOMPARE(Tap(arguments).exitCode(), 0);
-    QCOMPARE(client.members(), (QStringList{u"NotifyTouch"_s, member}));
+    QCOMPARE(client.members(), (QStringList{QStringLiteral("NotifyTouch"), member}));
     QCOMPARE(client.calls(member).constFirst().signature, signature);
     QCOMPARE(client.calls(member).constFirst().path, AgentProcess::path());
 }
@@ -296,8 +331,8 @@ void TestNfcTap::faultyTagsAreAnnounced_data()
 {
     QTest::addColumn<QString>("command");
     QTest::addColumn<QString>("status");
-    QTest::newRow("unsupported") << u"unsupported"_s << u"unsupported-tag-type"_s;
-    QTest::newRow("malformed") << u"malformed"_s << u"malformed-content"_s;
+    QTest::newRow("unsupported") << QStringLiteral("unsupported") << QStringLiteral("unsupported-tag-type");
+    QTest::newRow("malformed") << QStringLiteral("malformed") << QStringLiteral("malformed-content");
 }
 
 void TestNfcTap::faultyTagsAreAnnounced()
@@ -309,8 +344,8 @@ void TestNfcTap::faultyTagsAreAnnounced()
     QCOMPARE(client.registerAgent().error, QString());
     Tap tap({command});
     QCOMPARE(tap.exitCode(), 0);
-    QVERIFY(tap.output().startsWith(u"announced: "_s));
-    QCOMPARE(client.members(), QStringList{u"NotifyTouch"_s});
+    QVERIFY(tap.output().startsWith(QStringLiteral("announced: ")));
+    QCOMPARE(client.members(), QStringList{QStringLiteral("NotifyTouch")});
     QCOMPARE(client.calls().constFirst().arguments.value(1).toString(), status);
 }
 
@@ -318,18 +353,21 @@ void TestNfcTap::tagHoldsTheseBytes_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QByteArray>("bytes");
-    QTest::newRow("uri") << QStringList{u"uri"_s, u"https://www.a.org"_s}
+    QTest::newRow("uri") << QStringList{QStringLiteral("uri"), QStringLiteral("https://www.a.org")}
                          << QByteArray::fromHex("d1010655") + "\x02"
                                                               "a.org";
-    QTest::newRow("text") << QStringList{u"text"_s, u"Hé"_s}
+    QTest::newRow("text") << QStringList{QStringLiteral("text"), QStringLiteral("Hé")}
                           << QByteArray::fromHex("d1010654") + "\x02"
                                                                "enH\xc3\xa9";
-    QTest::newRow("mime") << QStringList{u"mime"_s, u"text/x"_s, file(u"x"_s, "12")}
+    QTest::newRow("mime") << QStringList{QStringLiteral("mime"), QStringLiteral("text/x"),
+                                         file(QStringLiteral("x"), "12")}
                           << QByteArray::fromHex("d20602") + "text/x"
                                                              "12";
     const QByteArray dump = QByteArray::fromHex("910101540051010155030007ff");
-    QTest::newRow("message") << QStringList{u"message"_s, file(u"dump.ndef"_s, dump)} << dump;
-    QTest::newRow("empty") << QStringList{u"empty"_s} << QByteArray::fromHex("d00000");
+    QTest::newRow("message") << QStringList{QStringLiteral("message"),
+                                            file(QStringLiteral("dump.ndef"), dump)}
+                             << dump;
+    QTest::newRow("empty") << QStringList{QStringLiteral("empty")} << QByteArray::fromHex("d00000");
 }
 
 void TestNfcTap::tagHoldsTheseBytes()
@@ -340,7 +378,7 @@ void TestNfcTap::tagHoldsTheseBytes()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     QCOMPARE(Tap(arguments).exitCode(), 0);
-    const FakeCall delivery = client.calls(u"RequestNDEFDataDelivery"_s).constFirst();
+    const FakeCall delivery = client.calls(QStringLiteral("RequestNDEFDataDelivery")).constFirst();
     QCOMPARE(delivery.arguments.value(2).toByteArray().toHex(), bytes.toHex());
 }
 
@@ -349,12 +387,21 @@ void TestNfcTap::sameDeviceHasTheSamePath()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(Tap({u"pair"_s, u"00:11:22:33:44:5f"_s, u"A"_s, u"1"_s, u"0000"_s}).exitCode(), 0);
-    QCOMPARE(Tap({u"connect"_s, u"00:11:22:33:44:5f"_s, u"A"_s, u"1"_s}).exitCode(), 0);
-    const QVariantList pairing = client.calls(u"RequestBTPairing"_s).constFirst().arguments;
-    const QVariantList connection = client.calls(u"RequestBTConnection"_s).constFirst().arguments;
-    QCOMPARE(pairing.at(0).value<QDBusObjectPath>().path(), u"/com/tavix/nfc/device/dev_00_11_22_33_44_5f"_s);
-    QCOMPARE(pairing.mid(1), (QVariantList{u"00:11:22:33:44:5f"_s, u"A"_s, 1u, u"0000"_s}));
+    QCOMPARE(Tap({QStringLiteral("pair"), QStringLiteral("00:11:22:33:44:5f"), QStringLiteral("A"),
+                  QStringLiteral("1"), QStringLiteral("0000")})
+                 .exitCode(),
+             0);
+    QCOMPARE(Tap({QStringLiteral("connect"), QStringLiteral("00:11:22:33:44:5f"), QStringLiteral("A"),
+                  QStringLiteral("1")})
+                 .exitCode(),
+             0);
+    const QVariantList pairing = client.calls(QStringLiteral("RequestBTPairing")).constFirst().arguments;
+    const QVariantList connection =
+        client.calls(QStringLiteral("RequestBTConnection")).constFirst().arguments;
+    QCOMPARE(pairing.at(0).value<QDBusObjectPath>().path(),
+             QStringLiteral("/com/tavix/nfc/device/dev_00_11_22_33_44_5f"));
+    QCOMPARE(pairing.mid(1), (QVariantList{QStringLiteral("00:11:22:33:44:5f"), QStringLiteral("A"), 1u,
+                                           QStringLiteral("0000")}));
     QCOMPARE(connection.at(0).value<QDBusObjectPath>(), pairing.at(0).value<QDBusObjectPath>());
 }
 
@@ -363,9 +410,9 @@ void TestNfcTap::everyTagHasAPathOfItsOwn()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(Tap({u"empty"_s}).exitCode(), 0);
-    QCOMPARE(Tap({u"empty"_s}).exitCode(), 0);
-    const QList<FakeCall> deliveries = client.calls(u"RequestNDEFDataDelivery"_s);
+    QCOMPARE(Tap({QStringLiteral("empty")}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("empty")}).exitCode(), 0);
+    const QList<FakeCall> deliveries = client.calls(QStringLiteral("RequestNDEFDataDelivery"));
     QCOMPARE(deliveries.size(), 2);
     QVERIFY(deliveries[0].arguments.at(1).value<QDBusObjectPath>() !=
             deliveries[1].arguments.at(1).value<QDBusObjectPath>());
@@ -373,15 +420,100 @@ void TestNfcTap::everyTagHasAPathOfItsOwn()
 
 void TestNfcTap::filesAreSharedByTheirFullPath()
 {
-    const QString picture = file(u"beach.jpg"_s, "\xff\xd8");
+    const QString picture = file(QStringLiteral("beach.jpg"), "\xff\xd8");
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     const QString relative = QDir::current().relativeFilePath(picture);
-    QCOMPARE(Tap({u"share-permission"_s, relative, u"contact:7"_s}).exitCode(), 0);
-    const FakeCall request = client.calls(u"RequestSharingPermission"_s).constFirst();
-    QCOMPARE(request.arguments.at(0).toString(), u"bluetooth"_s);
-    QCOMPARE(request.arguments.at(2).toStringList(), (QStringList{picture, u"contact:7"_s}));
+    QCOMPARE(Tap({QStringLiteral("share-permission"), relative, QStringLiteral("contact:7")}).exitCode(), 0);
+    const FakeCall request = client.calls(QStringLiteral("RequestSharingPermission")).constFirst();
+    QCOMPARE(request.arguments.at(0).toString(), QStringLiteral("bluetooth"));
+    QCOMPARE(request.arguments.at(2).toStringList(), (QStringList{picture, QStringLiteral("contact:7")}));
+}
+
+// Touches until a message has been waiting for the tag; before that the adapter has nobody to ask.
+bool TestNfcTap::ends(const QStringList &touch, const QString &output)
+{
+    return QTest::qWaitFor(
+        [touch, output] {
+            Tap tap(touch);
+            return tap.exitCode() != 3 && tap.output() == output;
+        },
+        30000);
+}
+
+void TestNfcTap::tagIsWritten()
+{
+    daemon.start();
+    Tap writing({QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("https://a.org")});
+    QVERIFY(ends({QStringLiteral("blank"), QStringLiteral("100")},
+                 QStringLiteral("written: blank tag of 100 bytes\n")));
+    QCOMPARE(writing.exitCode(), 0);
+    QCOMPARE(writing.output(), QStringLiteral("written: tag with https://a.org\n"));
+}
+
+void TestNfcTap::tagThatTakesNoMessageFailsTheWriting_data()
+{
+    QTest::addColumn<QStringList>("touch");
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("small") << QStringList{QStringLiteral("blank"), QStringLiteral("4")}
+                           << QStringLiteral("blank tag of 4 bytes")
+                           << QStringLiteral("com.tavix.nfc.Error.TooSmall");
+    QTest::newRow("printed") << QStringList{QStringLiteral("uri"), QStringLiteral("tel:1")}
+                             << QStringLiteral("tag with tel:1")
+                             << QStringLiteral("com.tavix.nfc.Error.ReadOnly");
+    QTest::newRow("unsupported") << QStringList{QStringLiteral("unsupported")}
+                                 << QStringLiteral("unsupported tag")
+                                 << QStringLiteral("com.tavix.nfc.Error.Unsupported");
+}
+
+void TestNfcTap::tagThatTakesNoMessageFailsTheWriting()
+{
+    QFETCH(QStringList, touch);
+    QFETCH(QString, what);
+    QFETCH(QString, error);
+    daemon.start();
+    Tap writing({QStringLiteral("write"), QStringLiteral("text"), QStringLiteral("Hello")});
+    QVERIFY(ends(touch, QStringLiteral("failed: %1\n").arg(what)));
+    QCOMPARE(writing.exitCode(), 1);
+    QCOMPARE(writing.output(), error + QStringLiteral(": tag with text 'Hello'\n"));
+}
+
+void TestNfcTap::writingEndsWithNfctap()
+{
+    daemon.start();
+    const QStringList write = {QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("tel:1")};
+    {
+        const Tap first(write);
+        const Tap second(write);
+        // One of them waits, and the other one is refused.
+        QTRY_VERIFY(!first.isRunning() || !second.isRunning());
+    }
+    const auto isWritten = [write] {
+        Tap writing(write);
+        const auto isDecided = [&writing] {
+            return !writing.isRunning() ||
+                   Tap({QStringLiteral("blank"), QStringLiteral("100")}).exitCode() == 0;
+        };
+        return QTest::qWaitFor(isDecided, 30000) && writing.exitCode() == 0;
+    };
+    QVERIFY(QTest::qWaitFor(isWritten, 30000));
+}
+
+void TestNfcTap::writingNeedsNoSimulator()
+{
+    FakeService other(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    other.start();
+    Tap writing({QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("tel:1")});
+    QCOMPARE(writing.exitCode(), 0);
+    QCOMPARE(other.calls(QStringLiteral("WriteNdef")).constFirst().interface,
+             QStringLiteral("com.tavix.nfc.TagWriter"));
+    other.fail(QStringLiteral("WriteNdef"), QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"),
+               QString());
+    Tap unable({QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("tel:1")});
+    QCOMPARE(unable.exitCode(), 3);
+    QCOMPARE(unable.errors(), QStringLiteral("nfctap: tag with tel:1: the daemon writes no tags\n"));
 }
 
 void TestNfcTap::handoverEndsAreTold_data()
@@ -390,9 +522,9 @@ void TestNfcTap::handoverEndsAreTold_data()
     QTest::addColumn<QString>("step");
     QTest::addColumn<bool>("canceled");
     QTest::addColumn<int>("code");
-    QTest::newRow("completed") << u"bluetooth"_s << u"1"_s << false << 0;
-    QTest::newRow("impossible") << u"pigeon"_s << u"1"_s << false << 1;
-    QTest::newRow("canceled") << u"bluetooth"_s << u"3600000"_s << true << 2;
+    QTest::newRow("completed") << QStringLiteral("bluetooth") << QStringLiteral("1") << false << 0;
+    QTest::newRow("impossible") << QStringLiteral("pigeon") << QStringLiteral("1") << false << 1;
+    QTest::newRow("canceled") << QStringLiteral("bluetooth") << QStringLiteral("3600000") << true << 2;
 }
 
 void TestNfcTap::handoverEndsAreTold()
@@ -401,11 +533,12 @@ void TestNfcTap::handoverEndsAreTold()
     QFETCH(QString, step);
     QFETCH(bool, canceled);
     QFETCH(int, code);
-    daemon.start({u"--handover-step"_s, step});
-    Tap tap({u"handover"_s, carrier});
+    daemon.start({QStringLiteral("--handover-step"), step});
+    Tap tap({QStringLiteral("handover"), carrier});
     const auto cancel = [this, carrier] {
         // Refused until nfctap has come through.
-        return daemon.callAdapter(u"CancelHandoverRequest"_s, {carrier}).type() == QDBusMessage::ReplyMessage;
+        return daemon.callAdapter(QStringLiteral("CancelHandoverRequest"), {carrier}).type() ==
+               QDBusMessage::ReplyMessage;
     };
     QVERIFY(!canceled || QTest::qWaitFor(cancel, 30000));
     QCOMPARE(tap.exitCode(), code);
@@ -416,17 +549,22 @@ void TestNfcTap::transferEndsAreTold_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("code");
     QTest::addColumn<QString>("output");
-    const QString what = u": file a of %1 bytes\n"_s;
-    QTest::newRow("arrives") << QStringList{u"100"_s, u"1000"_s} << 0 << u"completed"_s + what.arg(100);
-    QTest::newRow("empty") << QStringList{u"0"_s, u"1000"_s} << 0 << u"completed"_s + what.arg(0);
+    const QString what = QStringLiteral(": file a of %1 bytes\n");
+    QTest::newRow("arrives") << QStringList{QStringLiteral("100"), QStringLiteral("1000")} << 0
+                             << QStringLiteral("completed") + what.arg(100);
+    QTest::newRow("empty") << QStringList{QStringLiteral("0"), QStringLiteral("1000")} << 0
+                           << QStringLiteral("completed") + what.arg(0);
     QTest::newRow("faster than any phone")
-        << QStringList{u"18446744073709551615"_s, u"18446744073709551615"_s, u"--cancel-after"_s, u"1"_s} << 2
-        << u"canceled"_s + what.arg(u"18446744073709551615"_s);
-    QTest::newRow("sender gives up") << QStringList{u"1000"_s, u"1000"_s, u"--cancel-after"_s, u"100"_s} << 2
-                                     << u"canceled"_s + what.arg(1000);
+        << QStringList{QStringLiteral("18446744073709551615"), QStringLiteral("18446744073709551615"),
+                       QStringLiteral("--cancel-after"), QStringLiteral("1")}
+        << 2 << QStringLiteral("canceled") + what.arg(QStringLiteral("18446744073709551615"));
+    QTest::newRow("sender gives up") << QStringList{QStringLiteral("1000"), QStringLiteral("1000"),
+                                                    QStringLiteral("--cancel-after"), QStringLiteral("100")}
+                                     << 2 << QStringLiteral("canceled") + what.arg(1000);
     QTest::newRow("sender gives up before it begins")
-        << QStringList{u"1000"_s, u"1000"_s, u"--cancel-after"_s, u"0"_s} << 2
-        << u"canceled"_s + what.arg(1000);
+        << QStringList{QStringLiteral("1000"), QStringLiteral("1000"), QStringLiteral("--cancel-after"),
+                       QStringLiteral("0")}
+        << 2 << QStringLiteral("canceled") + what.arg(1000);
 }
 
 void TestNfcTap::transferEndsAreTold()
@@ -437,7 +575,7 @@ void TestNfcTap::transferEndsAreTold()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    Tap tap(QStringList{u"receive"_s, u"a"_s} + arguments);
+    Tap tap(QStringList{QStringLiteral("receive"), QStringLiteral("a")} + arguments);
     QCOMPARE(tap.exitCode(), code);
     QCOMPARE(tap.output(), output);
 }
@@ -448,10 +586,11 @@ void TestNfcTap::transferIsToldFromStartToEnd()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     TransferNews news;
-    Tap tap({u"receive"_s, u"a"_s, u"250"_s, u"1000"_s});
+    Tap tap({QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("250"), QStringLiteral("1000")});
     QCOMPARE(tap.exitCode(), 0);
-    const QStringList all = {u"0 a of 250 from Ada's phone"_s, u"0 at 100 of 250"_s, u"0 at 200 of 250"_s,
-                             u"0 at 250 of 250"_s, u"0 completed ''"_s};
+    const QStringList all = {QStringLiteral("0 a of 250 from Ada's phone"), QStringLiteral("0 at 100 of 250"),
+                             QStringLiteral("0 at 200 of 250"), QStringLiteral("0 at 250 of 250"),
+                             QStringLiteral("0 completed ''")};
     QTRY_COMPARE(news.lines, all);
 }
 
@@ -462,14 +601,14 @@ void TestNfcTap::slowTransferTakesItsTime()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     TransferNews news;
-    Tap tap({u"receive"_s, u"a"_s, u"2"_s, u"5"_s});
+    Tap tap({QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("2"), QStringLiteral("5")});
     QCOMPARE(tap.exitCode(), 0);
-    const QStringList all = {u"0 a of 2 from Ada's phone"_s,
-                             u"0 at 0 of 2"_s,
-                             u"0 at 1 of 2"_s,
-                             u"0 at 1 of 2"_s,
-                             u"0 at 2 of 2"_s,
-                             u"0 completed ''"_s};
+    const QStringList all = {QStringLiteral("0 a of 2 from Ada's phone"),
+                             QStringLiteral("0 at 0 of 2"),
+                             QStringLiteral("0 at 1 of 2"),
+                             QStringLiteral("0 at 1 of 2"),
+                             QStringLiteral("0 at 2 of 2"),
+                             QStringLiteral("0 completed ''")};
     QTRY_COMPARE(news.lines, all);
 }
 
@@ -479,11 +618,11 @@ void TestNfcTap::receivedFileIsNamed()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     TransferNews news;
-    const QString kept = file(u"beach.jpg"_s, "sand");
-    Tap tap({u"receive"_s, kept, u"4"_s, u"1000"_s});
+    const QString kept = file(QStringLiteral("beach.jpg"), "sand");
+    Tap tap({QStringLiteral("receive"), kept, QStringLiteral("4"), QStringLiteral("1000")});
     QCOMPARE(tap.exitCode(), 0);
-    QTRY_VERIFY(news.lines.contains(u"0 completed '%1'"_s.arg(kept)));
-    QCOMPARE(news.lines.constFirst(), u"0 beach.jpg of 4 from Ada's phone"_s);
+    QTRY_VERIFY(news.lines.contains(QStringLiteral("0 completed '%1'").arg(kept)));
+    QCOMPARE(news.lines.constFirst(), QStringLiteral("0 beach.jpg of 4 from Ada's phone"));
 }
 
 void TestNfcTap::switchingOffEndsTransfers()
@@ -492,11 +631,11 @@ void TestNfcTap::switchingOffEndsTransfers()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     TransferNews news;
-    Tap first({u"receive"_s, u"a"_s, u"1"_s, u"0"_s});
-    Tap second({u"receive"_s, u"b"_s, u"1"_s, u"0"_s});
-    const auto bothAreUnderWay = [&news] { return news.lines.filter(u" from "_s).size() == 2; };
+    Tap first({QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1"), QStringLiteral("0")});
+    Tap second({QStringLiteral("receive"), QStringLiteral("b"), QStringLiteral("1"), QStringLiteral("0")});
+    const auto bothAreUnderWay = [&news] { return news.lines.filter(QStringLiteral(" from ")).size() == 2; };
     QVERIFY(QTest::qWaitFor(bothAreUnderWay, 30000));
-    QCOMPARE(Tap({u"power"_s, u"off"_s}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("off")}).exitCode(), 0);
     QCOMPARE(first.exitCode(), 2);
     QCOMPARE(second.exitCode(), 2);
 }
@@ -507,33 +646,34 @@ void TestNfcTap::canceledTransferEnds()
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
     TransferNews news;
-    Tap tap({u"receive"_s, u"a"_s, u"1000000"_s, u"10"_s});
+    Tap tap(
+        {QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1000000"), QStringLiteral("10")});
     QTRY_VERIFY(!news.lines.isEmpty());
     // Another one that is not under way is not there to be canceled.
     for (const uint transfer : {7U, 0U}) {
-        QDBusMessage cancel =
-            QDBusMessage::createMethodCall(u"com.tavix.nfc"_s, u"/com/tavix/nfc/adapter0"_s,
-                                           u"com.tavix.nfc.Transfers"_s, u"CancelTransfer"_s);
+        QDBusMessage cancel = QDBusMessage::createMethodCall(
+            QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+            QStringLiteral("com.tavix.nfc.Transfers"), QStringLiteral("CancelTransfer"));
         cancel.setArguments({transfer});
         QCOMPARE(QDBusConnection::systemBus().call(cancel).type(), QDBusMessage::ReplyMessage);
     }
     QCOMPARE(tap.exitCode(), 2);
-    QTRY_COMPARE(news.lines.constLast(), u"0 canceled ''"_s);
+    QTRY_COMPARE(news.lines.constLast(), QStringLiteral("0 canceled ''"));
 }
 
 void TestNfcTap::deathOfTheDaemonIsSaid()
 {
     daemon.start();
     AgentProcess client;
-    client.hold(u"RequestSharingSelection"_s);
+    client.hold(QStringLiteral("RequestSharingSelection"));
     QCOMPARE(client.registerAgent().error, QString());
-    Tap tap({u"share-selection"_s});
-    QVERIFY(sees(client, u"RequestSharingSelection"_s));
-    Tap crash({u"crash"_s});
+    Tap tap({QStringLiteral("share-selection")});
+    QVERIFY(sees(client, QStringLiteral("RequestSharingSelection")));
+    Tap crash({QStringLiteral("crash")});
     QCOMPARE(crash.exitCode(), 0);
-    QCOMPARE(crash.output(), u"done: crash of the daemon\n"_s);
+    QCOMPARE(crash.output(), QStringLiteral("done: crash of the daemon\n"));
     QCOMPARE(tap.exitCode(), 3);
-    QCOMPARE(tap.errors(), u"nfctap: selection of what to share: the daemon has died\n"_s);
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: selection of what to share: the daemon has died\n"));
     QTRY_VERIFY(!daemon.isOnBus());
 }
 
@@ -541,21 +681,21 @@ void TestNfcTap::releasedAgentIsNotAskedAgain()
 {
     daemon.start();
     AgentProcess client;
-    QCOMPARE(Tap({u"release"_s}).exitCode(), 3);
+    QCOMPARE(Tap({QStringLiteral("release")}).exitCode(), 3);
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(Tap({u"release"_s}).exitCode(), 0);
-    QCOMPARE(client.members(), QStringList{u"Release"_s});
-    QCOMPARE(Tap({u"empty"_s}).exitCode(), 3);
-    QCOMPARE(client.members(), QStringList{u"Release"_s});
+    QCOMPARE(Tap({QStringLiteral("release")}).exitCode(), 0);
+    QCOMPARE(client.members(), QStringList{QStringLiteral("Release")});
+    QCOMPARE(Tap({QStringLiteral("empty")}).exitCode(), 3);
+    QCOMPARE(client.members(), QStringList{QStringLiteral("Release")});
     QCOMPARE(client.unregisterAgent().error, QString());
 }
 
 void TestNfcTap::hangingDaemonAnswersNothing()
 {
     daemon.start();
-    QCOMPARE(Tap({u"hang"_s, u"3600"_s}).exitCode(), 0);
-    const QDBusMessage reply = daemon.callAdapter(u"GetProperties"_s, {}, 200);
-    QCOMPARE(reply.errorName(), u"org.freedesktop.DBus.Error.NoReply"_s);
+    QCOMPARE(Tap({QStringLiteral("hang"), QStringLiteral("3600")}).exitCode(), 0);
+    const QDBusMessage reply = daemon.callAdapter(QStringLiteral("GetProperties"), {}, 200);
+    QCOMPARE(reply.errorName(), QStringLiteral("org.freedesktop.DBus.Error.NoReply"));
     QVERIFY(daemon.isOnBus());
 }
 
@@ -564,8 +704,8 @@ void TestNfcTap::daemonAnswersAfterItHung()
     daemon.start();
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(Tap({u"hang"_s, u"1"_s}).exitCode(), 0);
-    QCOMPARE(daemon.callAdapter(u"GetProperties"_s).type(), QDBusMessage::ReplyMessage);
+    QCOMPARE(Tap({QStringLiteral("hang"), QStringLiteral("1")}).exitCode(), 0);
+    QCOMPARE(daemon.callAdapter(QStringLiteral("GetProperties")).type(), QDBusMessage::ReplyMessage);
     QVERIFY(timer.elapsed() >= 1000);
 }
 
@@ -574,13 +714,13 @@ void TestNfcTap::userMayTakeLongerThanTheBus()
 {
     daemon.start();
     AgentProcess client;
-    client.hold(u"RequestSharingSelection"_s);
+    client.hold(QStringLiteral("RequestSharingSelection"));
     QCOMPARE(client.registerAgent().error, QString());
-    Tap tap({u"share-selection"_s});
-    QVERIFY(sees(client, u"RequestSharingSelection"_s));
+    Tap tap({QStringLiteral("share-selection")});
+    QVERIFY(sees(client, QStringLiteral("RequestSharingSelection")));
     QTest::qWait(26000);
     QVERIFY(tap.isRunning());
-    client.release(u"RequestSharingSelection"_s);
+    client.release(QStringLiteral("RequestSharingSelection"));
     QCOMPARE(tap.exitCode(), 0);
 }
 
