@@ -22,6 +22,7 @@ Reader::Reader(const QString &name, QObject *parent)
 {
     patience.setInterval(longestTalk);
     pause.setInterval(timeForOthers);
+    patience.setTimerType(Qt::PreciseTimer);
     for (QTimer *timer : {&patience, &pause})
         timer->setSingleShot(true);
     connect(&patience, &QTimer::timeout, this, &Reader::runOutOfPatience);

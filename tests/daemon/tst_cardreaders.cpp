@@ -12,6 +12,7 @@
 #include "daemon/pcsc/cardreaders.h"
 #include "daemon/tags/cardcommand.h"
 #include "daemon/tags/exchange.h"
+#include "emptyreaders.h"
 #include "heldtag.h"
 #include "otherprogram.h"
 #include "pcscdprocess.h"
@@ -91,6 +92,7 @@ private:
 void TestCardReaders::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
+    waitForEmptyReaders();
     readers = std::make_unique<CardReaders>();
 }
 

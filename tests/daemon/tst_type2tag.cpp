@@ -103,6 +103,7 @@ void TestType2Tag::messageEndsBeforeReservedBytes()
     QCOMPARE(read(fits).message, QByteArray(37, 'a'));
     VirtualType2 runsOver =
         VirtualType2::formatted(control + QByteArray::fromHex("0326") + QByteArray(37, 'a'), 48);
+    runsOver.memory += QByteArray(16, 'x');
     QCOMPARE(read(runsOver).status, TagStatus::Malformed);
 }
 
