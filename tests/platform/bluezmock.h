@@ -12,6 +12,7 @@ struct BlueZMock : DBusMock
 {
     static inline const QString Service = QStringLiteral("org.bluez");
     static inline const QString AdapterPath = QStringLiteral("/org/bluez/hci0");
+    static inline const QString SecondAdapterPath = QStringLiteral("/org/bluez/hci1");
     static inline const QString AdapterInterface = QStringLiteral("org.bluez.Adapter1");
 
     BlueZMock() : DBusMock(Service, {QStringLiteral("-t"), QStringLiteral("bluez5")})
@@ -29,6 +30,26 @@ struct BlueZMock : DBusMock
     bool addDevice(const QString &address) const
     {
         return mock(QStringLiteral("AddDevice"), {QStringLiteral("hci0"), address, QStringLiteral("Peer")});
+    }
+
+    // Another adapter, hci1, and a device that only this one knows.
+    bool addSecondAdapter() const
+    {
+        return mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")});
+    }
+
+    bool addDeviceElsewhere(const QString &address) const
+    {
+        return mock(QStringLiteral("AddDevice"),
+                    {QStringLiteral("hci1"), address, QStringLiteral("Elsewhere")});
+    }
+
+    bool switchOff() const
+    {
+        return call(AdapterPath, QStringLiteral("org.freedesktop.DBus.Mock"),
+                    QStringLiteral("UpdateProperties"),
+                    {AdapterInterface, QVariantMap{{QStringLiteral("Powered"), false}}})
+                   .type() == QDBusMessage::ReplyMessage;
     }
 
     bool addAdapterMethod(const QString &name, const QString &in, const QString &out,

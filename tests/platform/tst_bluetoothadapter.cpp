@@ -77,8 +77,12 @@ private Q_SLOTS:
     void slowBlueZIsNoAdapterInTime();
     void nonsenseIsNoAdapter();
     void firstAdapterIsTheDefault();
+    void poweredAdapterIsTheDefault();
     void everyDefaultAdapterIsNewAndWithoutParent();
     void knownDeviceIsCreatedFromTheEventLoop();
+    void deviceThatAnotherAdapterKnowsIsFound();
+    void adaptersOwnDeviceComesBeforeAnothers();
+    void deviceThatExistsAlreadyIsCreated();
     void addressIsSpelledAsItWasAsked();
     void unknownDeviceIsConnected();
     void failureCarriesBlueZWords();
@@ -151,8 +155,7 @@ void TestBluetoothAdapter::nonsenseIsNoAdapter()
 void TestBluetoothAdapter::firstAdapterIsTheDefault()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready &&
-            bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")}));
+    QVERIFY(bluez.ready && bluez.addSecondAdapter());
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(adapter);
     QVERIFY(bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci1")}));
@@ -161,6 +164,17 @@ void TestBluetoothAdapter::firstAdapterIsTheDefault()
     adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.created.size(), 1);
     QVERIFY(adapter->isValid());
+}
+
+void TestBluetoothAdapter::poweredAdapterIsTheDefault()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready && bluez.addSecondAdapter() && bluez.switchOff());
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    QVERIFY(adapter);
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_COMPARE(bluez.callCount(BlueZMock::SecondAdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
@@ -187,6 +201,43 @@ void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QCOMPARE(outcome.failed, QStringList());
     QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+}
+
+void TestBluetoothAdapter::deviceThatAnotherAdapterKnowsIsFound()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready && bluez.addSecondAdapter() && bluez.addDeviceElsewhere(peerAddress));
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    Outcome outcome(adapter.get());
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Elsewhere")));
+}
+
+void TestBluetoothAdapter::adaptersOwnDeviceComesBeforeAnothers()
+{
+    // The adapter in use is the second, so that the other's device would be found first.
+    BlueZMock bluez;
+    QVERIFY(bluez.ready && bluez.addSecondAdapter() && bluez.switchOff() && bluez.addDevice(peerAddress) &&
+            bluez.addDeviceElsewhere(peerAddress));
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    Outcome outcome(adapter.get());
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Elsewhere")));
+}
+
+void TestBluetoothAdapter::deviceThatExistsAlreadyIsCreated()
+{
+    BlueZMock bluez;
+    QVERIFY(
+        bluez.ready &&
+        bluez.offerConnectDevice(QStringLiteral(
+            "self.AddDevice('hci0', args[0]['Address'], 'Known')\n"
+            "raise dbus.exceptions.DBusException('Already Exists', name='org.bluez.Error.AlreadyExists')")));
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    Outcome outcome(adapter.get());
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Known")));
+    QCOMPARE(outcome.failed, QStringList());
 }
 
 void TestBluetoothAdapter::addressIsSpelledAsItWasAsked()
@@ -269,15 +320,13 @@ void TestBluetoothAdapter::deviceIsDiscoveredWhereBlueZCannotConnect()
 void TestBluetoothAdapter::otherDevicesAreIgnored()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready &&
-            bluez.mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci1"), QStringLiteral("stick")}));
+    QVERIFY(bluez.ready && bluez.addSecondAdapter());
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(peerAddress));
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(bluez.addDevice(QStringLiteral("00:00:00:00:00:01")));
-    QVERIFY(bluez.mock(QStringLiteral("AddDevice"),
-                       {QStringLiteral("hci1"), peerAddress, QStringLiteral("Elsewhere")}));
+    QVERIFY(bluez.addDeviceElsewhere(peerAddress));
     // An answer of nonsense, and a thing that is no device.
     QVERIFY(bluez
                 .call(QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Mock"),

@@ -25,6 +25,7 @@ void TestBluetoothDeviceInfoUtils::classHasItsIcon_data()
     QTest::newRow("headset") << 0x240404u << QStringLiteral("headset");
     QTest::newRow("hands-free") << 0x200408u << QStringLiteral("headset");
     QTest::newRow("headphones") << 0x240418u << QStringLiteral("headset");
+    QTest::newRow("microphone") << 0x200410u << QStringLiteral("microphone");
     QTest::newRow("loudspeaker") << 0x240414u << QStringLiteral("speaker");
     QTest::newRow("car audio") << 0x200420u << QStringLiteral("speaker");
     QTest::newRow("set-top box") << 0x000424u << QStringLiteral("video");

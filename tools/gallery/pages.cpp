@@ -130,12 +130,12 @@ MSceneWindow *pictures()
                            "icon-m-service-nfc",          "icon-m-bluetooth-phone",
                            "icon-m-bluetooth-computer",   "icon-m-bluetooth-network",
                            "icon-m-bluetooth-headset",    "icon-m-bluetooth-speaker",
-                           "icon-m-bluetooth-video",      "icon-m-bluetooth-keyboard",
-                           "icon-m-bluetooth-mouse",      "icon-m-bluetooth-gamepad",
-                           "icon-m-bluetooth-camera",     "icon-m-bluetooth-printer",
-                           "icon-m-bluetooth-wearable",   "icon-m-bluetooth-toy",
-                           "icon-m-bluetooth-health",     "icon-m-bluetooth-generic",
-                           "icon-m-placeholder"}) {
+                           "icon-m-bluetooth-microphone", "icon-m-bluetooth-video",
+                           "icon-m-bluetooth-keyboard",   "icon-m-bluetooth-mouse",
+                           "icon-m-bluetooth-gamepad",    "icon-m-bluetooth-camera",
+                           "icon-m-bluetooth-printer",    "icon-m-bluetooth-wearable",
+                           "icon-m-bluetooth-toy",        "icon-m-bluetooth-health",
+                           "icon-m-bluetooth-generic",    "icon-m-placeholder"}) {
         grid->addItem(image(id, "CommonMainIcon"), cell / 6, cell % 6, Qt::AlignCenter);
         ++cell;
     }

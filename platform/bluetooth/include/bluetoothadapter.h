@@ -21,8 +21,8 @@ class CONNUI_BLUETOOTH_EXPORT BluetoothAdapter : public QObject
     Q_OBJECT
 public:
     /**
-     * Returns a new object for the default adapter, which is the first that BlueZ has, or null when there is
-     * none. The caller owns the object.
+     * Returns a new object for the default adapter, or null when there is none: the first that is switched
+     * on, else the first that BlueZ has. The caller owns the object.
      *
      * Blocks until BlueZ answers, for 500 ms at most. BlueZ is not started for this; where it is too slow,
      * refuses or answers nonsense there is no adapter, and one warning.
@@ -39,9 +39,9 @@ public:
      * Starts to create \a device, of which only the address counts, and returns at once. The outcome is
      * announced by either deviceCreated() or deviceCreationFailed(), always from the event loop.
      *
-     * A device that BlueZ knows is taken as it is. Any other is connected, or, where BlueZ cannot connect by
-     * address, discovered; discovery stops with the outcome. It fails when there was no such device within 30
-     * seconds, when the address is none, and when the adapter goes away.
+     * A device that BlueZ knows, be it from another adapter, is taken as it is. Any other is connected, or,
+     * where BlueZ cannot connect by address, discovered; discovery stops with the outcome. It fails when
+     * there was no such device within 30 seconds, when the address is none, and when the adapter goes away.
      */
     void startCreatingDevice(const BluetoothDevice &device);
 

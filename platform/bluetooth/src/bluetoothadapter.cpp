@@ -24,6 +24,22 @@ constexpr int lookTimeout = 500; // ms
 constexpr auto creationLimit = 30s;
 constexpr QLatin1String adapterGone("The Bluetooth adapter is gone");
 
+// The path of the first adapter that is switched on, else of the first; empty when there is none.
+QString defaultAdapterPath(const BlueZ::Objects &objects)
+{
+    QString first;
+    for (auto i = objects.begin(); i != objects.end(); ++i) {
+        const auto adapter = i->constFind(BlueZ::adapterInterface);
+        if (adapter == i->constEnd())
+            continue;
+        if (adapter->value(QStringLiteral("Powered")).toBool())
+            return i.key().path();
+        if (first.isEmpty())
+            first = i.key().path();
+    }
+    return first;
+}
+
 } // namespace
 
 BluetoothAdapterPrivate::BluetoothAdapterPrivate(const QString &service, const QString &path,
@@ -66,11 +82,8 @@ BluetoothAdapter *BluetoothAdapter::defaultAdapter()
         qWarning("BluetoothAdapter: unable to find an adapter: %s", qUtf8Printable(reply.error().message()));
         return nullptr;
     }
-    const BlueZ::Objects objects = reply.value();
-    for (auto i = objects.begin(); i != objects.end(); ++i)
-        if (i.value().contains(BlueZ::adapterInterface))
-            return new BluetoothAdapter(service, i.key().path());
-    return nullptr;
+    const QString path = defaultAdapterPath(reply.value());
+    return path.isEmpty() ? nullptr : new BluetoothAdapter(service, path);
 }
 
 BluetoothAdapter::BluetoothAdapter(const QString &service, const QString &path)

@@ -26,6 +26,7 @@ constexpr Row icons[] = {
     {major, 0x0300, u"icon-m-bluetooth-network"},
     {major | minor, 0x0404, u"icon-m-bluetooth-headset"}, // wearable headset
     {major | minor, 0x0408, u"icon-m-bluetooth-headset"}, // hands-free
+    {major | minor, 0x0410, u"icon-m-bluetooth-microphone"},
     {major | minor, 0x0418, u"icon-m-bluetooth-headset"}, // headphones
     {major | minor, 0x0424, u"icon-m-bluetooth-video"},   // set-top box
     {major | minor, 0x042c, u"icon-m-bluetooth-video"},   // recorder

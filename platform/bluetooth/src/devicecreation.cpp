@@ -59,28 +59,25 @@ void DeviceCreation::look(const std::function<void()> &unknown)
                 fail(reply.error().message());
                 return;
             }
-            const BlueZ::Objects known = reply.value();
-            for (auto i = known.begin(); i != known.end(); ++i)
-                if (takeDevice(i.key().path(), i.value()))
-                    return;
-            unknown();
+            if (!takeKnownDevice(reply.value()))
+                unknown();
         });
 }
 
 void DeviceCreation::connectDevice()
 {
     connecting = true;
-    await(adapter.ConnectDevice({{QStringLiteral("Address"), address}}),
-          [this](const QDBusPendingCall &call) {
-              connecting = false;
-              // BlueZ offers it only when it runs with its experimental interfaces.
-              if (call.error().type() == QDBusError::UnknownMethod)
-                  discover();
-              else if (call.isError())
-                  fail(call.error().message());
-              else
-                  look([this] { fail(QStringLiteral("The device is gone")); });
-          });
+    await(
+        adapter.ConnectDevice({{QStringLiteral("Address"), address}}), [this](const QDBusPendingCall &call) {
+            connecting = false;
+            // BlueZ offers it only when it runs with its experimental interfaces.
+            if (call.error().type() == QDBusError::UnknownMethod)
+                discover();
+            else if (call.isError() && call.error().name() != QLatin1String("org.bluez.Error.AlreadyExists"))
+                fail(call.error().message());
+            else
+                look([this] { fail(QStringLiteral("The device is gone")); });
+        });
 }
 
 void DeviceCreation::discover()
@@ -106,16 +103,30 @@ void DeviceCreation::stopDiscovery()
 
 void DeviceCreation::handleAddition(const QDBusObjectPath &object, const BlueZ::Interfaces &interfaces)
 {
-    if (!finished && !connecting)
-        takeDevice(object.path(), interfaces);
+    if (!finished && !connecting && isOwn(object))
+        takeDevice(interfaces);
 }
 
-bool DeviceCreation::takeDevice(const QString &path, const BlueZ::Interfaces &interfaces)
+bool DeviceCreation::isOwn(const QDBusObjectPath &object) const
+{
+    return object.path().startsWith(adapter.path() + QLatin1Char('/'));
+}
+
+// The adapter's own device, else the same one as another adapter knows it.
+bool DeviceCreation::takeKnownDevice(const BlueZ::Objects &known)
+{
+    for (const bool own : {true, false})
+        for (auto i = known.begin(); i != known.end(); ++i)
+            if (isOwn(i.key()) == own && takeDevice(i.value()))
+                return true;
+    return false;
+}
+
+bool DeviceCreation::takeDevice(const BlueZ::Interfaces &interfaces)
 {
     QVariantMap properties = interfaces.value(BlueZ::deviceInterface);
     const QString address = properties.value(QStringLiteral("Address")).toString();
-    if (!path.startsWith(adapter.path() + QLatin1Char('/')) ||
-        address.compare(this->address, Qt::CaseInsensitive) != 0)
+    if (address.compare(this->address, Qt::CaseInsensitive) != 0)
         return false;
     // BlueZ writes addresses in capitals; who asked compares with what was asked.
     properties.insert(QStringLiteral("Address"), this->address);

@@ -43,7 +43,9 @@ private:
     void discover();
     void stopDiscovery();
     void handleAddition(const QDBusObjectPath &object, const BlueZ::Interfaces &interfaces);
-    bool takeDevice(const QString &path, const BlueZ::Interfaces &interfaces);
+    bool isOwn(const QDBusObjectPath &object) const;
+    bool takeKnownDevice(const BlueZ::Objects &known);
+    bool takeDevice(const BlueZ::Interfaces &interfaces);
     void finish();
 
     BluezObjectsProxy objects;
