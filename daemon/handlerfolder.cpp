@@ -3,13 +3,18 @@
 #include "daemon/handlerfolder.h"
 
 #include <algorithm>
+#include <array>
+#include <fcntl.h>
 #include <optional>
+#include <pwd.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
 #include <QRegularExpression>
+#include <QStandardPaths>
 
 #include "support/keyfile.h"
 
@@ -60,13 +65,19 @@ QStringList listed(const QString &value)
     return parts;
 }
 
-// One that cannot be read is as one that says nothing.
+// One that cannot be read is as one that says nothing. Users' folders hold what users put there: a pipe in
+// the place of the file must not hold the daemon up.
 Support::KeyFile readKeyFile(const QFileInfo &info)
 {
     Support::KeyFile keys;
-    QFile file(info.filePath());
-    if (info.size() <= maximumFileSize && file.open(QIODevice::ReadOnly))
-        keys.read(file.readAll());
+    QFile file;
+    const int descriptor =
+        open(QFile::encodeName(info.filePath()).constData(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (descriptor < 0 || !file.open(descriptor, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return keys;
+    const QByteArray data = file.isSequential() ? QByteArray() : file.read(maximumFileSize + 1);
+    if (data.size() <= maximumFileSize)
+        keys.read(data);
     return keys;
 }
 
@@ -114,7 +125,33 @@ QMap<QString, QFileInfo> announcementFiles(const QStringList &folders)
     return files;
 }
 
+// Where the user keeps an application's data; nothing for a user whom the system does not know.
+QString dataFolder(uint user)
+{
+    if (user == geteuid())
+        return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    std::array<char, 1 << 14> strings;
+    passwd entry;
+    passwd *found = nullptr;
+    getpwuid_r(user, &entry, strings.data(), strings.size(), &found);
+    return found ? QFile::decodeName(found->pw_dir) + QStringLiteral("/.local/share") : QString();
+}
+
 } // namespace
+
+QStringList HandlerFolder::standardFolders(uint user)
+{
+    const QString own = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    // That of the daemon's user, which is another one's.
+    folders.removeAll(own);
+    const QString userFolder = dataFolder(user);
+    if (!userFolder.isEmpty())
+        folders.prepend(userFolder);
+    for (QString &folder : folders)
+        folder += QStringLiteral("/connui-nfc/handlers");
+    return folders;
+}
 
 HandlerFolder::HandlerFolder(const QStringList &folders) : folders(folders) {}
 

@@ -15,6 +15,12 @@
 class HandlerFolder
 {
 public:
+    /**
+     * The folders in which applications announce themselves to \a user: the user's own, then the system's,
+     * those that are missing included.
+     */
+    static QStringList standardFolders(uint user);
+
     explicit HandlerFolder(const QStringList &folders);
 
     /**

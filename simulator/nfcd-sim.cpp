@@ -5,11 +5,9 @@
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QStandardPaths>
 
 #include "daemon/adapter.h"
 #include "daemon/daemonservice.h"
-#include "daemon/handlerfolder.h"
 #include "simulator.h"
 #include "simulatoradaptor.h"
 
@@ -21,15 +19,6 @@ int fail(ExitCode code, const QString &reason)
 {
     std::fprintf(stderr, "nfcd-sim: %s\n", qUtf8Printable(reason));
     return code;
-}
-
-// Those that are missing too: the first application to announce itself may make its folder later.
-QStringList announcementFolders()
-{
-    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (QString &folder : folders)
-        folder += QStringLiteral("/connui-nfc/handlers");
-    return folders;
 }
 
 } // namespace
@@ -76,9 +65,7 @@ int main(int argc, char *argv[])
 
     DaemonService service;
     Adapter adapter;
-    Simulator simulator(
-        &adapter, HandlerFolder(parser.isSet(handlers) ? parser.values(handlers) : announcementFolders()),
-        handoverStep);
+    Simulator simulator(&adapter, parser.values(handlers), handoverStep);
     new SimulatorAdaptor(&simulator);
     service.bus().registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
     QString reason;

@@ -36,29 +36,35 @@ QVariant handoverInfo()
 
 } // namespace
 
-Simulator::Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent)
+Simulator::Simulator(Adapter *adapter, const QStringList &handlerFolders, int handoverStep, QObject *parent)
     : QObject(parent)
     , adapter(adapter)
     , writer(new TagWriter(adapter))
     , transfers(new Transfers(adapter))
-    , handlers(handlers)
+    , handlerFolders(handlerFolders)
 {
-    connect(adapter, &Adapter::handoverAccepted, this,
-            [handoverStep](Handover *handover) { new HandoverSteps(handoverStep, handover); });
-    // For clients that do not listen to the transfers' own interface yet.
-    connect(transfers, &Transfers::TransferStarted, this, &Simulator::TransferStarted);
-    connect(transfers, &Transfers::TransferProgressed, this, &Simulator::TransferProgressed);
-    connect(transfers, &Transfers::TransferEnded, this, &Simulator::TransferEnded);
+    connect(
+        adapter, &Adapter::handoverAccepted, this,
+        [handoverStep](Handover *handover) { new HandoverSteps(handoverStep, handover); });
 }
 
 QString Simulator::TouchTag(const QByteArray &message)
 {
+    const QString nobody = nobodyToAsk();
     // As a shop's tags are.
     if (writer->take())
         return finishWriting(TagStatus::ReadOnly);
+    if (!nobody.isEmpty())
+        return nobody;
     const QDBusObjectPath tag = Peers::nextTag();
     return touch(tag, QStringLiteral("RequestNDEFDataDelivery"),
-                 {QVariant::fromValue(handlers.handlersFor(ndefKind(message))), target(tag), message});
+                 {QVariant::fromValue(handlers().handlersFor(ndefKind(message))), target(tag), message});
+}
+
+HandlerFolder Simulator::handlers() const
+{
+    return HandlerFolder(handlerFolders.isEmpty() ? HandlerFolder::standardFolders(adapter->agent()->user())
+                                                  : handlerFolders);
 }
 
 QString Simulator::TouchBlankTag(uint room)
@@ -133,12 +139,6 @@ QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong 
     connect(transfer, &Transfer::completed, this, answer(QStringLiteral("completed")));
     connect(transfer, &Transfer::canceled, this, answer(QStringLiteral("canceled")));
     return {};
-}
-
-QString Simulator::CancelTransfer(uint transfer)
-{
-    transfers->cancel(transfer);
-    return done;
 }
 
 QString Simulator::SetPowered(bool on)

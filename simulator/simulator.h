@@ -28,8 +28,13 @@ class Simulator : public QObject, protected QDBusContext
     Q_OBJECT
 
 public:
-    /** The world around \a adapter, whose handovers take steps of \a handoverStep milliseconds. */
-    Simulator(Adapter *adapter, const HandlerFolder &handlers, int handoverStep, QObject *parent = nullptr);
+    /**
+     * The world around \a adapter, whose handovers take steps of \a handoverStep milliseconds.
+     *
+     * Announcement files are in \a handlerFolders, or in the standard folders when there are none.
+     */
+    Simulator(Adapter *adapter, const QStringList &handlerFolders, int handoverStep,
+              QObject *parent = nullptr);
 
     QString TouchTag(const QByteArray &message);
     QString TouchBlankTag(uint room);
@@ -42,20 +47,15 @@ public:
     QString TouchForHandover(const QString &carrier);
     QString ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter,
                         const QString &file);
-    QString CancelTransfer(uint transfer);
     QString SetPowered(bool on);
     QString Release();
     QString Hang(uint seconds);
     QString Crash();
 
-Q_SIGNALS:
-    void TransferStarted(uint transfer, const QString &sender, const QString &name, qulonglong size);
-    void TransferProgressed(uint transfer, qulonglong transferred, qulonglong size);
-    void TransferEnded(uint transfer, const QString &outcome);
-
 private:
     QString touch(const QDBusObjectPath &target, const QString &request, const QVariantList &arguments);
     QString ask(const QString &method, const QVariantList &arguments, const QString &success);
+    HandlerFolder handlers() const;
     QString finishWriting(TagStatus end);
     QString nobodyToAsk() const;
 
@@ -64,7 +64,7 @@ private:
     Adapter *const adapter;
     TagWriter *const writer;
     Transfers *const transfers;
-    const HandlerFolder handlers;
+    const QStringList handlerFolders;
 };
 
 #endif

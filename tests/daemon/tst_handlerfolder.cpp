@@ -1,5 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <pwd.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <QDir>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -29,6 +33,9 @@ private Q_SLOTS:
     void uselessAnnouncementIsSkipped();
     void otherFilesAreNotRead();
     void missingFolderHasNoHandlers();
+    void pipeIsNotWaitedFor();
+    void usersFolderComesFirst();
+    void unknownUserHasTheSystemsFolders();
 
 private:
     void announce(const QString &file, const QByteArray &lines) const;
@@ -212,6 +219,35 @@ void TestHandlerFolder::missingFolderHasNoHandlers()
                  .handlersFor(QStringLiteral("unknown"))
                  .size(),
              0);
+}
+
+void TestHandlerFolder::pipeIsNotWaitedFor()
+{
+    announce(QStringLiteral("b.handler"), "ApplicationId=b\nService=a.b\nPath=/\nTakes=*\n");
+    QCOMPARE(mkfifo(QFile::encodeName(folder->filePath(QStringLiteral("a.handler"))).constData(), 0600), 0);
+    QCOMPARE(applications(QStringLiteral("unknown")), QStringList{QStringLiteral("b")});
+}
+
+void TestHandlerFolder::usersFolderComesFirst()
+{
+    qputenv("XDG_DATA_HOME", "/mine");
+    qputenv("XDG_DATA_DIRS", "/usr/local/share:/usr/share");
+    const QStringList ofTheSystem = {QStringLiteral("/usr/local/share/connui-nfc/handlers"),
+                                     QStringLiteral("/usr/share/connui-nfc/handlers")};
+    QCOMPARE(HandlerFolder::standardFolders(geteuid()),
+             QStringList{QStringLiteral("/mine/connui-nfc/handlers")} + ofTheSystem);
+    // The daemon's own environment says nothing about another user.
+    const uint other = geteuid() == 0 ? 1 : 0;
+    const QString home = QFile::decodeName(getpwuid(other)->pw_dir);
+    QCOMPARE(HandlerFolder::standardFolders(other),
+             QStringList{home + QStringLiteral("/.local/share/connui-nfc/handlers")} + ofTheSystem);
+}
+
+void TestHandlerFolder::unknownUserHasTheSystemsFolders()
+{
+    qputenv("XDG_DATA_DIRS", "/usr/share");
+    QCOMPARE(HandlerFolder::standardFolders(0x7FFFFFF0),
+             QStringList{QStringLiteral("/usr/share/connui-nfc/handlers")});
 }
 
 QTEST_GUILESS_MAIN(TestHandlerFolder)
