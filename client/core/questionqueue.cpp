@@ -143,8 +143,9 @@ void QuestionQueue::clear()
         face->withdraw();
     notices.clear();
     ongoing.clear();
-    while (!requests.empty())
-        remove(requests, requests.back().get());
+    for (const auto &entry : std::exchange(requests, {}))
+        release(entry->request);
+    staleness.stop();
     advance();
 }
 
@@ -189,15 +190,20 @@ void QuestionQueue::remove(Entries &entries, const Entry *entry)
     }
     const auto removed = std::find_if(entries.begin(), entries.end(),
                                       [entry](const auto &candidate) { return candidate.get() == entry; });
-    if (Request *request = (*removed)->request) {
-        // It may be the one that calls.
-        request->disconnect(this);
-        request->deleteLater();
-    }
+    release((*removed)->request);
     entries.erase(removed);
     if (requests.empty())
         staleness.stop();
     advance();
+}
+
+void QuestionQueue::release(Request *request)
+{
+    if (!request)
+        return;
+    // It may be the one that calls.
+    request->disconnect(this);
+    request->deleteLater();
 }
 
 void QuestionQueue::answer(const Answer &answer)

@@ -87,6 +87,7 @@ private:
     void makeRoomFor(const Request &request);
     void ask(Entry *entry, const Question &question);
     void remove(Entries &entries, const Entry *entry);
+    void release(Request *request);
     void answer(const Answer &answer);
     void advance();
     void dropStale();

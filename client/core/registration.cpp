@@ -14,11 +14,14 @@
 namespace {
 
 constexpr QLatin1String service("com.tavix.nfc");
-constexpr int longestDelay = 30; // seconds
 
 } // namespace
 
-Registration::Registration(const QString &agent, QObject *parent) : QObject(parent), agent(agent)
+Registration::Registration(const QString &agent, int pause, QObject *parent)
+    : QObject(parent)
+    , agent(agent)
+    , longestPause(30 * pause)
+    , pause(pause)
 {
     retry.setSingleShot(true);
     connect(&retry, &QTimer::timeout, this, &Registration::begin);
@@ -69,9 +72,9 @@ void Registration::registerWith(const QString &adapterPath)
 
 void Registration::fail(const QDBusError &reason)
 {
-    qCWarning(clientLog, "The NFC daemon does not take the agent: %s: %s; trying again in %d s",
-              qUtf8Printable(reason.name()), qUtf8Printable(reason.message()), delay);
-    retry.start(delay * 1000);
-    delay = qMin(2 * delay, longestDelay);
+    qCWarning(clientLog, "The NFC daemon does not take the agent: %s: %s; trying again in %d ms",
+              qUtf8Printable(reason.name()), qUtf8Printable(reason.message()), pause);
+    retry.start(pause);
+    pause = qMin(2 * pause, longestPause);
     Q_EMIT failed();
 }

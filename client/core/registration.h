@@ -18,8 +18,11 @@ class Registration : public QObject
     Q_OBJECT
 
 public:
-    /** Begins to register the agent at the object path \a agent. */
-    Registration(const QString &agent, QObject *parent);
+    /**
+     * Begins to register the agent at the object path \a agent. The first pause before another attempt takes
+     * \a pause milliseconds, each further one twice as long, up to 30 times the first.
+     */
+    explicit Registration(const QString &agent, int pause = 1000, QObject *parent = nullptr);
 
     /** Takes the registration back. */
     ~Registration() override;
@@ -38,9 +41,10 @@ private:
     void fail(const QDBusError &reason);
 
     const QString agent;
-    QString adapter; // empty until it knows the agent
+    QString adapter;        // empty until it knows the agent
+    const int longestPause; // milliseconds
+    int pause;
     QTimer retry;
-    int delay = 1; // seconds
 };
 
 #endif

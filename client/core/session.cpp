@@ -41,7 +41,7 @@ void Session::createAgent()
     dropAgent();
     agent = std::make_unique<NfcAgent>();
     requests = std::make_unique<AgentRequests>(&adapter, agent.get(), &queue, face);
-    registration = std::make_unique<Registration>(agent->path(), nullptr);
+    registration = std::make_unique<Registration>(agent->path());
     connect(registration.get(), &Registration::succeeded, this, &Session::welcome);
     // Queued: the daemon gets its answer before the agent that it called goes. In the agent's name: a word
     // that a daemon has left behind cannot take the next one's agent away.

@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <csignal>
+
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+
+using namespace Qt::Literals::StringLiterals;
+
+/** The programs as a shell or a service manager meets them. */
+class TestPrograms : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+
+    void helpNeedsNoDisplay_data() { addPrograms(); }
+    void helpNeedsNoDisplay();
+    void withoutDisplayItSaysSo_data() { addPrograms(); }
+    void withoutDisplayItSaysSo();
+    void badArgumentsAreRefused_data() { addPrograms(); }
+    void badArgumentsAreRefused();
+    void signalsEndIt_data();
+    void signalsEndIt();
+    void manualHasEveryExitCode_data() { addPrograms(); }
+    void manualHasEveryExitCode();
+    void serviceDoesNotComeBackInVain();
+
+private:
+    static void addPrograms();
+    static QProcessEnvironment withoutDisplay();
+};
+
+void TestPrograms::addPrograms()
+{
+    QTest::addColumn<QString>("program");
+    QTest::newRow("nfc-ui") << QStringLiteral(NFC_UI);
+    QTest::newRow("nfc-settings") << QStringLiteral(NFC_SETTINGS);
+}
+
+QProcessEnvironment TestPrograms::withoutDisplay()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
+    environment.remove(u"DISPLAY"_s);
+    environment.remove(u"WAYLAND_DISPLAY"_s);
+    return environment;
+}
+
+void TestPrograms::helpNeedsNoDisplay()
+{
+    QFETCH(QString, program);
+    for (const QString &option : {u"--help"_s, u"-h"_s, u"--version"_s, u"-v"_s}) {
+        QProcess process;
+        process.setProcessEnvironment(withoutDisplay());
+        process.start(program, {option});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(process.exitCode(), 0);
+        QVERIFY(process.readAllStandardOutput().contains(option.contains(u'h') ? "Exit codes: 0" : "1."));
+    }
+}
+
+void TestPrograms::withoutDisplayItSaysSo()
+{
+    QFETCH(QString, program);
+    QProcess process;
+    process.setProcessEnvironment(withoutDisplay());
+    process.start(program, {});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 3);
+    const QByteArray said = process.readAllStandardError();
+    QVERIFY2(said.contains(QTest::currentDataTag() + ": no display: "_ba), said.constData());
+}
+
+void TestPrograms::badArgumentsAreRefused()
+{
+    QFETCH(QString, program);
+    for (const QString &argument : {u"--nonsense"_s, u"nonsense"_s}) {
+        QProcess process;
+        process.start(program, {argument});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 64);
+        QVERIFY(process.readAllStandardError().startsWith(QTest::currentDataTag()));
+    }
+}
+
+void TestPrograms::signalsEndIt_data()
+{
+    QTest::addColumn<QStringList>("command");
+    QTest::addColumn<int>("number");
+    for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
+        QTest::addRow("nfc-ui, %d", number)
+            << QStringList{QStringLiteral(NFC_UI), u"--remote-control"_s} << number;
+        QTest::addRow("nfc-ui --console, %d", number)
+            << QStringList{QStringLiteral(NFC_UI), u"--console"_s} << number;
+        QTest::addRow("nfc-settings, %d", number)
+            << QStringList{QStringLiteral(NFC_SETTINGS), u"--remote-control"_s} << number;
+    }
+}
+
+void TestPrograms::signalsEndIt()
+{
+    QFETCH(QStringList, command);
+    QFETCH(int, number);
+    QProcess process;
+    process.start(command[0], command.mid(1));
+    // It reads when it is ready to be ended.
+    process.write("nonsense\n");
+    QVERIFY(process.waitForReadyRead());
+    QCOMPARE(::kill(pid_t(process.processId()), number), 0);
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(process.exitCode(), 0);
+}
+
+void TestPrograms::manualHasEveryExitCode()
+{
+    QFETCH(QString, program);
+    QProcess process;
+    process.start(program, {u"--help"_s});
+    QVERIFY(process.waitForFinished());
+    const QString help = QString::fromLocal8Bit(process.readAllStandardOutput()).simplified();
+    const QString codes = help.section(u"Exit codes: "_s, 1).section(u". "_s, 0, 0);
+
+    QFile manual(QStringLiteral(MANUALS) + u'/' + QString::fromLatin1(QTest::currentDataTag()) + u".1"_s);
+    QVERIFY(manual.open(QIODevice::ReadOnly));
+    const QString status =
+        QString::fromUtf8(manual.readAll()).section(u".SH EXIT STATUS\n"_s, 1).section(u".SH"_s, 0, 0);
+    static const QRegularExpression inManual(u"\\.B (\\d+)\\n"_s);
+    static const QRegularExpression inHelp(u"(?:^|, )(\\d+) "_s);
+    QStringList listed;
+    for (const QRegularExpressionMatch &match : inManual.globalMatch(status))
+        listed.append(match.captured(1));
+    QStringList told;
+    for (const QRegularExpressionMatch &match : inHelp.globalMatch(codes))
+        told.append(match.captured(1));
+    QCOMPARE(listed, told);
+    QVERIFY(listed.contains(u"3"_s));
+}
+
+void TestPrograms::serviceDoesNotComeBackInVain()
+{
+    QFile unit(QStringLiteral(UNIT));
+    QVERIFY(unit.open(QIODevice::ReadOnly));
+    QVERIFY(unit.readAll().contains("\nRestartPreventExitStatus=2 3 64\n"));
+}
+
+QTEST_GUILESS_MAIN(TestPrograms)
+#include "tst_programs.moc"
