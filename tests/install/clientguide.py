@@ -8,6 +8,8 @@ import shutil
 import sys
 
 import pages
+from gi.repository import GLib
+from guidedaemon import GuideDaemon
 from newcomer import Newcomer, expect
 
 page, prefix, folder, *cmake_arguments = sys.argv[1:]
@@ -79,3 +81,26 @@ for stage, questions in QUESTIONS.items():
         hear(program, "Asking")
         leave(program)
         expect(outcome(tap), "canceled")
+
+
+# Questions about one target, of which the second needs no answer of the user's: it must not answer the first.
+newcomer.run("nfctap", "crash")
+daemon = GuideDaemon()
+daemon.comes()
+stage4 = newcomer.start(programs / "stage4")
+daemon.knows_agents(1)
+TARGET = "/target"
+pairing = daemon.asks("RequestBTPairing", GLib.Variant("(ossus)", (TARGET, "00:16:41:7A:0F:11", "Headset", 0x240404, "")))
+hear(stage4, "Asking")
+delivery = daemon.asks("RequestNDEFDataDelivery", GLib.Variant("(a(ssos)oay)", ([], TARGET, b"")))
+daemon.tells("NotifyTouch", GLib.Variant("(os)", (TARGET, "ok")))
+expect([pairing, delivery], [[], []])
+
+# The last word of a daemon that goes must not take the agent that its successor knows.
+daemon.asks("Release")
+daemon.goes()
+daemon.comes()
+daemon.knows_agents(2)
+daemon.tells("NotifyTouch", GLib.Variant("(os)", (TARGET, "ok")))
+daemon.tells("NotifyTouch", GLib.Variant("(os)", (TARGET, "ok")))
+leave(stage4)
