@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QImage>
 #include <QSignalSpy>
@@ -40,14 +41,50 @@ struct OddService : DBusMock
 
     bool emitReady(const QStringList &uris) const
     {
-        return call(
-                   servicePath, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("EmitSignal"),
-                   {thumbnailService, QStringLiteral("Ready"), QStringLiteral("uas"), QVariantList{1u, uris}})
-                   .type() == QDBusMessage::ReplyMessage;
+        return emitSignal(QStringLiteral("Ready"), QStringLiteral("uas"), {1u, uris});
+    }
+
+    bool emitError(uint handle, const QStringList &uris) const
+    {
+        return emitSignal(QStringLiteral("Error"), QStringLiteral("uasis"),
+                          {handle, uris, 0, QStringLiteral("broken")});
+    }
+
+    bool waitForQueued(int count) const
+    {
+        return QTest::qWaitFor([&] { return callCount(servicePath, QStringLiteral("Queue")) == count; });
     }
 
     bool ready;
+
+private:
+    bool emitSignal(const QString &name, const QString &signature, const QVariantList &arguments) const
+    {
+        return call(servicePath, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("EmitSignal"),
+                    {thumbnailService, name, signature, arguments})
+                   .type() == QDBusMessage::ReplyMessage;
+    }
 };
+
+// Gives each request a handle of its own, from 1.
+const auto countingBody = QStringLiteral("self.count = getattr(self, 'count', 0) + 1; ret = self.count");
+
+const auto defaultThumbnail = QUrl(QStringLiteral("file:///default.png"));
+
+QString thumbnailPath(const QByteArray &uri, const QString &flavor)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
+           QStringLiteral("/thumbnails/%1/%2.png")
+               .arg(flavor,
+                    QString::fromLatin1(QCryptographicHash::hash(uri, QCryptographicHash::Md5).toHex()));
+}
+
+// A thumbnail as if it were made.
+bool makeThumbnail(const QString &uri, const QString &flavor = QStringLiteral("normal"))
+{
+    const QString path = thumbnailPath(uri.toUtf8(), flavor);
+    return QDir().mkpath(QFileInfo(path).path()) && QFile(path).open(QIODevice::WriteOnly);
+}
 
 } // namespace
 
@@ -63,6 +100,13 @@ private Q_SLOTS:
     void missingServiceGivesOneWarning();
     void slowServiceDoesNotBlock();
     void cancelledRequestIsForgotten();
+    void requestAfterACancelledOneIsAnswered();
+    void eachSizeIsAnswered();
+    void errorOfOneSizeLeavesTheOther();
+    void errorBeforeTheHandleCounts();
+    void errorsOfOthersAreIgnored();
+    void fileHasTheThumbnailThatOthersFind_data();
+    void fileHasTheThumbnailThatOthersFind();
     void serviceMakesThumbnails_data();
     void serviceMakesThumbnails();
     void pathWithoutSchemeIsALocalFile();
@@ -256,30 +300,151 @@ void TestThumbnailer::cancelledRequestIsForgotten()
 {
     OddService service(QStringLiteral("u"), QStringLiteral("ret = 7"));
     QVERIFY(service.ready);
-    // Both exist, as if they were made.
     const auto first = QStringLiteral("file:///first.png");
     const auto second = QStringLiteral("file:///second.png");
-    const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericCacheLocation) +
-                           QStringLiteral("/thumbnails/normal/");
-    QVERIFY(QDir().mkpath(folder));
-    for (const QString &uri : {first, second}) {
-        const QByteArray hash = QCryptographicHash::hash(uri.toUtf8(), QCryptographicHash::Md5).toHex();
-        QVERIFY(
-            QFile(folder + QString::fromLatin1(hash) + QStringLiteral(".png")).open(QIODevice::WriteOnly));
-    }
+    QVERIFY(makeThumbnail(first) && makeThumbnail(second));
 
     Thumbnailer thumbnailer({}, {});
     QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
     QList<QUrl> uris = {QUrl(first)};
     QStringList types = {QStringLiteral("image/png")};
     thumbnailer.request(uris, types, false, QString(), QString(), false, true);
-    QTRY_COMPARE(service.callCount(servicePath, QStringLiteral("Queue")), 1);
+    QVERIFY(service.waitForQueued(1));
     uris = {QUrl(second)};
     thumbnailer.request(uris, types, false, QString(), QString(), true, false);
-    QTRY_COMPARE(service.callCount(servicePath, QStringLiteral("Queue")), 2);
+    QVERIFY(service.waitForQueued(2));
     QVERIFY(service.emitReady({first, second}));
     QTRY_COMPARE(spy.size(), 1);
     QCOMPARE(spy[0][0].toUrl(), QUrl(second));
+}
+
+void TestThumbnailer::requestAfterACancelledOneIsAnswered()
+{
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    const auto uri = QStringLiteral("file:///again.png");
+    QVERIFY(makeThumbnail(uri));
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QList<QUrl> uris = {QUrl(uri)};
+    QStringList types = {QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QString(), QString(), false, true);
+    QVERIFY(service.waitForQueued(1));
+    thumbnailer.request(uris, types, false, QString(), QString(), true, false);
+    QVERIFY(service.waitForQueued(2));
+    QVERIFY(service.emitError(1, {uri}) && service.emitReady({uri}));
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][1].toUrl(), QUrl::fromLocalFile(thumbnailPath(uri.toUtf8(), QStringLiteral("normal"))));
+}
+
+void TestThumbnailer::eachSizeIsAnswered()
+{
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    const auto uri = QStringLiteral("file:///sizes.png");
+    QVERIFY(makeThumbnail(uri));
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QList<QUrl> uris = {QUrl(uri)};
+    QStringList types = {QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QStringLiteral("normal"), QString(), false, true);
+    thumbnailer.request(uris, types, false, QStringLiteral("large"), QString(), false, true);
+    QVERIFY(service.waitForQueued(2));
+    QVERIFY(service.emitReady({uri}));
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][3].toString(), QStringLiteral("normal"));
+    QVERIFY(makeThumbnail(uri, QStringLiteral("large")));
+    QVERIFY(service.emitReady({uri}));
+    QTRY_COMPARE(spy.size(), 2);
+    QCOMPARE(spy[1][3].toString(), QStringLiteral("large"));
+}
+
+void TestThumbnailer::errorOfOneSizeLeavesTheOther()
+{
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    const auto uri = QStringLiteral("file:///error.png");
+    QVERIFY(makeThumbnail(uri, QStringLiteral("large")));
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    QList<QUrl> uris = {QUrl(uri)};
+    QStringList types = {QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QStringLiteral("normal"), QString(), false, true);
+    thumbnailer.request(uris, types, false, QStringLiteral("large"), QString(), false, true);
+    QVERIFY(service.waitForQueued(2));
+    QVERIFY(service.emitError(1, {uri}) && service.emitReady({uri}));
+    QTRY_COMPARE(spy.size(), 2);
+    QCOMPARE(spy[0][1].toUrl(), defaultThumbnail);
+    QCOMPARE(spy[0][3].toString(), QStringLiteral("normal"));
+    QVERIFY(spy[1][1].toUrl() != defaultThumbnail);
+    QCOMPARE(spy[1][3].toString(), QStringLiteral("large"));
+}
+
+void TestThumbnailer::errorBeforeTheHandleCounts()
+{
+    OddService service(
+        QStringLiteral("u"),
+        QStringLiteral("self.EmitSignal('org.freedesktop.thumbnails.Thumbnailer1', 'Error', 'uasis',\n"
+                       "                [dbus.UInt32(9), args[0], dbus.Int32(0), 'broken'])\n"
+                       "ret = 9"));
+    QVERIFY(service.ready);
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {QUrl(QStringLiteral("file:///early.png"))}, {QStringLiteral("image/png")});
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][1].toUrl(), defaultThumbnail);
+}
+
+void TestThumbnailer::errorsOfOthersAreIgnored()
+{
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    const auto uri = QStringLiteral("file:///theirs.png");
+    QVERIFY(makeThumbnail(uri));
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {QUrl(uri)}, {QStringLiteral("image/png")});
+    QVERIFY(service.waitForQueued(1));
+    QVERIFY(service.emitError(77, {uri}) && service.emitReady({uri}));
+    QTRY_COMPARE(spy.size(), 1);
+    QVERIFY(spy[0][1].toUrl() != defaultThumbnail);
+}
+
+// As GIO writes the URI of a file, and so file managers and image viewers do.
+void TestThumbnailer::fileHasTheThumbnailThatOthersFind_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::addColumn<QByteArray>("uri");
+    QTest::newRow("plain") << QStringLiteral("/t/plain.png") << QByteArray("file:///t/plain.png");
+    QTest::newRow("blank") << QStringLiteral("/t/two words.png") << QByteArray("file:///t/two%20words.png");
+    QTest::newRow("semicolon") << QStringLiteral("/t/a;b.png") << QByteArray("file:///t/a%3Bb.png");
+    QTest::newRow("brackets") << QStringLiteral("/t/a[1].png") << QByteArray("file:///t/a%5B1%5D.png");
+    QTest::newRow("hash") << QStringLiteral("/t/a#b.png") << QByteArray("file:///t/a%23b.png");
+    QTest::newRow("question mark") << QStringLiteral("/t/a?b.png") << QByteArray("file:///t/a%3Fb.png");
+    QTest::newRow("percent") << QStringLiteral("/t/a%20b.png") << QByteArray("file:///t/a%2520b.png");
+    QTest::newRow("not escaped") << QStringLiteral("/t/a&b+c,d=e@f:g!h~i*j'k(l)m$n.png")
+                                 << QByteArray("file:///t/a&b+c,d=e@f:g!h~i*j'k(l)m$n.png");
+    QTest::newRow("escaped") << QStringLiteral("/t/a\"b<c>d|e^f`g{h}i\\j.png")
+                             << QByteArray("file:///t/a%22b%3Cc%3Ed%7Ce%5Ef%60g%7Bh%7Di%5Cj.png");
+    QTest::newRow("umlaut") << QStringLiteral(u"/t/\u00e4.png") << QByteArray("file:///t/%C3%A4.png");
+    QTest::newRow("roundabout path") << QStringLiteral("/t/./u/..//a.png") << QByteArray("file:///t/a.png");
+}
+
+void TestThumbnailer::fileHasTheThumbnailThatOthersFind()
+{
+    QFETCH(QString, path);
+    QFETCH(QByteArray, uri);
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    QVERIFY(makeThumbnail(QString::fromUtf8(uri)));
+    Thumbnailer thumbnailer({}, {});
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    request(thumbnailer, {QUrl::fromLocalFile(path)}, {QStringLiteral("image/png")});
+    QVERIFY(service.waitForQueued(1));
+    QVERIFY(service.emitReady({QString::fromUtf8(uri)}));
+    QTRY_COMPARE(spy.size(), 1);
+    QCOMPARE(spy[0][0].toUrl(), QUrl::fromLocalFile(path));
+    QCOMPARE(spy[0][1].toUrl(), QUrl::fromLocalFile(thumbnailPath(uri, QStringLiteral("normal"))));
 }
 
 void TestThumbnailer::missingServiceGivesOneWarning()

@@ -2,10 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "thumbnailer.h"
 
+#include <algorithm>
+#include <glib.h>
+#include <memory>
+#include <utility>
+
 #include <QCryptographicHash>
 #include <QDBusConnection>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QDir>
 #include <QFile>
 #include <QPointer>
 #include <QStandardPaths>
@@ -14,6 +20,17 @@
 
 namespace Thumbnails {
 namespace {
+
+// The URI of a file as GLib writes it: by its hash everybody finds the thumbnail.
+QString thumbnailUri(const QUrl &url)
+{
+    if (!url.isRelative() && (!url.isLocalFile() || !url.host().isEmpty()))
+        return url.toString(QUrl::FullyEncoded);
+    const QString path = url.isRelative() ? url.path() : url.toLocalFile();
+    const std::unique_ptr<char, decltype(&g_free)> uri(
+        g_filename_to_uri(QFile::encodeName(QDir::cleanPath(path)).constData(), nullptr, nullptr), g_free);
+    return uri ? QString::fromUtf8(uri.get()) : url.toString(QUrl::FullyEncoded);
+}
 
 // Where the thumbnail managing standard keeps the thumbnail of a URI.
 QString thumbnailPath(const QString &uri, const QString &flavor)
@@ -35,63 +52,112 @@ ThumbnailerPrivate::ThumbnailerPrivate(Thumbnailer *q, const QUrl &defaultThumbn
     , defaultThumbnail(defaultThumbnail)
     , defaultPixmap(defaultPixmap)
 {
-    connect(
-        &service, &ThumbnailServiceProxy::Ready, this,
-        [this](uint, const QStringList &uris) { announceThumbnails(uris); });
-    connect(&service, &ThumbnailServiceProxy::Error, this,
-            [this](uint, const QStringList &uris) { announceDefault(uris); });
+    // Whoever asked, the thumbnail is the same.
+    connect(&service, &ThumbnailServiceProxy::Ready, this,
+            [this](uint, const QStringList &uris) { announceThumbnails(uris); });
+    connect(&service, &ThumbnailServiceProxy::Error, this, &ThumbnailerPrivate::handleError);
 }
 
-void ThumbnailerPrivate::queue(const QStringList &uris, const QStringList &mimeTypes, const QString &flavor,
-                               const QString &scheduler, bool autoCancel)
+void ThumbnailerPrivate::request(const QList<QUrl> &uris, const QStringList &mimeTypes, bool sendPixmap,
+                                 const QString &flavor, const QString &scheduler, bool autoCancel)
 {
+    Request request{flavor, sendPixmap, {}, {}};
+    QStringList names;
+    for (const QUrl &uri : uris) {
+        names.append(thumbnailUri(uri));
+        request.items.insert(names.constLast(), uri);
+    }
+    const quint64 id = ++lastId;
+    requests.insert(id, request);
+    ++callsWithoutAnswer;
     auto *watcher = new QDBusPendingCallWatcher(
-        service.Queue(uris, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this,
-            [this, uris](QDBusPendingCallWatcher *watcher) {
-                watcher->deleteLater();
-                const QDBusPendingReply<uint> reply = *watcher;
-                if (!reply.isError()) {
-                    lastHandle = reply.value();
-                    return;
-                }
-                qWarning("Thumbnailer: Queue returned error '%s': %s", qUtf8Printable(reply.error().name()),
-                         qUtf8Printable(reply.error().message()));
-                announceDefault(uris);
-            });
+        service.Queue(names, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u), this);
+    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, id] {
+        watcher->deleteLater();
+        handleQueued(id, *watcher);
+    });
 }
 
-// The request does not matter: whoever asked, the thumbnail is the same.
+void ThumbnailerPrivate::forgetRequests()
+{
+    requests.clear();
+}
+
+void ThumbnailerPrivate::handleQueued(quint64 id, const QDBusPendingCall &call)
+{
+    const QDBusPendingReply<uint> reply = call;
+    const auto request = requests.find(id);
+    QStringList failed;
+    if (reply.isError()) {
+        qWarning("Thumbnailer: Queue returned error '%s': %s", qUtf8Printable(reply.error().name()),
+                 qUtf8Printable(reply.error().message()));
+        failed = request == requests.end() ? QStringList() : request->items.keys();
+    } else {
+        lastHandle = reply.value();
+        failed = earlyErrors.take(lastHandle);
+        if (request != requests.end())
+            request->handle = lastHandle;
+    }
+    if (--callsWithoutAnswer == 0)
+        earlyErrors.clear();
+    announceDefault(id, failed);
+}
+
+void ThumbnailerPrivate::handleError(uint handle, const QStringList &uris)
+{
+    const auto request = std::find_if(requests.cbegin(), requests.cend(),
+                                      [handle](const Request &request) { return request.handle == handle; });
+    if (request != requests.cend())
+        announceDefault(request.key(), uris);
+    else if (callsWithoutAnswer > 0)
+        earlyErrors[handle] += uris;
+}
+
+// The oldest request for a thumbnail that is there gets it; one in another size goes on waiting.
+std::optional<ThumbnailerPrivate::Thumbnail> ThumbnailerPrivate::takeThumbnail(const QString &uri)
+{
+    for (auto request = requests.begin(); request != requests.end(); ++request) {
+        const QString path = thumbnailPath(uri, request->flavor);
+        if (!request->items.contains(uri) || !QFile::exists(path))
+            continue;
+        Thumbnail thumbnail{request->items.take(uri), path, request->flavor, request->sendPixmap};
+        if (request->items.isEmpty())
+            requests.erase(request);
+        return thumbnail;
+    }
+    return std::nullopt;
+}
+
 void ThumbnailerPrivate::announceThumbnails(const QStringList &uris)
 {
     const QPointer<ThumbnailerPrivate> self(this);
     for (const QString &uri : uris) {
-        const auto item = pending.constFind(uri);
-        if (item == pending.constEnd())
-            continue;
-        const QString path = thumbnailPath(uri, item->flavor);
-        // Somebody else asked for the same item in another size.
-        if (!QFile::exists(path))
-            continue;
-        const Item done = pending.take(uri);
-        Q_EMIT q->thumbnail(done.uri, QUrl::fromLocalFile(path), done.sendPixmap ? QPixmap(path) : QPixmap(),
-                            done.flavor);
-        if (!self)
-            return;
+        while (const std::optional<Thumbnail> done = takeThumbnail(uri)) {
+            Q_EMIT q->thumbnail(done->uri, QUrl::fromLocalFile(done->path),
+                                done->sendPixmap ? QPixmap(done->path) : QPixmap(), done->flavor);
+            if (!self)
+                return;
+        }
     }
 }
 
-void ThumbnailerPrivate::announceDefault(const QStringList &uris)
+void ThumbnailerPrivate::announceDefault(quint64 id, const QStringList &uris)
 {
     const QPointer<ThumbnailerPrivate> self(this);
     for (const QString &uri : uris) {
-        const auto item = pending.constFind(uri);
-        if (item == pending.constEnd())
+        // Looked up each time: a slot may have canceled the request.
+        const auto request = requests.find(id);
+        if (request == requests.end())
+            return;
+        if (!request->items.contains(uri))
             continue;
-        const Item done = pending.take(uri);
+        const QUrl done = request->items.take(uri);
+        const QString flavor = request->flavor;
+        if (request->items.isEmpty())
+            requests.erase(request);
         if (defaultThumbnail.isEmpty() && defaultPixmap.isNull())
             continue;
-        Q_EMIT q->thumbnail(done.uri, defaultThumbnail, defaultPixmap, done.flavor);
+        Q_EMIT q->thumbnail(done, defaultThumbnail, defaultPixmap, flavor);
         if (!self)
             return;
     }
@@ -108,19 +174,9 @@ void Thumbnailer::request(QList<QUrl> &uris, QStringList &mimeTypes, bool sendPi
                           QString scheduler, bool autoCancel, bool sendRemainingSignals)
 {
     if (autoCancel && !sendRemainingSignals)
-        d->pending.clear();
-    if (flavor.isEmpty())
-        flavor = QStringLiteral("normal");
-    if (scheduler.isEmpty())
-        scheduler = QStringLiteral("default");
-
-    QStringList names;
-    for (const QUrl &uri : std::as_const(uris)) {
-        const QUrl url = uri.isRelative() ? QUrl::fromLocalFile(uri.path()) : uri;
-        names.append(url.toString(QUrl::FullyEncoded));
-        d->pending.insert(names.constLast(), {uri, flavor, sendPixmap});
-    }
-    d->queue(names, mimeTypes, flavor, scheduler, autoCancel);
+        d->forgetRequests();
+    d->request(uris, mimeTypes, sendPixmap, flavor.isEmpty() ? QStringLiteral("normal") : flavor,
+               scheduler.isEmpty() ? QStringLiteral("default") : scheduler, autoCancel);
 }
 
 } // namespace Thumbnails

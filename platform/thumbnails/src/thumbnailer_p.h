@@ -3,7 +3,10 @@
 #ifndef CONNUI_THUMBNAILER_P_H
 #define CONNUI_THUMBNAILER_P_H
 
+#include <optional>
+
 #include <QHash>
+#include <QMap>
 
 #include "thumbnailer.h"
 #include "thumbnailserviceproxy.h"
@@ -16,28 +19,46 @@ class ThumbnailerPrivate : public QObject
 public:
     ThumbnailerPrivate(Thumbnailer *q, const QUrl &defaultThumbnail, const QPixmap &defaultPixmap);
 
-    struct Item
+    void request(const QList<QUrl> &uris, const QStringList &mimeTypes, bool sendPixmap,
+                 const QString &flavor, const QString &scheduler, bool autoCancel);
+    void forgetRequests();
+
+private:
+    struct Request
+    {
+        QString flavor;
+        bool sendPixmap;
+        // What is not announced yet, by the URI that the service knows.
+        QHash<QString, QUrl> items;
+        // The service's name for the request, as soon as it has told it.
+        std::optional<uint> handle;
+    };
+
+    struct Thumbnail
     {
         QUrl uri;
+        QString path;
         QString flavor;
         bool sendPixmap;
     };
 
-    void queue(const QStringList &uris, const QStringList &mimeTypes, const QString &flavor,
-               const QString &scheduler, bool autoCancel);
-
-    // What was asked for and not answered, by the URI that the service knows.
-    QHash<QString, Item> pending;
-
-private:
+    void handleQueued(quint64 id, const QDBusPendingCall &call);
+    void handleError(uint handle, const QStringList &uris);
     void announceThumbnails(const QStringList &uris);
-    void announceDefault(const QStringList &uris);
+    void announceDefault(quint64 id, const QStringList &uris);
+    std::optional<Thumbnail> takeThumbnail(const QString &uri);
 
     Thumbnailer *q;
     ThumbnailServiceProxy service;
     QUrl defaultThumbnail;
     QPixmap defaultPixmap;
+    // By numbers of our own, in their order.
+    QMap<quint64, Request> requests;
+    quint64 lastId = 0;
     uint lastHandle = 0;
+    // The service may fail before it has told the request's handle.
+    int callsWithoutAnswer = 0;
+    QHash<uint, QStringList> earlyErrors;
 };
 
 } // namespace Thumbnails
