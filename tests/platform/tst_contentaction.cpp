@@ -19,11 +19,12 @@ void writeFile(const QString &path, const QByteArray &content)
     QCOMPARE(file.write(content), content.size());
 }
 
-void installApplication(const QString &id, const QByteArray &program = "/bin/true")
+void installApplication(const QString &id, const QByteArray &program = "/bin/true",
+                        const QByteArray &more = {})
 {
     writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
                   QStringLiteral("/applications/%1.desktop").arg(id),
-              "[Desktop Entry]\nType=Application\nName=Test\nExec=" + program + " %u\n");
+              "[Desktop Entry]\nType=Application\nName=Test\nExec=" + program + " %u\n" + more);
 }
 
 } // namespace
@@ -49,15 +50,27 @@ private Q_SLOTS:
 
 private:
     QTemporaryDir folder;
+    QTemporaryDir system;
 };
 
 void TestContentAction::initTestCase()
 {
+    // Before GLib asks: nothing of the machine's own but its content types.
+    const QString types = QStandardPaths::locate(QStandardPaths::GenericDataLocation, QStringLiteral("mime"),
+                                                 QStandardPaths::LocateDirectory);
+    QVERIFY(QFile::link(types, system.filePath(QStringLiteral("mime"))));
+    qputenv("XDG_DATA_DIRS", QFile::encodeName(system.path()));
+    qputenv("XDG_CONFIG_DIRS", QFile::encodeName(system.path()));
+    qunsetenv("XDG_CURRENT_DESKTOP");
+
     installApplication(QStringLiteral("browser"));
     installApplication(QStringLiteral("mailer"));
     installApplication(QStringLiteral("org.example.Viewer"));
     installApplication(QStringLiteral("editor"));
     installApplication(QStringLiteral("broken"), "/nowhere/program");
+    installApplication(QStringLiteral("dialer"));
+    installApplication(QStringLiteral("hidden"), "/bin/true", "Hidden=true\n");
+    installApplication(QStringLiteral("nodisplay"), "/bin/true", "NoDisplay=true\n");
     writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
                   QStringLiteral("/mimeapps.list"),
               "[Default Applications]\n"
@@ -65,6 +78,11 @@ void TestContentAction::initTestCase()
               "x-scheme-handler/mailto=mailer.desktop\n"
               "x-scheme-handler/geo=missing.desktop\n"
               "x-scheme-handler/market=broken.desktop\n"
+              "x-scheme-handler/tel=dialer.desktop\n"
+              "x-scheme-handler/hidden=hidden.desktop\n"
+              "x-scheme-handler/nodisplay=nodisplay.desktop\n"
+              "text/x-hidden=hidden.desktop\n"
+              "application/zip=hidden.desktop\n"
               "image/jpeg=org.example.Viewer.desktop\n"
               "text/plain=editor.desktop\n");
 }
@@ -91,6 +109,9 @@ void TestContentAction::schemeHasItsApplication_data()
     QTest::newRow("blanks in the rest") << QStringLiteral("mailto:a b") << QStringLiteral("mailer");
     QTest::newRow("application not installed") << QStringLiteral("geo:1,2") << QString();
     QTest::newRow("program not installed") << QStringLiteral("market:1") << QString();
+    QTest::newRow("hidden application") << QStringLiteral("hidden:1") << QString();
+    QTest::newRow("application without a launcher")
+        << QStringLiteral("nodisplay:1") << QStringLiteral("nodisplay");
     QTest::newRow("nobody's") << QStringLiteral("nobody:1") << QString();
     QTest::newRow("no scheme") << QStringLiteral("example.com") << QString();
     QTest::newRow("empty") << QString() << QString();
@@ -112,6 +133,16 @@ void TestContentAction::stringHasItsApplication_data()
     QTest::newRow("URI") << QStringLiteral("mailto:a@example.com") << QStringLiteral("mailer");
     QTest::newRow("text") << QStringLiteral("Hello") << QStringLiteral("editor");
     QTest::newRow("text with a colon") << QStringLiteral("Note: hello") << QStringLiteral("editor");
+    QTest::newRow("number") << QStringLiteral("tel:+4930123") << QStringLiteral("dialer");
+    QTest::newRow("URI with a character beyond 16 bits")
+        << QStringLiteral(u"http://example.com/\U0001f600") << QStringLiteral("browser");
+    QTest::newRow("number in prose") << QStringLiteral("Tel: 030 123456") << QStringLiteral("editor");
+    QTest::newRow("number in prose, no breaking blank")
+        << QStringLiteral(u"Tel:030\u00a0123456") << QStringLiteral("editor");
+    QTest::newRow("address at the beginning of prose")
+        << QStringLiteral("mailto:a@example.com is my address") << QStringLiteral("editor");
+    QTest::newRow("two lines") << QStringLiteral("tel:030\ntel:040") << QStringLiteral("editor");
+    QTest::newRow("URI with a line's end") << QStringLiteral("tel:030\r\n") << QStringLiteral("dialer");
     QTest::newRow("picture") << QStringLiteral("%PDF-1.5") << QString();
     QTest::newRow("empty") << QString() << QString();
 }
@@ -130,6 +161,7 @@ void TestContentAction::typeHasItsApplication_data()
     QTest::newRow("picture") << QStringLiteral("image/jpeg") << QStringLiteral("org.example.Viewer");
     QTest::newRow("capitals") << QStringLiteral("Image/JPEG") << QStringLiteral("org.example.Viewer");
     QTest::newRow("kind of text") << QStringLiteral("text/x-csrc") << QStringLiteral("editor");
+    QTest::newRow("hidden application") << QStringLiteral("text/x-hidden") << QString();
     QTest::newRow("nobody's") << QStringLiteral("image/x-nobody") << QString();
     QTest::newRow("no type") << QStringLiteral("nonsense") << QString();
     QTest::newRow("empty") << QString() << QString();
@@ -154,6 +186,7 @@ void TestContentAction::fileHasTheApplicationOfItsContent_data()
                                 << QStringLiteral("org.example.Viewer");
     QTest::newRow("blanks and umlauts")
         << QStringLiteral(u"\u00e4 b#c%20.txt") << QByteArray("text") << QStringLiteral("editor");
+    QTest::newRow("hidden application") << QStringLiteral("a.zip") << QByteArray("PK\3\4") << QString();
     QTest::newRow("nobody's") << QStringLiteral("a.pdf") << QByteArray("%PDF-1.5") << QString();
 }
 

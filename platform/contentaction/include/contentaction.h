@@ -12,7 +12,7 @@ namespace ContentAction {
 
 /**
  * Names the application that opens some content by default: the user's choice, else the system's
- * (mimeapps.list, as freedesktop.org defines it).
+ * (mimeapps.list, as freedesktop.org defines it). One whose desktop file says Hidden=true is none.
  */
 class CONTENTACTION_EXPORT Action
 {
@@ -24,8 +24,9 @@ public:
     static Action defaultActionForScheme(const QString &uri);
 
     /**
-     * Returns the default application for a piece of text: the one for its scheme when it is a URI, else the
-     * one for the content type that its first bytes show.
+     * Returns the default application for a piece of text: the one for its scheme when all of it is a URI,
+     * else the one for the content type that its first bytes show. Text with blanks in it is no URI, whatever
+     * it begins with; blanks and line ends around one do not count.
      */
     static Action defaultActionForString(const QString &data);
 

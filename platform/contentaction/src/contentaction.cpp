@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "contentaction.h"
 
+#include <algorithm>
 #include <memory>
 
 #include <QFile>
@@ -16,12 +17,14 @@ struct Unref
     void operator()(gpointer object) const { Gio::load()->g_object_unref(object); }
 };
 
-// Takes over the reference.
+// Takes over the reference. A hidden application counts as one that is not installed, though GIO offers it.
 QString nameOf(GAppInfo *application)
 {
     if (!application)
         return QString();
     const std::unique_ptr<GAppInfo, Unref> owner(application);
+    if (Gio::load()->g_desktop_app_info_get_is_hidden(reinterpret_cast<GDesktopAppInfo *>(application)))
+        return QString();
     QString id = QString::fromUtf8(Gio::load()->g_app_info_get_id(application));
     if (id.endsWith(QStringLiteral(".desktop")))
         id.chop(int(qstrlen(".desktop")));
@@ -34,6 +37,14 @@ QString nameForScheme(const QString &uri)
     const Gio *gio = Gio::load();
     return !gio || scheme.isEmpty() ? QString()
                                     : nameOf(gio->g_app_info_get_default_for_uri_scheme(scheme.constData()));
+}
+
+// What has blanks in it is prose, be it "Tel: 030 123".
+bool isUri(const QString &text)
+{
+    return std::none_of(
+        text.cbegin(), text.cend(),
+        [](QChar character) { return character.isSpace() || character.category() == QChar::Other_Control; });
 }
 
 QString nameForType(const QString &mimeType)
@@ -55,7 +66,7 @@ Action Action::defaultActionForScheme(const QString &uri)
 
 Action Action::defaultActionForString(const QString &data)
 {
-    const QString application = nameForScheme(data);
+    const QString application = isUri(data.trimmed()) ? nameForScheme(data.trimmed()) : QString();
     const Gio *gio = Gio::load();
     if (!gio || !application.isEmpty() || data.isEmpty())
         return Action(application);

@@ -3,6 +3,7 @@
 #ifndef CONTENTACTION_GIO_H
 #define CONTENTACTION_GIO_H
 
+#include <gio/gdesktopappinfo.h>
 #include <gio/gio.h>
 
 namespace ContentAction {
@@ -17,6 +18,7 @@ struct Gio
     decltype(&::g_app_info_get_default_for_uri_scheme) g_app_info_get_default_for_uri_scheme;
     decltype(&::g_app_info_get_id) g_app_info_get_id;
     decltype(&::g_content_type_guess) g_content_type_guess;
+    decltype(&::g_desktop_app_info_get_is_hidden) g_desktop_app_info_get_is_hidden;
     decltype(&::g_file_new_for_path) g_file_new_for_path;
     decltype(&::g_file_query_default_handler) g_file_query_default_handler;
     decltype(&::g_object_unref) g_object_unref;
