@@ -83,7 +83,7 @@ public:
         overlay.showIndication();
         ready = QTest::qWaitForWindowExposed(&overlay);
         // It stays as long as the test takes.
-        overlay.findChild<NfcOverlayPrivate *>()->timer.stop();
+        overlay.findChild<NfcOverlayPrivate *>()->timer->stop();
     }
 
     QString property(const QString &name) const
