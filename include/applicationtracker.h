@@ -9,8 +9,11 @@
 #include <QString>
 
 class ApplicationTrackerProxy;
+class QDBusMessage;
 
 namespace ConnUi {
+
+class NfcPendingCall;
 
 /**
  * Knows the process id of the application in the foreground, as the policy daemon reports it.
@@ -32,7 +35,19 @@ public:
      */
     explicit ApplicationTracker(QObject *parent = nullptr);
 
-    /** Ends the subscription. Blocks until the policy daemon has answered, at most 25 seconds. */
+    /**
+     * Subscribes for the whole process without waiting, until \a holder is deleted, and ends without waiting,
+     * too.
+     *
+     * Handlers made meanwhile use this subscription instead of making one of their own and waiting for it.
+     * The call finishes when the policy daemon has answered; a failure is logged like the constructor's.
+     */
+    static NfcPendingCall *subscribeAsync(QObject *holder);
+
+    /**
+     * Ends the subscription. Blocks until the policy daemon has answered, at most 25 seconds, unless the
+     * tracker came from subscribeAsync().
+     */
     ~ApplicationTracker() override;
 
     /** Returns the process id of the application in the foreground, 0 while unknown. Does not block. */
@@ -42,6 +57,10 @@ private Q_SLOTS:
     void notify(const QString &binary, const QString &group, const QString &argv1, uint pid);
 
 private:
+    explicit ApplicationTracker(NfcPendingCall &subscription);
+    void connectNotifications();
+    void setSubscription(const QDBusMessage &reply);
+
     ApplicationTrackerProxy *interface;
     quint32 pid = 0;
 };

@@ -15,6 +15,7 @@
 namespace ConnUi {
 
 class NdefMessageHandlerPrivate;
+class NfcPendingCall;
 
 /**
  * Names one application that can take the content of a tag.
@@ -24,7 +25,8 @@ class NdefMessageHandlerPrivate;
  *
  * While any handler lives, the process follows the application in the foreground (ApplicationTracker). Making
  * the first handler of a process therefore blocks until the policy daemon has answered on the system bus, at
- * most 25 seconds, and so does deleting the last. Handlers live on the thread that runs the application's
+ * most 25 seconds, and so does deleting the last; ApplicationTracker::subscribeAsync() beforehand prevents
+ * both. Handlers live on the thread that runs the application's
  * event loop; a program that sends handlers marshals them into a QDBusArgument first, because one left in an
  * outgoing message would die on another thread.
  */
@@ -89,6 +91,21 @@ public:
      * NfcAgent::dataDeliveryGranted().
      */
     void forwardData(const QDBusObjectPath &target, const QByteArray &data);
+
+    /**
+     * Finds out whether the handler is in front, like isRunningOnForeground(), without waiting.
+     *
+     * The call's value is a bool, false after a failure. This object need not live on.
+     */
+    NfcPendingCall *isRunningOnForegroundAsync() const;
+
+    /**
+     * Hands over data, like forwardData(), without waiting.
+     *
+     * The application is launched when the handler has answered, with a failure or not; then the call
+     * finishes. A handler that does not answer is given up after 25 seconds. This object need not live on.
+     */
+    NfcPendingCall *forwardDataAsync(const QDBusObjectPath &target, const QByteArray &data) const;
 
 private:
     NdefMessageHandlerPrivate *d;

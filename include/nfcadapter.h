@@ -3,6 +3,7 @@
 #ifndef CONNUI_NFCADAPTER_H
 #define CONNUI_NFCADAPTER_H
 
+#include <chrono>
 #include <connui_nfc_export.h>
 
 #include <QObject>
@@ -13,6 +14,7 @@ namespace ConnUi {
 
 class NfcAdapterPrivate;
 class NfcAgent;
+class NfcPendingCall;
 
 /**
  * Follows the default adapter of the NFC daemon, "com.tavix.nfc" on the system bus.
@@ -45,6 +47,14 @@ public:
     /** Returns a new adapter without a parent at every call; the caller owns it. */
     static NfcAdapter *defaultAdapter();
 
+    /**
+     * Returns a new adapter without a parent, without waiting for the daemon; the caller owns it.
+     *
+     * From then on the binding that all adapters of the process share does not wait either: a daemon that is
+     * there or comes is announced by adapterValid() once it has answered.
+     */
+    static NfcAdapter *defaultAdapterAsync();
+
     /** Makes an adapter owned by \a parent. */
     explicit NfcAdapter(QObject *parent = nullptr);
 
@@ -65,6 +75,21 @@ public:
     bool isPowered() const;
 
     /**
+     * Returns whether the adapter is switched on, like isPowered(), but waits no longer than \a timeout for
+     * the daemon; then the answer is what was known before.
+     */
+    bool isPowered(std::chrono::milliseconds timeout) const;
+
+    /**
+     * Finds out whether the adapter is switched on, like isPowered(), without waiting.
+     *
+     * The call's value is a bool. What is known already finishes the call at once
+     * (NfcPendingCall::isFinished()), without any traffic; so does an adapter that is not valid, with false
+     * and an error.
+     */
+    NfcPendingCall *isPoweredAsync();
+
+    /**
      * Switches the adapter on or off.
      *
      * Switching on while the daemon is not on the bus only starts the daemon. Otherwise the NFC radio setting
@@ -73,6 +98,13 @@ public:
      * outcome.
      */
     void setPowered(bool on);
+
+    /**
+     * Switches the adapter on or off, like setPowered(), without waiting.
+     *
+     * The call finishes when the daemon has taken the wish or the bus has started the daemon.
+     */
+    NfcPendingCall *setPoweredAsync(bool on);
 
     /**
      * Returns whether the user wants to be asked for confirmation: the setting "nfc_show_confirmations".
@@ -93,8 +125,17 @@ public:
      */
     void registerAgent(NfcAgent *agent);
 
+    /** Does what registerAgent() does without waiting. Without daemon or agent the call fails, unlogged. */
+    NfcPendingCall *registerAgentAsync(NfcAgent *agent);
+
     /** Takes back registerAgent(). Pending requests of \a agent stay pending. Blocks on the daemon. */
     void unregisterAgent(NfcAgent *agent);
+
+    /** Does what unregisterAgent() does without waiting. Without daemon or agent the call fails, unlogged. */
+    NfcPendingCall *unregisterAgentAsync(NfcAgent *agent);
+
+    /** Does what cancelHandoverRequest() does, and tells the outcome. A failure is not logged. */
+    NfcPendingCall *cancelHandoverRequestAsync(const QString &carrier);
 
 public Q_SLOTS:
     /**

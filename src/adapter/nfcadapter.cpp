@@ -5,13 +5,16 @@
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QPointer>
 #include <QString>
 
 #include <ConnectivitySettings>
 #include <RadioState>
 
 #include "adapter/nfcadapter_p.h"
+#include "bus/nfcpendingcall_p.h"
 #include "bus/nfcservice.h"
+#include "bus/whenanswered.h"
 #include "nfcadapterproxy.h"
 #include "nfcagent.h"
 
@@ -26,10 +29,24 @@ QString showConfirmations()
     return QStringLiteral("nfc_show_confirmations");
 }
 
+QDBusError noAgent()
+{
+    return QDBusError(QDBusError::InvalidArgs, QStringLiteral("There is no agent"));
+}
+
 } // namespace
 
 NfcAdapter *NfcAdapter::defaultAdapter()
 {
+    return new NfcAdapter;
+}
+
+NfcAdapter *NfcAdapter::defaultAdapterAsync()
+{
+    if (NfcAdapterPrivate::instance)
+        NfcAdapterPrivate::instance->bindAsynchronously();
+    else
+        NfcAdapterPrivate::instance = new NfcAdapterPrivate(NfcAdapterPrivate::Asynchronous);
     return new NfcAdapter;
 }
 
@@ -61,7 +78,26 @@ bool NfcAdapter::isPowered() const
     if (!isValid())
         return false;
     d->getProperties();
-    return d->properties[QStringLiteral("State")].toString() == QLatin1String("on");
+    return d->isPowered();
+}
+
+bool NfcAdapter::isPowered(std::chrono::milliseconds timeout) const
+{
+    if (!isValid())
+        return false;
+    d->getProperties(int(timeout.count()));
+    return d->isPowered();
+}
+
+NfcPendingCall *NfcAdapter::isPoweredAsync()
+{
+    if (!isValid())
+        return NfcPendingCallPrivate::createFinished(this, false, NfcPendingCallPrivate::noDaemon());
+    if (d->propertiesFetched)
+        return NfcPendingCallPrivate::createFinished(this, d->isPowered());
+    NfcPendingCall *call = NfcPendingCallPrivate::create(this);
+    d->getPropertiesAsync(call);
+    return call;
 }
 
 void NfcAdapter::setPowered(bool on)
@@ -72,6 +108,13 @@ void NfcAdapter::setPowered(bool on)
     }
     d->radioState->setEnabled(on);
     d->setProperty(QStringLiteral("State"), on ? QStringLiteral("on") : QStringLiteral("off"));
+}
+
+NfcPendingCall *NfcAdapter::setPoweredAsync(bool on)
+{
+    NfcPendingCall *call = NfcPendingCallPrivate::create(this);
+    d->setPoweredAsync(on, call);
+    return call;
 }
 
 bool NfcAdapter::isConfirmationEnabled() const
@@ -103,6 +146,40 @@ void NfcAdapter::unregisterAgent(NfcAgent *agent)
     reply.waitForFinished();
     if (reply.isError())
         NfcAdapterPrivate::warnFailedCall("UnregisterUIAgent", reply.error());
+}
+
+NfcPendingCall *NfcAdapter::registerAgentAsync(NfcAgent *agent)
+{
+    if (!isValid() || !agent)
+        return NfcPendingCallPrivate::createFinished(this, {},
+                                                     agent ? NfcPendingCallPrivate::noDaemon() : noAgent());
+    NfcPendingCall *call = NfcPendingCallPrivate::create(this);
+    const QDBusObjectPath path(agent->path());
+    d->reportOutcome("RegisterUIAgent", d->adapterProxy->RegisterUIAgent(path), call);
+    return call;
+}
+
+NfcPendingCall *NfcAdapter::unregisterAgentAsync(NfcAgent *agent)
+{
+    if (!isValid() || !agent)
+        return NfcPendingCallPrivate::createFinished(this, {},
+                                                     agent ? NfcPendingCallPrivate::noDaemon() : noAgent());
+    NfcPendingCall *call = NfcPendingCallPrivate::create(this);
+    const QDBusObjectPath path(agent->path());
+    d->reportOutcome("UnregisterUIAgent", d->adapterProxy->UnregisterUIAgent(path), call);
+    return call;
+}
+
+NfcPendingCall *NfcAdapter::cancelHandoverRequestAsync(const QString &carrier)
+{
+    if (!isValid())
+        return NfcPendingCallPrivate::createFinished(this, {}, NfcPendingCallPrivate::noDaemon());
+    NfcPendingCall *call = NfcPendingCallPrivate::create(this);
+    whenAnswered(d->adapterProxy->CancelHandoverRequest(carrier), d,
+                 [pending = QPointer(call)](const QDBusPendingCall &answer) {
+                     NfcPendingCallPrivate::finish(pending, {}, answer.error());
+                 });
+    return call;
 }
 
 void NfcAdapter::requestHandover(const QString &carrier, const QString &type)

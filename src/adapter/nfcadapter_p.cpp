@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QDBusPendingCallWatcher>
@@ -17,7 +18,10 @@
 #include <RadioState>
 
 #include "adapter/nfchandoverrequestor.h"
+#include "bus/busdaemon.h"
+#include "bus/nfcpendingcall_p.h"
 #include "bus/nfcservice.h"
+#include "bus/whenanswered.h"
 #include "nfcadapter.h"
 #include "nfcadapterproxy.h"
 #include "nfcmanagerproxy.h"
@@ -60,6 +64,11 @@ void announce(Emit emitOn)
             emitOn(listener.data());
 }
 
+QString managerPath()
+{
+    return QStringLiteral("/");
+}
+
 } // namespace
 
 NfcAdapterPrivate *NfcAdapterPrivate::instance = nullptr;
@@ -67,7 +76,9 @@ QList<NfcAdapter *> NfcAdapterPrivate::adapters;
 bool NfcAdapterPrivate::adapterBroken = false;
 NfcAdapterPrivate::Clock::time_point (*NfcAdapterPrivate::now)() = Clock::now;
 
-NfcAdapterPrivate::NfcAdapterPrivate() : radioState(new RadioState(RadioState::NFC, this))
+NfcAdapterPrivate::NfcAdapterPrivate(Mode mode)
+    : radioState(new RadioState(RadioState::NFC, this))
+    , mode(mode)
 {
     // A signal whose types nobody has used yet cannot be connected.
     qDBusRegisterMetaType<QDBusVariant>();
@@ -88,10 +99,14 @@ NfcAdapterPrivate::NfcAdapterPrivate() : radioState(new RadioState(RadioState::N
     connect(serviceWatcher, &QDBusServiceWatcher::serviceOwnerChanged, this,
             &NfcAdapterPrivate::serviceOwnerChanged);
 
+    if (mode == Asynchronous)
+        trackOwner();
     if (adapterBroken)
         return;
     if (isNfcServiceStarted())
         serviceRegistered();
+    else if (radioState->enabled() && mode == Asynchronous)
+        startNfcServiceAsync(nullptr);
     else if (radioState->enabled())
         startNfcService();
 }
@@ -107,8 +122,23 @@ bool NfcAdapterPrivate::isValid() const
     return adapterProxy && adapterProxy->isValid();
 }
 
+bool NfcAdapterPrivate::isPowered()
+{
+    return properties[QStringLiteral("State")].toString() == QLatin1String("on");
+}
+
+void NfcAdapterPrivate::bindAsynchronously()
+{
+    if (mode == Asynchronous)
+        return;
+    mode = Asynchronous;
+    trackOwner();
+}
+
 bool NfcAdapterPrivate::isNfcServiceStarted() const
 {
+    if (mode == Asynchronous)
+        return NfcManagerProxy(NfcService::name(), managerPath(), QDBusConnection::systemBus()).isValid();
     QDBusConnectionInterface *bus = QDBusConnection::systemBus().interface();
     return bus && bus->isServiceRegistered(NfcService::name());
 }
@@ -127,12 +157,14 @@ void NfcAdapterPrivate::startNfcService()
         qWarning("NfcAdapter: unable to start service com.tavix.nfc");
 }
 
-void NfcAdapterPrivate::getProperties()
+void NfcAdapterPrivate::getProperties(int timeout)
 {
     if (propertiesFetched || !isValid())
         return;
 
+    adapterProxy->setTimeout(timeout);
     QDBusPendingReply<QVariantMap> reply = adapterProxy->GetProperties();
+    adapterProxy->setTimeout(defaultTimeout);
     reply.waitForFinished();
     if (reply.isError()) {
         warnFailedCall("GetProperties", reply.error());
@@ -154,6 +186,72 @@ void NfcAdapterPrivate::setProperty(const QString &name, const QVariant &value)
         return;
     }
     propertiesFetched = false;
+}
+
+void NfcAdapterPrivate::startNfcServiceAsync(NfcPendingCall *call)
+{
+    if (adapterBroken) {
+        qWarning("NfcAdapterPrivate: nfcd starting requested, but adapter marked as broken");
+        if (call)
+            NfcPendingCallPrivate::finishLater(call, {}, NfcPendingCallPrivate::noDaemon());
+        return;
+    }
+    whenAnswered(BusDaemon::start(QDBusConnection::systemBus(), NfcService::name()), this,
+                 [call = QPointer(call)](const QDBusPendingCall &answer) {
+                     if (answer.isError())
+                         qWarning("NfcAdapter: unable to start service com.tavix.nfc");
+                     NfcPendingCallPrivate::finish(call, {}, answer.error());
+                 });
+}
+
+void NfcAdapterPrivate::getPropertiesAsync(const QPointer<NfcPendingCall> &call)
+{
+    // What a daemon says of itself does not hold for the next one.
+    const QPointer<NfcAdapterProxy> asked(adapterProxy);
+    whenAnswered(adapterProxy->GetProperties(), this, [this, asked, call](const QDBusPendingCall &answer) {
+        const QDBusPendingReply<QVariantMap> reply = answer;
+        if (reply.isError())
+            warnFailedCall("GetProperties", reply.error());
+        else if (asked) {
+            properties = reply.value();
+            propertiesFetched = true;
+        }
+        NfcPendingCallPrivate::finish(call, isValid() && isPowered(), reply.error());
+    });
+}
+
+void NfcAdapterPrivate::setPoweredAsync(bool on, NfcPendingCall *call)
+{
+    if (on && !isNfcServiceStarted()) {
+        startNfcServiceAsync(call);
+        return;
+    }
+    radioState->setEnabled(on);
+    if (!isValid()) {
+        NfcPendingCallPrivate::finishLater(call, {}, on ? NfcPendingCallPrivate::noDaemon() : QDBusError());
+        return;
+    }
+    const QString state = on ? QStringLiteral("on") : QStringLiteral("off");
+    const QDBusPendingCall pending = adapterProxy->SetProperty(QStringLiteral("State"), QDBusVariant(state));
+    whenAnswered(pending, this, [this, call = QPointer(call)](const QDBusPendingCall &answer) {
+        if (answer.isError())
+            warnFailedCall("SetProperty", answer.error());
+        else
+            propertiesFetched = false;
+        NfcPendingCallPrivate::finish(call, {}, answer.error());
+    });
+}
+
+void NfcAdapterPrivate::reportOutcome(const char *method, const QDBusPendingCall &pending,
+                                      NfcPendingCall *call)
+{
+    whenAnswered(
+        pending, this,
+        [method, call = QPointer(call)](const QDBusPendingCall &answer) {
+            if (answer.isError())
+                warnFailedCall(method, answer.error());
+            NfcPendingCallPrivate::finish(call, {}, answer.error());
+        });
 }
 
 void NfcAdapterPrivate::warnFailedCall(const char *method, const QDBusError &error)
@@ -180,13 +278,29 @@ void NfcAdapterPrivate::serviceRegistered()
     launchTime = now();
 
     const QDBusConnection bus = QDBusConnection::systemBus();
-    NfcManagerProxy manager(NfcService::name(), QStringLiteral("/"), bus);
+    if (mode == Asynchronous) {
+        // Not through a proxy, which may not know the daemon's new owner yet.
+        QDBusMessage call = QDBusMessage::createMethodCall(
+            NfcService::name(), managerPath(), QLatin1String(NfcManagerProxy::staticInterfaceName()),
+            QStringLiteral("DefaultAdapter"));
+        call.setAutoStartService(false);
+        question =
+            whenAnswered(bus.asyncCall(call), this, [this](const QDBusPendingCall &answer) { bind(answer); });
+        return;
+    }
+    NfcManagerProxy manager(NfcService::name(), managerPath(), bus);
     if (!manager.isValid()) {
         qWarning("Nfc server does not exist");
         return;
     }
     QDBusPendingReply<QDBusObjectPath> reply = manager.DefaultAdapter();
     reply.waitForFinished();
+    bind(reply);
+}
+
+void NfcAdapterPrivate::bind(const QDBusPendingReply<QDBusObjectPath> &reply)
+{
+    question = nullptr;
     if (reply.isError()) {
         warnFailedCall("DefaultAdapter", reply.error());
         return;
@@ -196,7 +310,7 @@ void NfcAdapterPrivate::serviceRegistered()
     // Before the proxy: with its signals connected the D-Bus library knows the daemon's owner, and asks the
     // bus no more.
     connectAdapterSignals(path);
-    adapterProxy = new NfcAdapterProxy(NfcService::name(), path, bus);
+    adapterProxy = new NfcAdapterProxy(NfcService::name(), path, QDBusConnection::systemBus());
     if (!adapterProxy->isValid()) {
         qWarning("Unable to get adapter proxy for %s", qUtf8Printable(path));
         disconnectAdapterSignals(path);
@@ -231,6 +345,8 @@ void NfcAdapterPrivate::handoverCallFinished(QDBusPendingCallWatcher *watcher)
         handoverFailed(QLatin1String("Unable to start handover: ") + watcher->error().message());
 }
 
+void NfcAdapterPrivate::ignoreSignal() {}
+
 void NfcAdapterPrivate::handoverStarted()
 {
     announce([](NfcAdapter *adapter) { Q_EMIT adapter->handoverStarted(); });
@@ -250,6 +366,15 @@ void NfcAdapterPrivate::handoverCompleted(const QString &carrier, const QDBusVar
 void NfcAdapterPrivate::handoverFailed(const QString &reason)
 {
     announce([reason](NfcAdapter *adapter) { Q_EMIT adapter->handoverFailed(reason); });
+}
+
+void NfcAdapterPrivate::trackOwner()
+{
+    // While any signal of a service is connected, the D-Bus library knows the service's owner, and nothing
+    // that is made for the service later waits for the bus to name it. The manager has no signals.
+    QDBusConnection::systemBus().connect(NfcService::name(), managerPath(),
+                                         QLatin1String(NfcManagerProxy::staticInterfaceName()), QString(),
+                                         this, SLOT(ignoreSignal()));
 }
 
 void NfcAdapterPrivate::connectAdapterSignals(const QString &path)
@@ -272,6 +397,8 @@ void NfcAdapterPrivate::disconnectAdapterSignals(const QString &path)
 
 void NfcAdapterPrivate::dropAdapterProxy()
 {
+    // An answer that is still to come would be a former daemon's.
+    delete question;
     if (!adapterProxy)
         return;
 

@@ -6,21 +6,25 @@
 #include <chrono>
 #include <optional>
 
+#include <QDBusObjectPath>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
 #include <QDBusVariant>
 #include <QList>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QVariant>
 #include <QVariantMap>
 
 class NfcAdapterProxy;
 class QDBusError;
-class QDBusPendingCallWatcher;
 class QDBusServiceWatcher;
 
 namespace ConnUi {
 
 class NfcAdapter;
+class NfcPendingCall;
 class RadioState;
 
 /** The process's one binding to the NFC daemon, shared by all its adapters. */
@@ -32,16 +36,32 @@ public:
     // A clock that no change of the date can fool.
     using Clock = std::chrono::steady_clock;
 
-    NfcAdapterPrivate();
+    /** How the binding follows a daemon that comes: waiting for its answers, or letting them come. */
+    enum Mode { Waiting, Asynchronous };
+
+    explicit NfcAdapterPrivate(Mode mode = Waiting);
     ~NfcAdapterPrivate() override;
 
     bool isValid() const;
+    /** Returns whether the cache says that the adapter is switched on. */
+    bool isPowered();
+    /** Goes on in the asynchronous mode. */
+    void bindAsynchronously();
     bool isNfcServiceStarted() const;
     void startNfcService();
-    void getProperties();
+    void getProperties(int timeout = defaultTimeout);
     void setProperty(const QString &name, const QVariant &value);
 
+    // The siblings that do not wait; the outcome goes to the call.
+    void startNfcServiceAsync(NfcPendingCall *call);
+    void getPropertiesAsync(const QPointer<NfcPendingCall> &call);
+    void setPoweredAsync(bool on, NfcPendingCall *call);
+    /** Passes the outcome of \a method on to \a call, and a failure to the log. */
+    void reportOutcome(const char *method, const QDBusPendingCall &pending, NfcPendingCall *call);
+
     static void warnFailedCall(const char *method, const QDBusError &error);
+
+    static constexpr int defaultTimeout = -1;
 
     static NfcAdapterPrivate *instance;
     static QList<NfcAdapter *> adapters;
@@ -66,12 +86,21 @@ public Q_SLOTS:
     void handoverCompleted(const QString &carrier, const QDBusVariant &data);
     void handoverFailed(const QString &reason);
 
+private Q_SLOTS:
+    void ignoreSignal();
+
 private:
+    void trackOwner();
+    void bind(const QDBusPendingReply<QDBusObjectPath> &reply);
     void connectAdapterSignals(const QString &path);
     void disconnectAdapterSignals(const QString &path);
     void dropAdapterProxy();
     void unbind();
     void checkForBrokenDaemon();
+
+    Mode mode;
+    // The daemon's default adapter, which is not known yet.
+    QPointer<QDBusPendingCallWatcher> question;
 };
 
 } // namespace ConnUi

@@ -4,11 +4,13 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
+#include "bus/busdaemon.h"
 #include "bus/nfcservice.h"
+#include "bus/whenanswered.h"
 
 namespace ConnUi {
 
@@ -19,13 +21,11 @@ DaemonOwner::DaemonOwner()
         new QDBusServiceWatcher(NfcService::name(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DaemonOwner::ownerChanged);
 
-    // Not through the connection's interface, which would wait.
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
-        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("GetNameOwner"));
-    question << NfcService::name();
-    auto *answer = new QDBusPendingCallWatcher(bus.asyncCall(question), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, &DaemonOwner::ownerAnswered);
+    whenAnswered(BusDaemon::owner(bus, NfcService::name()), this, [this](const QDBusPendingCall &answer) {
+        const QDBusPendingReply<QString> reply = answer;
+        if (reply.isValid() && !hasChanged)
+            owner = reply.value();
+    });
 }
 
 bool DaemonOwner::isSenderOf(const QDBusMessage &message) const
@@ -37,14 +37,6 @@ void DaemonOwner::ownerChanged(const QString &, const QString &, const QString &
 {
     owner = newOwner;
     hasChanged = true;
-}
-
-void DaemonOwner::ownerAnswered(QDBusPendingCallWatcher *answer)
-{
-    answer->deleteLater();
-    const QDBusPendingReply<QString> reply = *answer;
-    if (reply.isValid() && !hasChanged)
-        owner = reply.value();
 }
 
 } // namespace ConnUi

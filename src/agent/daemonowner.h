@@ -7,7 +7,6 @@
 #include <QString>
 
 class QDBusMessage;
-class QDBusPendingCallWatcher;
 
 namespace ConnUi {
 
@@ -25,7 +24,6 @@ public:
 
 private Q_SLOTS:
     void ownerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
-    void ownerAnswered(QDBusPendingCallWatcher *answer);
 
 private:
     QString owner;

@@ -2,26 +2,45 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ndefmessagehandler.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
 #include <QDBusReply>
+#include <QPointer>
+#include <QVariant>
 
 #include "agent/dbusnames.h"
 #include "agent/ndefmessagehandler_p.h"
-#include "applicationtracker.h"
+#include "bus/busdaemon.h"
+#include "bus/nfcpendingcall_p.h"
+#include "bus/whenanswered.h"
 #include "ndefhandlerproxy.h"
 
 namespace ConnUi {
 
 namespace {
 
-void warnFailedDelivery(const QString &name, const QString &message)
+QDBusError invalidService(const QString &service)
 {
-    qWarning("NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: %s %s", qUtf8Printable(name),
-             qUtf8Printable(message));
+    return QDBusError(QDBusError::InvalidService, QStringLiteral("Invalid service name: %1").arg(service));
+}
+
+void warnFailedDelivery(const QDBusError &error)
+{
+    qWarning("NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: %s %s",
+             qUtf8Printable(error.name()), qUtf8Printable(error.message()));
+}
+
+// Sent without a proxy: making one asks for the owner of the service, and nothing may block any more now that
+// the handler has the data.
+void launch(const QString &service)
+{
+    QDBusConnection::sessionBus().send(
+        QDBusMessage::createMethodCall(service, QStringLiteral("/org/orvik/m"),
+                                       QStringLiteral("com.tavix.MApplicationIf"), QStringLiteral("launch")));
 }
 
 } // namespace
@@ -99,8 +118,7 @@ void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteA
     // The daemon may name anything; a name that is none would end the process inside the D-Bus
     // library.
     if (!DBusNames::isBusName(d->service)) {
-        warnFailedDelivery(QDBusError::errorString(QDBusError::InvalidService),
-                           QStringLiteral("Invalid service name: %1").arg(d->service));
+        warnFailedDelivery(invalidService(d->service));
         return;
     }
 
@@ -108,15 +126,46 @@ void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteA
     QDBusPendingReply<> reply = handler.NDEFData(target, data);
     reply.waitForFinished();
     if (reply.isError())
-        warnFailedDelivery(reply.error().name(), reply.error().message());
+        warnFailedDelivery(reply.error());
     if (d->isOnSystemBus())
         return;
 
-    // Sent without a proxy: making one asks for the owner of the service, and nothing may block any more now
-    // that the handler has the data.
-    QDBusConnection::sessionBus().send(
-        QDBusMessage::createMethodCall(d->service, QStringLiteral("/org/orvik/m"),
-                                       QStringLiteral("com.tavix.MApplicationIf"), QStringLiteral("launch")));
+    launch(d->service);
+}
+
+NfcPendingCall *NdefMessageHandler::isRunningOnForegroundAsync() const
+{
+    NfcPendingCall *call = NfcPendingCallPrivate::create();
+    whenAnswered(BusDaemon::processId(d->bus(), d->service), call, [call](const QDBusPendingCall &answer) {
+        const QDBusPendingReply<uint> pid = answer;
+        const bool inFront = pid.isValid() && NdefMessageHandlerPrivate::isInFront(pid.value());
+        NfcPendingCallPrivate::finish(call, inFront, answer.error());
+    });
+    return call;
+}
+
+NfcPendingCall *NdefMessageHandler::forwardDataAsync(const QDBusObjectPath &target,
+                                                     const QByteArray &data) const
+{
+    NfcPendingCall *call = NfcPendingCallPrivate::create();
+    if (!DBusNames::isBusName(d->service)) {
+        const QDBusError error = invalidService(d->service);
+        warnFailedDelivery(error);
+        NfcPendingCallPrivate::finishLater(call, {}, error);
+        return call;
+    }
+
+    // The data is on its way whoever waits: the application is launched even when nobody does any more.
+    whenAnswered(d->deliver(target, data), QCoreApplication::instance(),
+                 [call = QPointer(call), service = d->service,
+                  isApplication = !d->isOnSystemBus()](const QDBusPendingCall &answer) {
+                     if (answer.isError())
+                         warnFailedDelivery(answer.error());
+                     if (isApplication)
+                         launch(service);
+                     NfcPendingCallPrivate::finish(call, {}, answer.error());
+                 });
+    return call;
 }
 
 } // namespace ConnUi

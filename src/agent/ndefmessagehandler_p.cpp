@@ -2,11 +2,17 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "agent/ndefmessagehandler_p.h"
 
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QVariant>
+
 #include "applicationtracker.h"
+#include "ndefhandlerproxy.h"
 
 namespace ConnUi {
 
 ApplicationTracker *NdefMessageHandlerPrivate::applicationTracker = nullptr;
+bool NdefMessageHandlerPrivate::trackerWaits = true;
 int NdefMessageHandlerPrivate::refCount = 0;
 
 NdefMessageHandlerPrivate::NdefMessageHandlerPrivate()
@@ -18,11 +24,17 @@ NdefMessageHandlerPrivate::NdefMessageHandlerPrivate()
 
 NdefMessageHandlerPrivate::~NdefMessageHandlerPrivate()
 {
+    releaseTracker();
+}
+
+void NdefMessageHandlerPrivate::releaseTracker()
+{
     if (--refCount >= 1)
         return;
     refCount = 0;
     delete applicationTracker;
     applicationTracker = nullptr;
+    trackerWaits = true;
 }
 
 bool NdefMessageHandlerPrivate::isOnSystemBus() const
@@ -35,9 +47,23 @@ QDBusConnection NdefMessageHandlerPrivate::bus() const
     return isOnSystemBus() ? QDBusConnection::systemBus() : QDBusConnection::sessionBus();
 }
 
+QDBusPendingCall NdefMessageHandlerPrivate::deliver(const QDBusObjectPath &target,
+                                                    const QByteArray &data) const
+{
+    // Of a message without a path the D-Bus library would complain in words of its own.
+    if (path.path().isEmpty())
+        return QDBusPendingCall::fromError(
+            QDBusError(QDBusError::InvalidObjectPath, QStringLiteral("Object path cannot be empty")));
+    QDBusMessage delivery = QDBusMessage::createMethodCall(
+        service, path.path(), QLatin1String(NdefHandlerProxy::staticInterfaceName()),
+        QStringLiteral("NDEFData"));
+    delivery << QVariant::fromValue(target) << data;
+    return bus().asyncCall(delivery);
+}
+
 bool NdefMessageHandlerPrivate::isInFront(uint pid)
 {
-    return pid != 0 && pid == applicationTracker->currentForegroundApplicationPid();
+    return pid != 0 && applicationTracker && pid == applicationTracker->currentForegroundApplicationPid();
 }
 
 } // namespace ConnUi

@@ -3,8 +3,10 @@
 #ifndef CONNUI_NDEFMESSAGEHANDLER_P_H
 #define CONNUI_NDEFMESSAGEHANDLER_P_H
 
+#include <QByteArray>
 #include <QDBusConnection>
 #include <QDBusObjectPath>
+#include <QDBusPendingCall>
 #include <QString>
 
 namespace ConnUi {
@@ -21,10 +23,15 @@ public:
 
     bool isOnSystemBus() const;
     QDBusConnection bus() const;
+    /** Sends the handler what the tag holds. */
+    QDBusPendingCall deliver(const QDBusObjectPath &target, const QByteArray &data) const;
 
     /** Returns whether \a pid is the application in the foreground. A bus reports 0 for a process that it
      * does not see, and the tracker while it knows none. */
     static bool isInFront(uint pid);
+
+    /** Gives up one share in the tracker, which goes with the last. */
+    static void releaseTracker();
 
     QString busType;
     QString service;
@@ -32,6 +39,9 @@ public:
     QString applicationId;
 
     static ApplicationTracker *applicationTracker;
+    // Whether the tracker's end waits for the policy daemon.
+    static bool trackerWaits;
+    // The handlers, and who else wants the tracker.
     static int refCount;
 };
 

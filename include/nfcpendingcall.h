@@ -1,0 +1,75 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_NFCPENDINGCALL_H
+#define CONNUI_NFCPENDINGCALL_H
+
+#include <connui_nfc_export.h>
+#include <memory>
+
+#include <QDBusError>
+#include <QObject>
+#include <QVariant>
+
+namespace ConnUi {
+
+class NfcPendingCallPrivate;
+
+/**
+ * An outcome that is still to come: what every function whose name ends in Async returns.
+ *
+ * Such a function does not wait. The outcome arrives once, from the event loop, never before the function has
+ * returned; then the object deletes itself. Connect to finished() with a context object and read the outcome
+ * there, or forget the object:
+ *
+ * @code
+ * NfcPendingCall *call = adapter->registerAgentAsync(agent);
+ * connect(call, &NfcPendingCall::finished, this, [](NfcPendingCall *call) {
+ *     if (call->isError())
+ *         qWarning("not registered: %s", qUtf8Printable(call->error().message()));
+ * });
+ * @endcode
+ *
+ * The object belongs to the one that made it, where that is a QObject, and otherwise to the application; its
+ * maker's end means that finished() never comes. Deleting the object earlier takes nothing back: what was
+ * asked for goes on unheard.
+ */
+class CONNUI_NFC_EXPORT NfcPendingCall : public QObject
+{
+    Q_OBJECT
+
+public:
+    ~NfcPendingCall() override;
+
+    /** Returns whether the outcome is known. It may be so at once, with finished() still to come. */
+    bool isFinished() const;
+
+    /** Returns whether the call has failed; false while it is not finished. */
+    bool isError() const;
+
+    /**
+     * Returns the failure, by its D-Bus name and text; an invalid error where there is none.
+     *
+     * "org.freedesktop.DBus.Error.ServiceUnknown" stands for a service that is not there,
+     * "org.freedesktop.DBus.Error.NoReply" for one that has not answered in time. The text is for the log,
+     * not for the user.
+     */
+    QDBusError error() const;
+
+    /** Returns what the function that was called says that it returns; after a failure what it would return
+     * then, if anything. */
+    QVariant value() const;
+
+Q_SIGNALS:
+    /** The outcome has come. */
+    void finished(ConnUi::NfcPendingCall *call);
+
+private:
+    friend class NfcPendingCallPrivate;
+    explicit NfcPendingCall(QObject *parent);
+
+    const std::unique_ptr<NfcPendingCallPrivate> d;
+};
+
+} // namespace ConnUi
+
+#endif

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_BUSDAEMON_H
+#define CONNUI_BUSDAEMON_H
+
+#include <QDBusConnection>
+#include <QDBusPendingCall>
+#include <QString>
+
+/** What the bus itself knows and does, asked without waiting. */
+namespace ConnUi::BusDaemon {
+
+/** Asks for the connection that owns \a service: a string, or an error when nobody does. */
+QDBusPendingCall owner(const QDBusConnection &bus, const QString &service);
+
+/** Asks for the process that owns \a service: a uint, or an error when nobody does. */
+QDBusPendingCall processId(const QDBusConnection &bus, const QString &service);
+
+/** Has \a service started, unless it is there. */
+QDBusPendingCall start(const QDBusConnection &bus, const QString &service);
+
+} // namespace ConnUi::BusDaemon
+
+#endif
