@@ -19,6 +19,8 @@ SimpleCheckBoxLabel::SimpleCheckBoxLabel(MButton *button, const QString &text, M
     label->setStyleName(QStringLiteral("SimpleCheckBoxLabelTitle"));
     indicator->hide();
     button->setViewType(viewType);
+    button->setAccessibleName(label->text());
+    indicator->setAccessibleName(label->text());
 
     auto *layout = new MLayout(this);
     auto *policy = new MLinearLayoutPolicy(layout, Qt::Horizontal);

@@ -51,6 +51,7 @@ QString SimpleSheet::title() const
 void SimpleSheet::setTitle(const QString &title)
 {
     d->title->setText(title);
+    setAccessibleName(title);
 }
 
 QString SimpleSheet::rejectButtonText() const

@@ -63,6 +63,7 @@ protected:
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 
 private:
+    friend class MListPrivate;
     const std::unique_ptr<MListPrivate> d;
 };
 

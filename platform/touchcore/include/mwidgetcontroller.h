@@ -22,6 +22,7 @@ class QUENZOTOUCHCORE_EXPORT MWidgetController : public MWidget
 {
     Q_OBJECT
     Q_PROPERTY(QString styleName READ styleName WRITE setStyleName)
+    Q_PROPERTY(QString accessibleName READ accessibleName WRITE setAccessibleName)
 public:
     /** Makes a widget inside \a parent, which then owns it. */
     explicit MWidgetController(QGraphicsItem *parent = nullptr);
@@ -35,6 +36,15 @@ public:
      * and shown in the look of the class.
      */
     void setStyleName(const QString &name);
+
+    /** Returns the name set with setAccessibleName(), empty by default. */
+    QString accessibleName() const;
+
+    /**
+     * Names the widget for users who do not see it, where it has no text of its own: a switch beside its
+     * label, a picture that says something. A picture or panel without a name is decoration to them.
+     */
+    void setAccessibleName(const QString &name);
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 

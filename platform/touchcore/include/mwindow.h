@@ -27,6 +27,12 @@ public:
     /** Returns the scene manager. */
     MSceneManager *sceneManager() const;
 
+    /**
+     * Tells users who do not see the screen \a text, once, when nothing else is being told. For news that
+     * stand in no place which has the focus.
+     */
+    void announce(const QString &text);
+
     QSize sizeHint() const override;
 
 protected:

@@ -6,12 +6,21 @@
 #include <QAbstractItemModel>
 #include <QKeyEvent>
 
+#include "accessibility/maccessible_p.h"
 #include "list/mlist_p.h"
 #include "list/mlistrows_p.h"
 #include "theme/mstyle_p.h"
 #include "widgets/mscrollarea_p.h"
 
-MListPrivate::MListPrivate(MList *list) : rows(new MListRows), area(new MScrollArea(rows, list)) {}
+MListPrivate::MListPrivate(MList *list) : q(list), rows(new MListRows), area(new MScrollArea(rows, list)) {}
+
+void MListPrivate::tellSelected(int row)
+{
+    reveal(row);
+    MAccessible::tellRow(q, row, QAccessible::Selection);
+    if (q->hasFocus())
+        MAccessible::tellRow(q, row, QAccessible::Focus);
+}
 
 void MListPrivate::reveal(int row)
 {
@@ -28,7 +37,7 @@ MList::MList(QGraphicsItem *parent) : MWidgetController(parent), d(std::make_uni
         });
     connect(
         d->area, &MScrollArea::contentChanged, this, [this] { updateGeometry(); });
-    connect(d->rows, &MListRows::selected, this, [this](int row) { d->reveal(row); });
+    connect(d->rows, &MListRows::selected, this, [this](int row) { d->tellSelected(row); });
     applyStyle();
 }
 
@@ -114,6 +123,7 @@ void MList::focusInEvent(QFocusEvent *event)
 {
     MWidgetController::focusInEvent(event);
     d->rows->setFocusShown(showsFocus());
+    MAccessible::tellRow(this, d->rows->selectedRow(), QAccessible::Focus);
 }
 
 void MList::focusOutEvent(QFocusEvent *event)

@@ -14,8 +14,12 @@ class MListPrivate
 public:
     explicit MListPrivate(MList *list);
 
+    static MListPrivate *of(const MList *list) { return list->d.get(); }
+
+    void tellSelected(int row);
     void reveal(int row);
 
+    MList *const q;
     MListRows *rows;
     MScrollArea *area;
 };

@@ -10,6 +10,7 @@
 #include <QItemSelectionModel>
 #include <QPainter>
 
+#include "accessibility/maccessible_p.h"
 #include "list/mlistrows_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mstyle_p.h"
@@ -138,6 +139,25 @@ void MListRows::followInsertion(int first)
 QRectF MListRows::rowRect(int row) const
 {
     return QRectF(0, row * rowHeight(), size().width(), rowHeight());
+}
+
+QList<int> MListRows::rowsInSight() const
+{
+    QList<int> rows;
+    for (const auto &[row, cell] : cells)
+        rows.append(row);
+    return rows;
+}
+
+QString MListRows::textOf(int row)
+{
+    const auto shown = cells.find(row);
+    if (shown != cells.end())
+        return MAccessible::textsIn(shown->second).join(QLatin1Char(' '));
+    MWidget *cell = cellCreator->createCell(itemModel->index(row, 0), recycler);
+    const QString text = MAccessible::textsIn(cell).join(QLatin1Char(' '));
+    recycler.recycle(cell);
+    return text;
 }
 
 int MListRows::rowAt(const QPointF &position) const

@@ -47,6 +47,13 @@ public:
     /** Makes the cells between \a top and \a bottom and lets all others go. */
     void showBetween(qreal top, qreal bottom);
 
+    /** Returns the place of \a row in this widget. */
+    QRectF rowRect(int row) const;
+    /** Returns the numbers of the rows that can be seen. */
+    QList<int> rowsInSight() const;
+    /** Returns what the cell of \a row says, all of its labels in a line. */
+    QString textOf(int row);
+
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;
 
 Q_SIGNALS:
@@ -64,7 +71,6 @@ protected:
 private:
     void setPressed(int row);
     int rowAt(const QPointF &position) const;
-    QRectF rowRect(int row) const;
     void recycleAll();
     void recreateCells();
     void followInsertion(int first);

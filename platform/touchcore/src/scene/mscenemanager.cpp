@@ -9,6 +9,7 @@
 #include <MSceneWindow>
 #include <MWidget>
 
+#include "accessibility/maccessible_p.h"
 #include "scene/mscenehost_p.h"
 #include "scene/mscenemanager_p.h"
 #include "theme/mtheme_p.h"
@@ -152,6 +153,7 @@ void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
     place();
     sceneWindow->show();
     sceneWindow->setFocus(Qt::ActiveWindowFocusReason);
+    MAccessible::introduce(sceneWindow);
 }
 
 void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
@@ -159,6 +161,7 @@ void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
     if (!sceneWindows.removeOne(sceneWindow))
         return;
     sceneWindow->hide();
+    MAccessible::tell(sceneWindow, QAccessible::ObjectHide);
     scene.removeItem(sceneWindow);
     if (front())
         front()->setFocus(Qt::ActiveWindowFocusReason);

@@ -12,6 +12,7 @@
 #include <MSceneWindow>
 #include <MTheme>
 
+#include "accessibility/maccessible_p.h"
 #include "mwidget.h"
 #include "scene/mscenemanager_p.h"
 #include "scene/mwindow_p.h"
@@ -84,6 +85,7 @@ MWindow::MWindow(MSceneManager *manager, QWidget *parent)
     : QGraphicsView(parent)
     , d(std::make_unique<MWindowPrivate>(this, manager))
 {
+    MAccessible::install();
     setFrameShape(QFrame::NoFrame);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -111,6 +113,11 @@ MWindow::~MWindow()
 MSceneManager *MWindow::sceneManager() const
 {
     return d->manager;
+}
+
+void MWindow::announce(const QString &text)
+{
+    MAccessible::announce(this, text, MAccessible::Polite);
 }
 
 QSize MWindow::sizeHint() const

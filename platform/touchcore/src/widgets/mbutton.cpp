@@ -13,6 +13,7 @@
 
 #include <MTypes>
 
+#include "accessibility/maccessible_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mstyle_p.h"
 #include "widgets/mbutton_p.h"
@@ -115,6 +116,7 @@ void MButton::setText(const QString &text)
     d->blocks.clear();
     updateGeometry();
     update();
+    MAccessible::tell(this, QAccessible::NameChanged);
 }
 
 MButton::ViewType MButton::viewType() const
@@ -154,6 +156,7 @@ void MButton::setChecked(bool checked)
         return;
     d->checked = checked;
     update();
+    MAccessible::tellChecked(this);
     Q_EMIT toggled(checked);
 }
 

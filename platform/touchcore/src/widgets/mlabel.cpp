@@ -12,6 +12,7 @@
 
 #include <MTypes>
 
+#include "accessibility/maccessible_p.h"
 #include "widgets/mforeigntext_p.h"
 #include "widgets/mlabel_p.h"
 
@@ -108,6 +109,7 @@ void MLabel::setText(const QString &text)
     d->readText();
     updateGeometry();
     update();
+    MAccessible::tell(this, QAccessible::NameChanged);
 }
 
 bool MLabel::isForeignText() const

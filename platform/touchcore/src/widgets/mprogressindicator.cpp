@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QTimerEvent>
 
+#include "accessibility/maccessible_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mstyle_p.h"
 #include "widgets/mprogressindicator_p.h"
@@ -122,6 +123,7 @@ void MProgressIndicator::setValue(int value)
 {
     d->value = qBound(d->minimum, value, d->maximum);
     update();
+    MAccessible::tellValue(this, d->value);
 }
 
 void MProgressIndicator::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)

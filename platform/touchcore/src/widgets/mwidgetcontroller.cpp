@@ -8,6 +8,7 @@
 
 #include <MTheme>
 
+#include "accessibility/maccessible_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mtheme_p.h"
 #include "widgets/mwidgetcontroller_p.h"
@@ -44,6 +45,19 @@ void MWidgetController::setStyleName(const QString &name)
 {
     d->styleName = name;
     applyStyle();
+}
+
+QString MWidgetController::accessibleName() const
+{
+    return d->accessibleName;
+}
+
+void MWidgetController::setAccessibleName(const QString &name)
+{
+    if (d->accessibleName == name)
+        return;
+    d->accessibleName = name;
+    MAccessible::tell(this, QAccessible::NameChanged);
 }
 
 const MStyle &MWidgetController::style() const
@@ -85,6 +99,7 @@ bool MWidgetController::showsFocus() const
 void MWidgetController::focusInEvent(QFocusEvent *event)
 {
     MWidget::focusInEvent(event);
+    MAccessible::tell(this, QAccessible::Focus);
     d->focusShown = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
     update();
 }

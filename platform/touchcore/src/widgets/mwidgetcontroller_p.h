@@ -12,6 +12,7 @@ class MWidgetControllerPrivate
 {
 public:
     QString styleName;
+    QString accessibleName;
     const MStyle *style = nullptr;
     bool focusShown = false;
 };
