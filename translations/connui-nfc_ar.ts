@@ -13,7 +13,7 @@
     <message id="qtn_comm_cancel">
         <source>Cancel</source>
         <extracomment>Button: give up sending or receiving</extracomment>
-        <translation>إلغاء</translation>
+        <translation>ألغِ</translation>
     </message>
     <message id="qtn_comm_close">
         <source>Close</source>
@@ -31,29 +31,29 @@
         <translation>تم</translation>
     </message>
     <message id="qtn_comm_command_no">
-        <source>No</source>
+        <source>Don't pair</source>
         <extracomment>Button: do not pair</extracomment>
-        <translation>لا</translation>
+        <translation>عدم الاقتران</translation>
     </message>
     <message id="qtn_comm_command_yes">
-        <source>Yes</source>
+        <source>Pair</source>
         <extracomment>Button: pair</extracomment>
-        <translation>نعم</translation>
+        <translation>اقتران</translation>
     </message>
     <message id="qtn_comm_gigabytes">
-        <source>%1 GB</source>
+        <source>%L1 GB</source>
         <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
-        <translation>%1 غ.ب</translation>
+        <translation>%L1 غ.ب</translation>
     </message>
     <message id="qtn_comm_kilobytes">
-        <source>%1 kB</source>
+        <source>%L1 kB</source>
         <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
-        <translation>%1 ك.ب</translation>
+        <translation>%L1 ك.ب</translation>
     </message>
     <message id="qtn_comm_megabytes">
-        <source>%1 MB</source>
+        <source>%L1 MB</source>
         <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
-        <translation>%1 م.ب</translation>
+        <translation>%L1 م.ب</translation>
     </message>
     <message id="qtn_comm_send">
         <source>Send</source>
@@ -86,9 +86,9 @@
         <translation>قطع الاتصال</translation>
     </message>
     <message id="qtn_nfc_disconnect_text">
-        <source>%1 will be disconnected.</source>
+        <source>The phone ends the connection to %1.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>سيتم قطع الاتصال بالجهاز %1.</translation>
+        <translation>سيقطع الهاتف الاتصال بالجهاز %1.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -108,7 +108,7 @@
     <message id="qtn_nfc_fail_txt">
         <source>NFC did not start. Try again, or restart the phone.</source>
         <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
-        <translation>تعذّر تشغيل NFC. حاول مرة أخرى أو أعد تشغيل الهاتف.</translation>
+        <translation>‏NFC لم يعمل. حاول مرة أخرى أو أعد تشغيل الهاتف.</translation>
     </message>
     <message id="qtn_nfc_fullname">
         <source>Near Field Communication (NFC)</source>
@@ -116,7 +116,7 @@
         <translation variants="yes"><lengthvariant>الاتصال قريب المدى (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing goes on over Bluetooth.</source>
+        <source>Sharing continues over Bluetooth.</source>
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>تستمر المشاركة عبر البلوتوث.</translation>
     </message>
@@ -131,9 +131,9 @@
         <translation>رمز PIN:‏ %1</translation>
     </message>
     <message id="qtn_nfc_pair_text">
-        <source>The device you touched can connect over Bluetooth from then on.</source>
+        <source>After that, the device you touched can connect over Bluetooth.</source>
         <extracomment>Below the question whether to pair with a Bluetooth device</extracomment>
-        <translation>سيتمكن الجهاز الذي لمسته من الاتصال عبر البلوتوث بعد ذلك.</translation>
+        <translation>بعد ذلك يمكن للجهاز الذي لمسته الاتصال عبر البلوتوث.</translation>
     </message>
     <message id="qtn_nfc_pair_tit">
         <source>Pair with %1?</source>
@@ -186,9 +186,9 @@
         <translation>إعدادات NFC</translation>
     </message>
     <message id="qtn_nfc_share_contact">
-        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
-        <translation>سيتم إرسال جهة الاتصال %1 %2 إلى الجهاز الذي لمسته.</translation>
+        <translation>سيحصل الجهاز الذي لمسته على جهة الاتصال %1 %2.</translation>
     </message>
     <message id="qtn_nfc_share_fail_tit">
         <source>Nothing is sent</source>
@@ -196,19 +196,26 @@
         <translation>لن يُرسل أي شيء</translation>
     </message>
     <message id="qtn_nfc_share_gone">
-        <source>%1 is not there any more.</source>
+        <source>%1 is no longer there.</source>
         <extracomment>%1 is a file or a contact</extracomment>
         <translation>‏%1 لم يعد موجودًا.</translation>
     </message>
     <message id="qtn_nfc_share_img">
-        <source>%1 will be sent to the device you touched.</source>
+        <source>The device you touched gets %1.</source>
         <extracomment>Question: %1 is a file name</extracomment>
-        <translation>سيتم إرسال %1 إلى الجهاز الذي لمسته.</translation>
+        <translation>سيحصل الجهاز الذي لمسته على %1.</translation>
     </message>
-    <message id="qtn_nfc_share_multi">
-        <source>%1 items will be sent to the device you touched.</source>
+    <message id="qtn_nfc_share_multi" numerus="yes">
+        <source>The device you touched gets %1 items.</source>
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
-        <translation>سيتم إرسال %1 من العناصر إلى الجهاز الذي لمسته.</translation>
+        <translation>
+            <numerusform>سيحصل الجهاز الذي لمسته على %1 عنصر.</numerusform>
+            <numerusform>سيحصل الجهاز الذي لمسته على عنصر واحد (%1).</numerusform>
+            <numerusform>سيحصل الجهاز الذي لمسته على عنصرين (%1).</numerusform>
+            <numerusform>سيحصل الجهاز الذي لمسته على %1 عناصر.</numerusform>
+            <numerusform>سيحصل الجهاز الذي لمسته على %1 عنصرًا.</numerusform>
+            <numerusform>سيحصل الجهاز الذي لمسته على %1 عنصر.</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_share_nothing">
         <source>There is nothing to send.</source>
@@ -226,14 +233,14 @@
         <translation>هل تريد الإرسال إلى %1؟</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
-        <source>NFC not available</source>
+        <source>NFC is not available</source>
         <extracomment>Title: NFC did not come up</extracomment>
         <translation>‏NFC غير متاح</translation>
     </message>
     <message id="qtn_nfc_start_flightmode">
-        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <source>Switch on NFC while flight mode stays on?</source>
         <extracomment>Question: NFC is wanted in flight mode</extracomment>
-        <translation>الهاتف في وضع الطيران. هل تريد تشغيل NFC مع ذلك؟</translation>
+        <translation>هل تريد تشغيل NFC مع بقاء وضع الطيران مفعّلًا؟</translation>
     </message>
     <message id="qtn_nfc_start_flightmode_tit">
         <source>Flight mode is on</source>
@@ -271,9 +278,9 @@
         <translation>علامة فارغة</translation>
     </message>
     <message id="qtn_nfc_tags_fail_text">
-        <source>This tag cannot be read.</source>
+        <source>The phone cannot read this tag.</source>
         <extracomment>Notice: unreadable tag</extracomment>
-        <translation>لا يمكن قراءة هذه العلامة.</translation>
+        <translation>لا يستطيع الهاتف قراءة هذه العلامة.</translation>
     </message>
     <message id="qtn_nfc_tags_fail_tit">
         <source>Tag not supported</source>
@@ -325,10 +332,17 @@
         <extracomment>Title: plain text</extracomment>
         <translation>نص على العلامة</translation>
     </message>
-    <message id="qtn_nfc_tags_type">
+    <message id="qtn_nfc_tags_type" numerus="yes">
         <source>%1, %2 bytes</source>
         <extracomment>%1 is a type of data, %2 the number of its bytes</extracomment>
-        <translation>‏%1، %2 بايت</translation>
+        <translation>
+            <numerusform>‏%1، %2 بايت</numerusform>
+            <numerusform>‏%1، بايت واحد (%2)</numerusform>
+            <numerusform>‏%1، بايتان (%2)</numerusform>
+            <numerusform>‏%1، %2 بايتات</numerusform>
+            <numerusform>‏%1، %2 بايتًا</numerusform>
+            <numerusform>‏%1، %2 بايت</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_tags_unknown_more">
         <source>This tag holds more than this link.</source>
@@ -344,6 +358,11 @@
         <source>View</source>
         <extracomment>Button: show what is on the tag</extracomment>
         <translation>عرض</translation>
+    </message>
+    <message id="qtn_nfc_touched">
+        <source>NFC touch</source>
+        <extracomment>Spoken, not shown: the banner of a touch has appeared</extracomment>
+        <translation>‏لمسة NFC</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">
         <source>Touch the other device with the back of this phone.</source>
@@ -370,10 +389,17 @@
         <extracomment>Title: the other device has to answer</extracomment>
         <translation>المشاركة</translation>
     </message>
-    <message id="qtn_nfc_waiting_more">
-        <source>%1 more</source>
+    <message id="qtn_nfc_waiting_more" numerus="yes">
+        <source>%L1 more questions</source>
         <extracomment>Badge: %1 is the number of questions that wait behind this one</extracomment>
-        <translation>%1 أخرى</translation>
+        <translation>
+            <numerusform>%L1 سؤال آخر</numerusform>
+            <numerusform>سؤال واحد آخر (%L1)</numerusform>
+            <numerusform>سؤالان آخران (%L1)</numerusform>
+            <numerusform>%L1 أسئلة أخرى</numerusform>
+            <numerusform>%L1 سؤالًا آخر</numerusform>
+            <numerusform>%L1 سؤال آخر</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -31,29 +31,29 @@
         <translation>Fertig</translation>
     </message>
     <message id="qtn_comm_command_no">
-        <source>No</source>
+        <source>Don't pair</source>
         <extracomment>Button: do not pair</extracomment>
-        <translation>Nein</translation>
+        <translation>Nicht koppeln</translation>
     </message>
     <message id="qtn_comm_command_yes">
-        <source>Yes</source>
+        <source>Pair</source>
         <extracomment>Button: pair</extracomment>
-        <translation>Ja</translation>
+        <translation>Koppeln</translation>
     </message>
     <message id="qtn_comm_gigabytes">
-        <source>%1 GB</source>
+        <source>%L1 GB</source>
         <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
-        <translation>%1 GB</translation>
+        <translation>%L1 GB</translation>
     </message>
     <message id="qtn_comm_kilobytes">
-        <source>%1 kB</source>
+        <source>%L1 kB</source>
         <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
-        <translation>%1 kB</translation>
+        <translation>%L1 kB</translation>
     </message>
     <message id="qtn_comm_megabytes">
-        <source>%1 MB</source>
+        <source>%L1 MB</source>
         <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
-        <translation>%1 MB</translation>
+        <translation>%L1 MB</translation>
     </message>
     <message id="qtn_comm_send">
         <source>Send</source>
@@ -86,9 +86,9 @@
         <translation>Trennen</translation>
     </message>
     <message id="qtn_nfc_disconnect_text">
-        <source>%1 will be disconnected.</source>
+        <source>The phone ends the connection to %1.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>Die Verbindung mit %1 wird getrennt.</translation>
+        <translation>Das Telefon trennt die Verbindung mit %1.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -98,7 +98,7 @@
     <message id="qtn_nfc_enablenfc_text">
         <source>NFC is off. Switch it on to read tags and to share by touch.</source>
         <extracomment>Question: NFC is needed and off</extracomment>
-        <translation>NFC ist ausgeschaltet. Schalten Sie es ein, um Tags zu lesen und durch Berühren zu teilen.</translation>
+        <translation>NFC ist ausgeschaltet. Schalten Sie es ein, um NFC-Tags zu lesen und durch Berühren zu teilen.</translation>
     </message>
     <message id="qtn_nfc_enablenfc_tit">
         <source>Switch NFC on?</source>
@@ -108,7 +108,7 @@
     <message id="qtn_nfc_fail_txt">
         <source>NFC did not start. Try again, or restart the phone.</source>
         <extracomment>Notice: NFC did not come up within 20 seconds</extracomment>
-        <translation>NFC konnte nicht gestartet werden. Versuchen Sie es erneut oder starten Sie das Telefon neu.</translation>
+        <translation>NFC ist nicht gestartet. Versuchen Sie es erneut oder starten Sie das Telefon neu.</translation>
     </message>
     <message id="qtn_nfc_fullname">
         <source>Near Field Communication (NFC)</source>
@@ -116,7 +116,7 @@
         <translation variants="yes"><lengthvariant>Nahfeldkommunikation (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing goes on over Bluetooth.</source>
+        <source>Sharing continues over Bluetooth.</source>
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>Das Teilen geht über Bluetooth weiter.</translation>
     </message>
@@ -131,9 +131,9 @@
         <translation>PIN: %1</translation>
     </message>
     <message id="qtn_nfc_pair_text">
-        <source>The device you touched can connect over Bluetooth from then on.</source>
+        <source>After that, the device you touched can connect over Bluetooth.</source>
         <extracomment>Below the question whether to pair with a Bluetooth device</extracomment>
-        <translation>Das berührte Gerät kann sich danach über Bluetooth verbinden.</translation>
+        <translation>Danach kann sich das berührte Gerät über Bluetooth verbinden.</translation>
     </message>
     <message id="qtn_nfc_pair_tit">
         <source>Pair with %1?</source>
@@ -178,7 +178,7 @@
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>
-        <translation variants="yes"><lengthvariant>Vor dem Öffnen von Tag-Inhalten fragen</lengthvariant><lengthvariant>Vor dem Öffnen fragen</lengthvariant></translation>
+        <translation variants="yes"><lengthvariant>Vor dem Öffnen von Inhalten eines NFC-Tags fragen</lengthvariant><lengthvariant>Vor dem Öffnen fragen</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_settings_tit">
         <source>NFC settings</source>
@@ -186,9 +186,9 @@
         <translation>NFC-Einstellungen</translation>
     </message>
     <message id="qtn_nfc_share_contact">
-        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
-        <translation>Der Kontakt %1 %2 wird an das berührte Gerät gesendet.</translation>
+        <translation>Das berührte Gerät erhält den Kontakt %1 %2.</translation>
     </message>
     <message id="qtn_nfc_share_fail_tit">
         <source>Nothing is sent</source>
@@ -196,19 +196,22 @@
         <translation>Es wird nichts gesendet</translation>
     </message>
     <message id="qtn_nfc_share_gone">
-        <source>%1 is not there any more.</source>
+        <source>%1 is no longer there.</source>
         <extracomment>%1 is a file or a contact</extracomment>
         <translation>%1 ist nicht mehr da.</translation>
     </message>
     <message id="qtn_nfc_share_img">
-        <source>%1 will be sent to the device you touched.</source>
+        <source>The device you touched gets %1.</source>
         <extracomment>Question: %1 is a file name</extracomment>
-        <translation>%1 wird an das berührte Gerät gesendet.</translation>
+        <translation>Das berührte Gerät erhält %1.</translation>
     </message>
-    <message id="qtn_nfc_share_multi">
-        <source>%1 items will be sent to the device you touched.</source>
+    <message id="qtn_nfc_share_multi" numerus="yes">
+        <source>The device you touched gets %1 items.</source>
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
-        <translation>%1 Elemente werden an das berührte Gerät gesendet.</translation>
+        <translation>
+            <numerusform>Das berührte Gerät erhält %1 Element.</numerusform>
+            <numerusform>Das berührte Gerät erhält %1 Elemente.</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_share_nothing">
         <source>There is nothing to send.</source>
@@ -226,14 +229,14 @@
         <translation>An %1 senden?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
-        <source>NFC not available</source>
+        <source>NFC is not available</source>
         <extracomment>Title: NFC did not come up</extracomment>
-        <translation>NFC nicht verfügbar</translation>
+        <translation>NFC ist nicht verfügbar</translation>
     </message>
     <message id="qtn_nfc_start_flightmode">
-        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <source>Switch on NFC while flight mode stays on?</source>
         <extracomment>Question: NFC is wanted in flight mode</extracomment>
-        <translation>Das Telefon ist im Flugmodus. NFC trotzdem einschalten?</translation>
+        <translation>NFC einschalten, während der Flugmodus an bleibt?</translation>
     </message>
     <message id="qtn_nfc_start_flightmode_tit">
         <source>Flight mode is on</source>
@@ -253,7 +256,7 @@
     <message id="qtn_nfc_tags_contact_tit">
         <source>Contact on tag</source>
         <extracomment>Title: a phone number or a contact card</extracomment>
-        <translation>Kontakt auf dem Tag</translation>
+        <translation>Kontakt auf dem NFC-Tag</translation>
     </message>
     <message id="qtn_nfc_tags_discard">
         <source>Discard</source>
@@ -263,37 +266,37 @@
     <message id="qtn_nfc_tags_empty_text">
         <source>There is nothing on this tag.</source>
         <extracomment>Notice: empty tag</extracomment>
-        <translation>Dieser Tag ist leer.</translation>
+        <translation>Auf diesem NFC-Tag ist nichts.</translation>
     </message>
     <message id="qtn_nfc_tags_empty_tit">
         <source>Empty tag</source>
         <extracomment>Title: empty tag</extracomment>
-        <translation>Leerer Tag</translation>
+        <translation>Leerer NFC-Tag</translation>
     </message>
     <message id="qtn_nfc_tags_fail_text">
-        <source>This tag cannot be read.</source>
+        <source>The phone cannot read this tag.</source>
         <extracomment>Notice: unreadable tag</extracomment>
-        <translation>Dieser Tag kann nicht gelesen werden.</translation>
+        <translation>Das Telefon kann diesen NFC-Tag nicht lesen.</translation>
     </message>
     <message id="qtn_nfc_tags_fail_tit">
         <source>Tag not supported</source>
         <extracomment>Title: unreadable tag</extracomment>
-        <translation>Tag nicht unterstützt</translation>
+        <translation>NFC-Tag nicht unterstützt</translation>
     </message>
     <message id="qtn_nfc_tags_gen_tit">
         <source>Tag content</source>
         <extracomment>Title: content for an application</extracomment>
-        <translation>Inhalt des Tags</translation>
+        <translation>Inhalt des NFC-Tags</translation>
     </message>
     <message id="qtn_nfc_tags_handler_nfc">
         <source>These applications can open what is on the tag.</source>
         <extracomment>Explanation above the list of applications</extracomment>
-        <translation>Diese Anwendungen können den Inhalt des Tags öffnen.</translation>
+        <translation>Diese Anwendungen können den Inhalt des NFC-Tags öffnen.</translation>
     </message>
     <message id="qtn_nfc_tags_more">
         <source>Also on this tag: %1</source>
         <extracomment>%1 lists what else is on the tag</extracomment>
-        <translation>Auch auf diesem Tag: %1</translation>
+        <translation>Auch auf diesem NFC-Tag: %1</translation>
     </message>
     <message id="qtn_nfc_tags_open">
         <source>Open</source>
@@ -313,37 +316,45 @@
     <message id="qtn_nfc_tags_sms_tit">
         <source>Text message on tag</source>
         <extracomment>Title: a text message ready to be sent</extracomment>
-        <translation>SMS auf dem Tag</translation>
+        <translation>SMS auf dem NFC-Tag</translation>
     </message>
     <message id="qtn_nfc_tags_store_tit">
         <source>Store link on tag</source>
         <extracomment>Title: a link into the application store</extracomment>
-        <translation>Store-Link auf dem Tag</translation>
+        <translation>Store-Link auf dem NFC-Tag</translation>
     </message>
     <message id="qtn_nfc_tags_text_tit">
         <source>Text on tag</source>
         <extracomment>Title: plain text</extracomment>
-        <translation>Text auf dem Tag</translation>
+        <translation>Text auf dem NFC-Tag</translation>
     </message>
-    <message id="qtn_nfc_tags_type">
+    <message id="qtn_nfc_tags_type" numerus="yes">
         <source>%1, %2 bytes</source>
         <extracomment>%1 is a type of data, %2 the number of its bytes</extracomment>
-        <translation>%1, %2 Byte</translation>
+        <translation>
+            <numerusform>%1, %2 Byte</numerusform>
+            <numerusform>%1, %2 Byte</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_tags_unknown_more">
         <source>This tag holds more than this link.</source>
         <extracomment>The tag has data beside the link that the phone does not understand</extracomment>
-        <translation>Dieser Tag enthält mehr als diesen Link.</translation>
+        <translation>Dieser NFC-Tag enthält mehr als diesen Link.</translation>
     </message>
     <message id="qtn_nfc_tags_url_tit">
         <source>Web link on tag</source>
         <extracomment>Title: a web link</extracomment>
-        <translation>Weblink auf dem Tag</translation>
+        <translation>Weblink auf dem NFC-Tag</translation>
     </message>
     <message id="qtn_nfc_tags_view">
         <source>View</source>
         <extracomment>Button: show what is on the tag</extracomment>
         <translation>Ansehen</translation>
+    </message>
+    <message id="qtn_nfc_touched">
+        <source>NFC touch</source>
+        <extracomment>Spoken, not shown: the banner of a touch has appeared</extracomment>
+        <translation>NFC-Berührung</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">
         <source>Touch the other device with the back of this phone.</source>
@@ -370,10 +381,13 @@
         <extracomment>Title: the other device has to answer</extracomment>
         <translation>Teilen</translation>
     </message>
-    <message id="qtn_nfc_waiting_more">
-        <source>%1 more</source>
+    <message id="qtn_nfc_waiting_more" numerus="yes">
+        <source>%L1 more questions</source>
         <extracomment>Badge: %1 is the number of questions that wait behind this one</extracomment>
-        <translation>%1 weitere</translation>
+        <translation>
+            <numerusform>Noch %L1 Frage</numerusform>
+            <numerusform>Noch %L1 Fragen</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -31,29 +31,29 @@
         <translation>Done</translation>
     </message>
     <message id="qtn_comm_command_no">
-        <source>No</source>
+        <source>Don't pair</source>
         <extracomment>Button: do not pair</extracomment>
-        <translation>No</translation>
+        <translation>Don't pair</translation>
     </message>
     <message id="qtn_comm_command_yes">
-        <source>Yes</source>
+        <source>Pair</source>
         <extracomment>Button: pair</extracomment>
-        <translation>Yes</translation>
+        <translation>Pair</translation>
     </message>
     <message id="qtn_comm_gigabytes">
-        <source>%1 GB</source>
+        <source>%L1 GB</source>
         <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
-        <translation>%1 GB</translation>
+        <translation>%L1 GB</translation>
     </message>
     <message id="qtn_comm_kilobytes">
-        <source>%1 kB</source>
+        <source>%L1 kB</source>
         <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
-        <translation>%1 kB</translation>
+        <translation>%L1 kB</translation>
     </message>
     <message id="qtn_comm_megabytes">
-        <source>%1 MB</source>
+        <source>%L1 MB</source>
         <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
-        <translation>%1 MB</translation>
+        <translation>%L1 MB</translation>
     </message>
     <message id="qtn_comm_send">
         <source>Send</source>
@@ -86,9 +86,9 @@
         <translation>Disconnect</translation>
     </message>
     <message id="qtn_nfc_disconnect_text">
-        <source>%1 will be disconnected.</source>
+        <source>The phone ends the connection to %1.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>%1 will be disconnected.</translation>
+        <translation>The phone ends the connection to %1.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -116,9 +116,9 @@
         <translation variants="yes"><lengthvariant>Near Field Communication (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing goes on over Bluetooth.</source>
+        <source>Sharing continues over Bluetooth.</source>
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
-        <translation>Sharing goes on over Bluetooth.</translation>
+        <translation>Sharing continues over Bluetooth.</translation>
     </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
@@ -131,9 +131,9 @@
         <translation>PIN: %1</translation>
     </message>
     <message id="qtn_nfc_pair_text">
-        <source>The device you touched can connect over Bluetooth from then on.</source>
+        <source>After that, the device you touched can connect over Bluetooth.</source>
         <extracomment>Below the question whether to pair with a Bluetooth device</extracomment>
-        <translation>The device you touched can connect over Bluetooth from then on.</translation>
+        <translation>After that, the device you touched can connect over Bluetooth.</translation>
     </message>
     <message id="qtn_nfc_pair_tit">
         <source>Pair with %1?</source>
@@ -186,9 +186,9 @@
         <translation>NFC settings</translation>
     </message>
     <message id="qtn_nfc_share_contact">
-        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
-        <translation>The contact %1 %2 will be sent to the device you touched.</translation>
+        <translation>The device you touched gets the contact %1 %2.</translation>
     </message>
     <message id="qtn_nfc_share_fail_tit">
         <source>Nothing is sent</source>
@@ -196,19 +196,22 @@
         <translation>Nothing is sent</translation>
     </message>
     <message id="qtn_nfc_share_gone">
-        <source>%1 is not there any more.</source>
+        <source>%1 is no longer there.</source>
         <extracomment>%1 is a file or a contact</extracomment>
-        <translation>%1 is not there any more.</translation>
+        <translation>%1 is no longer there.</translation>
     </message>
     <message id="qtn_nfc_share_img">
-        <source>%1 will be sent to the device you touched.</source>
+        <source>The device you touched gets %1.</source>
         <extracomment>Question: %1 is a file name</extracomment>
-        <translation>%1 will be sent to the device you touched.</translation>
+        <translation>The device you touched gets %1.</translation>
     </message>
-    <message id="qtn_nfc_share_multi">
-        <source>%1 items will be sent to the device you touched.</source>
+    <message id="qtn_nfc_share_multi" numerus="yes">
+        <source>The device you touched gets %1 items.</source>
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
-        <translation>%1 items will be sent to the device you touched.</translation>
+        <translation>
+            <numerusform>The device you touched gets %1 item.</numerusform>
+            <numerusform>The device you touched gets %1 items.</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_share_nothing">
         <source>There is nothing to send.</source>
@@ -226,14 +229,14 @@
         <translation>Send to %1?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
-        <source>NFC not available</source>
+        <source>NFC is not available</source>
         <extracomment>Title: NFC did not come up</extracomment>
-        <translation>NFC not available</translation>
+        <translation>NFC is not available</translation>
     </message>
     <message id="qtn_nfc_start_flightmode">
-        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <source>Switch on NFC while flight mode stays on?</source>
         <extracomment>Question: NFC is wanted in flight mode</extracomment>
-        <translation>The phone is in flight mode. Switch NFC on all the same?</translation>
+        <translation>Switch on NFC while flight mode stays on?</translation>
     </message>
     <message id="qtn_nfc_start_flightmode_tit">
         <source>Flight mode is on</source>
@@ -271,9 +274,9 @@
         <translation>Empty tag</translation>
     </message>
     <message id="qtn_nfc_tags_fail_text">
-        <source>This tag cannot be read.</source>
+        <source>The phone cannot read this tag.</source>
         <extracomment>Notice: unreadable tag</extracomment>
-        <translation>This tag cannot be read.</translation>
+        <translation>The phone cannot read this tag.</translation>
     </message>
     <message id="qtn_nfc_tags_fail_tit">
         <source>Tag not supported</source>
@@ -325,10 +328,13 @@
         <extracomment>Title: plain text</extracomment>
         <translation>Text on tag</translation>
     </message>
-    <message id="qtn_nfc_tags_type">
+    <message id="qtn_nfc_tags_type" numerus="yes">
         <source>%1, %2 bytes</source>
         <extracomment>%1 is a type of data, %2 the number of its bytes</extracomment>
-        <translation>%1, %2 bytes</translation>
+        <translation>
+            <numerusform>%1, %2 byte</numerusform>
+            <numerusform>%1, %2 bytes</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_tags_unknown_more">
         <source>This tag holds more than this link.</source>
@@ -344,6 +350,11 @@
         <source>View</source>
         <extracomment>Button: show what is on the tag</extracomment>
         <translation>View</translation>
+    </message>
+    <message id="qtn_nfc_touched">
+        <source>NFC touch</source>
+        <extracomment>Spoken, not shown: the banner of a touch has appeared</extracomment>
+        <translation>NFC touch</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">
         <source>Touch the other device with the back of this phone.</source>
@@ -370,10 +381,13 @@
         <extracomment>Title: the other device has to answer</extracomment>
         <translation>Sharing</translation>
     </message>
-    <message id="qtn_nfc_waiting_more">
-        <source>%1 more</source>
+    <message id="qtn_nfc_waiting_more" numerus="yes">
+        <source>%L1 more questions</source>
         <extracomment>Badge: %1 is the number of questions that wait behind this one</extracomment>
-        <translation>%1 more</translation>
+        <translation>
+            <numerusform>%L1 more question</numerusform>
+            <numerusform>%L1 more questions</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -31,29 +31,29 @@
         <translation>Valmis</translation>
     </message>
     <message id="qtn_comm_command_no">
-        <source>No</source>
+        <source>Don't pair</source>
         <extracomment>Button: do not pair</extracomment>
-        <translation>Ei</translation>
+        <translation>Älä muodosta paria</translation>
     </message>
     <message id="qtn_comm_command_yes">
-        <source>Yes</source>
+        <source>Pair</source>
         <extracomment>Button: pair</extracomment>
-        <translation>Kyllä</translation>
+        <translation>Muodosta pari</translation>
     </message>
     <message id="qtn_comm_gigabytes">
-        <source>%1 GB</source>
+        <source>%L1 GB</source>
         <extracomment>Size, 10^9 bytes; %1 is a whole number</extracomment>
-        <translation>%1 Gt</translation>
+        <translation>%L1 Gt</translation>
     </message>
     <message id="qtn_comm_kilobytes">
-        <source>%1 kB</source>
+        <source>%L1 kB</source>
         <extracomment>Size, 10^3 bytes; %1 is a whole number</extracomment>
-        <translation>%1 kt</translation>
+        <translation>%L1 kt</translation>
     </message>
     <message id="qtn_comm_megabytes">
-        <source>%1 MB</source>
+        <source>%L1 MB</source>
         <extracomment>Size, 10^6 bytes; %1 is a whole number</extracomment>
-        <translation>%1 Mt</translation>
+        <translation>%L1 Mt</translation>
     </message>
     <message id="qtn_comm_send">
         <source>Send</source>
@@ -86,9 +86,9 @@
         <translation>Katkaise yhteys</translation>
     </message>
     <message id="qtn_nfc_disconnect_text">
-        <source>%1 will be disconnected.</source>
+        <source>The phone ends the connection to %1.</source>
         <extracomment>Question: %1 is the name of a Bluetooth device</extracomment>
-        <translation>Yhteys laitteeseen %1 katkaistaan.</translation>
+        <translation>Puhelin katkaisee yhteyden laitteeseen %1.</translation>
     </message>
     <message id="qtn_nfc_disconnect_tit">
         <source>Disconnect?</source>
@@ -116,9 +116,9 @@
         <translation variants="yes"><lengthvariant>Lähikenttäviestintä (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing goes on over Bluetooth.</source>
+        <source>Sharing continues over Bluetooth.</source>
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
-        <translation>Jakaminen jatkuu Bluetoothilla.</translation>
+        <translation>Jakaminen jatkuu Bluetoothin kautta.</translation>
     </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
@@ -131,9 +131,9 @@
         <translation>PIN-koodi: %1</translation>
     </message>
     <message id="qtn_nfc_pair_text">
-        <source>The device you touched can connect over Bluetooth from then on.</source>
+        <source>After that, the device you touched can connect over Bluetooth.</source>
         <extracomment>Below the question whether to pair with a Bluetooth device</extracomment>
-        <translation>Koskettamasi laite voi sen jälkeen muodostaa Bluetooth-yhteyden.</translation>
+        <translation>Sen jälkeen koskettamasi laite voi muodostaa Bluetooth-yhteyden.</translation>
     </message>
     <message id="qtn_nfc_pair_tit">
         <source>Pair with %1?</source>
@@ -186,9 +186,9 @@
         <translation>NFC-asetukset</translation>
     </message>
     <message id="qtn_nfc_share_contact">
-        <source>The contact %1 %2 will be sent to the device you touched.</source>
+        <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
-        <translation>Yhteystieto %1 %2 lähetetään koskettamaasi laitteeseen.</translation>
+        <translation>Koskettamasi laite saa yhteystiedon %1 %2.</translation>
     </message>
     <message id="qtn_nfc_share_fail_tit">
         <source>Nothing is sent</source>
@@ -196,19 +196,22 @@
         <translation>Mitään ei lähetetä</translation>
     </message>
     <message id="qtn_nfc_share_gone">
-        <source>%1 is not there any more.</source>
+        <source>%1 is no longer there.</source>
         <extracomment>%1 is a file or a contact</extracomment>
         <translation>%1 ei ole enää olemassa.</translation>
     </message>
     <message id="qtn_nfc_share_img">
-        <source>%1 will be sent to the device you touched.</source>
+        <source>The device you touched gets %1.</source>
         <extracomment>Question: %1 is a file name</extracomment>
-        <translation>%1 lähetetään koskettamaasi laitteeseen.</translation>
+        <translation>Koskettamasi laite saa tiedoston %1.</translation>
     </message>
-    <message id="qtn_nfc_share_multi">
-        <source>%1 items will be sent to the device you touched.</source>
+    <message id="qtn_nfc_share_multi" numerus="yes">
+        <source>The device you touched gets %1 items.</source>
         <extracomment>Question: %1 is the number of things, two or more</extracomment>
-        <translation>%1 kohdetta lähetetään koskettamaasi laitteeseen.</translation>
+        <translation>
+            <numerusform>Koskettamasi laite saa %1 kohteen.</numerusform>
+            <numerusform>Koskettamasi laite saa %1 kohdetta.</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_share_nothing">
         <source>There is nothing to send.</source>
@@ -226,14 +229,14 @@
         <translation>Lähetetäänkö laitteeseen %1?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
-        <source>NFC not available</source>
+        <source>NFC is not available</source>
         <extracomment>Title: NFC did not come up</extracomment>
         <translation>NFC ei ole käytettävissä</translation>
     </message>
     <message id="qtn_nfc_start_flightmode">
-        <source>The phone is in flight mode. Switch NFC on all the same?</source>
+        <source>Switch on NFC while flight mode stays on?</source>
         <extracomment>Question: NFC is wanted in flight mode</extracomment>
-        <translation>Puhelin on lentotilassa. Otetaanko NFC silti käyttöön?</translation>
+        <translation>Otetaanko NFC käyttöön, vaikka lentotila jää päälle?</translation>
     </message>
     <message id="qtn_nfc_start_flightmode_tit">
         <source>Flight mode is on</source>
@@ -263,7 +266,7 @@
     <message id="qtn_nfc_tags_empty_text">
         <source>There is nothing on this tag.</source>
         <extracomment>Notice: empty tag</extracomment>
-        <translation>Tässä tunnisteessa ei ole sisältöä.</translation>
+        <translation>Tässä tunnisteessa ei ole mitään.</translation>
     </message>
     <message id="qtn_nfc_tags_empty_tit">
         <source>Empty tag</source>
@@ -271,9 +274,9 @@
         <translation>Tyhjä tunniste</translation>
     </message>
     <message id="qtn_nfc_tags_fail_text">
-        <source>This tag cannot be read.</source>
+        <source>The phone cannot read this tag.</source>
         <extracomment>Notice: unreadable tag</extracomment>
-        <translation>Tätä tunnistetta ei voi lukea.</translation>
+        <translation>Puhelin ei voi lukea tätä tunnistetta.</translation>
     </message>
     <message id="qtn_nfc_tags_fail_tit">
         <source>Tag not supported</source>
@@ -318,17 +321,20 @@
     <message id="qtn_nfc_tags_store_tit">
         <source>Store link on tag</source>
         <extracomment>Title: a link into the application store</extracomment>
-        <translation>Kauppalinkki tunnisteessa</translation>
+        <translation>Sovelluskaupan linkki tunnisteessa</translation>
     </message>
     <message id="qtn_nfc_tags_text_tit">
         <source>Text on tag</source>
         <extracomment>Title: plain text</extracomment>
         <translation>Teksti tunnisteessa</translation>
     </message>
-    <message id="qtn_nfc_tags_type">
+    <message id="qtn_nfc_tags_type" numerus="yes">
         <source>%1, %2 bytes</source>
         <extracomment>%1 is a type of data, %2 the number of its bytes</extracomment>
-        <translation>%1, %2 tavua</translation>
+        <translation>
+            <numerusform>%1, %2 tavu</numerusform>
+            <numerusform>%1, %2 tavua</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_tags_unknown_more">
         <source>This tag holds more than this link.</source>
@@ -344,6 +350,11 @@
         <source>View</source>
         <extracomment>Button: show what is on the tag</extracomment>
         <translation>Näytä</translation>
+    </message>
+    <message id="qtn_nfc_touched">
+        <source>NFC touch</source>
+        <extracomment>Spoken, not shown: the banner of a touch has appeared</extracomment>
+        <translation>NFC-kosketus</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">
         <source>Touch the other device with the back of this phone.</source>
@@ -370,10 +381,13 @@
         <extracomment>Title: the other device has to answer</extracomment>
         <translation>Jakaminen</translation>
     </message>
-    <message id="qtn_nfc_waiting_more">
-        <source>%1 more</source>
+    <message id="qtn_nfc_waiting_more" numerus="yes">
+        <source>%L1 more questions</source>
         <extracomment>Badge: %1 is the number of questions that wait behind this one</extracomment>
-        <translation>%1 lisää</translation>
+        <translation>
+            <numerusform>Vielä %L1 kysymys</numerusform>
+            <numerusform>Vielä %L1 kysymystä</numerusform>
+        </translation>
     </message>
 </context>
 </TS>

@@ -71,7 +71,7 @@ void ConsoleFace::withdraw()
 void ConsoleFace::setWaiting(qsizetype now)
 {
     if (std::exchange(waiting, now) < now)
-        terminal->print(qtTrId("qtn_nfc_waiting_more").arg(now));
+        terminal->print(qtTrId("qtn_nfc_waiting_more", int(now)).arg(now));
 }
 
 // Line upon line would push the question away.

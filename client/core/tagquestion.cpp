@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/tagquestion.h"
 
+#include <QLocale>
 #include <QStringDecoder>
 
 #include "core/notices.h"
@@ -55,12 +56,19 @@ QString summary(const TagRecord &record)
     return record.text.isEmpty() ? record.type : record.text;
 }
 
+QString typeNote(const TagRecord &record)
+{
+    const qsizetype bytes = record.payload.size();
+    // In one step: the type is the tag's, and may look like a placeholder.
+    return qtTrId("qtn_nfc_tags_type", int(bytes)).arg(record.type, QLocale().toString(bytes));
+}
+
 QStringList notes(const TagContent &content)
 {
     QStringList notes;
     const TagRecord &record = content.records.constFirst();
     if (record.kind == TagRecord::Other)
-        notes.append(qtTrId("qtn_nfc_tags_type").arg(record.type, QString::number(record.payload.size())));
+        notes.append(typeNote(record));
     QStringList others;
     for (const TagRecord &other : content.records.mid(1))
         others.append(summary(other));

@@ -47,7 +47,7 @@ QString NfcSharingPermissionDialogPrivate::fileText(NfcSharingPermissionDialog *
 
 QString NfcSharingPermissionDialogPrivate::listText() const
 {
-    return qtTrId("qtn_nfc_share_multi").arg(resources.size());
+    return qtTrId("qtn_nfc_share_multi", int(resources.size())).arg(resources.size());
 }
 
 void NfcSharingPermissionDialogPrivate::requestThumbnail(NfcSharingPermissionDialog *dialog,

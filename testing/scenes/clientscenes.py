@@ -190,7 +190,7 @@ def touch_banner(stage, step):
     step("the screen is turned", lambda: stage.client.hears("turn 90"))
     second = stage.tap("pair", *HEADSET)
     step("the next banner is turned, too", lambda: stage.client.says("banner: turned by 90"))
-    step("and the pairing waits", lambda: stage.client.says("1 more | "))
+    step("and the pairing waits", lambda: stage.client.says("1 more question | "))
     answers(stage, step, "the user discards the link", "Discard")
     decided(tap, step, "rejected", 1)
     asks(stage, step, "now the pairing", "Pair with Headset?")

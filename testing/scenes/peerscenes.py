@@ -13,7 +13,7 @@ def paired_headset(stage, step):
     """A headset is paired"""
     tap = stage.tap("pair", *HEADSET, "1234")
     asks(stage, step, "the client names the headset and its PIN", "Pair with Headset?",
-         "The device you touched can connect over Bluetooth from then on.", "PIN: 1234")
+         "After that, the device you touched can connect over Bluetooth.", "PIN: 1234")
     answers(stage, step, "the user pairs", "Pair")
     decided(tap, step, "granted", 0)
     is_clear(stage, step)
@@ -47,7 +47,7 @@ def connected_headset(stage, step):
     answers(stage, step, "the user connects", "Connect")
     decided(connection, step, "granted", 0)
     disconnection = stage.tap("disconnect", *HEADSET)
-    asks(stage, step, "the client asks", "Disconnect?", "Headset will be disconnected.", "[Disconnect]")
+    asks(stage, step, "the client asks", "Disconnect?", "The phone ends the connection to Headset.", "[Disconnect]")
     answers(stage, step, "the user disconnects", "Disconnect")
     decided(disconnection, step, "granted", 0)
     is_clear(stage, step)
@@ -57,7 +57,7 @@ def connected_headset(stage, step):
 def refused_disconnection(stage, step):
     """A headset stays connected"""
     tap = stage.tap("disconnect", *HEADSET)
-    asks(stage, step, "the client asks", "Disconnect?", "Headset will be disconnected.")
+    asks(stage, step, "the client asks", "Disconnect?", "The phone ends the connection to Headset.")
     answers(stage, step, "the user gives up", "Cancel")
     decided(tap, step, "rejected", 1)
 
@@ -77,7 +77,7 @@ def shared_picture(stage, step):
     handover = stage.tap("handover", "bluetooth")
     asks(stage, step, "the client waits for the other phone", "Sharing", WAITING)
     decided(handover, step, "completed", 0)
-    asks(stage, step, "the phones are connected", PEER, "Sharing goes on over Bluetooth.")
+    asks(stage, step, "the phones are connected", PEER, "Sharing continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)
 
@@ -109,8 +109,8 @@ def shared_nothing(stage, step):
     """Nothing, and what is not there, is refused and told about"""
     gone = stage.file("gone.txt", b"x") + ".orig"
     for words, resources, text in [("a list without anything", [], "There is nothing to send."),
-                                   ("a file that has gone", [gone], "gone.txt.orig is not there any more."),
-                                   ("a contact that has gone", ["contact:nobody"], "contact:nobody is not there any more.")]:
+                                   ("a file that has gone", [gone], "gone.txt.orig is no longer there."),
+                                   ("a contact that has gone", ["contact:nobody"], "contact:nobody is no longer there.")]:
         tap = stage.shares(*resources)
         asks(stage, step, f"the client says so of {words}", "Nothing is sent", text)
         has_been_read(stage, step)
@@ -162,7 +162,7 @@ def question_during_handover(stage, step):
     answers(stage, step, "the user pairs", "Pair")
     decided(pairing, step, "granted", 0)
     decided(handover, step, "completed", 0)
-    asks(stage, step, "then the handover is complete", "Sharing goes on over Bluetooth.")
+    asks(stage, step, "then the handover is complete", "Sharing continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)
 
@@ -177,6 +177,6 @@ def named_peer(stage, step):
     decided(permission, step, "granted", 0)
     handover = stage.tap("handover", "bluetooth")
     decided(handover, step, "completed", 0)
-    asks(stage, step, "the phones are connected, by name", "Ada's phone", "Sharing goes on over Bluetooth.")
+    asks(stage, step, "the phones are connected, by name", "Ada's phone", "Sharing continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)

@@ -63,6 +63,6 @@ def missing_daemon(stage, step):
     settings = stage.settings_come()
     step("the user switches NFC on", lambda: settings.hears(f"press {POWER}"))
     step("the settings wait for it", lambda: settings.says(f"[{POWER}: on, busy]"))
-    step("it does not come, and the settings say so", lambda: settings.says("screen: NFC not available | "))
+    step("it does not come, and the settings say so", lambda: settings.says("screen: NFC is not available | "))
     step("the user has read it", lambda: settings.hears("press OK"))
     step("NFC is off", lambda: settings.says(f"[{POWER}: off]"))

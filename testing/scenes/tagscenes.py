@@ -106,7 +106,7 @@ def number_behind_text(stage, step):
 def bytes_behind_message(stage, step):
     """A message with something behind its end is refused"""
     tap = stage.tap("message", stage.file("trailing.ndef", text_record("Hello") + uri_record(5, "112")))
-    asks(stage, step, "the client says so", "Tag not supported", "This tag cannot be read.")
+    asks(stage, step, "the client says so", "Tag not supported", "The phone cannot read this tag.")
     has_been_read(stage, step)
     decided(tap, step, "rejected", 1)
     is_clear(stage, step)
@@ -359,7 +359,7 @@ def told_unsupported_tag(stage, step):
     """A tag that cannot be read, or is malformed, is told about"""
     for fault in ("unsupported", "malformed"):
         tap = stage.tap(fault)
-        asks(stage, step, f"the client says so of one that is {fault}", "Tag not supported", "This tag cannot be read.",
+        asks(stage, step, f"the client says so of one that is {fault}", "Tag not supported", "The phone cannot read this tag.",
              "[OK]")
         has_been_read(stage, step)
         decided(tap, step, "announced", 0)
@@ -383,7 +383,7 @@ def told_tag_that_nobody_takes(stage, step):
     for words, arguments in [("a typeface", ("mime", "font/ttf", stage.file("letters.ttf", b"\0\1\0\0"))),
                              ("a link of a scheme of its own", ("uri", "nobody-opens:this"))]:
         tap = stage.tap(*arguments)
-        asks(stage, step, f"the client says so of {words}", "Tag not supported", "This tag cannot be read.")
+        asks(stage, step, f"the client says so of {words}", "Tag not supported", "The phone cannot read this tag.")
         has_been_read(stage, step)
         decided(tap, step, "rejected", 1)
         is_clear(stage, step)

@@ -59,7 +59,7 @@ def file_behind_question(stage, step):
     asks(stage, step, "the client asks", "Pair with Headset?")
     tap = stage.tap("receive", "notes.txt", "1000", "100000")
     decided(tap, step, "completed", 0)
-    asks(stage, step, "what became of the file waits", "1 more", "Pair with Headset?")
+    asks(stage, step, "what became of the file waits", "1 more question", "Pair with Headset?")
     answers(stage, step, "the user pairs", "Pair")
     decided(pairing, step, "granted", 0)
     asks(stage, step, "now the file", "File received", "notes.txt")

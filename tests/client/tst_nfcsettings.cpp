@@ -252,7 +252,7 @@ void TestNfcSettings::startThatFailsIsToldAfter20Seconds()
     settings.say(pressNfc);
     QVERIFY(settings.shows(busy));
     QVERIFY(settings.shows(
-        u"screen: NFC not available | NFC did not start. Try again, or restart the phone. | [OK]"_s));
+        u"screen: NFC is not available | NFC did not start. Try again, or restart the phone. | [OK]"_s));
     QVERIFY2(clock.elapsed() >= 20000, qPrintable(QString::number(clock.elapsed())));
     settings.say(u"press OK"_s);
     QVERIFY(settings.shows(off));

@@ -87,6 +87,7 @@ private Q_SLOTS:
     void answeredQuestionIsGone();
     void rowsKnowTheirPlaces();
     void pressSelectsARow();
+    void rowIsSelectedBeforeAnybodySeesIt();
     void rowsThatLeaveAreGone();
     void rectanglesAreWhereTheUserSeesThem_data();
     void rectanglesAreWhereTheUserSeesThem();
@@ -341,6 +342,17 @@ void TestMAccessible::pressSelectsARow()
     QVERIFY(reader->hears(focused, QStringLiteral("Browser")));
     QTest::keyClick(window->viewport(), Qt::Key_Up);
     QVERIFY(reader->hears(focused, QStringLiteral("Notes")));
+}
+
+void TestMAccessible::rowIsSelectedBeforeAnybodySeesIt()
+{
+    QStringListModel model({QStringLiteral("Viewer"), QStringLiteral("Notes")});
+    MList list;
+    list.setItemModel(&model);
+    list.setCellCreator(new LabelCreator);
+    list.setSelectionMode(MList::SingleSelection);
+    list.selectItem(model.index(1, 0));
+    QCOMPARE(list.selectionModel()->currentIndex().row(), 1);
 }
 
 void TestMAccessible::rowsThatLeaveAreGone()

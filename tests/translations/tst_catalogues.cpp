@@ -19,7 +19,11 @@ struct Message
 {
     QString source;
     QStringList variants;
-    QString state; ///< unfinished, vanished, obsolete; empty when the entry is fit for use
+    QStringList forms; ///< By number, of a text that counts; such a text has no variants
+    QString state;     ///< unfinished, vanished, obsolete; empty when the entry is fit for use
+
+    // What stands for the whole: the longest variant, or the form for many.
+    QString text() const { return forms.isEmpty() ? variants.value(0) : forms.last(); }
 };
 
 using Messages = QMap<QString, Message>;
@@ -35,15 +39,28 @@ QStringList readVariants(QXmlStreamReader &xml)
     return variants;
 }
 
+// The texts of a <translation> that depend on a number.
+QStringList readForms(QXmlStreamReader &xml)
+{
+    QStringList forms;
+    while (xml.readNextStartElement())
+        forms.append(xml.readElementText());
+    return forms;
+}
+
 Message readMessage(QXmlStreamReader &xml)
 {
     Message message;
+    const bool counts = xml.attributes().value("numerus"_L1) == "yes"_L1;
     while (xml.readNextStartElement()) {
         if (xml.name() == "source"_L1) {
             message.source = xml.readElementText();
         } else if (xml.name() == "translation"_L1) {
             message.state = xml.attributes().value("type"_L1).toString();
-            message.variants = readVariants(xml);
+            if (counts)
+                message.forms = readForms(xml);
+            else
+                message.variants = readVariants(xml);
         } else {
             xml.skipCurrentElement();
         }
@@ -77,9 +94,9 @@ Messages readCatalogue(const QString &name)
 }
 
 // Every id that stands in the code: within qtTrId() and in tables alike.
-QStringList usedIds()
+QStringList usedIds(const QString &pattern = u"\"(qtn_[^\"]*)\""_s)
 {
-    static const QRegularExpression literal(u"\"(qtn_[^\"]*)\""_s);
+    const QRegularExpression literal(pattern);
     QSet<QString> ids;
     for (const QString &folder : {u"src"_s, u"platform"_s, u"client"_s, u"examples"_s}) {
         QDirIterator files(SOURCES "/"_L1 + folder, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
@@ -126,6 +143,7 @@ class TestCatalogues : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup();
     void languagesAreThere();
     void everyUsedIdIsThereAndNoOther_data();
     void everyUsedIdIsThereAndNoOther();
@@ -137,6 +155,17 @@ private Q_SLOTS:
     void noPlaceholderIsLost();
     void lengthVariantsGoFromLongToShort_data();
     void lengthVariantsGoFromLongToShort();
+    void everyNumberHasItsForm_data();
+    void everyNumberHasItsForm();
+    void whatCountsIsAskedForWithTheNumber_data();
+    void whatCountsIsAskedForWithTheNumber();
+    void formsDiffer_data();
+    void formsDiffer();
+    void digitsAreOfOneKind_data();
+    void digitsAreOfOneKind();
+    void germanTagIsNoDay();
+    void cancelIsOneWord_data();
+    void cancelIsOneWord();
     void toolkitSpeaksTheSameLanguage_data();
     void toolkitSpeaksTheSameLanguage();
 };
@@ -144,6 +173,13 @@ private Q_SLOTS:
 void TestCatalogues::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
+}
+
+void TestCatalogues::cleanup()
+{
+    // Each test speaks its own language.
+    qDeleteAll(QCoreApplication::instance()->findChildren<QTranslator *>());
+    QLocale::setDefault(QLocale::c());
 }
 
 void TestCatalogues::languagesAreThere()
@@ -177,8 +213,9 @@ void TestCatalogues::everyTextIsFinished()
     const Messages messages = readCatalogue(catalogue);
     for (auto message = messages.begin(); message != messages.end(); ++message) {
         QVERIFY2(message->state.isEmpty(), qUtf8Printable(message.key()));
-        QVERIFY2(!message->variants.isEmpty(), qUtf8Printable(message.key()));
-        for (const QString &variant : message->variants)
+        const QStringList texts = message->variants + message->forms;
+        QVERIFY2(!texts.isEmpty(), qUtf8Printable(message.key()));
+        for (const QString &variant : texts)
             QVERIFY2(!variant.trimmed().isEmpty(), qUtf8Printable(message.key()));
     }
 }
@@ -195,7 +232,7 @@ void TestCatalogues::sourceIsTheEnglishText()
     const Messages english = readCatalogue(u"connui-nfc_en.ts"_s);
     const Messages messages = readCatalogue(catalogue);
     for (auto message = messages.begin(); message != messages.end(); ++message)
-        QCOMPARE(message->source, english.value(message.key()).variants.value(0));
+        QCOMPARE(message->source, english.value(message.key()).text());
 }
 
 void TestCatalogues::noPlaceholderIsLost_data()
@@ -208,7 +245,7 @@ void TestCatalogues::noPlaceholderIsLost()
     QFETCH(QString, catalogue);
     const Messages messages = readCatalogue(catalogue);
     for (const Message &message : messages)
-        for (const QString &variant : message.variants)
+        for (const QString &variant : message.variants + message.forms)
             QVERIFY2(placeholders(variant) == placeholders(message.source), qUtf8Printable(variant));
 }
 
@@ -227,6 +264,136 @@ void TestCatalogues::lengthVariantsGoFromLongToShort()
             QVERIFY2(message.variants[i].size() < message.variants[i - 1].size(),
                      qUtf8Printable(message.variants[i]));
     }
+}
+
+void TestCatalogues::everyNumberHasItsForm_data()
+{
+    QTest::addColumn<QString>("catalogue");
+    QTest::addColumn<qsizetype>("forms");
+    QTest::newRow("English") << u"connui-nfc_en.ts"_s << qsizetype(2);
+    QTest::newRow("German") << u"connui-nfc_de.ts"_s << qsizetype(2);
+    QTest::newRow("Finnish") << u"connui-nfc_fi.ts"_s << qsizetype(2);
+    QTest::newRow("Arabic") << u"connui-nfc_ar.ts"_s << qsizetype(6);
+}
+
+void TestCatalogues::everyNumberHasItsForm()
+{
+    QFETCH(QString, catalogue);
+    QFETCH(qsizetype, forms);
+    const Messages messages = readCatalogue(catalogue);
+    qsizetype counting = 0;
+    for (auto message = messages.begin(); message != messages.end(); ++message) {
+        if (message->forms.isEmpty())
+            continue;
+        ++counting;
+        QVERIFY2(message->forms.size() == forms, qUtf8Printable(message.key()));
+    }
+    QVERIFY(counting > 0);
+}
+
+void TestCatalogues::whatCountsIsAskedForWithTheNumber_data()
+{
+    addCatalogues();
+}
+
+// A number that the catalogue is not told always takes the first form.
+void TestCatalogues::whatCountsIsAskedForWithTheNumber()
+{
+    QFETCH(QString, catalogue);
+    QStringList counting;
+    const Messages messages = readCatalogue(catalogue);
+    for (auto message = messages.begin(); message != messages.end(); ++message)
+        if (!message->forms.isEmpty())
+            counting.append(message.key());
+    QCOMPARE(counting, usedIds(u"qtTrId\\(\"(qtn_[^\"]*)\", "_s));
+}
+
+void TestCatalogues::formsDiffer_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<int>("one");
+    QTest::addColumn<int>("other");
+    QTest::newRow("English") << u"en"_s << 1 << 2;
+    QTest::newRow("German") << u"de"_s << 1 << 2;
+    QTest::newRow("Finnish") << u"fi"_s << 1 << 2;
+    QTest::newRow("Arabic, two and three") << u"ar"_s << 2 << 3;
+    QTest::newRow("Arabic, three and eleven") << u"ar"_s << 3 << 11;
+}
+
+void TestCatalogues::formsDiffer()
+{
+    QFETCH(QString, language);
+    QFETCH(int, one);
+    QFETCH(int, other);
+    QLocale::setDefault(QLocale(language));
+    loadTexts();
+    const QString less = qtTrId("qtn_nfc_waiting_more", one);
+    const QString more = qtTrId("qtn_nfc_waiting_more", other);
+    QVERIFY(less.contains(u"%L1"_s));
+    QVERIFY2(less != more, qUtf8Printable(more));
+}
+
+void TestCatalogues::digitsAreOfOneKind_data()
+{
+    QTest::addColumn<QString>("locale");
+    QTest::addColumn<char32_t>("zero");
+    QTest::newRow("Egypt") << u"ar_EG"_s << U'\u0660';
+    QTest::newRow("Morocco") << u"ar_MA"_s << U'0';
+    QTest::newRow("Germany") << u"de_DE"_s << U'0';
+}
+
+void TestCatalogues::digitsAreOfOneKind()
+{
+    QFETCH(QString, locale);
+    QFETCH(char32_t, zero);
+    QLocale::setDefault(QLocale(locale));
+    loadTexts();
+    // As the sheet of a file that arrives puts them together.
+    QStringList texts;
+    for (const char *unit : {"qtn_comm_kilobytes", "qtn_comm_megabytes", "qtn_comm_gigabytes"})
+        texts.append(u"%L1/%2"_s.arg(1000).arg(qtTrId(unit).arg(3000)));
+    texts.append(qtTrId("qtn_nfc_waiting_more", 25).arg(25));
+    for (const QString &text : std::as_const(texts)) {
+        qsizetype digits = 0;
+        for (const QChar each : text) {
+            if (!each.isDigit())
+                continue;
+            ++digits;
+            QVERIFY2(each.unicode() >= zero && each.unicode() <= zero + 9, qUtf8Printable(text));
+        }
+        QVERIFY2(digits >= 2, qUtf8Printable(text));
+        // Both numbers are grouped, or none is.
+        if (text.contains(u'/'))
+            QCOMPARE(text.section(u'/', 0, 0).size(), QLocale().toString(1000).size());
+        if (text.contains(u'/'))
+            QVERIFY2(text.contains(QLocale().toString(3000)), qUtf8Printable(text));
+    }
+}
+
+// "Dieser Tag ist leer" says that this day is empty.
+void TestCatalogues::germanTagIsNoDay()
+{
+    static const QRegularExpression day(u"(?<!NFC-)\\bTags?\\b"_s);
+    const Messages messages = readCatalogue(u"connui-nfc_de.ts"_s);
+    for (const Message &message : messages)
+        for (const QString &text : message.variants + message.forms)
+            QVERIFY2(!text.contains(day), qUtf8Printable(text));
+}
+
+void TestCatalogues::cancelIsOneWord_data()
+{
+    QTest::addColumn<QString>("language");
+    for (const char *language : {"ar", "de", "en", "fi"})
+        QTest::newRow(language) << QString::fromLatin1(language);
+}
+
+void TestCatalogues::cancelIsOneWord()
+{
+    QFETCH(QString, language);
+    QLocale::setDefault(QLocale(language));
+    loadTexts();
+    const MDialog dialog(QString(), M::CancelButton);
+    QCOMPARE(qtTrId("qtn_comm_cancel"), dialog.buttons().constFirst()->text());
 }
 
 void TestCatalogues::toolkitSpeaksTheSameLanguage_data()

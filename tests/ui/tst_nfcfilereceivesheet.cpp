@@ -107,7 +107,7 @@ private Q_SLOTS:
 
     void sizesHaveUnits_data();
     void sizesHaveUnits();
-    void receivedSizeIsGroupedByTheLocale();
+    void sizesAreGroupedByTheLocale();
     void barShowsTheSameNumbersAsTheText_data();
     void barShowsTheSameNumbersAsTheText();
 
@@ -324,19 +324,19 @@ void TestNfcFileReceiveSheet::sizesHaveUnits_data()
     row(0, 0, "0/0 kB");
     row(999, 999, "0/0 kB");
     row(1000, 1999, "1/1 kB");
-    row(999999, 5000000, "999/5000 kB");
-    row(1000000, 5000000, "1,000/5000 kB");
-    row(1000999, 5000000, "1,000/5000 kB");
+    row(999999, 5000000, "999/5,000 kB");
+    row(1000000, 5000000, "1,000/5,000 kB");
+    row(1000999, 5000000, "1,000/5,000 kB");
     row(1001000, 5000000, "1/5 MB");
     row(1999999, 1999999, "1/1 MB");
-    row(0, 5000000000000, "0/5000000000 kB");
-    row(1000000000, 5000000000, "1,000/5000 MB");
-    row(1000000999, 5000000000, "1,000/5000 MB");
+    row(0, 5000000000000, "0/5,000,000,000 kB");
+    row(1000000000, 5000000000, "1,000/5,000 MB");
+    row(1000000999, 5000000000, "1,000/5,000 MB");
     row(1000001000, 5000000000, "1/5 GB");
     row(5000000, 1000000, "5/1 MB");
     row(5000000, 0, "5/0 MB");
-    row(0, most, "0/18446744073709551 kB");
-    row(most, most, "18,446,744,073/18446744073 GB");
+    row(0, most, "0/18,446,744,073,709,551 kB");
+    row(most, most, "18,446,744,073/18,446,744,073 GB");
     row(most, 0, "18,446,744,073/0 GB");
 }
 
@@ -351,14 +351,14 @@ void TestNfcFileReceiveSheet::sizesHaveUnits()
     QCOMPARE(shown.size(), text);
 }
 
-void TestNfcFileReceiveSheet::receivedSizeIsGroupedByTheLocale()
+void TestNfcFileReceiveSheet::sizesAreGroupedByTheLocale()
 {
     const QLocale before;
     const auto restore = qScopeGuard([before] { QLocale::setDefault(before); });
     QLocale::setDefault(QLocale(QLocale::German));
     Shown shown;
     shown.sheet.setProgress({}, 1000000000, 5000000000);
-    QCOMPARE(shown.size(), QStringLiteral("1.000/5000 MB"));
+    QCOMPARE(shown.size(), QStringLiteral("1.000/5.000 MB"));
 }
 
 void TestNfcFileReceiveSheet::barShowsTheSameNumbersAsTheText_data()

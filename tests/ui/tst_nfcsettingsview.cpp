@@ -406,7 +406,7 @@ void TestNfcSettingsView::lackOfPowerFails()
     QCOMPARE(page.dialogs().size(), 1);
     const QPointer<MDialog> box = page.dialogs().constFirst();
     QCOMPARE(shownTexts<MLabel>(box),
-             QStringList({QStringLiteral("NFC not available"),
+             QStringList({QStringLiteral("NFC is not available"),
                           QStringLiteral("NFC did not start. Try again, or restart the phone.")}));
     QCOMPARE(box->buttons().size(), 1);
     QCOMPARE(box->buttons().constFirst()->standardButton(), M::OkButton);

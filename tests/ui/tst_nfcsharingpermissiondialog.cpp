@@ -30,7 +30,7 @@ const auto thumbnailer = QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1
 const auto thumbnailerPath = QStringLiteral("/org/freedesktop/thumbnails/Thumbnailer1");
 const auto queue = QStringLiteral("Queue");
 const auto title = QStringLiteral("Share by touch?");
-const auto sentence = QStringLiteral("%1 will be sent to the device you touched.");
+const auto sentence = QStringLiteral("The device you touched gets %1.");
 
 QString text(const char *text)
 {
@@ -225,7 +225,7 @@ void TestNfcSharingPermissionDialog::contactShowsBothNamesAndTheAvatar()
     writeContact(text("1"), "N:Virtanen;Aino;;;\r\nPHOTO;ENCODING=b;TYPE=PNG:" + avatar.toBase64() + "\r\n");
     const Shown shown({text("contact:1")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact Aino Virtanen"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("the contact Aino Virtanen"))}));
     QCOMPARE(shown.pixmap().size(), QSize(40, 40));
     QCOMPARE(shown.pixmap().toImage().pixelColor(20, 20), QColor(Qt::red));
 }
@@ -236,7 +236,7 @@ void TestNfcSharingPermissionDialog::contactWithoutAvatarIsLogged()
     QTest::ignoreMessage(QtWarningMsg, "Avatar picture not found for contact:2");
     const Shown shown({text("contact:2")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact Aino Virtanen"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("the contact Aino Virtanen"))}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -249,7 +249,7 @@ void TestNfcSharingPermissionDialog::contactWithoutCardHasNoName()
     QTest::ignoreMessage(QtWarningMsg, "Avatar picture not found for contact:nobody");
     const Shown shown({text("contact:nobody")});
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("The contact  "))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("the contact  "))}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -267,12 +267,11 @@ void TestNfcSharingPermissionDialog::namesAreShownAsTheyAre()
     QTest::ignoreMessage(QtWarningMsg, "Avatar picture not found for contact:4");
     const Shown contact({text("contact:4")});
     QVERIFY(contact.ready);
-    QCOMPARE(contact.labels().value(1),
-             text("The contact %2 %1 <b>x</b> will be sent to the device you touched."));
+    QCOMPARE(contact.labels().value(1), text("The device you touched gets the contact %2 %1 <b>x</b>."));
 
     const Shown named({text("/tmp/%1 <i>.txt")});
     QVERIFY(named.ready);
-    QCOMPARE(named.labels().value(1), text("%1 <i>.txt will be sent to the device you touched."));
+    QCOMPARE(named.labels().value(1), text("The device you touched gets %1 <i>.txt."));
 }
 
 void TestNfcSharingPermissionDialog::cardFileIsPrivateAndGoneAfterwards()

@@ -139,15 +139,15 @@ void TestPrompts::promptShowsItsTexts_data()
 
     const QStringList pair{text("Pair with this device?"),
                            text("The device you touched wants to connect over Bluetooth.")};
-    const QList<Button> yesOrNoForOk{{M::OkButton, text("Yes")}, {M::CancelButton, text("No")}};
+    const QList<Button> pairOrNot{{M::OkButton, text("Pair")}, {M::CancelButton, text("Don't pair")}};
     QTest::newRow("pairing with a phone")
-        << pairing(smartphone) << pair << text("icon-m-bluetooth-phone") << yesOrNoForOk << false;
+        << pairing(smartphone) << pair << text("icon-m-bluetooth-phone") << pairOrNot << false;
     QTest::newRow("pairing with a headset")
-        << pairing(headset) << pair << text("icon-m-bluetooth-headset") << yesOrNoForOk << false;
+        << pairing(headset) << pair << text("icon-m-bluetooth-headset") << pairOrNot << false;
     QTest::newRow("pairing with a thing without a class")
-        << pairing(uncategorized) << pair << text("icon-m-bluetooth-generic") << yesOrNoForOk << false;
+        << pairing(uncategorized) << pair << text("icon-m-bluetooth-generic") << pairOrNot << false;
     QTest::newRow("pairing with a class of more than 24 bits")
-        << pairing(0xffffffff) << pair << text("icon-m-bluetooth-generic") << yesOrNoForOk << false;
+        << pairing(0xffffffff) << pair << text("icon-m-bluetooth-generic") << pairOrNot << false;
 
     QTest::newRow("enabling") << make<NfcEnableDialog>()
                               << QStringList{text("Switch NFC on?"),
@@ -180,7 +180,7 @@ void TestPrompts::promptShowsItsTexts_data()
             << selection(type) << contact << QString() << continueOrCancel << false;
 
     const QList<Button> ok{{M::OkButton, text("OK")}};
-    const QStringList failed{text("Tag not supported"), text("This tag cannot be read.")};
+    const QStringList failed{text("Tag not supported"), text("The phone cannot read this tag.")};
     QTest::newRow("unsupported tag") << unsupported(NfcTagNotSupportedDialog::UnsupportedTagError) << failed
                                      << QString() << ok << false;
     QTest::newRow("empty tag") << unsupported(NfcTagNotSupportedDialog::EmptyTagError)
@@ -283,8 +283,7 @@ void TestPrompts::enablingAsksAccordingToFlightMode()
     FakeService manager(QDBusConnection::SystemBus, text("net.connman"));
     setFlightMode(manager, true);
     manager.start();
-    const QStringList inFlight{text("Flight mode is on"),
-                               text("The phone is in flight mode. Switch NFC on all the same?")};
+    const QStringList inFlight{text("Flight mode is on"), text("Switch on NFC while flight mode stays on?")};
     const Shown first(make<NfcEnableDialog>());
     QVERIFY(first.ready);
     QCOMPARE(shownTexts<MLabel>(first.dialog.data()), inFlight);

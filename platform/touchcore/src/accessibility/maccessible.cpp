@@ -165,6 +165,8 @@ QRect MAccessible::onScreen(const QGraphicsItem *item, const QRectF &area)
 
 bool MAccessible::isInSight(const QGraphicsItem *item, const QRectF &area)
 {
+    if (!item->scene())
+        return false;
     QRectF seen = item->mapRectToScene(area);
     for (const QGraphicsItem *each = item->parentItem(); each; each = each->parentItem())
         if (each->flags().testFlag(QGraphicsItem::ItemClipsChildrenToShape))

@@ -107,7 +107,9 @@ QAccessible::State MAccessibleWidget::state() const
 
 void *MAccessibleWidget::interface_cast(QAccessible::InterfaceType type)
 {
-    return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface *>(this) : nullptr;
+    if (type != QAccessible::ActionInterface || actionNames().isEmpty())
+        return nullptr;
+    return static_cast<QAccessibleActionInterface *>(this);
 }
 
 QStringList MAccessibleWidget::actionNames() const
