@@ -2,14 +2,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "screen/waitingbadge.h"
 
+#include <QGraphicsScene>
+
 #include <MSceneWindow>
+#include <MWindow>
 
 void WaitingBadge::show(MSceneWindow *window, qsizetype waiting)
 {
     delete label;
     if (!window || waiting == 0)
         return;
-    label = new MLabel(qtTrId("qtn_nfc_waiting_more").arg(waiting), window);
+    label = new MLabel(qtTrId("qtn_nfc_waiting_more", int(waiting)).arg(waiting), window);
+    if (auto *view = qobject_cast<MWindow *>(window->scene()->views().value(0)))
+        view->announce(label->text());
     label->setStyleName(QStringLiteral("WaitingBadge"));
     label->resize(label->preferredSize());
     moveToEdge();

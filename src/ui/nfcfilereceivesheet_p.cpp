@@ -134,6 +134,7 @@ MWidgetController *NfcFileReceiveSheetPrivate::newProgressPanel()
     thumbnail = new MImageWidget;
     thumbnail->setStyleName(QStringLiteral("CommonThumbnail"));
     progress = new MProgressIndicator;
+    progress->setAccessibleName(qtTrId("qtn_nfc_receive_tit"));
     progress->setViewType(MProgressIndicator::barType);
     progress->setStyleName(QStringLiteral("CommonProgressBarInverted"));
 

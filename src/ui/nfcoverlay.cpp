@@ -41,6 +41,7 @@ void NfcOverlay::showIndication()
     show();
     raise();
     d->show();
+    announce(qtTrId("qtn_nfc_touched"));
 }
 
 void NfcOverlay::hideIndication()
