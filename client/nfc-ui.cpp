@@ -9,6 +9,7 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
+#include <ContactExporter>
 #include <MWindow>
 
 #include "console/consoleface.h"
@@ -142,6 +143,7 @@ int main(int argc, char *argv[])
     if (!isFirstInSession())
         return fail(AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
 
+    ConnUi::ContactExporter::removeLeftCopies();
     termination.watch();
     const BusWatch buses;
     return run(arguments);

@@ -744,7 +744,7 @@ void TestNfcTagReadPermissionDialog::cardShowsItsName_data()
         << QStringLiteral("text/x-vcard") << QByteArray("N:;Jane;;;\r\n") << QStringLiteral("Jane");
     QTest::newRow("family name alone")
         << QStringLiteral("text/x-vcard") << QByteArray("N:Doe;;;;\r\n") << QStringLiteral("Doe");
-    QTest::newRow("no name") << QStringLiteral("text/x-vcard") << QByteArray("TEL:112\r\n") << QString();
+    QTest::newRow("no name") << QStringLiteral("text/x-vcard") << QByteArray("NOTE:112\r\n") << QString();
     QTest::newRow("placeholders") << QStringLiteral("text/x-vcard") << QByteArray("N:%1;%2;;;\r\n")
                                   << QStringLiteral("%2 %1");
     QTest::newRow("other type") << QStringLiteral("text/directory") << QByteArray("N:Doe;Jane;;;\r\n")

@@ -8,11 +8,15 @@ namespace ConnUi {
 
 bool ContactExporter::resolveContactAvatar(const QString &contact, QImage &avatar)
 {
-    const auto image = QImage::fromData(contactPhoto(contact));
-    if (image.isNull())
-        return false;
-    avatar = image;
-    return true;
+    const QByteArrayList photos = contactPhotos(contact);
+    for (const QByteArray &photo : photos) {
+        const auto image = QImage::fromData(photo);
+        if (image.isNull())
+            continue;
+        avatar = image;
+        return true;
+    }
+    return false;
 }
 
 } // namespace ConnUi

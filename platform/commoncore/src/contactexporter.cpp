@@ -2,25 +2,21 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "contactexporter.h"
 
-#include <memory>
+#include <cerrno>
+#include <csignal>
+#include <unistd.h>
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
-#include "ebookcontacts.h"
+#include "contactcard_p.h"
 
 namespace ConnUi {
 namespace {
 
 constexpr qint64 cardLimit = 4 << 20;
-constexpr qsizetype partsLimit = 5000;
-
-struct Unref
-{
-    void operator()(EVCard *card) const { EBookContacts::load()->g_object_unref(card); }
-};
-using Card = std::unique_ptr<EVCard, Unref>;
 
 void warn(const QString &path, const QString &reason)
 {
@@ -41,6 +37,12 @@ QString cardPath(const QString &contact)
 QByteArray readCardFile(const QString &path)
 {
     QFile file(path);
+    const QFileInfo info(path);
+    // Opening a pipe would wait for its writer.
+    if (info.exists() && !info.isFile()) {
+        warn(path, QStringLiteral("not a file"));
+        return QByteArray();
+    }
     if (!file.open(QIODevice::ReadOnly)) {
         warn(path, file.errorString());
         return QByteArray();
@@ -53,73 +55,31 @@ QByteArray readCardFile(const QString &path)
     return data;
 }
 
-// Lines may be folded inside a character, which the library takes for two broken ones.
-QByteArray joinCharacters(const QByteArray &data)
+ContactCard readCard(const QString &path)
 {
-    static const QRegularExpression fold(QStringLiteral("\\r?\\n[ \\t](?=[\\x80-\\xbf])"));
-    return QString::fromLatin1(data).remove(fold).toLatin1();
-}
-
-// The library's time grows with the square of the parts of a value and of its soft line breaks.
-bool hasTooManyParts(const QByteArray &data)
-{
-    return data.count(';') + data.count(',') + data.count("=\n") + data.count("=\r\n") > partsLimit;
-}
-
-// The library reads beyond the end of a text that stops inside of a quoted-printable character, and takes a
-// byte of zero for the end.
-QByteArray ended(const QByteArray &data)
-{
-    return QByteArray(data.constData()) + "\r\n\r\n";
-}
-
-Card readCard(const QString &path)
-{
-    QByteArray data = readCardFile(path);
-    if (data.startsWith("\xef\xbb\xbf"))
-        data.remove(0, 3);
-    data = joinCharacters(data.trimmed());
-    if (data.isEmpty())
-        return nullptr;
-    if (!data.toUpper().startsWith("BEGIN:VCARD")) {
-        warn(path, QStringLiteral("not a contact card"));
-        return nullptr;
-    }
-    if (hasTooManyParts(data)) {
-        warn(path, QStringLiteral("too many parts for a contact card"));
-        return nullptr;
-    }
-    const EBookContacts *library = EBookContacts::load();
-    if (!library)
-        return nullptr;
-    data = ended(data);
-    Card card(library->e_vcard_new());
-    library->e_vcard_construct_full(card.get(), data.constData(), data.size(), nullptr);
+    ContactCard card;
+    const QString problem = card.read(readCardFile(path));
+    if (!problem.isEmpty())
+        warn(path, problem);
     return card;
 }
 
-// The decoded parts of an attribute, as many as asked for; empty where the attribute has none.
-QStringList values(EVCard *card, const char *name, int count)
+// A copy's name tells the process that it belongs to.
+QString copyPath(const QString &process)
 {
-    // The library leaves the soft line breaks of quoted-printable values where they were.
-    static const QRegularExpression softBreak(QStringLiteral("=\\r?\\n"));
-    const EBookContacts *library = EBookContacts::load();
-    QStringList result;
-    EVCardAttribute *attribute = library->e_vcard_get_attribute(card, name);
-    for (GList *i = attribute ? library->e_vcard_attribute_get_values_decoded(attribute) : nullptr; i;
-         i = i->next) {
-        const auto *value = static_cast<const GString *>(i->data);
-        result.append(QString::fromUtf8(value->str, value->len).remove(softBreak).trimmed());
-    }
-    result.resize(count);
-    return result;
+    return QDir::tempPath() + QStringLiteral("/contact-%1-XXXXXX.vcf").arg(process);
+}
+
+bool isRunning(pid_t process)
+{
+    return kill(process, 0) == 0 || errno != ESRCH;
 }
 
 } // namespace
 
 QTemporaryFile *ContactExporter::createContactCardFile(const QString &contact)
 {
-    auto *file = new QTemporaryFile(QDir::tempPath() + QStringLiteral("/contact-XXXXXX.vcf"));
+    auto *file = new QTemporaryFile(copyPath(QString::number(QCoreApplication::applicationPid())));
     const QString path = cardPath(contact);
     if (path.isEmpty())
         qWarning("ContactExporter: %s is not a contact", qUtf8Printable(contact));
@@ -131,37 +91,33 @@ QTemporaryFile *ContactExporter::createContactCardFile(const QString &contact)
     return file;
 }
 
-void ContactExporter::resolveContactInfo(const QFileInfo &file, QString &first, QString &second)
+void ContactExporter::removeLeftCopies()
 {
-    first.clear();
-    second.clear();
-    const Card card = readCard(file.filePath());
-    if (!card)
-        return;
-    // N starts with the family name.
-    const QStringList name = values(card.get(), EVC_N, 2);
-    first = name[1];
-    second = name[0];
-    if (first.isEmpty() && second.isEmpty())
-        first = values(card.get(), EVC_FN, 1).constFirst();
+    static const QRegularExpression form(
+        QRegularExpression::anchoredPattern(QStringLiteral("contact-([0-9]{1,9})-[A-Za-z]{6}\\.vcf")));
+    const QFileInfoList files =
+        QDir(QDir::tempPath())
+            .entryInfoList({QStringLiteral("contact-*.vcf")}, QDir::Files | QDir::NoSymLinks);
+    for (const QFileInfo &file : files) {
+        const QRegularExpressionMatch match = form.match(file.fileName());
+        if (match.hasMatch() && file.ownerId() == getuid() && !isRunning(match.captured(1).toInt()))
+            QFile::remove(file.filePath());
+    }
 }
 
-QByteArray ContactExporter::contactPhoto(const QString &contact)
+void ContactExporter::resolveContactInfo(const QFileInfo &file, QString &first, QString &second)
+{
+    const ContactCard card = readCard(file.filePath());
+    first = card.givenName();
+    second = card.familyName();
+    if (first.isEmpty() && second.isEmpty())
+        first = card.otherName();
+}
+
+QByteArrayList ContactExporter::contactPhotos(const QString &contact)
 {
     const QString path = cardPath(contact);
-    if (!QFileInfo::exists(path))
-        return QByteArray();
-    const Card card = readCard(path);
-    if (!card)
-        return QByteArray();
-    const EBookContacts *library = EBookContacts::load();
-    EVCardAttribute *photo = library->e_vcard_get_attribute(card.get(), EVC_PHOTO);
-    if (!photo)
-        return QByteArray();
-    GString *data = library->e_vcard_attribute_get_value_decoded(photo);
-    const QByteArray bytes(data->str, qsizetype(data->len));
-    g_string_free(data, true);
-    return bytes;
+    return QFileInfo::exists(path) ? readCard(path).photos() : QByteArrayList();
 }
 
 } // namespace ConnUi

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_EBOOKCONTACTS_H
-#define CONNUI_EBOOKCONTACTS_H
+#ifndef CONNUI_EBOOKCONTACTS_P_H
+#define CONNUI_EBOOKCONTACTS_P_H
 
 #include <libebook-contacts/libebook-contacts.h>
 
@@ -15,7 +15,8 @@ struct EBookContacts
 
     decltype(&::e_vcard_new) e_vcard_new;
     decltype(&::e_vcard_construct_full) e_vcard_construct_full;
-    decltype(&::e_vcard_get_attribute) e_vcard_get_attribute;
+    decltype(&::e_vcard_get_attributes) e_vcard_get_attributes;
+    decltype(&::e_vcard_attribute_get_name) e_vcard_attribute_get_name;
     decltype(&::e_vcard_attribute_get_values_decoded) e_vcard_attribute_get_values_decoded;
     decltype(&::e_vcard_attribute_get_value_decoded) e_vcard_attribute_get_value_decoded;
     decltype(&::g_object_unref) g_object_unref;
