@@ -371,6 +371,106 @@
         <extracomment>In place of the name of a device that has none</extracomment>
         <translation>unbenanntes Gerät</translation>
     </message>
+    <message id="qtn_nfc_viewer_address">
+        <source>Address</source>
+        <extracomment>Label of a postal address on a contact card</extracomment>
+        <translation>Adresse</translation>
+    </message>
+    <message id="qtn_nfc_viewer_birthday">
+        <source>Birthday</source>
+        <extracomment>Label of a date on a contact card</extracomment>
+        <translation>Geburtstag</translation>
+    </message>
+    <message id="qtn_nfc_viewer_bytes">
+        <source>First bytes</source>
+        <extracomment>Label of the first bytes of data, in hex</extracomment>
+        <translation>Erste Bytes</translation>
+    </message>
+    <message id="qtn_nfc_viewer_company">
+        <source>Company</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Firma</translation>
+    </message>
+    <message id="qtn_nfc_viewer_contact">
+        <source>Contact</source>
+        <extracomment>Heading of a contact card that was on a tag</extracomment>
+        <translation>Kontakt</translation>
+    </message>
+    <message id="qtn_nfc_viewer_data">
+        <source>Data</source>
+        <extracomment>Heading of data of a kind that cannot be shown</extracomment>
+        <translation>Daten</translation>
+    </message>
+    <message id="qtn_nfc_viewer_email">
+        <source>Email</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>E-Mail</translation>
+    </message>
+    <message id="qtn_nfc_viewer_job">
+        <source>Job title</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Position</translation>
+    </message>
+    <message id="qtn_nfc_viewer_link">
+        <source>Link</source>
+        <extracomment>Heading of a link that was on a tag</extracomment>
+        <translation>Link</translation>
+    </message>
+    <message id="qtn_nfc_viewer_more">
+        <source>Not shown here: %1 more</source>
+        <extracomment>%1 is the number of further contents of the tag</extracomment>
+        <translation>Hier nicht gezeigt: %1 weitere</translation>
+    </message>
+    <message id="qtn_nfc_viewer_not_saved">
+        <source>Could not be saved</source>
+        <extracomment>Button, after the contact could not be saved; a press tries again</extracomment>
+        <translation>Nicht gespeichert</translation>
+    </message>
+    <message id="qtn_nfc_viewer_note">
+        <source>Note</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Notiz</translation>
+    </message>
+    <message id="qtn_nfc_viewer_nothing">
+        <source>There is nothing to show.</source>
+        <extracomment>In the place of the contents of a tag</extracomment>
+        <translation>Es gibt nichts zu zeigen.</translation>
+    </message>
+    <message id="qtn_nfc_viewer_phone">
+        <source>Phone</source>
+        <extracomment>Label of a number on a contact card</extracomment>
+        <translation>Telefon</translation>
+    </message>
+    <message id="qtn_nfc_viewer_save">
+        <source>Save contact</source>
+        <extracomment>Button: save the contact card of the tag</extracomment>
+        <translation>Kontakt speichern</translation>
+    </message>
+    <message id="qtn_nfc_viewer_saved">
+        <source>Saved</source>
+        <extracomment>Button, after the contact was saved</extracomment>
+        <translation>Gespeichert</translation>
+    </message>
+    <message id="qtn_nfc_viewer_text">
+        <source>Text</source>
+        <extracomment>Heading of a text that was on a tag</extracomment>
+        <translation>Text</translation>
+    </message>
+    <message id="qtn_nfc_viewer_tit">
+        <source>On the tag</source>
+        <extracomment>Title of the window that shows the contents of a tag</extracomment>
+        <translation>Auf dem Tag</translation>
+    </message>
+    <message id="qtn_nfc_viewer_type">
+        <source>Type</source>
+        <extracomment>Label of the type of data</extracomment>
+        <translation>Typ</translation>
+    </message>
+    <message id="qtn_nfc_viewer_web">
+        <source>Website</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Website</translation>
+    </message>
     <message id="qtn_nfc_waiting_dialog_text">
         <source>Waiting for the other device.</source>
         <extracomment>Notice: the other device has to answer</extracomment>

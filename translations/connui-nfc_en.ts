@@ -371,6 +371,106 @@
         <extracomment>In place of the name of a device that has none</extracomment>
         <translation>unnamed device</translation>
     </message>
+    <message id="qtn_nfc_viewer_address">
+        <source>Address</source>
+        <extracomment>Label of a postal address on a contact card</extracomment>
+        <translation>Address</translation>
+    </message>
+    <message id="qtn_nfc_viewer_birthday">
+        <source>Birthday</source>
+        <extracomment>Label of a date on a contact card</extracomment>
+        <translation>Birthday</translation>
+    </message>
+    <message id="qtn_nfc_viewer_bytes">
+        <source>First bytes</source>
+        <extracomment>Label of the first bytes of data, in hex</extracomment>
+        <translation>First bytes</translation>
+    </message>
+    <message id="qtn_nfc_viewer_company">
+        <source>Company</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Company</translation>
+    </message>
+    <message id="qtn_nfc_viewer_contact">
+        <source>Contact</source>
+        <extracomment>Heading of a contact card that was on a tag</extracomment>
+        <translation>Contact</translation>
+    </message>
+    <message id="qtn_nfc_viewer_data">
+        <source>Data</source>
+        <extracomment>Heading of data of a kind that cannot be shown</extracomment>
+        <translation>Data</translation>
+    </message>
+    <message id="qtn_nfc_viewer_email">
+        <source>Email</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Email</translation>
+    </message>
+    <message id="qtn_nfc_viewer_job">
+        <source>Job title</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Job title</translation>
+    </message>
+    <message id="qtn_nfc_viewer_link">
+        <source>Link</source>
+        <extracomment>Heading of a link that was on a tag</extracomment>
+        <translation>Link</translation>
+    </message>
+    <message id="qtn_nfc_viewer_more">
+        <source>Not shown here: %1 more</source>
+        <extracomment>%1 is the number of further contents of the tag</extracomment>
+        <translation>Not shown here: %1 more</translation>
+    </message>
+    <message id="qtn_nfc_viewer_not_saved">
+        <source>Could not be saved</source>
+        <extracomment>Button, after the contact could not be saved; a press tries again</extracomment>
+        <translation>Could not be saved</translation>
+    </message>
+    <message id="qtn_nfc_viewer_note">
+        <source>Note</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Note</translation>
+    </message>
+    <message id="qtn_nfc_viewer_nothing">
+        <source>There is nothing to show.</source>
+        <extracomment>In the place of the contents of a tag</extracomment>
+        <translation>There is nothing to show.</translation>
+    </message>
+    <message id="qtn_nfc_viewer_phone">
+        <source>Phone</source>
+        <extracomment>Label of a number on a contact card</extracomment>
+        <translation>Phone</translation>
+    </message>
+    <message id="qtn_nfc_viewer_save">
+        <source>Save contact</source>
+        <extracomment>Button: save the contact card of the tag</extracomment>
+        <translation>Save contact</translation>
+    </message>
+    <message id="qtn_nfc_viewer_saved">
+        <source>Saved</source>
+        <extracomment>Button, after the contact was saved</extracomment>
+        <translation>Saved</translation>
+    </message>
+    <message id="qtn_nfc_viewer_text">
+        <source>Text</source>
+        <extracomment>Heading of a text that was on a tag</extracomment>
+        <translation>Text</translation>
+    </message>
+    <message id="qtn_nfc_viewer_tit">
+        <source>On the tag</source>
+        <extracomment>Title of the window that shows the contents of a tag</extracomment>
+        <translation>On the tag</translation>
+    </message>
+    <message id="qtn_nfc_viewer_type">
+        <source>Type</source>
+        <extracomment>Label of the type of data</extracomment>
+        <translation>Type</translation>
+    </message>
+    <message id="qtn_nfc_viewer_web">
+        <source>Website</source>
+        <extracomment>Label on a contact card</extracomment>
+        <translation>Website</translation>
+    </message>
     <message id="qtn_nfc_waiting_dialog_text">
         <source>Waiting for the other device.</source>
         <extracomment>Notice: the other device has to answer</extracomment>

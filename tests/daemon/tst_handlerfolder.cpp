@@ -26,6 +26,8 @@ private Q_SLOTS:
     void foldersShareOneOrder();
     void fileReplacesThatOfALaterFolder();
     void fallbackStandsBack();
+    void viewerTakesWhatNobodyElseTakes_data();
+    void viewerTakesWhatNobodyElseTakes();
     void newFileIsSeenAtOnce();
     void kindDecides_data();
     void kindDecides();
@@ -136,6 +138,37 @@ void TestHandlerFolder::fallbackStandsBack()
     announce(QStringLiteral("20.handler"), "ApplicationId=notes\nService=a.b\nPath=/\nTakes=text/*\n");
     QCOMPARE(applications(QStringLiteral("text/plain")), QStringList{QStringLiteral("notes")});
     QCOMPARE(applications(QStringLiteral("image/png")), QStringList{QStringLiteral("viewer")});
+}
+
+void TestHandlerFolder::viewerTakesWhatNobodyElseTakes_data()
+{
+    QTest::addColumn<QString>("kind");
+    QTest::addColumn<bool>("isTaken");
+    QTest::newRow("text") << QStringLiteral("text/plain") << true;
+    QTest::newRow("contact card") << QStringLiteral("text/x-vcard") << true;
+    QTest::newRow("number") << QStringLiteral("uri:tel:+1") << true;
+    QTest::newRow("message") << QStringLiteral("uri:sms:+1") << true;
+    QTest::newRow("data") << QStringLiteral("application/x-notes") << true;
+    QTest::newRow("external type") << QStringLiteral("urn:nfc:ext:a.org:x") << true;
+    QTest::newRow("unknown type") << QStringLiteral("unknown") << true;
+    // The desktop has applications for them, and an empty tag holds nothing to show.
+    QTest::newRow("web link") << QStringLiteral("uri:https://a.org") << false;
+    QTest::newRow("address") << QStringLiteral("uri:mailto:a@b.org") << false;
+    QTest::newRow("empty tag") << QStringLiteral("empty") << false;
+}
+
+void TestHandlerFolder::viewerTakesWhatNobodyElseTakes()
+{
+    QFETCH(QString, kind);
+    QFETCH(bool, isTaken);
+    const QString viewer = QStringLiteral(VIEWER);
+    const QList<Handler> alone = HandlerFolder({viewer}).handlersFor(kind);
+    QCOMPARE(alone.size(), isTaken ? 1 : 0);
+    QVERIFY(!isTaken || alone[0].applicationId == QStringLiteral("nfc-viewer"));
+    announce(QStringLiteral("zz.handler"), "ApplicationId=other\nService=a.b\nPath=/\nTakes=*\n");
+    const QList<Handler> beside = HandlerFolder({viewer, folder->path()}).handlersFor(kind);
+    QCOMPARE(beside.size(), 1);
+    QCOMPARE(beside[0].applicationId, QStringLiteral("other"));
 }
 
 void TestHandlerFolder::newFileIsSeenAtOnce()

@@ -11,7 +11,7 @@ FENCE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 # A path is code with one of the tree's folders in front. A pattern or a placeholder is none.
 CODE = re.compile(
-    r"`((?:benchmarks|client|cmake|daemon|docs|examples|include|interfaces|platform|scripts|simulator|src|tests|translations)"
+    r"`((?:benchmarks|client|cmake|daemon|docs|examples|include|interfaces|platform|scripts|simulator|src|tests|translations|viewer)"
     r"/[\w./-]*)`"
 )
 

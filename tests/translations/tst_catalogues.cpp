@@ -98,7 +98,7 @@ QStringList usedIds(const QString &pattern = u"\"(qtn_[^\"]*)\""_s)
 {
     const QRegularExpression literal(pattern);
     QSet<QString> ids;
-    for (const QString &folder : {u"src"_s, u"platform"_s, u"client"_s, u"examples"_s}) {
+    for (const QString &folder : {u"src"_s, u"platform"_s, u"client"_s, u"examples"_s, u"viewer"_s}) {
         QDirIterator files(SOURCES "/"_L1 + folder, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
