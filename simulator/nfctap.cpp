@@ -5,12 +5,14 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 #include <QHash>
 
+#include "conformance/conformance.h"
 #include "tapcommand.h"
 
 namespace {
@@ -141,6 +143,14 @@ int hold(const Tap &tap)
     return report(reply.arguments().value(0).toString(), tap.what);
 }
 
+int check()
+{
+    const QDBusConnection bus = QDBusConnection::systemBus();
+    if (!bus.isConnected() || !bus.interface()->isServiceRegistered(QStringLiteral("com.tavix.nfc")))
+        return fail(Nobody, QStringLiteral("conformance: no daemon"));
+    return finish(Conformance().run() ? Granted : Rejected);
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -167,5 +177,12 @@ int main(int argc, char *argv[])
     const std::optional<Tap> tap = command->make(own, fault);
     if (!tap)
         return fail(BadArguments, fault);
-    return tap->kind == Tap::Writing ? write(*tap) : hold(*tap);
+    switch (tap->kind) {
+    case Tap::Writing:
+        return write(*tap);
+    case Tap::Check:
+        return check();
+    default:
+        return hold(*tap);
+    }
 }

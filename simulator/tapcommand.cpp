@@ -261,6 +261,11 @@ std::optional<Tap> crash(const QStringList &, QString &)
     return Tap{Tap::Touch, QStringLiteral("Crash"), {}, QStringLiteral("crash of the daemon")};
 }
 
+std::optional<Tap> conformance(const QStringList &, QString &)
+{
+    return Tap{Tap::Check, QString(), {}, QStringLiteral("conformance")};
+}
+
 } // namespace
 
 const QList<TapCommand> &TapCommand::all()
@@ -287,6 +292,7 @@ const QList<TapCommand> &TapCommand::all()
         {"release", "", "let the daemon release its agent", 0, 0, release},
         {"hang", "SECONDS", "let the daemon answer nothing for so long", 1, 1, hang},
         {"crash", "", "let the daemon die", 0, 0, crash},
+        {"conformance", "", "check any daemon against what is asked of one", 0, 0, conformance},
     };
     return commands;
 }

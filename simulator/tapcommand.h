@@ -13,8 +13,11 @@
 /** A call of the daemon, and its name for users. */
 struct Tap
 {
-    /** Held against it by "com.tavix.nfc.Simulator", or handed to it by "com.tavix.nfc.TagWriter". */
-    enum Kind { Touch, Writing };
+    /**
+     * Held against it by "com.tavix.nfc.Simulator", or handed to it by "com.tavix.nfc.TagWriter"; a check
+     * makes many calls of its own.
+     */
+    enum Kind { Touch, Writing, Check };
 
     Kind kind = Touch;
     QString method;

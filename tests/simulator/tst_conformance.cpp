@@ -1,0 +1,121 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDBusConnection>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "fakeservice.h"
+#include "simulateddaemon.h"
+#include "tap.h"
+
+class TestConformance : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+
+    void simulatedDaemonConforms();
+    void checkedDaemonIsAsItWas();
+    void agreeableDaemonFails();
+    void uselessDaemonFailsEveryCheck();
+    void missingDaemonIsSaid();
+
+private:
+    SimulatedDaemon daemon;
+};
+
+namespace {
+
+QStringList failures(Tap *tap)
+{
+    static const QRegularExpression failure(QStringLiteral("^FAILED   ([^:]*)(:|$)"));
+    QStringList names;
+    const QStringList lines = tap->output().split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const QRegularExpressionMatch match = failure.match(line);
+        if (match.hasMatch())
+            names.append(match.captured(1));
+    }
+    return names;
+}
+
+} // namespace
+
+void TestConformance::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+}
+
+void TestConformance::cleanup()
+{
+    daemon.kill();
+}
+
+void TestConformance::simulatedDaemonConforms()
+{
+    daemon.start();
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 0);
+    const QString output = tap.output();
+    QVERIFY2(output.endsWith(QStringLiteral("14 passed, 0 failed, 0 skipped\n")), qUtf8Printable(output));
+}
+
+void TestConformance::checkedDaemonIsAsItWas()
+{
+    daemon.start();
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("off")}).exitCode(), 0);
+    QCOMPARE(Tap({QStringLiteral("conformance")}).exitCode(), 0);
+    Tap tag({QStringLiteral("empty")});
+    QCOMPARE(tag.exitCode(), 3);
+    QCOMPARE(tag.errors(), QStringLiteral("nfctap: empty tag: the adapter is switched off\n"));
+    QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("on")}).exitCode(), 0);
+    Tap again({QStringLiteral("empty")});
+    QCOMPARE(again.exitCode(), 3);
+    QCOMPARE(again.errors(), QStringLiteral("nfctap: empty tag: no agent is registered with the daemon\n"));
+}
+
+// It says yes to everything and does nothing.
+void TestConformance::agreeableDaemonFails()
+{
+    FakeService agreeable(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    agreeable.start();
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 1);
+    QCOMPARE(failures(&tap),
+             (QStringList{QStringLiteral("switches, and announces it"),
+                          QStringLiteral("refuses other states and properties"),
+                          QStringLiteral("refuses a second agent"),
+                          QStringLiteral("lets no stranger unregister the agent"),
+                          QStringLiteral("refuses a handover to a carrier that does not exist"),
+                          QStringLiteral("refuses to cancel a handover that is not under way"),
+                          QStringLiteral("refuses to write what is no message"),
+                          QStringLiteral("keeps one message to write, until it is canceled")}));
+}
+
+void TestConformance::uselessDaemonFailsEveryCheck()
+{
+    FakeService useless(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    useless.start();
+    for (const char *method : {"DefaultAdapter", "GetProperties", "SetProperty", "RegisterUIAgent"})
+        useless.fail(QLatin1String(method), QStringLiteral("org.connui.test.Error"), QStringLiteral("no"));
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 1);
+    const QStringList failed = failures(&tap);
+    for (const QString &name : {QStringLiteral("names its adapter"), QStringLiteral("reports its state"),
+                                QStringLiteral("registers an agent, also twice"),
+                                QStringLiteral("has room for another agent once one is unregistered"),
+                                QStringLiteral("drops the agent of a process that leaves")})
+        QVERIFY2(failed.contains(name), qUtf8Printable(name));
+}
+
+void TestConformance::missingDaemonIsSaid()
+{
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 3);
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: conformance: no daemon\n"));
+}
+
+QTEST_GUILESS_MAIN(TestConformance)
+#include "tst_conformance.moc"
