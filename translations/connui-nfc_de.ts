@@ -459,7 +459,7 @@
     <message id="qtn_nfc_viewer_tit">
         <source>On the tag</source>
         <extracomment>Title of the window that shows the contents of a tag</extracomment>
-        <translation>Auf dem Tag</translation>
+        <translation>Inhalt des NFC-Tags</translation>
     </message>
     <message id="qtn_nfc_viewer_type">
         <source>Type</source>
