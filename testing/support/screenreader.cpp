@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "screenreader.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCoreApplication>

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <memory>
+
 #include <QApplication>
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>

@@ -38,8 +38,7 @@ struct Portal : DBusMock
 
 // Everything at once, as the portal of today has it.
 const auto all = QStringLiteral(
-    "{'org.freedesktop.appearance': {'color-scheme': dbus.UInt32(1), 'contrast': dbus.UInt32(1), "
-    "'reduced-motion': dbus.UInt32(1)}, "
+    "{'org.freedesktop.appearance': {'color-scheme': dbus.UInt32(1), 'contrast': dbus.UInt32(1)}, "
     "'org.gnome.desktop.interface': {'text-scaling-factor': 1.5}}");
 
 } // namespace
@@ -85,21 +84,18 @@ void TestMSystemLook::portalsAnswerCounts()
     QVERIFY(changed.wait());
     QVERIFY(look.look().dark);
     QVERIFY(look.look().highContrast);
-    QVERIFY(look.look().reducedMotion);
     QCOMPARE(look.look().textScale, 1.5);
 }
 
 void TestMSystemLook::oldPortalKnowsOneDesktopOnly()
 {
-    const Portal portal(QStringLiteral("{'org.gnome.desktop.a11y.interface': {'high-contrast': True}, "
-                                       "'org.gnome.desktop.interface': {'enable-animations': False}}"));
+    const Portal portal(QStringLiteral("{'org.gnome.desktop.a11y.interface': {'high-contrast': True}}"));
     QVERIFY(portal.ready);
     MSystemLook look;
     QSignalSpy changed(&look, &MSystemLook::changed);
     QVERIFY(changed.wait());
     QVERIFY(!look.look().dark);
     QVERIFY(look.look().highContrast);
-    QVERIFY(look.look().reducedMotion);
 }
 
 void TestMSystemLook::changeCountsAtOnce()

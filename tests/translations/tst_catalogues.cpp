@@ -155,6 +155,7 @@ private Q_SLOTS:
     void noPlaceholderIsLost();
     void lengthVariantsGoFromLongToShort_data();
     void lengthVariantsGoFromLongToShort();
+    void everyTextIsInTheTranslatorsTable();
     void everyNumberHasItsForm_data();
     void everyNumberHasItsForm();
     void whatCountsIsAskedForWithTheNumber_data();
@@ -264,6 +265,19 @@ void TestCatalogues::lengthVariantsGoFromLongToShort()
             QVERIFY2(message.variants[i].size() < message.variants[i - 1].size(),
                      qUtf8Printable(message.variants[i]));
     }
+}
+
+void TestCatalogues::everyTextIsInTheTranslatorsTable()
+{
+    static const QRegularExpression line(u"^\\| `(qtn_[^`]*)` \\|"_s, QRegularExpression::MultilineOption);
+    QFile file(SOURCES "/docs/translating.md"_L1);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QStringList ids;
+    QRegularExpressionMatchIterator found = line.globalMatch(QString::fromUtf8(file.readAll()));
+    while (found.hasNext())
+        ids.append(found.next().captured(1));
+    ids.sort();
+    QCOMPARE(ids, QStringList(readCatalogue(u"connui-nfc_en.ts"_s).keys()));
 }
 
 void TestCatalogues::everyNumberHasItsForm_data()

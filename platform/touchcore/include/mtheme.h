@@ -53,11 +53,6 @@ public:
     /** Shows all texts larger by \a scale from now on, whatever the desktop says. */
     void setTextScale(qreal scale);
 
-    /** Returns whether the user asked the desktop for less motion: then nothing slides. */
-    bool hasReducedMotion() const;
-    /** Lets things slide or not from now on, whatever the desktop says. */
-    void setReducedMotion(bool reduced);
-
     /**
      * Returns the picture \a id at its natural size; its pixel ratio is the application's, so that
      * deviceIndependentSize() is its size in a scene. An id that is nowhere gives a neutral placeholder and

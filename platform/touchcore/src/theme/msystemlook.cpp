@@ -25,9 +25,7 @@ constexpr QLatin1String portalInterface("org.freedesktop.portal.Settings");
 // desktop.
 constexpr auto colorScheme = "org.freedesktop.appearance color-scheme";
 constexpr auto contrast = "org.freedesktop.appearance contrast";
-constexpr auto reducedMotion = "org.freedesktop.appearance reduced-motion";
 constexpr auto desktopContrast = "org.gnome.desktop.a11y.interface high-contrast";
-constexpr auto desktopAnimations = "org.gnome.desktop.interface enable-animations";
 constexpr auto desktopTextScale = "org.gnome.desktop.interface text-scaling-factor";
 constexpr uint preferDark = 1;
 // No text is legible below the one, and no question fits a phone above the other.
@@ -105,9 +103,6 @@ MLook MSystemLook::look() const
     MLook look;
     look.dark = first({colorScheme}).toUInt() == preferDark;
     look.highContrast = first({contrast, desktopContrast}).toUInt() != 0;
-    const QVariant animations = first({desktopAnimations});
-    look.reducedMotion =
-        first({reducedMotion}).toUInt() != 0 || (animations.isValid() && !animations.toBool());
     const qreal scale = first({desktopTextScale}).toReal();
     if (std::isfinite(scale) && scale > 0)
         look.textScale = legible(scale);

@@ -15,7 +15,6 @@ struct MLook
 {
     bool dark = false;
     bool highContrast = false;
-    bool reducedMotion = false;
     qreal textScale = 1;
 
     bool operator==(const MLook &other) const = default;

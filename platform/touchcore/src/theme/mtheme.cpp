@@ -83,7 +83,6 @@ MTheme::Variant MThemePrivate::variantFor(const MLook &look) const
 
 bool MThemePrivate::follow(const MLook &look)
 {
-    reducedMotion = wishedReducedMotion.value_or(look.reducedMotion);
     const MTheme::Variant newVariant = variantFor(look);
     const qreal newTextScale = wishedTextScale.value_or(look.textScale);
     const bool differs = newVariant != variant || newTextScale != textScale;
@@ -218,17 +217,6 @@ qreal MTheme::textScale() const
 void MTheme::setTextScale(qreal scale)
 {
     d->wishedTextScale = MSystemLook::legible(scale);
-    follow();
-}
-
-bool MTheme::hasReducedMotion() const
-{
-    return d->reducedMotion;
-}
-
-void MTheme::setReducedMotion(bool reduced)
-{
-    d->wishedReducedMotion = reduced;
     follow();
 }
 

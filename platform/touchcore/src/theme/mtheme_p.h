@@ -58,10 +58,8 @@ public:
     MThemeFile file;
     MTheme::Variant variant = MTheme::Light;
     qreal textScale = 1;
-    bool reducedMotion = false;
     std::optional<MTheme::Variant> wishedVariant;
     std::optional<qreal> wishedTextScale;
-    std::optional<bool> wishedReducedMotion;
     MSystemLook *system = nullptr;
     std::map<QString, SharedPixmap> pixmaps;
 
