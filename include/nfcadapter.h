@@ -55,6 +55,10 @@ public:
      */
     static NfcAdapter *defaultAdapterAsync();
 
+    /** Returns whether the binding follows the daemon without waiting, as it does after
+     * defaultAdapterAsync(). */
+    bool isAsynchronous() const;
+
     /** Makes an adapter owned by \a parent. */
     explicit NfcAdapter(QObject *parent = nullptr);
 
@@ -98,6 +102,10 @@ public:
      * outcome.
      */
     void setPowered(bool on);
+
+    /** Switches the adapter on or off, like setPowered(), but waits no longer than \a timeout for the
+     * daemon's or the bus's answer. */
+    void setPowered(bool on, std::chrono::milliseconds timeout);
 
     /**
      * Switches the adapter on or off, like setPowered(), without waiting.

@@ -19,8 +19,10 @@ class NfcSettingsViewPrivate;
  * M::CancelButton, does NFC stay off; every other result switches it on. A start that has not led to power
  * after 20 seconds is told in a message box.
  *
- * Blocking: the view asks the adapter for its power (NfcAdapter::isPowered(), NfcAdapter::setPowered()),
- * which waits for the daemon on the system bus, at most the bus's default reply timeout of 25 seconds.
+ * Blocking: with an adapter from NfcAdapter::defaultAdapterAsync() the view waits for nobody, and shows what
+ * the daemon says when it has said it. With any other adapter it waits for the daemon on the system bus each
+ * time it reads or switches the power, at most 2 seconds. Flight mode is asked of the connection manager,
+ * which may take 100 ms.
  *
  * @image html nfcsettingsview.png width=240px
  */

@@ -68,6 +68,11 @@ NfcAdapter::~NfcAdapter()
     NfcAdapterPrivate::instance = nullptr;
 }
 
+bool NfcAdapter::isAsynchronous() const
+{
+    return d->isAsynchronous();
+}
+
 bool NfcAdapter::isValid() const
 {
     return d->isValid();
@@ -102,12 +107,18 @@ NfcPendingCall *NfcAdapter::isPoweredAsync()
 
 void NfcAdapter::setPowered(bool on)
 {
+    setPowered(on, std::chrono::milliseconds(NfcAdapterPrivate::defaultTimeout));
+}
+
+void NfcAdapter::setPowered(bool on, std::chrono::milliseconds timeout)
+{
     if (on && !d->isNfcServiceStarted()) {
-        d->startNfcService();
+        d->startNfcService(int(timeout.count()));
         return;
     }
     d->radioState->setEnabled(on);
-    d->setProperty(QStringLiteral("State"), on ? QStringLiteral("on") : QStringLiteral("off"));
+    d->setProperty(QStringLiteral("State"), on ? QStringLiteral("on") : QStringLiteral("off"),
+                   int(timeout.count()));
 }
 
 NfcPendingCall *NfcAdapter::setPoweredAsync(bool on)

@@ -117,6 +117,11 @@ NfcAdapterPrivate::~NfcAdapterPrivate()
     delete serviceWatcher;
 }
 
+bool NfcAdapterPrivate::isAsynchronous() const
+{
+    return mode == Asynchronous;
+}
+
 bool NfcAdapterPrivate::isValid() const
 {
     return adapterProxy && adapterProxy->isValid();
@@ -143,7 +148,7 @@ bool NfcAdapterPrivate::isNfcServiceStarted() const
     return bus && bus->isServiceRegistered(NfcService::name());
 }
 
-void NfcAdapterPrivate::startNfcService()
+void NfcAdapterPrivate::startNfcService(int timeout)
 {
     if (adapterBroken) {
         qWarning("NfcAdapterPrivate: nfcd starting requested, but adapter marked as broken");
@@ -152,8 +157,9 @@ void NfcAdapterPrivate::startNfcService()
     if (isNfcServiceStarted())
         return;
 
-    QDBusConnectionInterface *bus = QDBusConnection::systemBus().interface();
-    if (!bus || !bus->startService(NfcService::name()).isValid())
+    QDBusPendingCall started = BusDaemon::start(QDBusConnection::systemBus(), NfcService::name(), timeout);
+    started.waitForFinished();
+    if (started.isError())
         qWarning("NfcAdapter: unable to start service com.tavix.nfc");
 }
 
@@ -174,12 +180,14 @@ void NfcAdapterPrivate::getProperties(int timeout)
     propertiesFetched = true;
 }
 
-void NfcAdapterPrivate::setProperty(const QString &name, const QVariant &value)
+void NfcAdapterPrivate::setProperty(const QString &name, const QVariant &value, int timeout)
 {
     if (!isValid())
         return;
 
+    adapterProxy->setTimeout(timeout);
     QDBusPendingReply<> reply = adapterProxy->SetProperty(name, QDBusVariant(value));
+    adapterProxy->setTimeout(defaultTimeout);
     reply.waitForFinished();
     if (reply.isError()) {
         warnFailedCall("SetProperty", reply.error());

@@ -42,15 +42,16 @@ public:
     explicit NfcAdapterPrivate(Mode mode = Waiting);
     ~NfcAdapterPrivate() override;
 
+    bool isAsynchronous() const;
     bool isValid() const;
     /** Returns whether the cache says that the adapter is switched on. */
     bool isPowered();
     /** Goes on in the asynchronous mode. */
     void bindAsynchronously();
     bool isNfcServiceStarted() const;
-    void startNfcService();
+    void startNfcService(int timeout = defaultTimeout);
     void getProperties(int timeout = defaultTimeout);
-    void setProperty(const QString &name, const QVariant &value);
+    void setProperty(const QString &name, const QVariant &value, int timeout = defaultTimeout);
 
     // The siblings that do not wait; the outcome goes to the call.
     void startNfcServiceAsync(NfcPendingCall *call);

@@ -16,8 +16,8 @@ QDBusPendingCall owner(const QDBusConnection &bus, const QString &service);
 /** Asks for the process that owns \a service: a uint, or an error when nobody does. */
 QDBusPendingCall processId(const QDBusConnection &bus, const QString &service);
 
-/** Has \a service started, unless it is there. */
-QDBusPendingCall start(const QDBusConnection &bus, const QString &service);
+/** Has \a service started, unless it is there; \a timeout is in milliseconds, -1 for the usual one. */
+QDBusPendingCall start(const QDBusConnection &bus, const QString &service, int timeout = -1);
 
 } // namespace ConnUi::BusDaemon
 

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/nfcsettingsview_p.h"
 
+#include <chrono>
+#include <functional>
+
 #include <QTimer>
 
 #include <MButton>
@@ -12,6 +15,7 @@
 #include <SimpleCheckBoxLabel>
 
 #include "nfcenabledialog.h"
+#include "nfcpendingcall.h"
 #include "nfcsettingsview.h"
 
 namespace ConnUi {
@@ -19,6 +23,8 @@ namespace ConnUi {
 namespace {
 
 constexpr int startTimeout = 20000; // milliseconds
+// For an adapter that waits; one that does not is not waited for here either.
+constexpr std::chrono::milliseconds longestWait(2000);
 
 } // namespace
 
@@ -64,25 +70,36 @@ void NfcSettingsViewPrivate::initWidget()
 void NfcSettingsViewPrivate::updatePoweredStatus()
 {
     powerLabel->setShowProgressIndicator(false);
-    const bool powered = isPowered();
-    if (powerSwitch->isChecked() != powered)
-        powerSwitch->setChecked(powered);
+    whenPowerIsKnown([this](bool powered) {
+        if (powerSwitch->isChecked() != powered)
+            powerSwitch->setChecked(powered);
+    });
 }
 
 void NfcSettingsViewPrivate::adapterPropertyChanged(const QString &property)
 {
     if (property != QLatin1String("powered"))
         return;
-    if (isPowered() && statusTimer->isActive())
-        statusTimer->stop();
-    updatePoweredStatus();
+    whenPowerIsKnown([this](bool powered) {
+        if (powered && statusTimer->isActive())
+            statusTimer->stop();
+        updatePoweredStatus();
+    });
 }
 
 void NfcSettingsViewPrivate::onOffToggled(bool checked)
 {
-    // A switch that follows the adapter asks for nothing.
-    if (!adapter || adapter->isPowered() == checked)
+    if (!adapter)
         return;
+    whenPowerIsKnown([this, checked](bool powered) {
+        // A switch that follows the adapter asks for nothing, nor does one that has been switched back.
+        if (powered != checked && powerSwitch->isChecked() == checked)
+            requestPower(checked);
+    });
+}
+
+void NfcSettingsViewPrivate::requestPower(bool checked)
+{
     if (checked && offlineMode->currentStatus() == 0) {
         auto *query = new NfcEnableDialog;
         connect(query, &MDialog::finished, this, &NfcSettingsViewPrivate::offlineQueryfinished);
@@ -90,7 +107,7 @@ void NfcSettingsViewPrivate::onOffToggled(bool checked)
         return;
     }
     requestedPowered = checked;
-    adapter->setPowered(checked);
+    setPowered(checked);
     if (checked)
         watchStart();
 }
@@ -102,8 +119,7 @@ void NfcSettingsViewPrivate::offlineQueryfinished(int result)
         return;
     }
     requestedPowered = true;
-    if (adapter)
-        adapter->setPowered(true);
+    setPowered(true);
     watchStart();
 }
 
@@ -116,10 +132,18 @@ void NfcSettingsViewPrivate::confirmationToggled(bool checked)
 void NfcSettingsViewPrivate::statusTimeout()
 {
     statusTimer->stop();
-    const bool asWished = adapter && adapter->isValid() && (!requestedPowered || adapter->isPowered());
-    if (!asWished)
+    if (!adapter || !adapter->isValid()) {
         showStartFailQueryDialog();
-    updatePoweredStatus();
+        updatePoweredStatus();
+    } else if (!requestedPowered) {
+        updatePoweredStatus();
+    } else {
+        whenPowerIsKnown([this](bool powered) {
+            if (!powered)
+                showStartFailQueryDialog();
+            updatePoweredStatus();
+        });
+    }
 }
 
 void NfcSettingsViewPrivate::showStartFailQueryDialog()
@@ -128,9 +152,28 @@ void NfcSettingsViewPrivate::showStartFailQueryDialog()
     box->appear(MSceneWindow::DestroyWhenDone);
 }
 
-bool NfcSettingsViewPrivate::isPowered() const
+void NfcSettingsViewPrivate::whenPowerIsKnown(const std::function<void(bool powered)> &then)
 {
-    return adapter && adapter->isPowered();
+    if (!adapter || !adapter->isAsynchronous()) {
+        then(adapter && adapter->isPowered(longestWait));
+        return;
+    }
+    NfcPendingCall *call = adapter->isPoweredAsync();
+    if (call->isFinished())
+        then(call->value().toBool());
+    else
+        connect(call, &NfcPendingCall::finished, this,
+                [then](const NfcPendingCall *answered) { then(answered->value().toBool()); });
+}
+
+void NfcSettingsViewPrivate::setPowered(bool on)
+{
+    if (!adapter)
+        return;
+    if (adapter->isAsynchronous())
+        adapter->setPoweredAsync(on);
+    else
+        adapter->setPowered(on, longestWait);
 }
 
 void NfcSettingsViewPrivate::watchStart()

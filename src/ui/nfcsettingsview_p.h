@@ -3,6 +3,8 @@
 #ifndef CONNUI_NFCSETTINGSVIEW_P_H
 #define CONNUI_NFCSETTINGSVIEW_P_H
 
+#include <functional>
+
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -45,7 +47,10 @@ private Q_SLOTS:
     void showStartFailQueryDialog();
 
 private:
-    bool isPowered() const;
+    /** Calls \a then with whether the adapter is switched on: at once, or when the daemon has told. */
+    void whenPowerIsKnown(const std::function<void(bool powered)> &then);
+    void setPowered(bool on);
+    void requestPower(bool checked);
     void watchStart();
 };
 

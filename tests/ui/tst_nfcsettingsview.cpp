@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
 
+#include <QElapsedTimer>
 #include <QGraphicsLayout>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QtTest>
@@ -15,6 +17,7 @@
 #include <MWindow>
 #include <NfcAdapter>
 #include <NfcEnableDialog>
+#include <NfcPendingCall>
 #include <NfcSettingsView>
 #include <RadioState>
 #include <SimpleCheckBoxLabel>
@@ -106,6 +109,24 @@ public:
     }
 };
 
+// Milliseconds, somewhat less than the bus's own.
+constexpr qint64 replyTimeout = 20000;
+
+QRegularExpression noReply(const QString &method)
+{
+    return QRegularExpression(
+        QStringLiteral("^%1 returned error 'org\\.freedesktop\\.DBus\\.Error\\.NoReply': ").arg(method));
+}
+
+// Whether the adapter need not ask the daemon for its power.
+bool isKnown(NfcAdapter *adapter)
+{
+    if (!adapter->isValid())
+        return false;
+    const std::unique_ptr<NfcPendingCall> call(adapter->isPoweredAsync());
+    return call->isFinished();
+}
+
 QVariantList stateWritten(FakeDaemon &daemon)
 {
     QVariantList written;
@@ -161,6 +182,15 @@ private Q_SLOTS:
     void confirmationIsStored();
     void withoutAdapterSwitchesAreInert();
     void withDeletedAdapterSwitchesAreInert();
+
+    void pageWaitsTwoSecondsAtMost();
+    void switchWaitsTwoSecondsAtMost();
+    void asynchronousPageShowsThePowerWhenItIsKnown();
+    void asynchronousSwitchWritesState();
+    void asynchronousSwitchStartsAnAbsentDaemon();
+    void asynchronousSwitchThatIsSwitchedBackAsksForNothing();
+    void asynchronousLackOfPowerFails();
+    void asynchronousAnswerMayOutliveThePage();
 
 private:
     const Catalogue english;
@@ -708,6 +738,144 @@ void TestNfcSettingsView::withDeletedAdapterSwitchesAreInert()
     page.confirmation->click();
     QCOMPARE(daemon.members(), QStringList());
     QCOMPARE(ConnectivitySettings(settingsType).get(confirmations), QVariant());
+}
+
+// Of an adapter that waits; without the limit the bus's own reply timeout would be over first.
+void TestNfcSettingsView::pageWaitsTwoSecondsAtMost()
+{
+    FakeDaemon daemon;
+    daemon.hold(QStringLiteral("GetProperties"));
+    daemon.start();
+    NfcAdapter adapter;
+    QElapsedTimer time;
+    time.start();
+    QTest::ignoreMessage(QtWarningMsg, noReply(QStringLiteral("GetProperties")));
+    const NfcSettingsView view(&adapter);
+    QVERIFY(time.elapsed() < replyTimeout);
+}
+
+void TestNfcSettingsView::switchWaitsTwoSecondsAtMost()
+{
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    daemon.start();
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    daemon.hold(QStringLiteral("SetProperty"));
+    QElapsedTimer time;
+    time.start();
+    QTest::ignoreMessage(QtWarningMsg, noReply(QStringLiteral("SetProperty")));
+    page.power->click();
+    QVERIFY(time.elapsed() < replyTimeout);
+    QVERIFY(page.isStarting());
+}
+
+void TestNfcSettingsView::asynchronousPageShowsThePowerWhenItIsKnown()
+{
+    FakeDaemon daemon;
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    const Page page(adapter.get());
+    QVERIFY(page.isOff());
+    daemon.hold(QStringLiteral("GetProperties"));
+    daemon.start();
+    QTRY_COMPARE(daemon.members(),
+                 QStringList({QStringLiteral("DefaultAdapter"), QStringLiteral("GetProperties")}));
+    QVERIFY(page.isOff());
+    daemon.release(QStringLiteral("GetProperties"));
+    QTRY_VERIFY(page.isOn());
+
+    const Page second(adapter.get());
+    QVERIFY(second.isOn());
+    QCOMPARE(daemon.members().size(), 2);
+}
+
+void TestNfcSettingsView::asynchronousSwitchWritesState()
+{
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    daemon.start();
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    const Page page(adapter.get());
+    QTRY_VERIFY(daemon.members().contains(QStringLiteral("GetProperties")));
+    QTRY_VERIFY(isKnown(adapter.get()));
+
+    daemon.hold(QStringLiteral("SetProperty"));
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QCOMPARE(stateWritten(daemon), QVariantList{QStringLiteral("on")});
+    QVERIFY(isRadioOn());
+    daemon.release(QStringLiteral("SetProperty"));
+    daemon.setState(QStringLiteral("on"));
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("on"));
+    QTRY_VERIFY(page.isOn());
+
+    QTRY_VERIFY(isKnown(adapter.get()));
+    page.power->click();
+    QVERIFY(page.isOff());
+    QCOMPARE(stateWritten(daemon), QVariantList({QStringLiteral("on"), QStringLiteral("off")}));
+    QVERIFY(!isRadioOn());
+}
+
+void TestNfcSettingsView::asynchronousSwitchStartsAnAbsentDaemon()
+{
+    FakeDaemon daemon;
+    daemon.makeActivatable();
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    const Page page(adapter.get());
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QVERIFY(!daemon.isOnBus());
+    QTRY_VERIFY(page.isWatched() && page.power->isChecked() && !page.row->showProgressIndicator());
+    QVERIFY(daemon.isOnBus());
+}
+
+void TestNfcSettingsView::asynchronousSwitchThatIsSwitchedBackAsksForNothing()
+{
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    daemon.hold(QStringLiteral("GetProperties"));
+    daemon.start();
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    const Page page(adapter.get());
+    QTRY_VERIFY(adapter->isValid());
+    page.power->click();
+    QVERIFY(page.power->isChecked());
+    page.power->click();
+    daemon.release(QStringLiteral("GetProperties"));
+    QTRY_VERIFY(isKnown(adapter.get()));
+    QCoreApplication::processEvents();
+    QVERIFY(page.isOff());
+    QCOMPARE(stateWritten(daemon), QVariantList());
+}
+
+void TestNfcSettingsView::asynchronousLackOfPowerFails()
+{
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    daemon.start();
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    const Page page(adapter.get());
+    QTRY_VERIFY(adapter->isValid());
+    QTRY_VERIFY(isKnown(adapter.get()));
+    page.power->click();
+    QTRY_VERIFY(!isKnown(adapter.get()));
+    page.letTimePass();
+    QTRY_COMPARE(page.dialogs().size(), 1);
+    QVERIFY(page.isOff());
+}
+
+void TestNfcSettingsView::asynchronousAnswerMayOutliveThePage()
+{
+    FakeDaemon daemon;
+    daemon.hold(QStringLiteral("GetProperties"));
+    daemon.start();
+    const std::unique_ptr<NfcAdapter> adapter(NfcAdapter::defaultAdapterAsync());
+    {
+        const Page page(adapter.get());
+        QTRY_VERIFY(daemon.members().contains(QStringLiteral("GetProperties")));
+    }
+    daemon.release(QStringLiteral("GetProperties"));
+    QTRY_VERIFY(isKnown(adapter.get()));
 }
 
 QTEST_MAIN(TestNfcSettingsView)
