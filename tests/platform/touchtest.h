@@ -15,6 +15,8 @@
 #include <MSceneManager>
 #include <MWindow>
 
+#include "touchdriver.h"
+
 /** Helpers that tests of the toolkit share. */
 namespace TouchTest {
 
@@ -44,11 +46,10 @@ inline MButton *viewOf(MDialog *dialog, const MButtonModel *model)
     return nullptr;
 }
 
-/** Presses the middle of \a item in \a window and lets go. */
-inline void tap(MWindow *window, QGraphicsItem *item)
+/** Taps on the middle of \a item in \a window. */
+inline void tap(MWindow *window, const QGraphicsItem *item)
 {
-    const QPoint middle = window->mapFromScene(item->sceneBoundingRect().center());
-    QTest::mouseClick(window->viewport(), Qt::LeftButton, {}, middle);
+    TouchDriver(window).tap(item);
 }
 
 /** Returns what the window's scene looks like at \a rect. */

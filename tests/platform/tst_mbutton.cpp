@@ -118,8 +118,7 @@ void TestMButton::fingerPresses()
     QSignalSpy clicked(button, &MButton::clicked);
     tap(&window, button);
     QCOMPARE(clicked.count(), 1);
-    QTest::ignoreMessage(QtWarningMsg, "Mouse event \"MousePress\" not accepted by receiving widget");
-    QTest::mouseClick(window.viewport(), Qt::RightButton, {}, QPoint(100, 80));
+    TouchDriver(&window).tap(QPointF(100, 80), Qt::RightButton);
     QCOMPARE(clicked.count(), 1);
 }
 
@@ -131,9 +130,7 @@ void TestMButton::fingerThatLeavesDoesNotPress()
     window.scene()->addItem(button);
     button->setGeometry(50, 50, 200, 60);
     QSignalSpy clicked(button, &MButton::clicked);
-    QTest::mousePress(window.viewport(), Qt::LeftButton, {}, QPoint(100, 80));
-    QTest::mouseMove(window.viewport(), QPoint(100, 300));
-    QTest::mouseRelease(window.viewport(), Qt::LeftButton, {}, QPoint(100, 300));
+    TouchDriver(&window).press({100, 80}).move({100, 300}).lift();
     QVERIFY(clicked.isEmpty());
 }
 
@@ -156,10 +153,10 @@ void TestMButton::keysPress()
     QVERIFY(activate(&window));
     auto *button = new MButton(QStringLiteral("Call"));
     window.scene()->addItem(button);
-    QTest::keyClick(&window, Qt::Key_Tab);
+    TouchDriver(&window).key(Qt::Key_Tab);
     QVERIFY(button->hasFocus());
     QSignalSpy clicked(button, &MButton::clicked);
-    QTest::keyClick(&window, key);
+    TouchDriver(&window).key(key);
     QCOMPARE(clicked.count(), presses);
 }
 

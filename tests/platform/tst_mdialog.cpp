@@ -223,7 +223,7 @@ void TestMDialog::escapeAndBackDismiss()
     MDialog dialog(M::OkButton);
     dialog.appear(&window);
     QSignalSpy finished(&dialog, &MDialog::finished);
-    QTest::keyClick(&window, key);
+    TouchDriver(&window).key(key);
     QCOMPARE(finished.count(), 1);
     QCOMPARE(finished.first().first().toInt(), canceled);
     QVERIFY(!dialog.clickedButton());
@@ -329,9 +329,9 @@ void TestMDialog::slotMayDeleteDialog()
         dialog->button(M::OkButton)->click();
     } else if (way == QLatin1String("key")) {
         viewOf(dialog, dialog->button(M::OkButton))->setFocus();
-        QTest::keyClick(window, Qt::Key_Return);
+        TouchDriver(window).key(Qt::Key_Return);
     } else if (way == QLatin1String("Escape")) {
-        QTest::keyClick(window, Qt::Key_Escape);
+        TouchDriver(window).key(Qt::Key_Escape);
     } else if (way == QLatin1String("done")) {
         dialog->done(0);
     } else {
@@ -505,7 +505,7 @@ void TestMDialog::enterPressesTheFirstButton()
     QVERIFY(activate(&window));
     MDialog dialog(M::YesButton | M::NoButton);
     dialog.appear(&window);
-    QTest::keyClick(&window, Qt::Key_Return);
+    TouchDriver(&window).key(Qt::Key_Return);
     QCOMPARE(dialog.result(), 0x4000);
     QCOMPARE(dialog.clickedButton(), dialog.button(M::YesButton));
 }
@@ -520,17 +520,17 @@ void TestMDialog::focusStaysInFrontDialog()
     upper.appear(&window);
     QSet<QGraphicsItem *> seen;
     for (int i = 0; i < 6; ++i) {
-        QTest::keyClick(&window, Qt::Key_Tab);
+        TouchDriver(&window).key(Qt::Key_Tab);
         QVERIFY(upper.isAncestorOf(window.scene()->focusItem()));
         seen.insert(window.scene()->focusItem());
     }
     QCOMPARE(seen.size(), 2);
-    QTest::keyClick(&window, Qt::Key_Backtab);
+    TouchDriver(&window).key(Qt::Key_Backtab);
     QVERIFY(seen.contains(window.scene()->focusItem()));
     upper.done(0);
-    QTest::keyClick(&window, Qt::Key_Tab);
+    TouchDriver(&window).key(Qt::Key_Tab);
     QCOMPARE(window.scene()->focusItem(), viewOf(&lower, lower.button(M::OkButton)));
-    QTest::keyClick(&window, Qt::Key_Space);
+    TouchDriver(&window).key(Qt::Key_Space);
     QCOMPARE(lower.result(), 0x400);
 }
 
@@ -543,34 +543,34 @@ void TestMDialog::arrowKeysMoveFocusInTheirDirection()
     MButton *yes = viewOf(&dialog, dialog.button(M::YesButton));
     MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
     MButton *cancel = viewOf(&dialog, dialog.button(M::CancelButton));
-    QTest::keyClick(&window, Qt::Key_Left);
+    TouchDriver(&window).key(Qt::Key_Left);
     QVERIFY(yes->hasFocus());
     // Yes stands at the end of the row.
-    QTest::keyClick(&window, Qt::Key_Left);
+    TouchDriver(&window).key(Qt::Key_Left);
     QVERIFY(no->hasFocus());
-    QTest::keyClick(&window, Qt::Key_Left);
+    TouchDriver(&window).key(Qt::Key_Left);
     QVERIFY(cancel->hasFocus());
-    QTest::keyClick(&window, Qt::Key_Left);
-    QTest::keyClick(&window, Qt::Key_Up);
+    TouchDriver(&window).key(Qt::Key_Left);
+    TouchDriver(&window).key(Qt::Key_Up);
     QVERIFY(cancel->hasFocus());
-    QTest::keyClick(&window, Qt::Key_Right);
+    TouchDriver(&window).key(Qt::Key_Right);
     QVERIFY(no->hasFocus());
 
     window.setLayoutDirection(Qt::RightToLeft);
     QTRY_VERIFY(yes->scenePos().x() < no->scenePos().x());
-    QTest::keyClick(&window, Qt::Key_Left);
+    TouchDriver(&window).key(Qt::Key_Left);
     QVERIFY(yes->hasFocus());
 
     // Below one another in a column.
     dialog.button(M::YesButton)->setText(QStringLiteral("A text that leaves no room for others in its row"));
     QTRY_VERIFY(yes->scenePos().y() < no->scenePos().y());
-    QTest::keyClick(&window, Qt::Key_Down);
+    TouchDriver(&window).key(Qt::Key_Down);
     QVERIFY(no->hasFocus());
-    QTest::keyClick(&window, Qt::Key_Up);
+    TouchDriver(&window).key(Qt::Key_Up);
     QVERIFY(yes->hasFocus());
 
     window.sceneManager()->setOrientationAngle(M::Angle180);
-    QTest::keyClick(&window, Qt::Key_Down);
+    TouchDriver(&window).key(Qt::Key_Down);
     QVERIFY(no->hasFocus());
 }
 
@@ -582,15 +582,15 @@ void TestMDialog::keysScrollLongContents()
     dialog.appear(&window);
     MLabel *label = visibleBelow<MLabel>(&dialog).first();
     const qreal top = label->scenePos().y();
-    QTest::keyClick(&window, Qt::Key_PageDown);
+    TouchDriver(&window).key(Qt::Key_PageDown);
     QVERIFY(label->scenePos().y() < top);
     for (int i = 0; i < 200; ++i)
-        QTest::keyClick(&window, Qt::Key_Down);
+        TouchDriver(&window).key(Qt::Key_Down);
     const MButton *button = viewOf(&dialog, dialog.button(M::OkButton));
     QVERIFY(label->sceneBoundingRect().bottom() <= button->scenePos().y());
-    QTest::keyClick(&window, Qt::Key_PageUp);
+    TouchDriver(&window).key(Qt::Key_PageUp);
     for (int i = 0; i < 200; ++i)
-        QTest::keyClick(&window, Qt::Key_Up);
+        TouchDriver(&window).key(Qt::Key_Up);
     QCOMPARE(label->scenePos().y(), top);
 }
 

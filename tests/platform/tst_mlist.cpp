@@ -79,13 +79,13 @@ struct ShownList
         return texts;
     }
 
-    QPoint row(int number) const
+    QPointF row(int number) const
     {
         for (const MListItem *item : visibleBelow<MListItem>(list))
             if (visibleBelow<MLabel>(const_cast<MListItem *>(item)).first()->text() ==
                 QString::number(number))
                 return window.mapFromScene(item->sceneBoundingRect().center());
-        return QPoint();
+        return QPointF();
     }
 
     MWindow window;
@@ -181,11 +181,10 @@ void TestMList::fingerScrolls()
     ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     QCOMPARE(shown.texts().first(), QStringLiteral("0"));
-    QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
-    for (int y = 690; y >= 100; y -= 10)
-        QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
+    TouchDriver finger(&shown.window);
+    finger.press({200, 700}).move({200, 100});
     QTRY_VERIFY(!shown.texts().contains(QStringLiteral("0")));
-    QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
+    finger.lift();
     QVERIFY(visibleBelow<MListItem>(shown.list).size() <= 15);
 }
 
@@ -194,15 +193,13 @@ void TestMList::fingerThatScrollsSelectsNothing()
     LongModel model(1'000);
     ShownList shown(&model);
     QVERIFY(activate(&shown.window));
-    QTest::mousePress(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 700), 20);
-    for (int y = 690; y >= 100; y -= 10)
-        QTest::mouseMove(shown.window.viewport(), QPoint(200, y), 1);
-    QTest::mouseRelease(shown.window.viewport(), Qt::LeftButton, {}, QPoint(200, 100), 20);
+    TouchDriver finger(&shown.window);
+    finger.drag({200, 700}, {200, 100});
     QVERIFY(!shown.list->selectionModel()->hasSelection());
     // The next touch is one again.
     QScroller::scroller(shown.list->childItems().first()->toGraphicsObject())->stop();
     const int row = visibleBelow<MLabel>(shown.list).at(3)->text().toInt();
-    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(row));
+    finger.tap(shown.row(row));
     QCOMPARE(shown.list->selectionModel()->selectedRows().first().row(), row);
 }
 
@@ -210,9 +207,9 @@ void TestMList::tapSelects()
 {
     LongModel model(20);
     ShownList shown(&model);
-    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
+    TouchDriver(&shown.window).tap(shown.row(3));
     QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(3, 0)});
-    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(5));
+    TouchDriver(&shown.window).tap(shown.row(5));
     QCOMPARE(shown.list->selectionModel()->selectedRows(), QModelIndexList{model.index(5, 0)});
 }
 
@@ -221,7 +218,7 @@ void TestMList::noSelectionModeSelectsNothing()
     LongModel model(20);
     ShownList shown(&model);
     shown.list->setSelectionMode(MList::NoSelection);
-    QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {}, shown.row(3));
+    TouchDriver(&shown.window).tap(shown.row(3));
     QVERIFY(!shown.list->selectionModel()->hasSelection());
 }
 
@@ -264,13 +261,13 @@ void TestMList::keysMoveSelection()
     ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     const auto selected = [&] { return shown.list->selectionModel()->selectedRows().value(0).row(); };
-    QTest::keyClick(&shown.window, Qt::Key_Tab);
+    TouchDriver(&shown.window).key(Qt::Key_Tab);
     QVERIFY(shown.list->hasFocus());
     const QList<std::pair<Qt::Key, int>> moves{{Qt::Key_Down, 0},  {Qt::Key_Down, 1},      {Qt::Key_Up, 0},
                                                {Qt::Key_Up, 0},    {Qt::Key_PageDown, 11}, {Qt::Key_End, 49},
                                                {Qt::Key_Down, 49}, {Qt::Key_PageUp, 38},   {Qt::Key_Home, 0}};
     for (const auto &[key, row] : moves) {
-        QTest::keyClick(&shown.window, key);
+        TouchDriver(&shown.window).key(key);
         QCOMPARE(selected(), row);
         QVERIFY(shown.texts().contains(QString::number(row)));
     }
@@ -360,10 +357,7 @@ void TestMList::wheelScrolls()
 {
     LongModel model(100);
     ShownList shown(&model);
-    const QPointF place(200, 200);
-    QWheelEvent wheel(place, shown.window.viewport()->mapToGlobal(place), QPoint(), QPoint(0, -240),
-                      Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-    QCoreApplication::sendEvent(shown.window.viewport(), &wheel);
+    TouchDriver(&shown.window).wheel({200, 200}, -240);
     QVERIFY(!shown.texts().contains(QStringLiteral("0")));
 }
 
