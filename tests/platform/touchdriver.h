@@ -44,7 +44,7 @@ public:
         return *this;
     }
 
-    /** Moves the finger there on a straight line, in ten steps. */
+    /** Moves the finger there on a straight line, in ten steps. Contents follow from the event loop. */
     TouchDriver &move(const QPointF &place, int milliseconds = 200)
     {
         const QPointF start = finger;
@@ -76,12 +76,6 @@ public:
         return wait(longTime).press(from).move(to, 10 * steps).lift();
     }
 
-    /** Moves, and rests before lifting, so that the contents stay where they are. */
-    TouchDriver &drag(const QPointF &from, const QPointF &to)
-    {
-        return wait(longTime).press(from).move(to).wait(longTime).move(to).lift();
-    }
-
     /** Turns the wheel by \a angle eighths of a degree: 120 is one notch, away from the user or to the left.
      */
     TouchDriver &wheel(const QPointF &place, int angle, Qt::Orientation orientation = Qt::Vertical)
@@ -96,7 +90,9 @@ public:
 
     TouchDriver &key(Qt::Key key)
     {
-        QTest::keyClick(window->windowHandle(), key);
+        QTest::keyPress(window->windowHandle(), key);
+        if (window && window->windowHandle())
+            QTest::keyRelease(window->windowHandle(), key);
         return *this;
     }
 

@@ -4,11 +4,17 @@
 #include <malloc.h>
 
 #include <QApplication>
+#include <QGraphicsLinearLayout>
+#include <QGraphicsView>
 #include <QSignalSpy>
+#include <QStringListModel>
 
+#include <MAbstractCellCreator>
 #include <MDialog>
 #include <MImageWidget>
 #include <MLabel>
+#include <MList>
+#include <MListItem>
 #include <MMessageBox>
 #include <MProgressIndicator>
 
@@ -31,6 +37,12 @@ public:
         if (!clickedButton() || clickedButton()->role() != M::InvalidRole)
             MDialog::done(result);
     }
+};
+
+class EmptyCreator : public MAbstractCellCreator<MListItem>
+{
+public:
+    void updateCell(const QModelIndex &, MWidget *) const override {}
 };
 
 class CountLayouts : public QObject
@@ -92,6 +104,12 @@ private Q_SLOTS:
     void touchTargetsAreLargeEnough();
     void centralWidgetIsReplaced();
     void thousandDialogsLeakNothing();
+    void wheelMovesNothingBelow();
+    void dialogBehindThatClosesLeavesTheFocus();
+    void tabScrollsControlsIntoView_data();
+    void tabScrollsControlsIntoView();
+    void appearingEndsPressesBelow();
+    void dialogInAPlainSceneTakesKeys();
 };
 
 void TestMDialog::setPropertiesAreReturned()
@@ -302,6 +320,8 @@ void TestMDialog::slotMayDeleteDialog_data()
             QTest::addRow("%s by %s", signal, way) << QString::fromLatin1(signal) << QString::fromLatin1(way);
     QTest::newRow("finished by Escape") << QStringLiteral("finished") << QStringLiteral("Escape");
     QTest::newRow("finished by done") << QStringLiteral("finished") << QStringLiteral("done");
+    QTest::newRow("window by Escape") << QStringLiteral("window") << QStringLiteral("Escape");
+    QTest::newRow("window by key") << QStringLiteral("window") << QStringLiteral("key");
     QTest::newRow("finished by closing") << QStringLiteral("finished") << QStringLiteral("close");
 }
 
@@ -318,6 +338,11 @@ void TestMDialog::slotMayDeleteDialog()
     const auto remove = [dialog] { delete dialog; };
     if (signal == QLatin1String("finished"))
         connect(dialog, &MDialog::finished, this, remove);
+    else if (signal == QLatin1String("window"))
+        connect(dialog, &MDialog::finished, this, [dialog, window] {
+            delete window;
+            delete dialog;
+        });
     else if (signal == QLatin1String("disappeared"))
         connect(dialog, &MDialog::disappeared, this, remove);
     else
@@ -650,6 +675,140 @@ void TestMDialog::thousandDialogsLeakNothing()
     QCOMPARE(window.findChildren<QObject *>().size(), children);
     // Less than a hundred bytes for each: what Qt's own caches may still take, but no object.
     QVERIFY2(mallinfo2().uordblks < used + 100'000, qPrintable(QString::number(mallinfo2().uordblks - used)));
+}
+
+void TestMDialog::wheelMovesNothingBelow()
+{
+    MWindow window;
+    window.show();
+    QStringListModel model(QStringList(100, QStringLiteral("row")));
+    auto *list = new MList;
+    list->setItemModel(&model);
+    list->setCellCreator(new EmptyCreator);
+    window.scene()->addItem(list);
+    list->setGeometry(0, 0, 480, 854);
+    const qreal top = visibleBelow<MListItem>(list).first()->scenePos().y();
+    const auto moved = [&] { return visibleBelow<MListItem>(list).first()->scenePos().y() != top; };
+
+    MDialog dialog(QStringLiteral("Title"), M::OkButton);
+    dialog.appear(&window);
+    TouchDriver wheel(&window);
+    wheel.wheel({240, 100}, -120);
+    wheel.wheel(wheel.at(viewOf(&dialog, dialog.button(M::OkButton))), -120);
+    QVERIFY(!moved());
+    dialog.done(0);
+    wheel.wheel({240, 100}, -120);
+    QVERIFY(moved());
+}
+
+void TestMDialog::dialogBehindThatClosesLeavesTheFocus()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog lower(M::YesButton | M::NoButton);
+    MDialog upper(M::YesButton | M::NoButton);
+    lower.appear(&window);
+    upper.appear(&window);
+    const MButton *no = viewOf(&upper, upper.button(M::NoButton));
+    TouchDriver keys(&window);
+    for (int i = 0; i < 3 && !no->hasFocus(); ++i)
+        keys.key(Qt::Key_Tab);
+    QVERIFY(no->hasFocus());
+    lower.done(0);
+    QVERIFY(no->hasFocus());
+    keys.key(Qt::Key_Return);
+    QCOMPARE(upper.result(), int(M::NoButton));
+}
+
+void TestMDialog::tabScrollsControlsIntoView_data()
+{
+    QTest::addColumn<bool>("inBody");
+    QTest::newRow("contents") << true;
+    QTest::newRow("column of buttons") << false;
+}
+
+void TestMDialog::tabScrollsControlsIntoView()
+{
+    QFETCH(bool, inBody);
+    constexpr int controls = 30;
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(QStringLiteral("Title"));
+    auto *contents = new MWidget;
+    auto *layout = new QGraphicsLinearLayout(Qt::Vertical, contents);
+    for (int i = 0; i < controls; ++i) {
+        if (inBody)
+            layout->addItem(new MButton(QString::number(i)));
+        else
+            dialog.addButton(
+                QStringLiteral("A button that fills the whole width of the dialog, number %1").arg(i));
+    }
+    dialog.setCentralWidget(contents);
+    dialog.appear(&window);
+    QCoreApplication::processEvents();
+    QSet<QGraphicsItem *> seen;
+    for (const Qt::Key key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+        for (int i = 0; i < controls; ++i) {
+            TouchDriver(&window).key(key);
+            const QGraphicsItem *focused = window.scene()->focusItem();
+            seen.insert(window.scene()->focusItem());
+            const QRectF place = focused->sceneBoundingRect();
+            const QGraphicsItem *around = focused->parentItem();
+            while (!(around->flags() & QGraphicsItem::ItemClipsChildrenToShape))
+                around = around->parentItem();
+            const QRectF area = around->sceneBoundingRect();
+            QVERIFY2(area.adjusted(-1, -1, 1, 1).contains(place), "a control with the focus is out of sight");
+        }
+    }
+    QCOMPARE(seen.size(), controls);
+}
+
+void TestMDialog::appearingEndsPressesBelow()
+{
+    MWindow window;
+    window.show();
+    auto *below = new MButton(QStringLiteral("Below"));
+    window.scene()->addItem(below);
+    below->setGeometry(50, 50, 200, 60);
+    const QImage resting = picture(window.scene(), below->sceneBoundingRect());
+    QSignalSpy clicked(below, &MButton::clicked);
+    TouchDriver finger(&window);
+    finger.press(finger.at(below));
+    QVERIFY(picture(window.scene(), below->sceneBoundingRect()) != resting);
+    MDialog dialog(M::OkButton);
+    dialog.appear(&window);
+    finger.lift();
+    QVERIFY(clicked.isEmpty());
+    dialog.done(0);
+    QCOMPARE(picture(window.scene(), below->sceneBoundingRect()), resting);
+
+    // A press on the dialog itself stays, also when it comes to the front by that.
+    dialog.appear(&window);
+    finger.press(finger.at(viewOf(&dialog, dialog.button(M::OkButton))));
+    dialog.appear(&window);
+    finger.lift();
+    QCOMPARE(dialog.result(), int(M::OkButton));
+}
+
+void TestMDialog::dialogInAPlainSceneTakesKeys()
+{
+    QGraphicsScene scene;
+    QGraphicsView view(&scene);
+    view.show();
+    QVERIFY(QTest::qWaitForWindowActive(&view));
+    auto *dialog = new MDialog(QStringLiteral("Title"), M::OkButton);
+    scene.addItem(dialog);
+    dialog->resize(480, 854);
+    dialog->setFocus();
+    QSignalSpy finished(dialog, &MDialog::finished);
+    TouchDriver keys(&view);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_Left, Qt::Key_Right, Qt::Key_Tab, Qt::Key_A,
+                              Qt::Key_PageDown, Qt::Key_PageUp})
+        keys.key(key);
+    QVERIFY(finished.isEmpty());
+    dialog->setFocus();
+    keys.key(Qt::Key_Escape);
+    QCOMPARE(finished.count(), 1);
 }
 
 QTEST_MAIN(TestMDialog)

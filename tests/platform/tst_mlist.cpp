@@ -58,6 +58,82 @@ private:
     const int rows;
 };
 
+/** A model that changes while somebody reads it. */
+class RestlessModel : public QStringListModel
+{
+public:
+    enum Kind { OwnRow, OtherRow, Insertion, Reset };
+
+    RestlessModel(Kind kind, const QStringList &rows) : QStringListModel(rows), kind(kind) {}
+
+    QVariant data(const QModelIndex &index, int role) const override
+    {
+        if (!changing && index.row() == 2) {
+            changing = true;
+            const_cast<RestlessModel *>(this)->change(index);
+            changing = kind != OwnRow;
+        }
+        return QStringListModel::data(index, role);
+    }
+
+private:
+    void change(const QModelIndex &read)
+    {
+        if (kind == OwnRow)
+            Q_EMIT dataChanged(read, read);
+        else if (kind == OtherRow)
+            setData(index(0, 0), QStringLiteral("other"));
+        else if (kind == Insertion)
+            insertRow(0);
+        else
+            setStringList({QStringLiteral("x"), QStringLiteral("y")});
+    }
+
+    const Kind kind;
+    mutable bool changing = false;
+};
+
+/** A model that gives its rows away in portions of ten. */
+class PortionModel : public QAbstractListModel
+{
+public:
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override
+    {
+        return parent.isValid() ? 0 : rows;
+    }
+    QVariant data(const QModelIndex &index, int) const override { return QString::number(index.row()); }
+    bool canFetchMore(const QModelIndex &) const override { return rows < 50; }
+    void fetchMore(const QModelIndex &) override
+    {
+        beginInsertRows(QModelIndex(), rows, rows + 9);
+        rows += 10;
+        endInsertRows();
+    }
+
+    int rows = 0;
+};
+
+/** A cell without a meta object of its own. */
+class PlainCell : public MListItem
+{
+public:
+    int mark = 4711;
+};
+
+class PlainCreator : public MAbstractCellCreator<PlainCell>
+{
+public:
+    explicit PlainCreator(bool *allPlain) : allPlain(allPlain) {}
+
+    void updateCell(const QModelIndex &, MWidget *cell) const override
+    {
+        *allPlain = *allPlain && dynamic_cast<PlainCell *>(cell);
+    }
+
+private:
+    bool *const allPlain;
+};
+
 /** A list in a window, as high as the window. */
 struct ShownList
 {
@@ -78,6 +154,8 @@ struct ShownList
             texts.append(label->text());
         return texts;
     }
+
+    QModelIndexList selected() const { return list->selectionModel()->selectedRows(); }
 
     QPointF row(int number) const
     {
@@ -118,6 +196,25 @@ private Q_SLOTS:
     void cellSizeIsThatOfFreshItem();
     void listInDialogLeavesButtonsInReach();
     void wheelScrolls();
+    void tapThatEndsAFlickSelectsNothing();
+    void keyDuringAFlickIsNotUndone();
+    void rowsInsertedUnderTheFingerDoNotChangeTheSelectedRow();
+    void resetOrRemovalUnderTheFingerEndsThePress_data();
+    void resetOrRemovalUnderTheFingerEndsThePress();
+    void tapOnDisabledRowKeepsTheSelection();
+    void keysSkipDisabledRows();
+    void otherMouseButtonsSelectNothing();
+    void resizeLeavesScrolledListWhereItIs();
+    void lastOfTenMillionRowsIsReached();
+    void tapOnSelectedRowIsTold();
+    void heldBackRowsAreFetched();
+    void slotMayReplaceTheModel();
+    void modelMayChangeWhileItIsRead_data();
+    void modelMayChangeWhileItIsRead();
+    void slotMayCloseOrDeleteTheDialog_data();
+    void slotMayCloseOrDeleteTheDialog();
+    void sameCreatorAgainIsKept();
+    void cellsOfAnotherClassAreNotTaken();
 };
 
 void TestMList::setPropertiesAreReturned()
@@ -194,7 +291,9 @@ void TestMList::fingerThatScrollsSelectsNothing()
     ShownList shown(&model);
     QVERIFY(activate(&shown.window));
     TouchDriver finger(&shown.window);
-    finger.drag({200, 700}, {200, 100});
+    finger.press({200, 700}).move({200, 100});
+    QTRY_VERIFY(!shown.texts().contains(QStringLiteral("0")));
+    finger.lift();
     QVERIFY(!shown.list->selectionModel()->hasSelection());
     // The next touch is one again.
     QScroller::scroller(shown.list->childItems().first()->toGraphicsObject())->stop();
@@ -359,6 +458,278 @@ void TestMList::wheelScrolls()
     ShownList shown(&model);
     TouchDriver(&shown.window).wheel({200, 200}, -240);
     QVERIFY(!shown.texts().contains(QStringLiteral("0")));
+}
+
+void TestMList::tapThatEndsAFlickSelectsNothing()
+{
+    LongModel model(1'000);
+    ShownList shown(&model);
+    QVERIFY(activate(&shown.window));
+    TouchDriver(&shown.window).flick({200, 700}, {200, 100}).tap(QPointF(200, 300));
+    QVERIFY(shown.selected().isEmpty());
+}
+
+void TestMList::keyDuringAFlickIsNotUndone()
+{
+    LongModel model(1'000);
+    ShownList shown(&model);
+    QVERIFY(activate(&shown.window));
+    shown.list->setFocus();
+    TouchDriver(&shown.window).flick({200, 700}, {200, 100}).key(Qt::Key_End);
+    QCOMPARE(shown.texts().last(), QStringLiteral("999"));
+    const QObject *area = shown.list->childItems().first()->toGraphicsObject();
+    QCOMPARE(QScroller::scroller(area)->state(), QScroller::Inactive);
+}
+
+void TestMList::rowsInsertedUnderTheFingerDoNotChangeTheSelectedRow()
+{
+    QStringListModel model(
+        {QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3")});
+    ShownList shown(&model);
+    TouchDriver finger(&shown.window);
+    finger.press(shown.row(2));
+    model.insertRows(0, 2);
+    finger.lift();
+    QCOMPARE(shown.selected().value(0).data().toString(), QStringLiteral("2"));
+}
+
+void TestMList::resetOrRemovalUnderTheFingerEndsThePress_data()
+{
+    QTest::addColumn<bool>("removal");
+    QTest::newRow("reset") << false;
+    QTest::newRow("removal") << true;
+}
+
+void TestMList::resetOrRemovalUnderTheFingerEndsThePress()
+{
+    QFETCH(bool, removal);
+    QStringListModel model({QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")});
+    ShownList shown(&model);
+    QSignalSpy clicked(shown.list, &MList::itemClicked);
+    TouchDriver finger(&shown.window);
+    finger.press(shown.row(0));
+    if (removal)
+        model.removeRow(0);
+    else
+        model.setStringList({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    finger.lift();
+    QVERIFY(shown.selected().isEmpty());
+    QVERIFY(clicked.isEmpty());
+}
+
+void TestMList::tapOnDisabledRowKeepsTheSelection()
+{
+    QStandardItemModel model;
+    for (int i = 0; i < 4; ++i)
+        model.appendRow(new QStandardItem(QString::number(i)));
+    model.item(1)->setEnabled(false);
+    model.item(2)->setSelectable(false);
+    ShownList shown(&model);
+    shown.list->selectItem(model.index(3, 0));
+    for (const int row : {1, 2}) {
+        TouchDriver(&shown.window).tap(shown.row(row));
+        QCOMPARE(shown.selected(), QModelIndexList{model.index(3, 0)});
+        shown.list->selectItem(model.index(row, 0));
+        QCOMPARE(shown.selected(), QModelIndexList{model.index(3, 0)});
+    }
+}
+
+void TestMList::keysSkipDisabledRows()
+{
+    QStandardItemModel model;
+    for (int i = 0; i < 6; ++i)
+        model.appendRow(new QStandardItem(QString::number(i)));
+    for (const int row : {0, 2, 3, 5})
+        model.item(row)->setEnabled(false);
+    ShownList shown(&model);
+    QVERIFY(activate(&shown.window));
+    shown.list->setFocus();
+    const QList<std::pair<Qt::Key, int>> moves{{Qt::Key_Down, 1}, {Qt::Key_Down, 4},     {Qt::Key_Down, 4},
+                                               {Qt::Key_Up, 1},   {Qt::Key_Up, 1},       {Qt::Key_End, 4},
+                                               {Qt::Key_Home, 1}, {Qt::Key_PageDown, 4}, {Qt::Key_PageUp, 1}};
+    for (const auto &[key, row] : moves) {
+        TouchDriver(&shown.window).key(key);
+        QCOMPARE(shown.selected(), QModelIndexList{model.index(row, 0)});
+    }
+}
+
+void TestMList::otherMouseButtonsSelectNothing()
+{
+    LongModel model(20);
+    ShownList shown(&model);
+    for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton})
+        TouchDriver(&shown.window).tap(shown.row(3), button);
+    QVERIFY(shown.selected().isEmpty());
+}
+
+void TestMList::resizeLeavesScrolledListWhereItIs()
+{
+    LongModel model(1'000);
+    ShownList shown(&model);
+    shown.list->selectItem(model.index(2, 0));
+    TouchDriver wheel(&shown.window);
+    for (int i = 0; i < 20; ++i)
+        wheel.wheel({200, 200}, -120);
+    const QString first = shown.texts().first();
+    QVERIFY(first.toInt() > 10);
+    shown.list->setGeometry(0, 0, 480, 600);
+    QCOMPARE(shown.texts().first(), first);
+}
+
+void TestMList::lastOfTenMillionRowsIsReached()
+{
+    constexpr int rows = 10'000'000;
+    LongModel model(rows);
+    ShownList shown(&model);
+    QVERIFY(activate(&shown.window));
+    shown.list->setFocus();
+    TouchDriver finger(&shown.window);
+    finger.key(Qt::Key_End);
+    QCOMPARE(shown.selected().value(0).row(), rows - 1);
+    QCOMPARE(shown.texts().last(), QString::number(rows - 1));
+    QVERIFY(shown.window.rect().contains(shown.row(rows - 1).toPoint()));
+    finger.tap(shown.row(rows - 3));
+    QCOMPARE(shown.selected().value(0).row(), rows - 3);
+    finger.press({200, 200}).move({200, 700});
+    QTRY_VERIFY(shown.texts().contains(QString::number(rows - 15)));
+}
+
+void TestMList::tapOnSelectedRowIsTold()
+{
+    LongModel model(20);
+    ShownList shown(&model);
+    QSignalSpy clicked(shown.list, &MList::itemClicked);
+    TouchDriver(&shown.window).tap(shown.row(3));
+    QCOMPARE(clicked.count(), 1);
+    TouchDriver(&shown.window).tap(shown.row(3));
+    QCOMPARE(clicked.count(), 2);
+    QCOMPARE(clicked.last().first().toModelIndex(), model.index(3, 0));
+    shown.list->selectItem(model.index(5, 0));
+    QCOMPARE(clicked.count(), 2);
+    shown.list->setSelectionMode(MList::NoSelection);
+    TouchDriver(&shown.window).tap(shown.row(3));
+    QCOMPARE(clicked.count(), 2);
+}
+
+void TestMList::heldBackRowsAreFetched()
+{
+    PortionModel model;
+    ShownList shown(&model);
+    QTRY_COMPARE(model.rows, 20);
+    shown.list->selectItem(model.index(19, 0));
+    QTRY_VERIFY(model.rows > 20);
+    TouchDriver wheel(&shown.window);
+    for (int i = 0; i < 100; ++i)
+        wheel.wheel({200, 200}, -120);
+    QCOMPARE(model.rows, 50);
+    QCOMPARE(shown.texts().last(), QStringLiteral("49"));
+}
+
+void TestMList::slotMayReplaceTheModel()
+{
+    LongModel first(20);
+    LongModel second(5);
+    ShownList shown(&first);
+    connect(shown.list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            [&] { shown.list->setItemModel(&second); });
+    TouchDriver(&shown.window).tap(shown.row(3));
+    QCOMPARE(shown.list->itemModel(), &second);
+    QCOMPARE(shown.texts().size(), 5);
+    QVERIFY(shown.selected().isEmpty());
+    TouchDriver(&shown.window).tap(shown.row(4));
+    QCOMPARE(shown.selected(), QModelIndexList{second.index(4, 0)});
+}
+
+void TestMList::modelMayChangeWhileItIsRead_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QStringList>("rows");
+    QTest::newRow("own row") << int(RestlessModel::OwnRow)
+                             << QStringList{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
+    QTest::newRow("other row") << int(RestlessModel::OtherRow)
+                               << QStringList{QStringLiteral("other"), QStringLiteral("b"),
+                                              QStringLiteral("c")};
+    QTest::newRow("insertion") << int(RestlessModel::Insertion)
+                               << QStringList{QString(), QStringLiteral("a"), QStringLiteral("b"),
+                                              QStringLiteral("c")};
+    QTest::newRow("reset") << int(RestlessModel::Reset)
+                           << QStringList{QStringLiteral("x"), QStringLiteral("y")};
+}
+
+void TestMList::modelMayChangeWhileItIsRead()
+{
+    QFETCH(int, kind);
+    QFETCH(QStringList, rows);
+    RestlessModel model(RestlessModel::Kind(kind),
+                        {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
+    ShownList shown(&model);
+    QTRY_COMPARE(shown.texts(), rows);
+}
+
+void TestMList::slotMayCloseOrDeleteTheDialog_data()
+{
+    QTest::addColumn<QString>("way");
+    QTest::addColumn<bool>("key");
+    for (const char *way : {"accept", "accept and delete later", "delete"})
+        for (const bool key : {false, true})
+            QTest::addRow("%s by %s", way, key ? "key" : "finger") << QString::fromLatin1(way) << key;
+}
+
+void TestMList::slotMayCloseOrDeleteTheDialog()
+{
+    QFETCH(QString, way);
+    QFETCH(bool, key);
+    LongModel model(20);
+    MWindow window;
+    QVERIFY(activate(&window));
+    QPointer<MDialog> dialog = new MDialog(M::OkButton);
+    auto *list = new MList;
+    list->setItemModel(&model);
+    list->setCellCreator(new Creator);
+    list->setSelectionMode(MList::SingleSelection);
+    dialog->setCentralWidget(list);
+    const bool later = way == QLatin1String("accept and delete later");
+    dialog->appear(&window, later ? MDialog::DestroyWhenDone : MDialog::KeepWhenDone);
+    QCoreApplication::processEvents();
+    connect(list->selectionModel(), &QItemSelectionModel::selectionChanged, this, [&] {
+        if (way == QLatin1String("delete"))
+            delete dialog;
+        else
+            dialog->accept();
+    });
+    list->setFocus();
+    if (key)
+        TouchDriver(&window).key(Qt::Key_Home);
+    else
+        TouchDriver(&window).tap(visibleBelow<MListItem>(list).at(1));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(!dialog, later || way == QLatin1String("delete"));
+    QVERIFY(!dialog || !dialog->scene());
+    delete dialog;
+}
+
+void TestMList::sameCreatorAgainIsKept()
+{
+    LongModel model(3);
+    MList list;
+    auto *creator = new Creator;
+    list.setItemModel(&model);
+    list.setCellCreator(creator);
+    list.setCellCreator(creator);
+    QCOMPARE(list.cellCreator(), creator);
+    QVERIFY(creator->cellSize().height() > 0);
+    list.resize(480, 854);
+    QCOMPARE(visibleBelow<MListItem>(&list).size(), 3);
+}
+
+void TestMList::cellsOfAnotherClassAreNotTaken()
+{
+    LongModel model(20);
+    ShownList shown(&model);
+    bool allPlain = true;
+    shown.list->setCellCreator(new PlainCreator(&allPlain));
+    QVERIFY(allPlain);
+    QVERIFY(visibleBelow<PlainCell>(shown.list).size() >= 10);
 }
 
 QTEST_MAIN(TestMList)

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <memory>
+
 #include <QSignalSpy>
 
 #include <MSceneManager>
@@ -23,6 +25,9 @@ private Q_SLOTS:
     void dialogTakesTouchesAtEveryAngle();
     void slotMayDeleteTheWindow();
     void managerWithoutWindowHasDefaultSize();
+    void managerMayGoBeforeItsWindow();
+    void twoWindowsMayShareAManager_data();
+    void twoWindowsMayShareAManager();
 };
 
 void TestMSceneManager::sizeFollowsWindowAndAngle()
@@ -133,6 +138,59 @@ void TestMSceneManager::managerWithoutWindowHasDefaultSize()
     QCOMPARE(manager.visibleSceneSize(), QSize(480, 854));
     manager.setOrientationAngle(M::Angle270);
     QCOMPARE(manager.visibleSceneSize(), QSize(854, 480));
+}
+
+void TestMSceneManager::managerMayGoBeforeItsWindow()
+{
+    MWindow window;
+    QVERIFY(TouchTest::activate(&window));
+    MDialog dialog(M::OkButton);
+    dialog.appear(&window);
+    delete window.sceneManager();
+    QVERIFY(!window.sceneManager());
+    QCOMPARE(dialog.result(), int(M::CancelButton));
+    window.resize(300, 300);
+    window.setLayoutDirection(Qt::RightToLeft);
+    TouchDriver finger(&window);
+    for (const Qt::Key key : {Qt::Key_Escape, Qt::Key_Tab, Qt::Key_Down, Qt::Key_A})
+        finger.key(key);
+    finger.tap(QPointF(100, 100));
+    finger.wheel({100, 100}, -120);
+    QCoreApplication::processEvents();
+    MDialog later(M::OkButton);
+    later.appear(&window);
+    QVERIFY(later.scene());
+    later.done(0);
+    window.close();
+}
+
+void TestMSceneManager::twoWindowsMayShareAManager_data()
+{
+    QTest::addColumn<bool>("firstGoesFirst");
+    QTest::newRow("first goes first") << true;
+    QTest::newRow("second goes first") << false;
+}
+
+void TestMSceneManager::twoWindowsMayShareAManager()
+{
+    QFETCH(bool, firstGoesFirst);
+    MSceneManager manager(this);
+    auto first = std::make_unique<MWindow>(&manager);
+    auto second = std::make_unique<MWindow>(&manager);
+    QVERIFY(TouchTest::activate(first.get()));
+    QVERIFY(TouchTest::activate(second.get()));
+    second->resize(300, 500);
+    QCOMPARE(manager.visibleSceneSize(), QSize(300, 500));
+    MDialog dialog(M::OkButton);
+    dialog.appear(second.get());
+    (firstGoesFirst ? first : second).reset();
+    MWindow *left = firstGoesFirst ? second.get() : first.get();
+    QCOMPARE(bool(dialog.scene()), firstGoesFirst);
+    left->resize(320, 480);
+    TouchDriver finger(left);
+    finger.tap(QPointF(5, 5)).key(Qt::Key_Tab).key(Qt::Key_Escape);
+    QVERIFY(!dialog.scene());
+    left->close();
 }
 
 QTEST_MAIN(TestMSceneManager)

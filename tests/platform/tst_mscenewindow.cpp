@@ -41,6 +41,14 @@ private Q_SLOTS:
     void deletingSceneWindowClosesItsWindow();
     void deletedWindowKeepsItsSceneWindows();
     void itemsBelowGetNoTouches();
+    void focusIsGivenBack_data();
+    void focusIsGivenBack();
+    void focusBelowIsKeptForLater_data();
+    void focusBelowIsKeptForLater();
+    void disabledControlLeavesKeysAlive();
+    void minimizedWindowIsNotUsed();
+    void withoutAWindowTheActiveOneIsUsed();
+    void appearingAgainTakesTheDeletionBack();
     void shadeHasOneColor_data();
     void shadeHasOneColor();
 };
@@ -214,6 +222,140 @@ void TestMSceneWindow::itemsBelowGetNoTouches()
     sceneWindow.disappear();
     tap(&window, below);
     QCOMPARE(clicked.count(), 1);
+}
+
+void TestMSceneWindow::focusIsGivenBack_data()
+{
+    QTest::addColumn<bool>("onPage");
+    QTest::newRow("to a scene window") << true;
+    QTest::newRow("to the scene itself") << false;
+}
+
+void TestMSceneWindow::focusIsGivenBack()
+{
+    QFETCH(bool, onPage);
+    MWindow window;
+    QVERIFY(activate(&window));
+    MSceneWindow page;
+    auto *first = new MButton(QStringLiteral("First"));
+    auto *second = new MButton(QStringLiteral("Second"));
+    for (MButton *button : {first, second})
+        if (onPage)
+            button->setParentItem(&page);
+        else
+            window.scene()->addItem(button);
+    if (onPage)
+        page.appear(&window);
+    second->setFocus();
+    MDialog dialog(M::OkButton);
+    MDialog nested(M::OkButton);
+    dialog.appear(&window);
+    QVERIFY(!second->hasFocus());
+    nested.appear(&window);
+    dialog.done(0);
+    nested.done(0);
+    QVERIFY(second->hasFocus());
+}
+
+void TestMSceneWindow::focusBelowIsKeptForLater_data()
+{
+    focusIsGivenBack_data();
+}
+
+void TestMSceneWindow::focusBelowIsKeptForLater()
+{
+    QFETCH(bool, onPage);
+    MWindow window;
+    QVERIFY(activate(&window));
+    MSceneWindow page;
+    auto *below = new MButton(QStringLiteral("Below"));
+    if (onPage) {
+        below->setParentItem(&page);
+        page.appear(&window);
+    } else {
+        window.scene()->addItem(below);
+    }
+    QSignalSpy clicked(below, &MButton::clicked);
+    MDialog dialog(M::OkButton);
+    dialog.appear(&window);
+    TouchDriver keys(&window);
+    keys.key(Qt::Key_Tab);
+    const MButton *ok = viewOf(&dialog, dialog.button(M::OkButton));
+    QVERIFY(ok->hasFocus());
+    below->setFocus();
+    QVERIFY(ok->hasFocus());
+    below->setFocus(Qt::MouseFocusReason);
+    QVERIFY(ok->hasFocus());
+    keys.key(Qt::Key_Escape);
+    QVERIFY(clicked.isEmpty());
+    QVERIFY(!dialog.scene());
+    QVERIFY(below->hasFocus());
+    keys.key(Qt::Key_Space);
+    QCOMPARE(clicked.count(), 1);
+}
+
+void TestMSceneWindow::disabledControlLeavesKeysAlive()
+{
+    for (const bool hidden : {false, true}) {
+        MWindow window;
+        QVERIFY(activate(&window));
+        MSceneWindow page;
+        auto *button = new MButton(QStringLiteral("Button"), &page);
+        page.appear(&window);
+        button->setFocus();
+        QVERIFY(button->hasFocus());
+        if (hidden)
+            button->hide();
+        else
+            button->setEnabled(false);
+        QVERIFY(page.hasFocus());
+        TouchDriver(&window).key(Qt::Key_Escape);
+        QVERIFY(!page.scene());
+    }
+}
+
+void TestMSceneWindow::minimizedWindowIsNotUsed()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    window.showMinimized();
+    MSceneWindow sceneWindow;
+    sceneWindow.appear();
+    QVERIFY(windowOf(sceneWindow) != &window);
+}
+
+void TestMSceneWindow::withoutAWindowTheActiveOneIsUsed()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MSceneWindow sceneWindow;
+    sceneWindow.appear(nullptr);
+    QCOMPARE(windowOf(sceneWindow), &window);
+}
+
+void TestMSceneWindow::appearingAgainTakesTheDeletionBack()
+{
+    MWindow window;
+    QPointer<MSceneWindow> sceneWindow = new MSceneWindow;
+    sceneWindow->appear(&window, MSceneWindow::DestroyWhenDone);
+    sceneWindow->disappear();
+    sceneWindow->appear(&window, MSceneWindow::KeepWhenDone);
+    deleteLaterNow();
+    QVERIFY(sceneWindow);
+    sceneWindow->disappear();
+    deleteLaterNow();
+    QVERIFY(sceneWindow);
+    sceneWindow->appear(&window, MSceneWindow::DestroyWhenDone);
+    sceneWindow->disappear();
+    QVERIFY(sceneWindow);
+    deleteLaterNow();
+    QVERIFY(!sceneWindow);
+    // It may be deleted while that is still to come.
+    sceneWindow = new MSceneWindow;
+    sceneWindow->appear(&window, MSceneWindow::DestroyWhenDone);
+    sceneWindow->disappear();
+    delete sceneWindow;
+    deleteLaterNow();
 }
 
 QTEST_MAIN(TestMSceneWindow)

@@ -34,7 +34,10 @@ public:
 
     /** Returns the model, or null. */
     QAbstractItemModel *itemModel() const;
-    /** Shows the rows of \a model, which stays with its owner, with nothing selected. */
+    /**
+     * Shows the rows of \a model, which stays with its owner, with nothing selected. Rows that the model
+     * holds back are fetched when the last one comes into sight.
+     */
     void setItemModel(QAbstractItemModel *model);
 
     /** Returns what makes the cells, or null. */
@@ -53,6 +56,13 @@ public:
     /** Selects the row of \a index instead of any other and brings it into sight. An invalid index does
      * nothing. */
     void selectItem(const QModelIndex &index);
+
+Q_SIGNALS:
+    /**
+     * The user has tapped on the row of \a index, whether it was selected before or not. A slot may delete
+     * the list.
+     */
+    void itemClicked(const QModelIndex &index);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

@@ -37,7 +37,10 @@ public:
      */
     void appear(DeletionPolicy policy = KeepWhenDone);
 
-    /** Appears in front in \a window, which is not shown by that. Returns at once. */
+    /**
+     * Appears in front in \a window, which is not shown by that; without one, where appear() would. Returns
+     * at once.
+     */
     void appear(MWindow *window, DeletionPolicy policy = KeepWhenDone);
 
     /** Returns the manager of the window that it has appeared in, or null. */
@@ -60,6 +63,7 @@ protected:
 
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
+    void wheelEvent(QGraphicsSceneWheelEvent *event) override;
 
 private:
     friend class MSceneWindowPrivate;

@@ -5,8 +5,10 @@
 #define MWIDGETRECYCLER_H
 
 #include <memory>
+#include <typeinfo>
 
 #include <MWidget>
+#include <typeindex>
 
 class MWidgetRecyclerPrivate;
 
@@ -26,11 +28,11 @@ public:
     template <class T>
     T *take()
     {
-        return static_cast<T *>(take(&T::staticMetaObject));
+        return static_cast<T *>(take(typeid(T)));
     }
 
 private:
-    MWidget *take(const QMetaObject *type);
+    MWidget *take(std::type_index type);
     const std::unique_ptr<MWidgetRecyclerPrivate> d;
 };
 

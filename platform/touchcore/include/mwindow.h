@@ -19,12 +19,15 @@ class QUENZOTOUCHCORE_EXPORT MWindow : public QGraphicsView
 public:
     /** Makes a window with a scene manager of its own. */
     explicit MWindow(QWidget *parent = nullptr);
-    /** Makes a window on \a manager, which it owns from then on unless the manager has a parent. */
+    /**
+     * Makes a window on \a manager, which it owns from then on unless the manager has a parent. Of several
+     * windows on one manager the newest gives the scene windows their size.
+     */
     explicit MWindow(MSceneManager *manager, QWidget *parent = nullptr);
     /** Dismisses the scene windows that are still there. */
     ~MWindow() override;
 
-    /** Returns the scene manager. */
+    /** Returns the scene manager, or null once somebody else has deleted it. */
     MSceneManager *sceneManager() const;
 
     /**

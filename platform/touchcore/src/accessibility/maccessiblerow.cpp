@@ -99,7 +99,7 @@ void MAccessibleRow::doAction(const QString &name)
     // A slot may take this object away.
     MListRows *pressed = rows;
     QMetaObject::invokeMethod(
-        pressed, [pressed, row = row] { pressed->select(row); }, Qt::QueuedConnection);
+        pressed, [pressed, row = row] { pressed->click(row); }, Qt::QueuedConnection);
 }
 
 QStringList MAccessibleRow::keyBindingsForAction(const QString &) const

@@ -8,11 +8,11 @@
 
 #include "accessibility/maccessible_p.h"
 #include "list/mlist_p.h"
+#include "list/mlistarea_p.h"
 #include "list/mlistrows_p.h"
 #include "theme/mstyle_p.h"
-#include "widgets/mscrollarea_p.h"
 
-MListPrivate::MListPrivate(MList *list) : q(list), rows(new MListRows), area(new MScrollArea(rows, list)) {}
+MListPrivate::MListPrivate(MList *list) : q(list), rows(new MListRows), area(new MListArea(rows, list)) {}
 
 void MListPrivate::tellSelected(int row)
 {
@@ -25,19 +25,48 @@ void MListPrivate::tellSelected(int row)
 void MListPrivate::reveal(int row)
 {
     area->reveal(row * rows->rowHeight(), (row + 1) * rows->rowHeight());
+    revealed = row;
+}
+
+int MListPrivate::selectableFrom(int row, int step) const
+{
+    while (row >= 0 && row < rows->rowCount() && !rows->isSelectableRow(row))
+        row += step;
+    return rows->isSelectableRow(row) ? row : -1;
+}
+
+int MListPrivate::rowAtKey(int key) const
+{
+    const int row = rows->selectedRow();
+    const int last = rows->rowCount() - 1;
+    const int page = qMax(1, int(area->size().height() / qMax(qreal(1), rows->rowHeight())));
+    switch (key) {
+    case Qt::Key_Down:
+        return selectableFrom(row + 1, 1);
+    case Qt::Key_Up:
+        return selectableFrom(row - 1, -1);
+    case Qt::Key_PageDown:
+        return selectableFrom(qMin(row + page, last), -1);
+    case Qt::Key_PageUp:
+        return selectableFrom(qMax(row - page, 0), 1);
+    case Qt::Key_Home:
+        return selectableFrom(0, 1);
+    case Qt::Key_End:
+        return selectableFrom(last, -1);
+    default:
+        return -1;
+    }
 }
 
 MList::MList(QGraphicsItem *parent) : MWidgetController(parent), d(std::make_unique<MListPrivate>(this))
 {
     setFocusPolicy(Qt::StrongFocus);
     connect(
-        d->area, &MScrollArea::scrolled, this,
-        [this] {
-            d->rows->showBetween(d->area->position(), d->area->position() + d->area->size().height());
-        });
-    connect(
         d->area, &MScrollArea::contentChanged, this, [this] { updateGeometry(); });
+    connect(
+        d->area, &MScrollArea::movedByUser, this, [this] { d->revealed = -1; });
     connect(d->rows, &MListRows::selected, this, [this](int row) { d->tellSelected(row); });
+    connect(d->rows, &MListRows::clicked, this, &MList::itemClicked);
     applyStyle();
 }
 
@@ -86,37 +115,12 @@ void MList::selectItem(const QModelIndex &index)
 
 void MList::keyPressEvent(QKeyEvent *event)
 {
-    const int row = d->rows->selectedRow();
-    const int page = qMax(1, int(d->area->size().height() / qMax(qreal(1), d->rows->rowHeight())));
-    int to = row;
-    switch (event->key()) {
-    case Qt::Key_Down:
-        to = row + 1;
-        break;
-    case Qt::Key_Up:
-        to = row - 1;
-        break;
-    case Qt::Key_PageDown:
-        to = qMin(row + page, d->rows->rowCount() - 1);
-        break;
-    case Qt::Key_PageUp:
-        to = qMax(row - page, 0);
-        break;
-    case Qt::Key_Home:
-        to = 0;
-        break;
-    case Qt::Key_End:
-        to = d->rows->rowCount() - 1;
-        break;
-    default:
-        break;
-    }
+    const int row = d->rows->isSelectable() ? d->rowAtKey(event->key()) : -1;
     // At an end the key moves the focus on, like anywhere else.
-    if (to == row || to < 0 || to >= d->rows->rowCount() || !d->rows->isSelectable()) {
+    if (row < 0 || row == d->rows->selectedRow())
         event->ignore();
-        return;
-    }
-    d->rows->select(to);
+    else
+        d->rows->select(row);
 }
 
 void MList::focusInEvent(QFocusEvent *event)
@@ -136,10 +140,10 @@ void MList::resizeEvent(QGraphicsSceneResizeEvent *event)
 {
     MWidgetController::resizeEvent(event);
     d->area->setGeometry(contentsRect());
-    if (d->rows->selectedRow() >= 0) {
+    if (d->revealed >= 0) {
         // No lower than needed, whatever passing sizes a layout tried before.
         d->area->scrollTo(0);
-        d->reveal(d->rows->selectedRow());
+        d->reveal(d->revealed);
     }
 }
 
@@ -151,7 +155,7 @@ void MList::styleChanged()
 QSizeF MList::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
 {
     QSizeF size = MWidgetController::sizeHint(which, constraint);
-    const qreal all = d->rows->rowCount() * d->rows->rowHeight();
+    const qreal all = d->rows->length();
     if (which == Qt::MinimumSize)
         size.setHeight(qMin(all, style().minimumHeight));
     if (which == Qt::PreferredSize)

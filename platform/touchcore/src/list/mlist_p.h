@@ -6,8 +6,8 @@
 
 #include <MList>
 
+class MListArea;
 class MListRows;
-class MScrollArea;
 
 class MListPrivate
 {
@@ -17,11 +17,17 @@ public:
     static MListPrivate *of(const MList *list) { return list->d.get(); }
 
     void tellSelected(int row);
+    /** Brings \a row into sight, where it stays until the user scrolls. */
     void reveal(int row);
+    /** Returns the next row from \a row on in steps of \a step that can be selected, or -1. */
+    int selectableFrom(int row, int step) const;
+    /** Returns the row that \a key leads to, or -1. */
+    int rowAtKey(int key) const;
 
     MList *const q;
     MListRows *rows;
-    MScrollArea *area;
+    MListArea *area;
+    int revealed = -1; ///< The row that stays in sight, or -1
 };
 
 #endif

@@ -3,6 +3,7 @@
 
 #include <cmath>
 #include <iterator>
+#include <limits>
 
 #include <QAbstractItemModel>
 #include <QGraphicsLayout>
@@ -23,18 +24,20 @@ void MListRows::setModel(QAbstractItemModel *model)
 {
     if (itemModel)
         itemModel->disconnect(this);
-    delete itemSelection;
+    if (itemSelection)
+        itemSelection->disconnect(this);
     itemModel = model;
-    itemSelection = model ? new QItemSelectionModel(model, this) : nullptr;
+    itemSelection = model ? std::make_shared<QItemSelectionModel>(model, nullptr) : nullptr;
+    pressed = QModelIndex();
     if (model) {
-        connect(itemSelection, &QItemSelectionModel::selectionChanged, this, [this] { update(); });
+        connect(itemSelection.get(), &QItemSelectionModel::selectionChanged, this, [this] { update(); });
         connect(model, &QAbstractItemModel::modelReset, this, &MListRows::recreateCells);
         connect(model, &QAbstractItemModel::layoutChanged, this, &MListRows::recreateCells);
         connect(model, &QAbstractItemModel::rowsInserted, this,
                 [this](const QModelIndex &, int first) { followInsertion(first); });
         connect(model, &QAbstractItemModel::rowsRemoved, this, &MListRows::recreateCells);
         connect(model, &QAbstractItemModel::rowsMoved, this, &MListRows::recreateCells);
-        connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::recreateCells);
+        connect(model, &QAbstractItemModel::dataChanged, this, &MListRows::recreateRange);
         connect(model, &QObject::destroyed, this, &MListRows::recreateCells);
     }
     recreateCells();
@@ -42,6 +45,8 @@ void MListRows::setModel(QAbstractItemModel *model)
 
 void MListRows::setCreator(MCellCreator *creator)
 {
+    if (cellCreator.get() == creator)
+        return;
     cellCreator.reset(creator);
     recreateCells();
 }
@@ -74,71 +79,140 @@ int MListRows::selectedRow() const
     return rows.isEmpty() ? -1 : rows.first().row();
 }
 
-void MListRows::select(int row)
+bool MListRows::isSelectableRow(int row) const
 {
-    if (row < 0 || row >= rowCount())
-        return;
-    itemSelection->setCurrentIndex(itemModel->index(row, 0),
-                                   QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
-    Q_EMIT selected(row);
+    constexpr Qt::ItemFlags needed = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    return row >= 0 && row < rowCount() && (itemModel->flags(itemModel->index(row, 0)) & needed) == needed;
 }
 
-void MListRows::showBetween(qreal top, qreal bottom)
+void MListRows::select(int row)
 {
-    this->top = top;
-    this->bottom = bottom;
+    if (!isSelectableRow(row))
+        return;
+    const QPointer<MListRows> self(this);
+    const std::shared_ptr<QItemSelectionModel> selection = itemSelection;
+    selection->setCurrentIndex(itemModel->index(row, 0),
+                               QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    if (self && itemSelection == selection)
+        Q_EMIT selected(row);
+}
+
+void MListRows::click(int row)
+{
+    if (!isSelectableRow(row))
+        return;
+    const QPersistentModelIndex index = itemModel->index(row, 0);
+    const QPointer<MListRows> self(this);
+    select(row);
+    if (self && index.isValid() && index.model() == itemModel)
+        Q_EMIT clicked(index);
+}
+
+void MListRows::scrollTo(qreal position)
+{
+    top = position;
+    showCells();
+    update();
+}
+
+MWidget *MListRows::newCell(int row)
+{
+    filledRow = row;
+    MWidget *cell = cellCreator->createCell(itemModel->index(row, 0), recycler);
+    filledRow = -1;
+    return cell;
+}
+
+MWidget *MListRows::cellAt(int row)
+{
+    const auto known = cells.find(row);
+    if (known != cells.cend())
+        return known->second;
+    MWidget *cell = newCell(row);
+    cell->setParentItem(this);
+    const auto next = cells.upper_bound(row);
+    // Whoever lists the items finds the rows in their order.
+    if (next != cells.cend())
+        cell->stackBefore(next->second);
+    cells.emplace(row, cell);
+    return cell;
+}
+
+void MListRows::showCells()
+{
+    if (filledRow >= 0)
+        return;
     const int rows = rowCount();
+    const qreal bottom = top + size().height();
     const int first = rows > 0 ? qBound(0, int(top / rowHeight()), rows) : 0;
     const int end = rows > 0 ? qBound(first, int(std::ceil(bottom / rowHeight())), rows) : 0;
-    for (auto cell = cells.begin(); cell != cells.end();) {
-        if (cell->first >= first && cell->first < end) {
-            ++cell;
-            continue;
-        }
-        recycler.recycle(cell->second);
-        cell = cells.erase(cell);
-    }
+    recycleCells(0, first - 1);
+    recycleCells(end, std::numeric_limits<int>::max());
     for (int row = first; row < end; ++row) {
-        MWidget *&cell = cells[row];
-        if (!cell) {
-            cell = cellCreator->createCell(itemModel->index(row, 0), recycler);
-            cell->setParentItem(this);
-        }
+        MWidget *cell = cellAt(row);
         cell->setGeometry(rowRect(row));
         // A recycled cell may have that geometry already, and a new layout.
         if (cell->layout())
             cell->layout()->activate();
     }
+    if (end == rows)
+        readOn();
 }
 
-void MListRows::recycleAll()
+// A model may hold back rows until somebody is about to see them.
+void MListRows::readOn()
 {
-    for (const auto &[row, cell] : cells)
-        recycler.recycle(cell);
-    cells.clear();
+    if (itemModel && rowHeight() > 0 && size().height() > 0 && itemModel->canFetchMore(QModelIndex()))
+        itemModel->fetchMore(QModelIndex());
+}
+
+void MListRows::recycleCells(int first, int last)
+{
+    const auto begin = cells.lower_bound(first);
+    const auto end = cells.upper_bound(last);
+    for (auto cell = begin; cell != end; ++cell)
+        recycler.recycle(cell->second);
+    cells.erase(begin, end);
 }
 
 void MListRows::recreateCells()
 {
-    recycleAll();
+    // The model changes while a cell asks it for its data.
+    if (filledRow >= 0) {
+        QMetaObject::invokeMethod(this, &MListRows::recreateCells, Qt::QueuedConnection);
+        return;
+    }
+    recycleCells(0, std::numeric_limits<int>::max());
     updateGeometry();
-    showBetween(top, bottom);
+    showCells();
     update();
+}
+
+void MListRows::recreateRange(const QModelIndex &first, const QModelIndex &last)
+{
+    // The cell is reading what has changed.
+    if (filledRow >= 0 && first.row() == filledRow && last.row() == filledRow)
+        return;
+    if (filledRow >= 0) {
+        recreateCells();
+        return;
+    }
+    recycleCells(first.row(), last.row());
+    showCells();
 }
 
 void MListRows::followInsertion(int first)
 {
     // A model that reads on while it is shown adds rows that nobody sees yet.
-    if (first * rowHeight() >= bottom) {
+    if (first * rowHeight() >= top + size().height())
         updateGeometry();
-        return;
-    }
-    recreateCells();
+    else
+        recreateCells();
 }
 
 QRectF MListRows::rowRect(int row) const
 {
-    return QRectF(0, row * rowHeight(), size().width(), rowHeight());
+    return QRectF(0, row * rowHeight() - top, size().width(), rowHeight());
 }
 
 QList<int> MListRows::rowsInSight() const
@@ -154,7 +228,7 @@ QString MListRows::textOf(int row)
     const auto shown = cells.find(row);
     if (shown != cells.end())
         return MAccessible::textsIn(shown->second).join(QLatin1Char(' '));
-    MWidget *cell = cellCreator->createCell(itemModel->index(row, 0), recycler);
+    MWidget *cell = newCell(row);
     const QString text = MAccessible::textsIn(cell).join(QLatin1Char(' '));
     recycler.recycle(cell);
     return text;
@@ -162,15 +236,17 @@ QString MListRows::textOf(int row)
 
 int MListRows::rowAt(const QPointF &position) const
 {
-    const qreal row = rowCount() > 0 && rect().contains(position) ? position.y() / rowHeight() : -1;
+    if (rowCount() == 0 || !rect().contains(position))
+        return -1;
+    const qreal row = (position.y() + top) / rowHeight();
     return row < rowCount() ? int(row) : -1;
 }
 
 void MListRows::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
 {
     const int chosen = selectedRow();
-    if (pressed >= 0)
-        MPaint::panel(painter, rowRect(pressed), *style, style->pressedBackground);
+    if (pressed.isValid())
+        MPaint::panel(painter, rowRect(pressed.row()), *style, style->pressedBackground);
     if (chosen >= 0) {
         MPaint::panel(painter, rowRect(chosen), *style, style->checkedBackground);
         paintMark(painter, rowRect(chosen));
@@ -198,52 +274,55 @@ void MListRows::paintMark(QPainter *painter, const QRectF &row)
     painter->drawPolyline(tick, int(std::size(tick)));
 }
 
-void MListRows::setPressed(int row)
+void MListRows::setPressed(const QModelIndex &index)
 {
-    if (pressed != row) {
-        pressed = row;
+    if (pressed != index) {
+        pressed = index;
         update();
     }
 }
 
 bool MListRows::event(QEvent *event)
 {
-    // A finger that begins to scroll takes the press away.
+    // A finger that begins to scroll takes the press away, and so does a dialog that comes up.
     if (event->type() == QEvent::UngrabMouse)
-        setPressed(-1);
+        setPressed(QModelIndex());
     return MWidget::event(event);
 }
 
 void MListRows::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    const int row = selectable ? rowAt(event->pos()) : -1;
-    setPressed(row);
-    event->setAccepted(row >= 0);
+    const int row = selectable && event->button() == Qt::LeftButton ? rowAt(event->pos()) : -1;
+    event->setAccepted(isSelectableRow(row));
+    if (event->isAccepted())
+        setPressed(itemModel->index(row, 0));
 }
 
 void MListRows::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
-    if (rowAt(event->pos()) != pressed)
-        setPressed(-1);
+    if (rowAt(event->pos()) != pressed.row())
+        setPressed(QModelIndex());
 }
 
-void MListRows::mouseReleaseEvent(QGraphicsSceneMouseEvent *)
+void MListRows::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
-    const int row = pressed;
-    setPressed(-1);
-    select(row);
+    if (event->button() != Qt::LeftButton || !pressed.isValid())
+        return;
+    const int row = pressed.row();
+    setPressed(QModelIndex());
+    click(row);
 }
 
 void MListRows::resizeEvent(QGraphicsSceneResizeEvent *event)
 {
     MWidget::resizeEvent(event);
-    showBetween(top, bottom);
+    showCells();
 }
 
 QSizeF MListRows::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const
 {
     QSizeF size = MWidget::sizeHint(which, constraint);
-    if (which == Qt::MinimumSize || which == Qt::PreferredSize)
-        size.setHeight(rowCount() * rowHeight());
+    if (which == Qt::PreferredSize)
+        size.setHeight(length());
     return size;
 }

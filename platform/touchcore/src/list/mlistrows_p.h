@@ -14,12 +14,14 @@
 #include <MWidget>
 #include <MWidgetRecycler>
 
-class MScrollArea;
 class QAbstractItemModel;
 class QItemSelectionModel;
 struct MStyle;
 
-/** The inside of a list: as high as all rows, but with cells for those only that are seen. */
+/**
+ * The inside of a list: no higher than the list itself, with a cell for each row that is seen. It moves its
+ * cells rather than itself, because no widget is as high as all rows may be.
+ */
 class MListRows : public MWidget
 {
     Q_OBJECT
@@ -29,7 +31,7 @@ public:
 
     void setModel(QAbstractItemModel *model);
     QAbstractItemModel *model() const { return itemModel; }
-    QItemSelectionModel *selection() const { return itemSelection; }
+    QItemSelectionModel *selection() const { return itemSelection.get(); }
     void setCreator(MCellCreator *creator);
     const MCellCreator *creator() const { return cellCreator.get(); }
     void setStyle(const MStyle &style);
@@ -39,13 +41,19 @@ public:
 
     qreal rowHeight() const;
     int rowCount() const;
-    /** Selects \a row, if there is one. */
+    /** Returns the height of all rows together. */
+    qreal length() const { return rowHeight() * rowCount(); }
+    /** Returns whether \a row exists and the model lets it be selected. */
+    bool isSelectableRow(int row) const;
+    /** Selects \a row, if it can be. A slot may delete the rows. */
     void select(int row);
+    /** Does what a tap on \a row does: selects it and says so. A slot may delete the rows. */
+    void click(int row);
     /** Returns the selected row, or -1. */
     int selectedRow() const;
 
-    /** Makes the cells between \a top and \a bottom and lets all others go. */
-    void showBetween(qreal top, qreal bottom);
+    /** Shows the rows from \a position on, which counts from the top of the first one. */
+    void scrollTo(qreal position);
 
     /** Returns the place of \a row in this widget. */
     QRectF rowRect(int row) const;
@@ -59,6 +67,8 @@ public:
 Q_SIGNALS:
     /** Another row was selected. */
     void selected(int row);
+    /** A row was pressed and let go, whether it had been selected or not. */
+    void clicked(const QModelIndex &index);
 
 protected:
     bool event(QEvent *event) override;
@@ -69,22 +79,28 @@ protected:
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 
 private:
-    void setPressed(int row);
+    void setPressed(const QModelIndex &index);
     int rowAt(const QPointF &position) const;
-    void recycleAll();
+    void showCells();
+    MWidget *newCell(int row);
+    MWidget *cellAt(int row);
+    void recycleCells(int first, int last);
+    void readOn();
     void recreateCells();
+    void recreateRange(const QModelIndex &first, const QModelIndex &last);
     void followInsertion(int first);
     void paintMark(QPainter *painter, const QRectF &row);
 
     QPointer<QAbstractItemModel> itemModel;
-    QItemSelectionModel *itemSelection = nullptr;
+    // Whoever lets it select something keeps it until its signals are through.
+    std::shared_ptr<QItemSelectionModel> itemSelection;
     std::unique_ptr<MCellCreator> cellCreator;
     MWidgetRecycler recycler;
     std::map<int, MWidget *> cells; ///< By row
     const MStyle *style = nullptr;
-    qreal top = 0;
-    qreal bottom = 0;
-    int pressed = -1;
+    qreal top = 0; ///< Of what is seen, from the top of the first row
+    QPersistentModelIndex pressed;
+    int filledRow = -1; ///< The row whose cell is being made
     bool selectable = false;
     bool focusShown = false;
 };

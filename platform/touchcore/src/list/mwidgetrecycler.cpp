@@ -3,6 +3,7 @@
 
 #include "mwidgetrecycler.h"
 
+#include <typeinfo>
 #include <utility>
 
 #include <QGraphicsLayout>
@@ -14,7 +15,7 @@ MWidgetRecycler::MWidgetRecycler() : d(std::make_unique<MWidgetRecyclerPrivate>(
 
 MWidgetRecycler::~MWidgetRecycler()
 {
-    for (const QList<MWidget *> &widgets : std::as_const(d->kept))
+    for (const auto &[type, widgets] : std::as_const(d->kept))
         qDeleteAll(widgets);
 }
 
@@ -26,10 +27,10 @@ void MWidgetRecycler::recycle(MWidget *widget)
     widget->setLayout(nullptr);
     const QList<QGraphicsItem *> children = widget->childItems();
     qDeleteAll(children);
-    d->kept[widget->metaObject()].append(widget);
+    d->kept[typeid(*widget)].append(widget);
 }
 
-MWidget *MWidgetRecycler::take(const QMetaObject *type)
+MWidget *MWidgetRecycler::take(std::type_index type)
 {
     QList<MWidget *> &widgets = d->kept[type];
     return widgets.isEmpty() ? nullptr : widgets.takeLast();

@@ -4,15 +4,19 @@
 #ifndef MWIDGETRECYCLER_P_H
 #define MWIDGETRECYCLER_P_H
 
-#include <QHash>
+#include <unordered_map>
+
 #include <QList>
+
+#include <typeindex>
 
 class MWidget;
 
 class MWidgetRecyclerPrivate
 {
 public:
-    QHash<const QMetaObject *, QList<MWidget *>> kept;
+    // By the class itself: one without Q_OBJECT has the meta object of its base.
+    std::unordered_map<std::type_index, QList<MWidget *>> kept;
 };
 
 #endif

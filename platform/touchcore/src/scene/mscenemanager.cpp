@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <QMetaObject>
+
 #include <MSceneWindow>
 #include <MWidget>
 
@@ -13,6 +15,7 @@
 #include "scene/mscenehost_p.h"
 #include "scene/mscenemanager_p.h"
 #include "theme/mtheme_p.h"
+#include "widgets/mscrollarea_p.h"
 
 namespace {
 
@@ -102,7 +105,69 @@ MSceneManagerPrivate::MSceneManagerPrivate(MSceneManager *manager)
     scene.addItem(root);
     // In front of what a program puts into the scene itself.
     root->setZValue(1);
+    focusChanges = QObject::connect(
+        &scene, &QGraphicsScene::focusItemChanged, &scene,
+        [this](QGraphicsItem *now, QGraphicsItem *, Qt::FocusReason reason) { followFocus(now, reason); });
     place();
+}
+
+MSceneManagerPrivate::~MSceneManagerPrivate()
+{
+    // The scene deletes its items after everything else here has gone.
+    QObject::disconnect(focusChanges);
+}
+
+MSceneWindow *MSceneManagerPrivate::sceneWindowOf(const QGraphicsItem *item) const
+{
+    for (MSceneWindow *sceneWindow : sceneWindows)
+        if (sceneWindow == item || sceneWindow->isAncestorOf(item))
+            return sceneWindow;
+    return nullptr;
+}
+
+void MSceneManagerPrivate::followFocus(QGraphicsItem *now, Qt::FocusReason reason)
+{
+    if (restoring)
+        return;
+    if (!now) {
+        // While the window is inactive nothing has the focus. Otherwise its control is about to be disabled
+        // or hidden, and keys go to what holds it.
+        if (scene.hasFocus()) {
+            lastFocus.remove(front());
+            restoreFocus();
+        }
+        return;
+    }
+    MSceneWindow *owner = sceneWindowOf(now);
+    lastFocus.insert(owner, now->toGraphicsObject());
+    if (owner != front())
+        restoreFocus();
+    else if (reason != Qt::MouseFocusReason)
+        MScrollArea::revealInAll(now);
+}
+
+// Lets the control of the front scene window that had the focus last have it again.
+void MSceneManagerPrivate::restoreFocus()
+{
+    const QGraphicsObject *last = lastFocus.value(front());
+    QGraphicsObject *next = front();
+    if (last && last->isVisible() && last->isEnabled() && sceneWindowOf(last) == front())
+        next = lastFocus.value(front());
+    restoring = true;
+    if (next)
+        next->setFocus(Qt::ActiveWindowFocusReason);
+    else
+        scene.setFocusItem(nullptr);
+    restoring = false;
+}
+
+void MSceneManagerPrivate::endPressesBelow(const MSceneWindow *sceneWindow)
+{
+    for (QGraphicsItem *pressed = scene.mouseGrabberItem(); pressed; pressed = scene.mouseGrabberItem()) {
+        if (pressed == sceneWindow || sceneWindow->isAncestorOf(pressed))
+            return;
+        pressed->ungrabMouse();
+    }
 }
 
 void MSceneManagerPrivate::place()
@@ -145,6 +210,7 @@ M::Orientation MSceneManagerPrivate::orientationAt(M::OrientationAngle at) const
 
 void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
 {
+    endPressesBelow(sceneWindow);
     sceneWindows.removeOne(sceneWindow);
     sceneWindows.append(sceneWindow);
     sceneWindow->setParentItem(root);
@@ -158,13 +224,18 @@ void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
 
 void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
 {
+    const bool wasFront = front() == sceneWindow;
     if (!sceneWindows.removeOne(sceneWindow))
         return;
+    lastFocus.remove(sceneWindow);
+    // Qt would look for another control that can have the focus.
+    restoring = true;
     sceneWindow->hide();
     MAccessible::tell(sceneWindow, QAccessible::ObjectHide);
     scene.removeItem(sceneWindow);
-    if (front())
-        front()->setFocus(Qt::ActiveWindowFocusReason);
+    restoring = false;
+    if (wasFront)
+        restoreFocus();
     if (host)
         host->sceneWindowLeft();
 }

@@ -4,8 +4,11 @@
 #ifndef MSCENEMANAGER_P_H
 #define MSCENEMANAGER_P_H
 
+#include <QGraphicsObject>
 #include <QGraphicsScene>
+#include <QHash>
 #include <QList>
+#include <QPointer>
 #include <QSize>
 
 #include <MSceneManager>
@@ -30,12 +33,13 @@ class MSceneManagerPrivate
 {
 public:
     explicit MSceneManagerPrivate(MSceneManager *manager);
+    ~MSceneManagerPrivate();
 
     static MSceneManagerPrivate *of(MSceneManager *manager) { return manager->d.get(); }
 
     /** Puts \a sceneWindow in front. */
     void add(MSceneWindow *sceneWindow);
-    /** Takes \a sceneWindow out and lets the one below have the focus. */
+    /** Takes \a sceneWindow out. When it was in front, the one below gets the focus back. */
     void remove(MSceneWindow *sceneWindow);
     /** Closes all scene windows as without a press, the newest first. */
     void dismissAll();
@@ -60,6 +64,16 @@ public:
     MSceneHost *host = nullptr;
     QList<MSceneWindow *> sceneWindows; ///< The newest last
     M::OrientationAngle angle = M::Angle0;
+
+private:
+    MSceneWindow *sceneWindowOf(const QGraphicsItem *item) const;
+    void followFocus(QGraphicsItem *now, Qt::FocusReason reason);
+    void restoreFocus();
+    void endPressesBelow(const MSceneWindow *sceneWindow);
+
+    QHash<const MSceneWindow *, QPointer<QGraphicsObject>> lastFocus; ///< Null stands for the scene itself
+    QMetaObject::Connection focusChanges;
+    bool restoring = false;
 };
 
 #endif

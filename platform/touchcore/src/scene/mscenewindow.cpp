@@ -3,7 +3,11 @@
 
 #include "mscenewindow.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include <QGraphicsSceneMouseEvent>
+#include <QGraphicsSceneWheelEvent>
 #include <QKeyEvent>
 
 #include <MWindow>
@@ -12,14 +16,53 @@
 #include "scene/mscenewindow_p.h"
 #include "scene/mwindow_p.h"
 
+namespace {
+
+struct Way
+{
+    Qt::Key key;
+    QPointF direction;
+};
+
+constexpr Way ways[] = {
+    {Qt::Key_Down, {0, 1}},
+    {Qt::Key_Up, {0, -1}},
+    {Qt::Key_Right, {1, 0}},
+    {Qt::Key_Left, {-1, 0}},
+};
+
+} // namespace
+
 void MSceneWindowPrivate::appearIn(MSceneManager *newManager, MSceneWindow::DeletionPolicy newPolicy)
 {
     if (manager && manager != newManager)
         MSceneManagerPrivate::of(manager)->remove(q);
+    keep();
     policy = newPolicy;
     q->aboutToAppear();
     manager = newManager;
     MSceneManagerPrivate::of(manager)->add(q);
+}
+
+MSceneWindowPrivate::~MSceneWindowPrivate()
+{
+    keep();
+}
+
+// Qt takes no deletion back, so it is asked for another object.
+void MSceneWindowPrivate::deleteLater()
+{
+    deletion = new QObject;
+    QObject::connect(deletion, &QObject::destroyed, q, [this] { delete q; });
+    deletion->deleteLater();
+}
+
+void MSceneWindowPrivate::keep()
+{
+    if (!deletion)
+        return;
+    deletion->disconnect(q);
+    delete deletion;
 }
 
 MSceneWindow::MSceneWindow() : d(std::make_unique<MSceneWindowPrivate>(this))
@@ -42,7 +85,10 @@ void MSceneWindow::appear(DeletionPolicy policy)
 
 void MSceneWindow::appear(MWindow *window, DeletionPolicy policy)
 {
-    d->appearIn(window->sceneManager(), policy);
+    if (window && window->sceneManager())
+        d->appearIn(window->sceneManager(), policy);
+    else
+        appear(policy);
 }
 
 MSceneManager *MSceneWindow::sceneManager() const
@@ -58,7 +104,7 @@ void MSceneWindow::disappear()
     d->manager = nullptr;
     manager->remove(this);
     if (d->policy == DestroyWhenDone)
-        deleteLater();
+        d->deleteLater();
     Q_EMIT disappeared();
 }
 
@@ -71,31 +117,24 @@ void MSceneWindow::aboutToAppear() {}
 
 void MSceneWindow::keyPressEvent(QKeyEvent *event)
 {
-    MSceneManagerPrivate *manager = MSceneManagerPrivate::of(d->manager);
-    switch (event->key()) {
-    case Qt::Key_Escape:
-    case Qt::Key_Back:
+    const int key = event->key();
+    const auto way =
+        std::find_if(std::begin(ways), std::end(ways), [key](const Way &way) { return way.key == key; });
+    if (key == Qt::Key_Escape || key == Qt::Key_Back)
         dismiss();
-        return;
-    case Qt::Key_Down:
-        manager->moveFocus(QPointF(0, 1));
-        return;
-    case Qt::Key_Up:
-        manager->moveFocus(QPointF(0, -1));
-        return;
-    case Qt::Key_Right:
-        manager->moveFocus(QPointF(1, 0));
-        return;
-    case Qt::Key_Left:
-        manager->moveFocus(QPointF(-1, 0));
-        return;
-    default:
+    else if (way != std::end(ways) && d->manager)
+        MSceneManagerPrivate::of(d->manager)->moveFocus(way->direction);
+    else
         event->ignore();
-    }
 }
 
 void MSceneWindow::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
     // Whatever stands below is out of reach.
+    event->accept();
+}
+
+void MSceneWindow::wheelEvent(QGraphicsSceneWheelEvent *event)
+{
     event->accept();
 }

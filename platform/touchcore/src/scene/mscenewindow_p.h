@@ -4,6 +4,7 @@
 #ifndef MSCENEWINDOW_P_H
 #define MSCENEWINDOW_P_H
 
+#include <QObject>
 #include <QPointer>
 
 #include <MSceneManager>
@@ -16,9 +17,16 @@ public:
 
     void appearIn(MSceneManager *newManager, MSceneWindow::DeletionPolicy newPolicy);
 
+    ~MSceneWindowPrivate();
+
+    /** Deletes the scene window from the event loop, unless it appears again before. */
+    void deleteLater();
+    void keep();
+
     MSceneWindow *const q;
     QPointer<MSceneManager> manager;
     MSceneWindow::DeletionPolicy policy = MSceneWindow::KeepWhenDone;
+    QPointer<QObject> deletion; ///< Takes the scene window with it when the event loop deletes it
 };
 
 #endif

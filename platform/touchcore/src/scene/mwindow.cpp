@@ -37,6 +37,17 @@ MWindowPrivate::MWindowPrivate(MWindow *window, MSceneManager *manager) : q(wind
     windows().prepend(window);
 }
 
+bool MWindowPrivate::isHost() const
+{
+    return manager && MSceneManagerPrivate::of(manager)->host == this;
+}
+
+void MWindowPrivate::dismissAll()
+{
+    if (isHost())
+        MSceneManagerPrivate::of(manager)->dismissAll();
+}
+
 QSize MWindowPrivate::sceneSize() const
 {
     return q->size();
@@ -45,7 +56,8 @@ QSize MWindowPrivate::sceneSize() const
 bool MWindowPrivate::takesSceneWindows() const
 {
     // A window that takes no focus, such as an indication, cannot be answered in.
-    return q->isVisible() && !closing && !q->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) &&
+    return manager && q->isVisible() && !q->isMinimized() && !closing &&
+           !q->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) &&
            !q->testAttribute(Qt::WA_X11DoNotAcceptFocus);
 }
 
@@ -63,7 +75,7 @@ MWindow *MWindowPrivate::activeOrNew()
 
 void MWindowPrivate::sceneWindowLeft()
 {
-    if (madeForSceneWindows && MSceneManagerPrivate::of(manager)->sceneWindows.isEmpty()) {
+    if (madeForSceneWindows && manager && MSceneManagerPrivate::of(manager)->sceneWindows.isEmpty()) {
         closing = true;
         q->hide();
         q->deleteLater();
@@ -103,11 +115,10 @@ MWindow::~MWindow()
     windows().removeOne(this);
     d->closing = true;
     // A deleted window is closed like any other, whoever the scene windows belong to.
-    if (d->manager) {
-        d->madeForSceneWindows = false;
-        MSceneManagerPrivate::of(d->manager)->dismissAll();
+    d->madeForSceneWindows = false;
+    d->dismissAll();
+    if (d->isHost())
         MSceneManagerPrivate::of(d->manager)->host = nullptr;
-    }
 }
 
 MSceneManager *MWindow::sceneManager() const
@@ -135,7 +146,8 @@ bool MWindow::event(QEvent *event)
         windows().append(this);
         break;
     case QEvent::LayoutDirectionChange:
-        MSceneManagerPrivate::of(d->manager)->root->setLayoutDirection(layoutDirection());
+        if (d->isHost())
+            MSceneManagerPrivate::of(d->manager)->root->setLayoutDirection(layoutDirection());
         break;
     default:
         break;
@@ -154,7 +166,7 @@ void MWindow::closeEvent(QCloseEvent *event)
 {
     d->closing = true;
     const QPointer<MWindow> self(this);
-    MSceneManagerPrivate::of(d->manager)->dismissAll();
+    d->dismissAll();
     if (!self)
         return;
     d->closing = d->madeForSceneWindows;
@@ -169,10 +181,12 @@ void MWindow::drawBackground(QPainter *painter, const QRectF &rect)
 
 void MWindow::keyPressEvent(QKeyEvent *event)
 {
+    const QPointer<MWindow> self(this);
     QGraphicsView::keyPressEvent(event);
     const bool back = event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
-    MSceneWindow *front = MSceneManagerPrivate::of(d->manager)->front();
-    if (!event->isAccepted() && back && front) {
+    if (!self || event->isAccepted() || !back || !d->isHost())
+        return;
+    if (MSceneWindow *front = MSceneManagerPrivate::of(d->manager)->front()) {
         event->accept();
         front->dismiss();
     }
@@ -181,7 +195,8 @@ void MWindow::keyPressEvent(QKeyEvent *event)
 void MWindow::resizeEvent(QResizeEvent *event)
 {
     QGraphicsView::resizeEvent(event);
-    MSceneManagerPrivate::of(d->manager)->place();
+    if (d->isHost())
+        MSceneManagerPrivate::of(d->manager)->place();
 }
 
 void MWindow::showEvent(QShowEvent *event)

@@ -30,6 +30,11 @@ public:
 
     void setOnDisplay(bool now);
 
+    /** Returns whether the scene manager is still there and its scene windows stand in this window. */
+    bool isHost() const;
+    /** Closes the scene windows of this window as without a press. */
+    void dismissAll();
+
     MWindow *const q;
     QPointer<MSceneManager> manager;
     bool madeForSceneWindows = false;

@@ -32,19 +32,31 @@ qreal MScrollArea::contentHeight(qreal width) const
     return inside->effectiveSizeHint(Qt::PreferredSize, QSizeF(width, -1)).height();
 }
 
-qreal MScrollArea::range() const
+qreal MScrollArea::contentLength() const
 {
-    return qMax(qreal(0), inside->size().height() - size().height());
+    return inside->size().height();
 }
 
-bool MScrollArea::scrollTo(qreal position)
+qreal MScrollArea::range() const
+{
+    return qMax(qreal(0), contentLength() - size().height());
+}
+
+bool MScrollArea::setOffset(qreal position)
 {
     const qreal bounded = qBound(qreal(0), position, range());
     if (bounded == offset)
         return false;
     offset = bounded;
+    return true;
+}
+
+bool MScrollArea::scrollTo(qreal position)
+{
+    stop();
+    if (!setOffset(position))
+        return false;
     place();
-    Q_EMIT scrolled();
     return true;
 }
 
@@ -53,25 +65,44 @@ void MScrollArea::reveal(qreal top, qreal bottom)
     if (top < offset)
         scrollTo(top);
     else if (bottom > offset + size().height())
-        scrollTo(bottom - size().height());
+        scrollTo(qMin(top, bottom - size().height()));
 }
 
-void MScrollArea::layOut()
+void MScrollArea::revealInAll(const QGraphicsItem *item)
+{
+    for (QGraphicsItem *around = item->parentItem(); around; around = around->parentItem()) {
+        if (auto *area = dynamic_cast<MScrollArea *>(around)) {
+            const QRectF place = area->mapRectFromItem(item, item->boundingRect());
+            area->reveal(place.top() + area->offset, place.bottom() + area->offset);
+        }
+    }
+}
+
+void MScrollArea::resizeContent()
 {
     const qreal width = size().width();
     const qreal needed = inside->effectiveSizeHint(Qt::MinimumSize, QSizeF(width, -1)).height();
     inside->resize(width, qMax(needed, size().height()));
-    offset = qBound(qreal(0), offset, range());
+}
+
+void MScrollArea::moveContent(qreal up)
+{
+    inside->setPos(0, -up);
+}
+
+void MScrollArea::layOut()
+{
+    resizeContent();
+    setOffset(offset);
     place();
-    Q_EMIT scrolled();
 }
 
 void MScrollArea::place(qreal overshoot)
 {
-    inside->setPos(0, -offset - overshoot);
+    moveContent(offset + overshoot);
     indicator->setVisible(range() > 0);
     if (range() > 0) {
-        const qreal thumb = size().height() * size().height() / inside->size().height();
+        const qreal thumb = size().height() * size().height() / contentLength();
         const qreal length = qMax(thumb, indicator->minimumHeight());
         const qreal width = indicator->preferredWidth();
         const qreal inset = MThemePrivate::ownStyle("MScrollIndicator").margins.right();
@@ -82,7 +113,8 @@ void MScrollArea::place(qreal overshoot)
 
 bool MScrollArea::event(QEvent *event)
 {
-    if (event->type() == QEvent::ScrollPrepare) {
+    switch (event->type()) {
+    case QEvent::ScrollPrepare: {
         auto *prepare = static_cast<QScrollPrepareEvent *>(event);
         prepare->setViewportSize(size());
         prepare->setContentPosRange(QRectF(0, 0, 0, range()));
@@ -90,11 +122,21 @@ bool MScrollArea::event(QEvent *event)
         prepare->setAccepted(range() > 0);
         return true;
     }
-    if (event->type() == QEvent::Scroll) {
+    case QEvent::Scroll: {
         auto *scroll = static_cast<QScrollEvent *>(event);
-        scrollTo(scroll->contentPos().y());
+        setOffset(scroll->contentPos().y());
         place(scroll->overshootDistance().y());
+        Q_EMIT movedByUser();
         return true;
+    }
+    case QEvent::UngrabMouse:
+        endPress();
+        break;
+    case QEvent::LayoutDirectionChange:
+        place();
+        break;
+    default:
+        break;
     }
     return MWidget::event(event);
 }
@@ -108,6 +150,13 @@ bool MScrollArea::eventFilter(QObject *watched, QEvent *event)
     return MWidget::eventFilter(watched, event);
 }
 
+QVariant MScrollArea::itemChange(GraphicsItemChange change, const QVariant &value)
+{
+    if (change == ItemSceneHasChanged || (change == ItemVisibleHasChanged && !isVisible()))
+        stop();
+    return MWidget::itemChange(change, value);
+}
+
 bool MScrollArea::scrollsInsteadOf(const QGraphicsItem *item) const
 {
     for (; item; item = item->parentItem()) {
@@ -118,10 +167,32 @@ bool MScrollArea::scrollsInsteadOf(const QGraphicsItem *item) const
     return false;
 }
 
+bool MScrollArea::isMoving() const
+{
+    auto *self = const_cast<MScrollArea *>(this);
+    return QScroller::hasScroller(self) && QScroller::scroller(self)->state() == QScroller::Scrolling;
+}
+
+void MScrollArea::stop()
+{
+    if (QScroller::hasScroller(this))
+        QScroller::scroller(this)->stop();
+}
+
+void MScrollArea::endPress()
+{
+    if (!takingOver && !isMoving())
+        stop();
+}
+
 void MScrollArea::press(QGraphicsSceneMouseEvent *event)
 {
-    QScroller::scroller(this)->handleInput(QScroller::InputPress, mapFromScene(event->scenePos()),
-                                           qint64(event->timestamp()));
+    QScroller *scroller = QScroller::scroller(this);
+    const QPointF place = mapFromScene(event->scenePos());
+    scroller->handleInput(QScroller::InputPress, place, qint64(event->timestamp()));
+    // A slow movement ends without becoming a press.
+    if (scroller->state() == QScroller::Inactive)
+        scroller->handleInput(QScroller::InputPress, place, qint64(event->timestamp()));
 }
 
 bool MScrollArea::drag(QGraphicsSceneMouseEvent *event)
@@ -137,32 +208,50 @@ void MScrollArea::release(QGraphicsSceneMouseEvent *event)
                                            qint64(event->timestamp()));
 }
 
+// Returns whether the press ends a movement; it must not act on what it happens to meet as well.
+bool MScrollArea::endsMovement(const QGraphicsItem *watched, QGraphicsSceneMouseEvent *event)
+{
+    const bool moving = isMoving();
+    if (event->button() != Qt::LeftButton || !(moving || scrollsInsteadOf(watched)))
+        return false;
+    press(event);
+    return moving;
+}
+
 bool MScrollArea::sceneEventFilter(QGraphicsItem *watched, QEvent *event)
 {
-    const bool mouse = event->type() == QEvent::GraphicsSceneMousePress ||
-                       event->type() == QEvent::GraphicsSceneMouseMove ||
-                       event->type() == QEvent::GraphicsSceneMouseRelease;
-    if (!mouse || !scrollsInsteadOf(watched))
+    const auto mouse = [event] { return static_cast<QGraphicsSceneMouseEvent *>(event); };
+    switch (event->type()) {
+    case QEvent::GraphicsSceneMousePress:
+    case QEvent::GraphicsSceneMouseDoubleClick:
+        return endsMovement(watched, mouse()) && takeOver();
+    case QEvent::GraphicsSceneMouseMove:
+        return scrollsInsteadOf(watched) && drag(mouse()) && takeOver();
+    case QEvent::GraphicsSceneMouseRelease:
+        if (mouse()->button() == Qt::LeftButton && scrollsInsteadOf(watched))
+            release(mouse());
         return false;
-    auto *mouseEvent = static_cast<QGraphicsSceneMouseEvent *>(event);
-    if (event->type() == QEvent::GraphicsSceneMousePress) {
-        press(mouseEvent);
+    case QEvent::UngrabMouse:
+        if (scrollsInsteadOf(watched))
+            endPress();
+        return false;
+    default:
         return false;
     }
-    if (event->type() == QEvent::GraphicsSceneMouseRelease) {
-        release(mouseEvent);
-        return false;
-    }
-    if (!drag(mouseEvent))
-        return false;
-    // Takes the press away from what was touched.
+}
+
+// Takes the mouse away from what was touched. Returns true.
+bool MScrollArea::takeOver()
+{
+    takingOver = true;
     grabMouse();
+    takingOver = false;
     return true;
 }
 
 void MScrollArea::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    event->setAccepted(range() > 0);
+    event->setAccepted(range() > 0 && event->button() == Qt::LeftButton);
     if (event->isAccepted())
         press(event);
 }
@@ -174,6 +263,8 @@ void MScrollArea::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 
 void MScrollArea::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
+    if (event->button() != Qt::LeftButton)
+        return;
     release(event);
     ungrabMouse();
 }
@@ -186,5 +277,7 @@ void MScrollArea::resizeEvent(QGraphicsSceneResizeEvent *event)
 
 void MScrollArea::wheelEvent(QGraphicsSceneWheelEvent *event)
 {
-    event->setAccepted(scrollTo(offset - event->delta()));
+    event->setAccepted(range() > 0);
+    if (event->isAccepted() && event->orientation() == Qt::Vertical && scrollTo(offset - event->delta()))
+        Q_EMIT movedByUser();
 }
