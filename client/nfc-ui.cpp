@@ -16,6 +16,7 @@
 #include "core/buswatch.h"
 #include "core/commandline.h"
 #include "core/session.h"
+#include "core/statusadaptor.h"
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
 #include "core/texts.h"
@@ -112,7 +113,8 @@ int run(const CommandLine &arguments)
         onTerminal || isRemote ? std::make_unique<Terminal>() : nullptr;
     const auto control = isRemote ? std::make_unique<RemoteControl>(terminal.get()) : nullptr;
     const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get());
-    const Session session(face.get());
+    Session session(face.get());
+    const StatusAdaptor status(&session);
     if (terminal)
         tellRegistration(session, terminal.get());
     return QCoreApplication::exec();

@@ -185,6 +185,16 @@
         <extracomment>Title of the settings program's window</extracomment>
         <translation>إعدادات NFC</translation>
     </message>
+    <message id="qtn_nfc_sett_transfers">
+        <source>Show files that arrive</source>
+        <extracomment>Button: shows the progress of files that arrive</extracomment>
+        <translation>إظهار الملفات الواردة</translation>
+    </message>
+    <message id="qtn_nfc_sett_unregistered">
+        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <extracomment>Below the switches: tags are not asked about in this session</extracomment>
+        <translation>لا يمكن عرض الأسئلة المتعلقة بالعلامات هنا: خدمة NFC لا تقبل هذه الجلسة.</translation>
+    </message>
     <message id="qtn_nfc_share_contact">
         <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
@@ -246,6 +256,16 @@
         <source>Flight mode is on</source>
         <extracomment>Title: NFC is wanted in flight mode</extracomment>
         <translation>وضع الطيران مفعّل</translation>
+    </message>
+    <message id="qtn_nfc_store_fail_text">
+        <source>The setting stays as it was.</source>
+        <extracomment>A switch went back to what it was</extracomment>
+        <translation>يبقى الإعداد كما كان.</translation>
+    </message>
+    <message id="qtn_nfc_store_fail_tit">
+        <source>The change could not be stored</source>
+        <extracomment>Title: a setting was not stored</extracomment>
+        <translation>تعذّر حفظ التغيير</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>

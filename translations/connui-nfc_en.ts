@@ -185,6 +185,16 @@
         <extracomment>Title of the settings program's window</extracomment>
         <translation>NFC settings</translation>
     </message>
+    <message id="qtn_nfc_sett_transfers">
+        <source>Show files that arrive</source>
+        <extracomment>Button: shows the progress of files that arrive</extracomment>
+        <translation>Show files that arrive</translation>
+    </message>
+    <message id="qtn_nfc_sett_unregistered">
+        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <extracomment>Below the switches: tags are not asked about in this session</extracomment>
+        <translation>Questions about tags cannot be shown here: the NFC service does not take this session.</translation>
+    </message>
     <message id="qtn_nfc_share_contact">
         <source>The device you touched gets the contact %1 %2.</source>
         <extracomment>Question: %1 and %2 are the two parts of the contact's name</extracomment>
@@ -242,6 +252,16 @@
         <source>Flight mode is on</source>
         <extracomment>Title: NFC is wanted in flight mode</extracomment>
         <translation>Flight mode is on</translation>
+    </message>
+    <message id="qtn_nfc_store_fail_text">
+        <source>The setting stays as it was.</source>
+        <extracomment>A switch went back to what it was</extracomment>
+        <translation>The setting stays as it was.</translation>
+    </message>
+    <message id="qtn_nfc_store_fail_tit">
+        <source>The change could not be stored</source>
+        <extracomment>Title: a setting was not stored</extracomment>
+        <translation>The change could not be stored</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>

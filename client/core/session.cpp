@@ -36,6 +36,17 @@ bool Session::isRegistered() const
     return registration && registration->isComplete();
 }
 
+uint Session::hiddenTransfers() const
+{
+    return transfers ? transfers->hidden() : 0;
+}
+
+void Session::showTransfers()
+{
+    if (transfers)
+        transfers->showHidden();
+}
+
 void Session::createAgent()
 {
     dropAgent();
@@ -52,7 +63,8 @@ void Session::createAgent()
 void Session::welcome(const QString &adapterPath)
 {
     qCInfo(clientLog, "the daemon is here; %s is its agent", qUtf8Printable(agent->path()));
-    new Transfers(adapterPath, &queue, requests.get());
+    transfers = std::make_unique<Transfers>(adapterPath, &queue);
+    connect(transfers.get(), &Transfers::hiddenChanged, this, &Session::hiddenTransfersChanged);
     Q_EMIT registeredChanged(true);
     QTimer::singleShot(0, this, [this] {
         if (!handler)
@@ -67,6 +79,7 @@ void Session::dropAgent()
         return;
     const bool wasRegistered = isRegistered();
     registration.reset();
+    transfers.reset();
     requests.reset();
     // Questions of a daemon that has left are not worth an answer.
     queue.clear();
@@ -75,4 +88,5 @@ void Session::dropAgent()
         return;
     qCInfo(clientLog, "the daemon has no agent here any more");
     Q_EMIT registeredChanged(false);
+    Q_EMIT hiddenTransfersChanged(0);
 }

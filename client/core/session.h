@@ -20,6 +20,7 @@ class NfcAgent;
 class AgentRequests;
 class Face;
 class Registration;
+class Transfers;
 
 /**
  * The client: an agent for as long as there is a daemon, and a face that puts its questions before the user.
@@ -40,9 +41,17 @@ public:
     /** Returns whether there is a daemon that knows the agent. */
     bool isRegistered() const;
 
+    /** Returns how many files arrive that the user has put away. */
+    uint hiddenTransfers() const;
+
+    /** Shows them again. */
+    void showTransfers();
+
 Q_SIGNALS:
     /** The daemon knows the agent, or does not any more. */
     void registeredChanged(bool registered);
+    /** So many files arrive that the user has put away. */
+    void hiddenTransfersChanged(uint hidden);
 
 private:
     void createAgent();
@@ -58,6 +67,7 @@ private:
     std::unique_ptr<ConnUi::NfcAgent> agent;
     std::unique_ptr<AgentRequests> requests;
     std::unique_ptr<Registration> registration;
+    std::unique_ptr<Transfers> transfers;
 };
 
 #endif

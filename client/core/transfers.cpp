@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/transfers.h"
 
+#include <algorithm>
+
 #include <QDBusConnection>
 #include <QFileInfo>
 
@@ -10,9 +12,8 @@
 #include "core/questionqueue.h"
 #include "transfersproxy.h"
 
-Transfers::Transfers(const QString &path, QuestionQueue *queue, QObject *parent)
-    : QObject(parent)
-    , proxy(new TransfersProxy(QStringLiteral("com.tavix.nfc"), path, QDBusConnection::systemBus(), this))
+Transfers::Transfers(const QString &path, QuestionQueue *queue)
+    : proxy(new TransfersProxy(QStringLiteral("com.tavix.nfc"), path, QDBusConnection::systemBus(), this))
     , queue(queue)
 {
     connect(proxy, &TransfersProxy::TransferStarted, this, &Transfers::start);
@@ -20,33 +21,59 @@ Transfers::Transfers(const QString &path, QuestionQueue *queue, QObject *parent)
     connect(proxy, &TransfersProxy::TransferEnded, this, &Transfers::end);
 }
 
+uint Transfers::hidden() const
+{
+    return uint(std::count_if(
+        transfers.cbegin(), transfers.cend(), [](const Transfer &transfer) { return !transfer.shown; }));
+}
+
+void Transfers::showHidden()
+{
+    const QList<uint> numbers = transfers.keys();
+    for (const uint number : numbers)
+        if (!transfers[number].shown)
+            show(number);
+    Q_EMIT hiddenChanged(hidden());
+}
+
 void Transfers::start(uint number, const QString &sender, const QString &name, qulonglong size)
 {
+    transfers.insert(number, {{sender, name, 0, size}, {}});
+    show(number);
+}
+
+void Transfers::show(uint number)
+{
+    Transfer &transfer = transfers[number];
     Question question;
     question.kind = Question::Receiving;
     question.title = qtTrId("qtn_nfc_receive_tit");
-    question.notes.append(qtTrId("qtn_nfc_receive_text").arg(sender));
-    question.data = name;
+    question.notes.append(qtTrId("qtn_nfc_receive_text").arg(transfer.file.sender));
+    question.data = transfer.file.name;
     question.yes = qtTrId("qtn_comm_command_done");
     question.no = qtTrId("qtn_comm_cancel");
-    question.file = {sender, name, 0, size};
-    Transfer &transfer = transfers[number];
-    transfer.file = question.file;
+    question.file = transfer.file;
     transfer.shown = queue->begin(question, [this, number](const Answer &said) { answer(number, said); });
 }
 
 void Transfers::progress(uint number, qulonglong received)
 {
     const auto transfer = transfers.find(number);
-    if (transfer != transfers.end() && transfer->shown)
+    if (transfer == transfers.end())
+        return;
+    transfer->file.received = received;
+    if (transfer->shown)
         queue->setProgress(*transfer->shown, received);
 }
 
+// Put away it goes on, and can be shown again.
 void Transfers::answer(uint number, const Answer &answer)
 {
     transfers[number].shown.reset();
     if (answer.choice == Answer::No)
         proxy->CancelTransfer(number);
+    else
+        Q_EMIT hiddenChanged(hidden());
 }
 
 void Transfers::end(uint number, const QString &outcome, const QString &path)
@@ -56,6 +83,8 @@ void Transfers::end(uint number, const QString &outcome, const QString &path)
     const Transfer transfer = transfers.take(number);
     if (transfer.shown)
         queue->end(*transfer.shown);
+    else
+        Q_EMIT hiddenChanged(hidden());
     if (outcome == QLatin1String("completed"))
         tellEnd(transfer.file, path);
 }

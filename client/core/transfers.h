@@ -20,7 +20,16 @@ class Transfers : public QObject
 
 public:
     /** Listens to the transfers of the daemon's adapter at \a path. */
-    Transfers(const QString &path, QuestionQueue *queue, QObject *parent);
+    Transfers(const QString &path, QuestionQueue *queue);
+
+    /** Returns how many files arrive that the user has put away. */
+    uint hidden() const;
+
+    /** Shows them again. */
+    void showHidden();
+
+Q_SIGNALS:
+    void hiddenChanged(uint hidden);
 
 private:
     struct Transfer
@@ -29,6 +38,7 @@ private:
         std::optional<int> shown; // its number in the queue
     };
 
+    void show(uint number);
     void start(uint number, const QString &sender, const QString &name, qulonglong size);
     void progress(uint number, qulonglong received);
     void end(uint number, const QString &outcome, const QString &path);

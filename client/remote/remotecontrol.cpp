@@ -3,6 +3,7 @@
 #include "remote/remotecontrol.h"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include <QAbstractItemModel>
@@ -128,7 +129,7 @@ QString description(const MSceneWindow *front)
     sortByPlace(labels, front);
     for (const MLabel *label : labels)
         if (!label->text().isEmpty())
-            parts.append(wording(label->text()));
+            parts.append(label->drawnText());
     const QList<MButton *> buttons = shown<MButton>(front);
     for (const MButton *button : buttons)
         parts.append(QStringLiteral("[%1%2]").arg(nameOf(button), stateOf(button)));
@@ -136,19 +137,21 @@ QString description(const MSceneWindow *front)
     return parts.join(QStringLiteral(" | ")).replace(QLatin1Char('\n'), QLatin1String(" / "));
 }
 
-void press(const QString &text)
+// Each command returns whether there was something to do it to.
+
+bool press(const QString &text)
 {
     const MSceneWindow *front = sceneWindowInFront();
     const QList<MButton *> buttons = front ? shown<MButton>(front) : QList<MButton *>();
-    for (MButton *button : buttons) {
-        if (nameOf(button) == text) {
-            button->click();
-            return;
-        }
-    }
+    const auto named = std::find_if(buttons.cbegin(), buttons.cend(),
+                                    [&text](const MButton *button) { return nameOf(button) == text; });
+    if (named == buttons.cend())
+        return false;
+    (*named)->click();
+    return true;
 }
 
-void selectRow(const QString &text)
+bool selectRow(const QString &text)
 {
     const MSceneWindow *front = sceneWindowInFront();
     const QList<MList *> lists = front ? shown<MList>(front) : QList<MList *>();
@@ -156,35 +159,57 @@ void selectRow(const QString &text)
         const QAbstractItemModel *model = list->itemModel();
         for (int row = 0; row < model->rowCount(); ++row) {
             const QModelIndex index = model->index(row, 0);
-            if (index.data().toStringList().contains(text))
-                list->selectItem(index);
+            if (!index.data().toStringList().contains(text))
+                continue;
+            list->selectItem(index);
+            return true;
         }
     }
+    return false;
 }
 
-void escape()
+bool escape(const QString &)
 {
-    if (MSceneWindow *front = sceneWindowInFront())
+    MSceneWindow *front = sceneWindowInFront();
+    if (front)
         front->dismiss();
+    return front;
 }
 
-void closeWindow()
+bool closeWindow(const QString &)
 {
-    if (MWindow *window = windowInFront())
-        window->close();
+    MWindow *window = windowInFront();
+    return window && window->close();
 }
 
-void turn(const QString &angle)
+bool turn(const QString &angle)
 {
-    if (const MWindow *window = windowInFront())
-        window->sceneManager()->setOrientationAngle(M::OrientationAngle(angle.toInt()));
+    static const QStringList angles = {QStringLiteral("0"), QStringLiteral("90"), QStringLiteral("180"),
+                                       QStringLiteral("270")};
+    const MWindow *window = windowInFront();
+    if (!window || !angles.contains(angle))
+        return false;
+    window->sceneManager()->setOrientationAngle(M::OrientationAngle(angle.toInt()));
+    return true;
 }
 
-void takePicture(const QString &file)
+bool takePicture(const QString &file)
 {
-    if (MWindow *window = windowInFront())
-        window->grab().save(file);
+    MWindow *window = windowInFront();
+    return window && window->grab().save(file);
 }
+
+struct Command
+{
+    QLatin1String name;
+    bool (*execute)(const QString &argument);
+};
+
+constexpr Command commands[] = {
+    {QLatin1String("press"), press},   {QLatin1String("select"), selectRow},
+    {QLatin1String("escape"), escape}, {QLatin1String("close"), closeWindow},
+    {QLatin1String("turn"), turn},     {QLatin1String("picture"), takePicture},
+};
 
 } // namespace
 
@@ -211,22 +236,14 @@ void RemoteControl::tellChange(const QString &what, const QString &now, QString 
 
 void RemoteControl::execute(const QString &line)
 {
-    const QString command = line.section(QLatin1Char(' '), 0, 0);
-    const QString rest = line.section(QLatin1Char(' '), 1);
-    if (command == QLatin1String("press"))
-        press(rest);
-    else if (command == QLatin1String("select"))
-        selectRow(rest);
-    else if (command == QLatin1String("escape"))
-        escape();
-    else if (command == QLatin1String("close"))
-        closeWindow();
-    else if (command == QLatin1String("turn"))
-        turn(rest);
-    else if (command == QLatin1String("picture"))
-        takePicture(rest);
-    else
-        terminal->print(QStringLiteral("not understood: %1").arg(line));
-    // A press that changes nothing visible is told too.
+    const QString name = line.section(QLatin1Char(' '), 0, 0);
+    const auto *command = std::find_if(std::begin(commands), std::end(commands),
+                                       [&name](const Command &known) { return known.name == name; });
+    QString outcome = QStringLiteral("not understood");
+    if (command != std::end(commands))
+        outcome = command->execute(line.section(QLatin1Char(' '), 1)) ? QStringLiteral("done")
+                                                                      : QStringLiteral("failed");
+    terminal->print(QStringLiteral("%1: %2").arg(outcome, line));
+    // What is on the screen is told once more, also when nothing has changed.
     seen.clear();
 }

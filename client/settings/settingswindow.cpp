@@ -5,13 +5,41 @@
 #include <QTimer>
 
 #include <DialogHelperWidget>
+#include <MButton>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
 #include <NfcAdapter>
 #include <NfcSettingsView>
+#include <SimpleCheckBoxLabel>
+
+#include "settings/clientstatus.h"
+#include "settings/confirmationswitch.h"
 
 using ConnUi::DialogHelperWidget;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcSettingsView;
+using ConnUi::SimpleCheckBoxLabel;
 using ConnUi::SimpleSheet;
+
+namespace {
+
+// The view shows its switches in rows and does not hand them out.
+MButton *confirmationButton(const QGraphicsWidget *view)
+{
+    const QList<QGraphicsItem *> rows = view->childItems();
+    for (QGraphicsItem *item : rows) {
+        const auto *row = qobject_cast<SimpleCheckBoxLabel *>(item->toGraphicsObject());
+        if (!row || row->text() != qtTrId("qtn_nfc_sett_confs"))
+            continue;
+        const QList<QGraphicsItem *> parts = row->childItems();
+        for (QGraphicsItem *part : parts)
+            if (auto *button = qobject_cast<MButton *>(part->toGraphicsObject()))
+                return button;
+    }
+    return nullptr;
+}
+
+} // namespace
 
 SettingsWindow::SettingsWindow()
 {
@@ -37,5 +65,12 @@ void SettingsWindow::bind()
     if (adapter)
         return;
     adapter.reset(NfcAdapter::defaultAdapter());
-    page.setCentralWidget(new DialogHelperWidget(new NfcSettingsView(adapter.get())));
+    auto *view = new NfcSettingsView(adapter.get());
+    if (MButton *confirmations = confirmationButton(view))
+        new ConfirmationSwitch(confirmations, adapter.get(), view);
+    auto *content = new MWidget;
+    auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
+    policy->addItem(view);
+    policy->addItem(new ClientStatus);
+    page.setCentralWidget(new DialogHelperWidget(content));
 }

@@ -77,12 +77,13 @@ class Stage:
             shutil.copy(announcement.with_suffix(".desktop"), applications)
 
     def _announce_dialer(self):
-        """The application with which the desktop calls numbers and sends messages."""
+        """The application with which the desktop calls numbers, sends messages and opens texts."""
         applications = pathlib.Path(os.environ["XDG_DATA_HOME"], "applications")
         applications.mkdir(exist_ok=True)
         (applications / "dialer.desktop").write_text(
             f"[Desktop Entry]\nType=Application\nName=Dialer\nExec={REPOSITORY}/testing/scenes/dialer %u\n")
-        defaults = "".join(f"x-scheme-handler/{scheme}=dialer.desktop\n" for scheme in ("tel", "callto", "sms"))
+        kinds = ("x-scheme-handler/tel", "x-scheme-handler/callto", "x-scheme-handler/sms", "text/plain")
+        defaults = "".join(f"{kind}=dialer.desktop\n" for kind in kinds)
         pathlib.Path(os.environ["XDG_CONFIG_HOME"], "mimeapps.list").write_text("[Default Applications]\n" + defaults)
         self._dialed.unlink(missing_ok=True)
 
@@ -100,6 +101,13 @@ class Stage:
             if time.monotonic() > end:
                 raise Unmet(f"{uri} was not dialed, but {self._dialed_uris()}")
             time.sleep(0.02)
+
+    @staticmethod
+    def dialer_can_be_ended():
+        """Checks that the dialer was started with no signal blocked."""
+        mask = pathlib.Path(os.environ["HOME"], "dialer-signals").read_text().split()[1]
+        if int(mask, 16):
+            raise Unmet(f"the dialer's signals {mask} are blocked")
 
     def dials_nothing(self):
         if self._dialed_uris():

@@ -3,7 +3,7 @@
 """Tags: what is asked about them, and who gets what they hold."""
 
 from scenes import (
-    answers, asks, decided, external_record, goes_back, handler_gets, handler_hears_nothing, has_been_read, is_clear,
+    HEADSET, answers, asks, decided, external_record, goes_back, handler_gets, handler_hears_nothing, has_been_read, is_clear,
     is_dialed, mime_record, scene, screen_scene, terminal_scene, text_record, uri_record, wants_to_be_asked)
 
 STORE_LINK = "tavix.com:ruvostore:link"
@@ -190,6 +190,7 @@ def called_number(stage, step):
     asks(stage, step, "the number is shown", "Contact on tag", "+15550100", "[Discard]")
     answers(stage, step, "the user calls", "Call")
     is_dialed(stage, step, "tel:+15550100")
+    step("and can be ended by signals", stage.dialer_can_be_ended)
     decided(tap, step, "granted", 0)
     is_clear(stage, step)
     handler_hears_nothing(stage, step)
@@ -331,11 +332,16 @@ def touched_twice(stage, step):
     first = stage.tap(*link)
     asks(stage, step, "the client asks", "Web link on tag")
     second = stage.tap(*link)
-    step("the second touch has arrived", lambda: stage.wire.hears_more_than(3, until=lambda: False))
+    step("the second touch is on its way", lambda: stage.wire.hears_more_than(3, until=lambda: False))
+    other = stage.tap("pair", *HEADSET)
+    step("only what comes behind it waits", lambda: stage.client.says("1 more"))
     answers(stage, step, "the user views it", "View")
     handler_gets(stage, step, uri_record(2, "example.org/"))
     decided(first, step, "granted", 0)
     decided(second, step, "granted", 0)
+    asks(stage, step, "then the client asks about the headset", "Pair with Headset?")
+    goes_back(stage, step)
+    decided(other, step, "rejected", 1)
     is_clear(stage, step)
 
     def got_it_once():

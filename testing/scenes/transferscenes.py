@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """Files that arrive."""
 
-from scenes import HEADSET, answers, asks, decided, is_clear, scene, screen_scene
+from scenes import HEADSET, answers, asks, decided, is_clear, is_dialed, scene, screen_scene
 
 FIVE_MEGABYTES = "5000000"
 
@@ -16,6 +16,39 @@ def received_file(stage, step):
     decided(tap, step, "completed", 0)
     asks(stage, step, "the client tells that it is here", "File received", "From Ada's phone", "beach.jpg")
     goes_away(stage, step)
+
+
+@scene
+def opened_file(stage, step):
+    """A file that is complete is opened by the desktop's application for it"""
+    notes = stage.file("notes.txt", b"sun and sand")
+    tap = stage.tap("receive", notes, "1000", "100000")
+    decided(tap, step, "completed", 0)
+    asks(stage, step, "the client tells that it is here", "File received", "notes.txt", "[Open]", "[Close]")
+    answers(stage, step, "the user opens it", "Open")
+    is_dialed(stage, step, notes)
+    is_clear(stage, step)
+
+
+@screen_scene
+def hidden_file(stage, step):
+    """A file that the user has put away can be found again in the settings"""
+    tap = stage.tap("receive", "film.mkv", FIVE_MEGABYTES, "100")
+    asks(stage, step, "the sheet is there", "Receiving file", "film.mkv")
+    answers(stage, step, "the user puts it away", "Done")
+    is_clear(stage, step)
+    settings = stage.settings_come()
+
+    def offers_it():
+        while "[Show files that arrive]" not in settings.lines[-1]:
+            settings.hears("press nothing")
+            settings.says("screen: ")
+    step("the settings offer to show it", offers_it)
+    step("the user wants that", lambda: settings.hears("press Show files that arrive"))
+    asks(stage, step, "the sheet is back", "Receiving file", "film.mkv")
+    answers(stage, step, "the user cancels it", "Cancel")
+    decided(tap, step, "canceled", 2)
+    is_clear(stage, step)
 
 
 @scene

@@ -2,15 +2,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <csignal>
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QImage>
 #include <QProcess>
 #include <QtTest>
 
+#include <NfcAdapter>
 #include <RadioState>
 
 #include "fakedaemon.h"
+#include "fakeservice.h"
 
+using ConnUi::NfcAdapter;
 using ConnUi::RadioState;
 using namespace Qt::Literals::StringLiterals;
 
@@ -21,7 +25,13 @@ constexpr int patience = 60000; // milliseconds
 const auto off = u"[Near Field Communication (NFC): off]"_s;
 const auto busy = u"[Near Field Communication (NFC): on, busy]"_s;
 const auto on = u"[Near Field Communication (NFC): on]"_s;
+const auto asksNever = u"[Ask before opening what is on a tag: off]"_s;
 const auto pressNfc = u"press Near Field Communication (NFC)"_s;
+
+QString lockFile()
+{
+    return qEnvironmentVariable("XDG_CONFIG_HOME") + u"/connui/settings.lock"_s;
+}
 
 // The program, under remote control.
 class Settings
@@ -57,6 +67,16 @@ public:
         return shown;
     }
 
+    bool showsNot(const QString &text)
+    {
+        const auto seen = [this, text] {
+            while (process.canReadLine())
+                screen = QString::fromUtf8(process.readLine());
+            return !screen.contains(text);
+        };
+        return QTest::qWaitFor(seen, patience);
+    }
+
     // Returns what a program that has ended by itself ended with.
     int exitCode()
     {
@@ -81,6 +101,7 @@ class TestNfcSettings : public QObject
 
 private Q_SLOTS:
     void init();
+    void cleanup();
 
     void helpIsPrinted();
     void badArgumentsAreRefused_data();
@@ -96,6 +117,11 @@ private Q_SLOTS:
     void daemonThatHangsWhileSwitchingIsWaitedFor();
     void startThatFailsIsToldAfter20Seconds();
 
+    void settingThatCannotBeStoredGoesBack();
+    void settingStoredElsewhereAppears();
+    void clientThatIsNotAskedIsTold();
+    void filesThatArriveCanBeShown();
+
     void doneEndsIt();
     void closedWindowEndsIt();
     void endOfInputEndsIt();
@@ -107,6 +133,13 @@ void TestNfcSettings::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
     RadioState(RadioState::NFC).setEnabled(false);
+    NfcAdapter().setConfirmationEnabled(false);
+}
+
+// Also after a test that has failed half way.
+void TestNfcSettings::cleanup()
+{
+    QDir().rmdir(lockFile());
 }
 
 void TestNfcSettings::helpIsPrinted()
@@ -256,6 +289,62 @@ void TestNfcSettings::startThatFailsIsToldAfter20Seconds()
     QVERIFY2(clock.elapsed() >= 20000, qPrintable(QString::number(clock.elapsed())));
     settings.say(u"press OK"_s);
     QVERIFY(settings.shows(off));
+}
+
+void TestNfcSettings::settingThatCannotBeStoredGoesBack()
+{
+    // A folder in the lock's place, as permissions do not stop root.
+    QVERIFY(QFile::remove(lockFile()));
+    QVERIFY(QDir().mkdir(lockFile()));
+    Settings settings;
+    QVERIFY(settings.shows(asksNever));
+    settings.say(u"press Ask before opening what is on a tag"_s);
+    QVERIFY(settings.shows(u"The change could not be stored | The setting stays as it was."_s));
+    settings.say(u"press OK"_s);
+    QVERIFY(settings.shows(asksNever));
+}
+
+void TestNfcSettings::settingStoredElsewhereAppears()
+{
+    Settings settings;
+    QVERIFY(settings.shows(asksNever));
+    NfcAdapter adapter;
+    adapter.setConfirmationEnabled(true);
+    QVERIFY(settings.shows(u"[Ask before opening what is on a tag: on]"_s));
+    adapter.setConfirmationEnabled(false);
+    QVERIFY(settings.shows(asksNever));
+}
+
+void TestNfcSettings::clientThatIsNotAskedIsTold()
+{
+    const auto words = u"Questions about tags cannot be shown here"_s;
+    FakeService client(QDBusConnection::SessionBus, u"org.connui.NfcUi"_s);
+    client.reply(u"GetAll"_s, {QVariantMap{{u"Registered"_s, false}, {u"HiddenTransfers"_s, 0u}}});
+    client.start();
+    Settings settings;
+    QVERIFY(settings.shows(words));
+    const auto announce = [&client](bool registered) {
+        client.emitSignal(u"/org/connui/NfcUi"_s, u"org.freedesktop.DBus.Properties"_s,
+                          u"PropertiesChanged"_s,
+                          {u"org.connui.NfcUi"_s, QVariantMap{{u"Registered"_s, registered}}, QStringList()});
+    };
+    announce(true);
+    QVERIFY(settings.showsNot(words));
+    announce(false);
+    QVERIFY(settings.shows(words));
+    client.kill();
+    QVERIFY(settings.showsNot(words));
+}
+
+void TestNfcSettings::filesThatArriveCanBeShown()
+{
+    FakeService client(QDBusConnection::SessionBus, u"org.connui.NfcUi"_s);
+    client.reply(u"GetAll"_s, {QVariantMap{{u"Registered"_s, true}, {u"HiddenTransfers"_s, 1u}}});
+    client.start();
+    Settings settings;
+    QVERIFY(settings.shows(u"[Show files that arrive]"_s));
+    settings.say(u"press Show files that arrive"_s);
+    QTRY_COMPARE(client.calls(u"ShowTransfers"_s).size(), 1);
 }
 
 void TestNfcSettings::doneEndsIt()

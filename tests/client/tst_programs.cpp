@@ -8,6 +8,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr int patience = 60000; // milliseconds
+
+} // namespace
+
 /** The programs as a shell or a service manager meets them. */
 class TestPrograms : public QObject
 {
@@ -24,6 +30,8 @@ private Q_SLOTS:
     void badArgumentsAreRefused();
     void signalsEndIt_data();
     void signalsEndIt();
+    void remoteControlAnswersEveryLine_data();
+    void remoteControlAnswersEveryLine();
     void manualHasEveryExitCode_data() { addPrograms(); }
     void manualHasEveryExitCode();
     void serviceDoesNotComeBackInVain();
@@ -115,6 +123,43 @@ void TestPrograms::signalsEndIt()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 0);
+}
+
+void TestPrograms::remoteControlAnswersEveryLine_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("answer");
+    QTest::newRow("a button") << u"press Ask before opening what is on a tag"_s << "done: "_ba;
+    QTest::newRow("no such button") << u"press nothing"_s << "failed: "_ba;
+    QTest::newRow("no such row") << u"select nothing"_s << "failed: "_ba;
+    QTest::newRow("an angle") << u"turn 90"_s << "done: "_ba;
+    QTest::newRow("no angle") << u"turn round"_s << "failed: "_ba;
+    QTest::newRow("an angle in between") << u"turn 45"_s << "failed: "_ba;
+    QTest::newRow("a picture") << u"picture /dev/null/x.png"_s << "failed: "_ba;
+    QTest::newRow("another word") << u"dance"_s << "not understood: "_ba;
+    QTest::newRow("nothing") << QString() << "not understood: "_ba;
+}
+
+void TestPrograms::remoteControlAnswersEveryLine()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, answer);
+    QProcess process;
+    process.start(QStringLiteral(NFC_SETTINGS), {u"--remote-control"_s});
+    const auto says = [&process](const QByteArray &text) {
+        QByteArray said;
+        return QTest::qWaitFor(
+            [&] {
+                said += process.readAllStandardOutput();
+                return said.contains(text);
+            },
+            patience);
+    };
+    QVERIFY(says("[Ask before opening"));
+    process.write(line.toUtf8() + '\n');
+    QVERIFY(says(answer + line.toUtf8() + '\n'));
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished());
 }
 
 void TestPrograms::manualHasEveryExitCode()

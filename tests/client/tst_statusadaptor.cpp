@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDBusInterface>
+#include <QDBusReply>
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <RadioState>
+
+#include "catalogue.h"
+#include "core/session.h"
+#include "core/statusadaptor.h"
+#include "fakedaemon.h"
+#include "fakeface.h"
+#include "fakeohm.h"
+#include "introspection.h"
+
+using ConnUi::RadioState;
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const auto path = u"/org/connui/NfcUi"_s;
+const auto interface = u"org.connui.NfcUi"_s;
+constexpr uint number = 7;
+
+} // namespace
+
+/** Another program of the session, on a connection of its own. */
+class Watcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Watcher(const QString &service)
+        : bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"watcher"_s))
+        , service(service)
+    {
+        bus.connect(service, path, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
+                    SLOT(take(QString, QVariantMap)));
+    }
+    ~Watcher() override { QDBusConnection::disconnectFromBus(u"watcher"_s); }
+
+    // Answered from this thread's event loop.
+    QDBusMessage call(const QString &of, const QString &method, const QVariantList &arguments = {})
+    {
+        QDBusMessage message = QDBusMessage::createMethodCall(service, path, of, method);
+        message.setArguments(arguments);
+        const QDBusPendingCall pending = bus.asyncCall(message);
+        if (!QTest::qWaitFor([&pending] { return pending.isFinished(); }))
+            qFatal("%s is not answered", qPrintable(method));
+        return pending.reply();
+    }
+
+    QVariantMap announced;
+
+private Q_SLOTS:
+    void take(const QString &of, const QVariantMap &changed)
+    {
+        if (of == interface)
+            announced.insert(changed);
+    }
+
+private:
+    QDBusConnection bus;
+    const QString service;
+};
+
+class TestStatusAdaptor : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+    void interfaceIsAsPublished();
+    void registrationIsAnnounced();
+    void transferThatIsPutAwayCanBeShownAgain();
+
+private:
+    std::unique_ptr<FakeOhm> ohm;
+    std::unique_ptr<FakeDaemon> daemon;
+    std::unique_ptr<FakeFace> face;
+    std::unique_ptr<Session> session;
+    std::unique_ptr<StatusAdaptor> status;
+    std::unique_ptr<Watcher> watcher;
+};
+
+void TestStatusAdaptor::initTestCase()
+{
+    static const Catalogue catalogue;
+    RadioState(RadioState::NFC).setEnabled(false);
+}
+
+void TestStatusAdaptor::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    ohm = std::make_unique<FakeOhm>();
+    ohm->start();
+    daemon = std::make_unique<FakeDaemon>();
+    daemon->start();
+    face = std::make_unique<FakeFace>();
+    session = std::make_unique<Session>(face.get());
+    status = std::make_unique<StatusAdaptor>(session.get());
+    watcher = std::make_unique<Watcher>(QDBusConnection::sessionBus().baseService());
+}
+
+void TestStatusAdaptor::cleanup()
+{
+    watcher.reset();
+    status.reset();
+    session.reset();
+}
+
+void TestStatusAdaptor::interfaceIsAsPublished()
+{
+    const QDBusMessage reply = watcher->call(u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s);
+    QFile file(QStringLiteral(INTERFACES "/org.connui.NfcUi.xml"));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QStringList published = Introspection::members(file.readAll(), interface);
+    QVERIFY(!published.isEmpty());
+    QCOMPARE(Introspection::members(reply.arguments().value(0).toString().toUtf8(), interface), published);
+}
+
+void TestStatusAdaptor::registrationIsAnnounced()
+{
+    QTRY_COMPARE(watcher->announced.value(u"Registered"_s), QVariant(true));
+    const auto read = [this] {
+        const QVariant value =
+            watcher->call(u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, u"Registered"_s})
+                .arguments()
+                .value(0);
+        return qdbus_cast<QDBusVariant>(value).variant();
+    };
+    QCOMPARE(read(), QVariant(true));
+    daemon->kill();
+    QTRY_COMPARE(watcher->announced.value(u"Registered"_s), QVariant(false));
+    QCOMPARE(read(), QVariant(false));
+}
+
+void TestStatusAdaptor::transferThatIsPutAwayCanBeShownAgain()
+{
+    QTRY_VERIFY(session->isRegistered());
+    const auto announce = [this](const QString &member, const QVariantList &arguments) {
+        daemon->emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Transfers"_s, member, arguments);
+    };
+    announce(u"TransferStarted"_s, {number, u"Ada"_s, u"film.mkv"_s, quint64(100)});
+    QTRY_VERIFY(face->shown);
+    QCOMPARE(face->shown->kind, Question::Receiving);
+    face->answer(Answer::Yes);
+    QVERIFY(!face->shown);
+    QTRY_COMPARE(watcher->announced.value(u"HiddenTransfers"_s), QVariant(1u));
+    announce(u"TransferProgressed"_s, {number, quint64(50), quint64(100)});
+
+    watcher->call(interface, u"ShowTransfers"_s);
+    QVERIFY(face->shown);
+    QTRY_COMPARE(watcher->announced.value(u"HiddenTransfers"_s), QVariant(0u));
+    QTRY_COMPARE(face->shown->file.received + face->received, 50);
+    face->answer(Answer::No);
+    QTRY_COMPARE(daemon->calls(u"CancelTransfer"_s).size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestStatusAdaptor)
+#include "tst_statusadaptor.moc"
