@@ -30,6 +30,8 @@ private Q_SLOTS:
     void badArgumentsAreRefused();
     void signalsEndIt_data();
     void signalsEndIt();
+    void startsNothingWithBlockedSignals_data() { addPrograms(); }
+    void startsNothingWithBlockedSignals();
     void remoteControlAnswersEveryLine_data();
     void remoteControlAnswersEveryLine();
     void manualHasEveryExitCode_data() { addPrograms(); }
@@ -123,6 +125,21 @@ void TestPrograms::signalsEndIt()
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 0);
+}
+
+// What it starts would have the mask that it has itself, and could not be ended.
+void TestPrograms::startsNothingWithBlockedSignals()
+{
+    QFETCH(QString, program);
+    QProcess process;
+    process.start(program, {u"--remote-control"_s});
+    process.write("nonsense\n");
+    QVERIFY(process.waitForReadyRead());
+    QFile status(u"/proc/%1/status"_s.arg(process.processId()));
+    QVERIFY(status.open(QIODevice::ReadOnly));
+    QVERIFY(status.readAll().contains("\nSigBlk:\t0000000000000000\n"));
+    process.closeWriteChannel();
+    QVERIFY(process.waitForFinished());
 }
 
 void TestPrograms::remoteControlAnswersEveryLine_data()
