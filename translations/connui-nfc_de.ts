@@ -193,7 +193,7 @@
     <message id="qtn_nfc_sett_unregistered">
         <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
-        <translation>Fragen zu Tags können hier nicht angezeigt werden: Der NFC-Dienst nimmt diese Sitzung nicht an.</translation>
+        <translation>Fragen zu NFC-Tags können hier nicht angezeigt werden: Der NFC-Dienst nimmt diese Sitzung nicht an.</translation>
     </message>
     <message id="qtn_nfc_share_contact">
         <source>The device you touched gets the contact %1 %2.</source>
