@@ -14,7 +14,7 @@
 
 namespace {
 
-constexpr int patience = 8000; // ms
+constexpr int patience = 30000; // ms
 
 QStringList toStrings(const QJsonValue &array)
 {
