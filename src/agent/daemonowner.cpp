@@ -4,13 +4,10 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCall>
-#include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
 #include "bus/busdaemon.h"
 #include "bus/nfcservice.h"
-#include "bus/whenanswered.h"
 
 namespace ConnUi {
 
@@ -20,23 +17,20 @@ DaemonOwner::DaemonOwner()
     auto *watcher =
         new QDBusServiceWatcher(NfcService::name(), bus, QDBusServiceWatcher::WatchForOwnerChange, this);
     connect(watcher, &QDBusServiceWatcher::serviceOwnerChanged, this, &DaemonOwner::ownerChanged);
-
-    whenAnswered(BusDaemon::owner(bus, NfcService::name()), this, [this](const QDBusPendingCall &answer) {
-        const QDBusPendingReply<QString> reply = answer;
-        if (reply.isValid() && !hasChanged)
-            owner = reply.value();
-    });
+    firstOwner = BusDaemon::owner(bus, NfcService::name());
 }
 
 bool DaemonOwner::isSenderOf(const QDBusMessage &message) const
 {
+    // The reply itself is looked at: the event that announces it may come behind the owner's first call.
+    const bool isFirstKnown = firstOwner.isFinished() && firstOwner.isValid();
+    const QString owner = laterOwner.value_or(isFirstKnown ? firstOwner.value() : QString());
     return !owner.isEmpty() && message.service() == owner;
 }
 
 void DaemonOwner::ownerChanged(const QString &, const QString &, const QString &newOwner)
 {
-    owner = newOwner;
-    hasChanged = true;
+    laterOwner = newOwner;
 }
 
 } // namespace ConnUi

@@ -3,6 +3,9 @@
 #ifndef CONNUI_DAEMONOWNER_H
 #define CONNUI_DAEMONOWNER_H
 
+#include <optional>
+
+#include <QDBusPendingReply>
 #include <QObject>
 #include <QString>
 
@@ -16,18 +19,19 @@ class DaemonOwner : public QObject
     Q_OBJECT
 
 public:
-    /** Asks for the owner. The answer arrives before any call that the owner makes later. */
+    /** Asks for the owner. The answer is known before any call that the owner makes later. */
     DaemonOwner();
 
-    /** Returns whether \a message comes from the owner; of nobody's while the owner is unknown. */
+    /** Returns whether \a message comes from the owner; false while nobody is known to be it. */
     bool isSenderOf(const QDBusMessage &message) const;
 
 private Q_SLOTS:
     void ownerChanged(const QString &service, const QString &oldOwner, const QString &newOwner);
 
 private:
-    QString owner;
-    bool hasChanged = false;
+    QDBusPendingReply<QString> firstOwner;
+    // What counts once there has been a change.
+    std::optional<QString> laterOwner;
 };
 
 } // namespace ConnUi
