@@ -6,11 +6,18 @@
 #include <QDBusMessage>
 #include <QVariant>
 
+#include "daemon/buspeer.h"
+
 Handover::Handover(const QString &carrier, const Requestor &requestor, QObject *parent)
     : QObject(parent)
     , carrierName(carrier)
     , requestor(requestor)
-{}
+{
+    if (requestor.service.isEmpty())
+        return;
+    const auto *process = new BusPeer(requestor.service, this);
+    connect(process, &BusPeer::left, this, [this] { fail(QStringLiteral("The requestor has left")); });
+}
 
 QString Handover::carrier() const
 {

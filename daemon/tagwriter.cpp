@@ -33,6 +33,7 @@ Failure failureOf(TagStatus status)
     case TagStatus::NotFormatted:
         return {"NotFormatted", "The tag's memory has not been laid out for messages"};
     case TagStatus::Gone:
+    case TagStatus::Torn:
         return {"Removed", "The tag was removed before the message was complete"};
     case TagStatus::Unsupported:
     case TagStatus::Malformed:
@@ -60,6 +61,13 @@ std::optional<QByteArray> TagWriter::take()
         return std::nullopt;
     job->isTaken = true;
     return job->data;
+}
+
+void TagWriter::putBack()
+{
+    job->isTaken = false;
+    if (job->isGivenUp)
+        giveUp();
 }
 
 void TagWriter::finish(TagStatus status)
@@ -116,7 +124,10 @@ TagWriter::Job TagWriter::endJob()
 
 void TagWriter::giveUp()
 {
-    if (!job || job->isTaken)
+    if (!job)
+        return;
+    job->isGivenUp = true;
+    if (job->isTaken)
         return;
     reject(endJob().call, "Canceled", QStringLiteral("The message was given up"));
 }

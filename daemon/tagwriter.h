@@ -30,9 +30,12 @@ public:
     /**
      * Hands over the message that waits, for the tag that is here; nothing when none waits.
      *
-     * It can be given up no more, and finish() is to follow.
+     * It can be given up no more, and finish() or putBack() is to follow.
      */
     std::optional<QByteArray> take();
+
+    /** Lets the message that was taken wait for another tag: nothing has been written onto this one. */
+    void putBack();
 
     /** Answers the caller whose message was taken: it was written and read back equal, or \a status says why
      * not. */
@@ -49,6 +52,7 @@ private:
         const QByteArray data;
         BusPeer *const caller;
         bool isTaken = false;
+        bool isGivenUp = false;
     };
 
     void begin(const QByteArray &data, const QDBusMessage &call);

@@ -26,7 +26,7 @@ public:
     /**
      * Puts \a message in the place of what the tag holds.
      *
-     * The message's length is cleared first and written last, so a tag that leaves in between is empty.
+     * The message's length is cleared first and written last, so a tag that is Torn away in between is empty.
      */
     virtual TagStatus write(const QByteArray &message) = 0;
 };

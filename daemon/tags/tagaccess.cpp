@@ -61,8 +61,8 @@ TagReading readTag(Exchange &exchange, CardKind kind, const LimitedExchange::Clo
     return reading;
 }
 
-TagStatus writeTag(Exchange &exchange, CardKind kind, const QByteArray &message,
-                   const LimitedExchange::Clock &clock)
+TagReading writeTag(Exchange &exchange, CardKind kind, const QByteArray &message,
+                    const LimitedExchange::Clock &clock)
 {
     if (kind == CardKind::Untold) {
         LimitedExchange limited(exchange, clock);
@@ -71,13 +71,16 @@ TagStatus writeTag(Exchange &exchange, CardKind kind, const QByteArray &message,
     LimitedExchange limited(exchange, clock);
     const std::unique_ptr<Tag> tag = tagOf(kind, limited);
     if (!tag)
-        return TagStatus::Unsupported;
-    const TagStatus written = tag->write(message);
+        return {kind, {}, {TagStatus::Unsupported, {}}};
+    TagStatus written = tag->write(message);
+    if (written != TagStatus::Done && limited.isExhausted())
+        written = TagStatus::Refused;
     if (written != TagStatus::Done)
-        return limited.isExhausted() ? TagStatus::Refused : written;
-    const TagReading reading = readTag(exchange, kind, clock);
-    const TagStatus status = reading.contents.status;
-    if (status == TagStatus::Gone)
-        return status;
-    return status == TagStatus::Done && reading.contents.message == message ? status : TagStatus::Refused;
+        return {kind, {}, {written, {}}};
+    TagReading reading = readTag(exchange, kind, clock);
+    if (reading.contents.status == TagStatus::Gone)
+        reading.contents.status = TagStatus::Torn;
+    else if (reading.contents.message != message)
+        reading.contents = {TagStatus::Refused, {}};
+    return reading;
 }

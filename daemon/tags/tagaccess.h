@@ -26,10 +26,10 @@ TagReading readTag(Exchange &exchange, CardKind kind, const LimitedExchange::Clo
 /**
  * Writes \a message to the card of \a kind and reads it back; both within the limits of LimitedExchange.
  *
- * The tag has Refused the message when something else is read. A card that is Foreign or Unsupported gets no
- * command.
+ * Returns what is on the tag then, or why the message is not: the tag has Refused it when something else is
+ * read. A card that is Foreign or Unsupported gets no command.
  */
-TagStatus writeTag(Exchange &exchange, CardKind kind, const QByteArray &message,
-                   const LimitedExchange::Clock &clock);
+TagReading writeTag(Exchange &exchange, CardKind kind, const QByteArray &message,
+                    const LimitedExchange::Clock &clock);
 
 #endif

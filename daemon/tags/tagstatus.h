@@ -13,7 +13,8 @@ enum class TagStatus {
     ReadOnly,     ///< The tag takes no message.
     TooSmall,     ///< The message is longer than the tag's room for it.
     Refused,      ///< The tag is there, and has refused a command or kept something else than was written.
-    Gone,         ///< The tag left before the end.
+    Gone,         ///< The tag left before the end, and before anything was written.
+    Torn,         ///< The tag left in mid-write: it holds what it held, nothing, or the message.
 };
 
 #endif

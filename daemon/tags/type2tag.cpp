@@ -245,15 +245,15 @@ bool Type2Tag::writePage(int page, const Bytes &changes)
             return false;
         bytes += char(*byte);
     }
-    if (!memory.writePage(page, bytes))
-        return false;
-    isUntouched = false;
-    return true;
+    hasTried = true;
+    const bool isTaken = memory.writePage(page, bytes);
+    isUntouched = isUntouched && !isTaken;
+    return isTaken;
 }
 
 TagStatus Type2Tag::writeFault() const
 {
     if (memory.fault() == TagStatus::Gone)
-        return TagStatus::Gone;
+        return hasTried ? TagStatus::Torn : TagStatus::Gone;
     return isUntouched ? TagStatus::ReadOnly : TagStatus::Refused;
 }

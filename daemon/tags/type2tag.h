@@ -52,7 +52,8 @@ private:
     DataArea area{0, 0};
     int access = 0;
     std::optional<Block> message;
-    int freePlace = 0; // where a block could be added
+    int freePlace = 0;     // where a block could be added
+    bool hasTried = false; // to write
     bool isUntouched = true;
     TagStatus fault = TagStatus::Done;
 };

@@ -103,7 +103,7 @@ TagStatus Type4Tag::malformed() const
 TagStatus Type4Tag::writeFault(bool isUntouched) const
 {
     if (card.fault() == TagStatus::Gone)
-        return TagStatus::Gone;
+        return TagStatus::Torn;
     return isUntouched ? TagStatus::ReadOnly : TagStatus::Refused;
 }
 

@@ -22,6 +22,7 @@
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
+#include <utility>
 #include <vector>
 
 // pcscd finds its functions by their names.
@@ -42,6 +43,7 @@ struct Reader
     int listener = -1;
     int stopped = -1; // an event that ends the waiting for news
     int tag = -1;
+    int leftTag = -1;          // which is closed by the thread that waits for its news
     bool isAbsenceTold = true; // to the thread that waits for news
     Frame answerToReset;
 };
@@ -108,8 +110,7 @@ void takeTag(Reader &reader)
 
 void dropTag(Reader &reader)
 {
-    close(reader.tag);
-    reader.tag = -1;
+    reader.leftTag = std::exchange(reader.tag, -1);
     reader.isAbsenceTold = false;
 }
 
@@ -118,10 +119,15 @@ RESPONSECODE waitForNews(DWORD lun, int milliseconds)
 {
     Reader &reader = readerOf(lun);
     reader.isAbsenceTold = true;
+    if (reader.leftTag >= 0)
+        close(std::exchange(reader.leftTag, -1));
+    const int tag = reader.tag;
     std::array<pollfd, 2> descriptors = {{{reader.stopped, POLLIN, 0}, {reader.listener, POLLIN, 0}}};
-    if (reader.tag >= 0)
-        descriptors[1] = {reader.tag, POLLRDHUP, 0};
+    if (tag >= 0)
+        descriptors[1] = {tag, POLLRDHUP, 0};
     poll(descriptors.data(), descriptors.size(), milliseconds);
+    eventfd_t stops = 0;
+    eventfd_read(reader.stopped, &stops);
     return IFD_SUCCESS;
 }
 
@@ -155,7 +161,7 @@ RESPONSECODE IFDHCreateChannelByName(DWORD lun, LPSTR deviceName)
     Reader &reader = readerOf(lun);
     unlink(address.sun_path);
     reader.listener = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
-    reader.stopped = eventfd(0, EFD_CLOEXEC);
+    reader.stopped = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
     if (bind(reader.listener, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0 ||
         listen(reader.listener, SOMAXCONN) != 0)
         return IFD_COMMUNICATION_ERROR;
@@ -172,6 +178,8 @@ RESPONSECODE IFDHCloseChannel(DWORD lun)
     Reader &reader = readerOf(lun);
     if (reader.tag >= 0)
         dropTag(reader);
+    if (reader.leftTag >= 0)
+        close(reader.leftTag);
     close(reader.listener);
     close(reader.stopped);
     const std::lock_guard lock(readersMutex);

@@ -3,6 +3,7 @@
 #ifndef CONNUI_TESTS_TAGEXCHANGE_H
 #define CONNUI_TESTS_TAGEXCHANGE_H
 
+#include <algorithm>
 #include <functional>
 #include <utility>
 
@@ -28,6 +29,13 @@ public:
             return std::nullopt;
         const QByteArray answer = tag.answer(command);
         return lie ? lie(number, command, answer) : answer;
+    }
+
+    /** The first command that was to write something. */
+    int firstWrite() const
+    {
+        const auto writes = [](const QByteArray &command) { return command.at(1) == '\xd6'; };
+        return int(std::find_if(commands.cbegin(), commands.cend(), writes) - commands.cbegin());
     }
 
     QByteArrayList commands;

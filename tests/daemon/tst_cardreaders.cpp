@@ -12,10 +12,10 @@
 #include "daemon/pcsc/cardreaders.h"
 #include "daemon/tags/cardcommand.h"
 #include "daemon/tags/exchange.h"
-#include "emptyreaders.h"
 #include "heldtag.h"
 #include "otherprogram.h"
 #include "pcscdprocess.h"
+#include "readers.h"
 #include "virtualtype2.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -92,7 +92,7 @@ private:
 void TestCardReaders::init()
 {
     QTest::failOnWarning(QRegularExpression(u".*"_s));
-    waitForEmptyReaders();
+    Readers::waitUntilEmpty();
     readers = std::make_unique<CardReaders>();
 }
 

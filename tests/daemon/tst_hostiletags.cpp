@@ -369,7 +369,7 @@ void TestHostileTags::tagIsWrittenOrLeft()
     exchange.lie = hostile.lie;
     const auto clock = [&] { return qint64(exchange.commands.size()) * hostile.milliseconds; };
     const CardKind kind = cardKind(tag->atr(), {});
-    const bool isWritten = writeTag(exchange, kind, text, clock) == TagStatus::Done;
+    const bool isWritten = writeTag(exchange, kind, text, clock).contents.status == TagStatus::Done;
     QVERIFY(exchange.commands.size() <= 600);
 
     TagExchange honest(*tag);

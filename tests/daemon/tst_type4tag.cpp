@@ -203,7 +203,8 @@ void TestType4Tag::tagThatLeavesWhileWrittenIsOldEmptyOrNew()
         tag = untouched;
         TagExchange exchange(tag);
         exchange.leavesAt = i;
-        QCOMPARE(Type4Tag(exchange).write(message), TagStatus::Gone);
+        QCOMPARE(Type4Tag(exchange).write(message),
+                 i < whole.firstWrite() ? TagStatus::Gone : TagStatus::Torn);
         const TagContents left = read(tag);
         QVERIFY2(left.status == TagStatus::Empty || left.message == QByteArray(1000, 'a'),
                  qPrintable(QString::number(i)));

@@ -93,7 +93,7 @@ inline void meetTag(CardKind kind, VirtualTag &tag, int leavesAt, const QByteArr
 {
     const TagContents before = contentsOf(tag, kind);
     LeavingTag leaving(tag, leavesAt);
-    const TagStatus status = writeTag(leaving, kind, message, noTime);
+    const TagStatus status = writeTag(leaving, kind, message, noTime).contents.status;
     const TagContents after = contentsOf(tag, kind);
     require(status != TagStatus::Done || after.message == message);
     require(after.message.isEmpty() || after.message == before.message || after.message == message);

@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <array>
+#include <cstdio>
+#include <pwd.h>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFile>
+#include <QStandardPaths>
+
+#include "daemon/adapter.h"
+#include "daemon/daemonservice.h"
+#include "daemon/handlerfolder.h"
+#include "daemon/pcsc/cardreaders.h"
+#include "daemon/tagwriter.h"
+#include "daemon/touch/touches.h"
+#include "daemon/uiagent.h"
+
+namespace {
+
+enum ExitCode { Failed = 1, BadArguments = 64 };
+
+int fail(ExitCode code, const QString &reason)
+{
+    std::fprintf(stderr, "nfcd-pcsc: %s\n", qUtf8Printable(reason));
+    return code;
+}
+
+QString announcementFolder(const QString &dataFolder)
+{
+    return dataFolder + QStringLiteral("/connui-nfc/handlers");
+}
+
+// Those that are missing too: the first application to announce itself may make its folder later.
+QStringList systemsFolders()
+{
+    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
+    for (QString &folder : folders)
+        folder = announcementFolder(folder);
+    return folders;
+}
+
+// Without a question to the user's own environment: the daemon has another.
+QStringList foldersOf(uint user)
+{
+    std::array<char, 4096> buffer = {};
+    passwd entry = {};
+    passwd *found = nullptr;
+    if (getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) != 0 || !found)
+        return {};
+    return {announcementFolder(QFile::decodeName(entry.pw_dir) + QStringLiteral("/.local/share"))};
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+    // What the daemon says in its log names the program.
+    qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
+
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral(
+        "The NFC daemon com.tavix.nfc for the contactless readers of this computer: owns its name on "
+        "the system bus, and reads and writes tags through pcscd."));
+    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
+                                  QStringLiteral("Print this."));
+    const QCommandLineOption version = parser.addVersionOption();
+    const QCommandLineOption handlers(
+        QStringLiteral("handlers"),
+        QStringLiteral(
+            "Read the announcement files of handler applications from <folder> (may be repeated) instead "
+            "of connui-nfc/handlers in the data folders of the system and of the agent's user."),
+        QStringLiteral("folder"));
+    parser.addOptions({help, handlers});
+    const bool understood = parser.parse(QCoreApplication::arguments());
+    if (parser.isSet(help))
+        parser.showHelp();
+    if (parser.isSet(version))
+        parser.showVersion();
+    if (!understood)
+        return fail(BadArguments, parser.errorText());
+    if (!parser.positionalArguments().isEmpty())
+        return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-pcsc --help"));
+
+    DaemonService service;
+    Adapter adapter;
+    auto *writer = new TagWriter(&adapter);
+    CardReaders readers;
+    const QStringList given = parser.values(handlers);
+    const Touches touches(&adapter, writer, &readers, [&](const QString &kind) {
+        const QStringList folders =
+            given.isEmpty() ? foldersOf(adapter.agent()->user()) + systemsFolders() : given;
+        return HandlerFolder(folders).handlersFor(kind);
+    });
+    QString reason;
+    if (!service.start(&adapter, reason))
+        return fail(Failed, reason);
+    qInfo("ready");
+    return application.exec();
+}

@@ -1,0 +1,618 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
+#include <QDBusArgument>
+#include <QDBusObjectPath>
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QSignalSpy>
+#include <QTest>
+
+#include "agentprocess.h"
+#include "daemon/handler.h"
+#include "foreigncard.h"
+#include "heldtag.h"
+#include "introspection.h"
+#include "pcscdaemon.h"
+#include "readers.h"
+#include "virtualtype2.h"
+#include "virtualtype4.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+const QString delivery = u"RequestNDEFDataDelivery"_s;
+const QString touch = u"NotifyTouch"_s;
+const QByteArray webLink = QByteArray::fromHex("d1010455036f7267");
+const QByteArray text = QByteArray::fromHex("d10105540265654869");
+
+// The daemon has let go of the tag before: no hand is as quick as a program, nor does pcscd expect one to be.
+VirtualTag &unhurried(VirtualTag &tag)
+{
+    constexpr int watching = 1;
+    if (!QTest::qWaitFor([] { return Readers::connectionsToPcscd() <= watching; }, 20000))
+        qFatal("the daemon does not let go of a tag");
+    return tag;
+}
+
+} // namespace
+
+class TestNfcdPcsc : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void interfacesAreAsPublished_data();
+    void interfacesAreAsPublished();
+    void secondDaemonLeaves();
+    void badArgumentsAreRefused_data();
+    void badArgumentsAreRefused();
+    void helpIsPrinted();
+    void readersAreShown();
+
+    void messageIsDelivered_data();
+    void messageIsDelivered();
+    void handlersAreOffered();
+    void emptyTagIsDeliveredWithoutBytes();
+    void faultyTagIsAnnounced_data();
+    void faultyTagIsAnnounced();
+    void foreignCardGetsNoCommand_data();
+    void foreignCardGetsNoCommand();
+    void tagGetsNoCommandWhenNobodyCanBeAsked();
+
+    void flappingTagIsAskedAboutOnce();
+    void tagWithARandomUidIsKnownByItsMessage();
+    void undecidedTouchGoesOn();
+    void tagThatComesLaterIsAskedAboutAgain();
+    void otherMessageIsAskedAboutAtOnce();
+    void touchThatNobodyDecidedIsAskedAboutAgain();
+    void questionsAreLimited();
+
+    void switchedOffDaemonHoldsNoReader();
+    void switchingOffEndsTheReading();
+
+    void writtenMessageIsReadBack_data();
+    void writtenMessageIsReadBack();
+    void tagThatCannotBeWrittenIsTold_data();
+    void tagThatCannotBeWrittenIsTold();
+    void tornTagIsEmptyAndTold();
+    void messageWaitsWhenTheTagLeavesUntouched();
+    void foreignCardDoesNotEndTheWriting();
+    void hangingTagEndsTheWriting();
+
+private:
+    void startWithAgent();
+    int calls(const QString &member) { return int(agent->calls(member).size()); }
+    FakeReply answerOf(int call);
+    int write(const QByteArray &message);
+
+    PcscDaemon daemon;
+    std::unique_ptr<AgentProcess> agent;
+};
+
+void TestNfcdPcsc::initTestCase()
+{
+    qRegisterMetaType<QDBusObjectPath>();
+    qRegisterMetaType<QDBusVariant>();
+}
+
+void TestNfcdPcsc::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    Readers::waitUntilEmpty();
+}
+
+void TestNfcdPcsc::cleanup()
+{
+    agent.reset();
+    daemon.kill();
+}
+
+void TestNfcdPcsc::startWithAgent()
+{
+    daemon.startWithReaders();
+    agent = std::make_unique<AgentProcess>();
+    agent->hold(delivery);
+    QCOMPARE(agent->registerAgent().error, QString());
+}
+
+FakeReply TestNfcdPcsc::answerOf(int call)
+{
+    FakeReply answer;
+    const auto hasAnswer = [this, call, &answer] {
+        for (const FakeReply &candidate : agent->replies())
+            if (candidate.id == call)
+                answer = candidate;
+        return answer.id == call;
+    };
+    if (!QTest::qWaitFor(hasAnswer, 20000))
+        answer.error = u"no answer"_s;
+    return answer;
+}
+
+// Returns the number of the call when the daemon has accepted it.
+int TestNfcdPcsc::write(const QByteArray &message)
+{
+    const int call = agent->call(u"com.tavix.nfc"_s, u"/com/tavix/nfc/adapter0"_s,
+                                 u"com.tavix.nfc.TagWriter"_s, u"WriteNdef"_s, {message});
+    // The calls of one caller are carried out in their order.
+    agent->registerAgent();
+    return call;
+}
+
+void TestNfcdPcsc::interfacesAreAsPublished_data()
+{
+    QTest::addColumn<QString>("path");
+    QTest::newRow("com.tavix.nfc.Manager") << u"/"_s;
+    QTest::newRow("com.tavix.nfc.Adapter") << u"/com/tavix/nfc/adapter0"_s;
+    QTest::newRow("com.tavix.nfc.TagWriter") << u"/com/tavix/nfc/adapter0"_s;
+}
+
+void TestNfcdPcsc::interfacesAreAsPublished()
+{
+    QFETCH(QString, path);
+    const QString interface = QString::fromLatin1(QTest::currentDataTag());
+    daemon.start();
+    const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
+        u"com.tavix.nfc"_s, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s));
+    QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
+    QVERIFY(file.open(QFile::ReadOnly));
+    const QStringList published = Introspection::members(file.readAll(), interface);
+    QVERIFY(!published.isEmpty());
+    QCOMPARE(Introspection::members(reply.arguments().constFirst().toString().toUtf8(), interface),
+             published);
+}
+
+void TestNfcdPcsc::secondDaemonLeaves()
+{
+    daemon.start();
+    QProcess second;
+    second.start(QStringLiteral(NFCD_PCSC), QStringList());
+    QVERIFY(second.waitForFinished());
+    QCOMPARE(second.exitCode(), 1);
+    QVERIFY(second.readAllStandardError().contains("nfcd-pcsc: com.tavix.nfc belongs to another process\n"));
+}
+
+void TestNfcdPcsc::badArgumentsAreRefused_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::newRow("unknown option") << QStringList{u"--reader"_s};
+    QTest::newRow("argument") << QStringList{u"reader"_s};
+}
+
+void TestNfcdPcsc::badArgumentsAreRefused()
+{
+    QFETCH(QStringList, arguments);
+    QProcess program;
+    program.start(QStringLiteral(NFCD_PCSC), arguments);
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitCode(), 64);
+}
+
+void TestNfcdPcsc::helpIsPrinted()
+{
+    QProcess program;
+    program.start(QStringLiteral(NFCD_PCSC), {u"--help"_s});
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitCode(), 0);
+    QVERIFY(program.readAllStandardOutput().contains("--handlers"));
+}
+
+void TestNfcdPcsc::readersAreShown()
+{
+    daemon.startWithReaders();
+    QCOMPARE(daemon.readers(), (QStringList{u"Virtual reader 0 00 00"_s, u"Virtual reader 1 01 00"_s}));
+    QCOMPARE(daemon.backend(), u"ready"_s);
+}
+
+void TestNfcdPcsc::messageIsDelivered_data()
+{
+    QTest::addColumn<bool>("isType4");
+    QTest::addColumn<int>("reader");
+    QTest::newRow("type 2") << false << 0;
+    QTest::newRow("type 4") << true << 0;
+    QTest::newRow("on the second reader") << false << 1;
+}
+
+void TestNfcdPcsc::messageIsDelivered()
+{
+    QFETCH(bool, isType4);
+    QFETCH(int, reader);
+    startWithAgent();
+    VirtualType2 type2 = VirtualType2::sticker(webLink);
+    VirtualType4 type4 = VirtualType4::holding(webLink);
+    const HeldTag held(isType4 ? static_cast<VirtualTag &>(type4) : type2, reader);
+    QTRY_COMPARE(calls(delivery), 1);
+    const QVariantList told = agent->calls(touch).constFirst().arguments;
+    const QVariantList asked = agent->calls(delivery).constFirst().arguments;
+    QCOMPARE(told.at(1).toString(), u"ok"_s);
+    QCOMPARE(told.at(0), asked.at(1));
+    QCOMPARE(asked.at(2).toByteArray(), webLink);
+    QCOMPARE(agent->members().filter(QRegularExpression(u"^(Request|Notify)"_s)),
+             (QStringList{touch, delivery}));
+}
+
+void TestNfcdPcsc::handlersAreOffered()
+{
+    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + u"/connui-nfc/handlers"_s);
+    QVERIFY(folder.mkpath(u"."_s));
+    const auto clean = qScopeGuard([&folder] { folder.removeRecursively(); });
+    QFile file(folder.filePath(u"links.handler"_s));
+    QVERIFY(file.open(QFile::WriteOnly));
+    file.write("[Handler]\nApplicationId=links\nService=org.connui.Links\nPath=/links\nTakes=uri:*\n");
+    file.close();
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+    const auto offered =
+        qdbus_cast<QList<Handler>>(agent->calls(delivery).constFirst().arguments.constFirst());
+    QCOMPARE(offered.size(), 1);
+    QCOMPARE(offered.constFirst().applicationId, u"links"_s);
+}
+
+void TestNfcdPcsc::emptyTagIsDeliveredWithoutBytes()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::formatted(QByteArray::fromHex("0300fe"));
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), QByteArray());
+    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), u"ok"_s);
+}
+
+void TestNfcdPcsc::faultyTagIsAnnounced_data()
+{
+    QTest::addColumn<QByteArray>("memory");
+    QTest::addColumn<QByteArray>("atr");
+    QTest::addColumn<QString>("status");
+    const QByteArray header = QByteArray::fromHex("04a1b29fc3d4e5f602480000");
+    QTest::newRow("no message in it")
+        << header + QByteArray::fromHex("e1100600030141fe") + QByteArray(44, '\0') << QByteArray()
+        << u"malformed-content"_s;
+    QTest::newRow("not formatted") << header + QByteArray(52, '\0') << QByteArray()
+                                   << u"unsupported-tag-type"_s;
+    QTest::newRow("Classic") << QByteArray()
+                             << QByteArray::fromHex("3b8f8001804f0ca000000306030001000000006a")
+                             << u"unsupported-tag-type"_s;
+}
+
+void TestNfcdPcsc::faultyTagIsAnnounced()
+{
+    QFETCH(QByteArray, memory);
+    QFETCH(QByteArray, atr);
+    QFETCH(QString, status);
+    startWithAgent();
+    VirtualType2 tag(memory);
+    ForeignCard card(atr);
+    HeldTag held(atr.isEmpty() ? static_cast<VirtualTag &>(tag) : card);
+    QTRY_COMPARE(calls(touch), 1);
+    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), status);
+    QCOMPARE(calls(delivery), 0);
+    if (!atr.isEmpty())
+        QCOMPARE(held.commands(), 0);
+}
+
+void TestNfcdPcsc::foreignCardGetsNoCommand_data()
+{
+    QTest::addColumn<QByteArray>("atr");
+    QTest::newRow("contact card") << QByteArray::fromHex("3b6500002063cb6800");
+    QTest::newRow("security key") << QByteArray::fromHex("3b8d800180730021c057597562694b657940");
+    QTest::newRow("bank card") << QByteArray::fromHex("3b8e800180318066b08412016e01830090002e");
+    QTest::newRow("passport") << QByteArray::fromHex("3b88800100000000338181003a");
+}
+
+void TestNfcdPcsc::foreignCardGetsNoCommand()
+{
+    QFETCH(QByteArray, atr);
+    startWithAgent();
+    ForeignCard card(atr);
+    HeldTag held(unhurried(card), 0);
+    QTRY_VERIFY(daemon.log().contains(u"is left alone: "_s + QString::fromLatin1(atr.toHex())));
+    // Time for a command: a tag that comes later has had its question.
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const HeldTag later(unhurried(tag), 1);
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(held.commands(), 0);
+    QCOMPARE(calls(touch), 1);
+}
+
+void TestNfcdPcsc::tagGetsNoCommandWhenNobodyCanBeAsked()
+{
+    daemon.startWithReaders();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    HeldTag held(unhurried(tag), 0);
+    QTRY_VERIFY(daemon.log().contains(u"nobody can be asked about the tag on Virtual reader 0 00 00"_s));
+    agent = std::make_unique<AgentProcess>();
+    agent->hold(delivery);
+    QCOMPARE(agent->registerAgent().error, QString());
+    VirtualType2 other = VirtualType2::sticker(text);
+    const HeldTag later(unhurried(other), 1);
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(held.commands(), 0);
+}
+
+void TestNfcdPcsc::flappingTagIsAskedAboutOnce()
+{
+    startWithAgent();
+    agent->release(delivery);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    for (int i = 0; i < 20; ++i) {
+        HeldTag held(unhurried(tag), {i % 4 == 3 ? 2 : -1, -1, {}});
+        QTRY_VERIFY(held.commands() >= 3);
+    }
+    VirtualType2 other = VirtualType2::sticker(text);
+    other.setUid(QByteArray::fromHex("04010203040506"));
+    const HeldTag last(unhurried(other));
+    QTRY_COMPARE(calls(delivery), 2);
+    QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
+    QCOMPARE(calls(touch), 2);
+}
+
+void TestNfcdPcsc::tagWithARandomUidIsKnownByItsMessage()
+{
+    startWithAgent();
+    agent->release(delivery);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    for (int i = 0; i < 5; ++i) {
+        tag.setUid(QByteArray::fromHex("080102") + char(i));
+        HeldTag held(unhurried(tag));
+        QTRY_VERIFY(held.commands() >= 3);
+    }
+    VirtualType2 other = VirtualType2::sticker(text);
+    other.setUid(QByteArray::fromHex("08010203"));
+    const HeldTag last(unhurried(other));
+    QTRY_COMPARE(calls(delivery), 2);
+    QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
+}
+
+void TestNfcdPcsc::undecidedTouchGoesOn()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        const HeldTag held(unhurried(tag));
+        QTRY_COMPARE(calls(delivery), 1);
+    }
+    QTest::qWait(2500);
+    {
+        HeldTag held(unhurried(tag));
+        QTRY_VERIFY(held.commands() >= 3);
+    }
+    VirtualType2 other = VirtualType2::sticker(text);
+    const HeldTag last(unhurried(other));
+    QTRY_COMPARE(calls(delivery), 2);
+    QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
+}
+
+void TestNfcdPcsc::tagThatComesLaterIsAskedAboutAgain()
+{
+    startWithAgent();
+    agent->release(delivery);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        const HeldTag held(unhurried(tag));
+        QTRY_COMPARE(calls(delivery), 1);
+    }
+    QTest::qWait(2500);
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 2);
+}
+
+void TestNfcdPcsc::otherMessageIsAskedAboutAtOnce()
+{
+    startWithAgent();
+    agent->release(delivery);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        const HeldTag held(unhurried(tag));
+        QTRY_COMPARE(calls(delivery), 1);
+    }
+    tag.memory = VirtualType2::sticker(text).memory;
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 2);
+}
+
+void TestNfcdPcsc::touchThatNobodyDecidedIsAskedAboutAgain()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        const HeldTag held(unhurried(tag));
+        QTRY_COMPARE(calls(delivery), 1);
+    }
+    agent = std::make_unique<AgentProcess>(u"org.connui.test.NextClient"_s);
+    QTRY_COMPARE(agent->registerAgent().error, QString());
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+}
+
+void TestNfcdPcsc::questionsAreLimited()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    for (int i = 0; i < 20; ++i) {
+        tag.setUid(QByteArray::fromHex("040102030405") + char(i));
+        HeldTag held(unhurried(tag));
+        QTRY_VERIFY(held.commands() >= 3);
+        QTRY_COMPARE(calls(delivery), std::min(i + 1, 16));
+    }
+    agent->release(delivery);
+    QTRY_COMPARE(calls(delivery), 16);
+    tag.setUid(QByteArray::fromHex("04aaaaaaaaaaaa"));
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 17);
+}
+
+void TestNfcdPcsc::switchedOffDaemonHoldsNoReader()
+{
+    startWithAgent();
+    daemon.setPowered(false);
+    QCOMPARE(daemon.readers(), QStringList());
+    QCOMPARE(daemon.backend(), u"off"_s);
+    QCOMPARE(daemon.properties().value(u"State"_s).toString(), u"off"_s);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        HeldTag held(unhurried(tag));
+        Readers::waitForCard(0);
+        QCOMPARE(held.commands(), 0);
+    }
+    QTRY_COMPARE(Readers::connectionsToPcscd(), 0);
+    daemon.setPowered(true);
+    QTRY_COMPARE(daemon.readers().size(), 2);
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+}
+
+void TestNfcdPcsc::switchingOffEndsTheReading()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        HeldTag held(unhurried(tag), {-1, 1, 1s});
+        QTRY_COMPARE(held.commands(), 2);
+        daemon.setPowered(false);
+        QTRY_COMPARE(Readers::connectionsToPcscd(), 0);
+        QCOMPARE(held.commands(), 2);
+    }
+    daemon.setPowered(true);
+    QTRY_COMPARE(daemon.readers().size(), 2);
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(calls(touch), 1);
+}
+
+void TestNfcdPcsc::writtenMessageIsReadBack_data()
+{
+    QTest::addColumn<bool>("isType4");
+    QTest::newRow("type 2") << false;
+    QTest::newRow("type 4") << true;
+}
+
+void TestNfcdPcsc::writtenMessageIsReadBack()
+{
+    QFETCH(bool, isType4);
+    startWithAgent();
+    VirtualType2 type2 = VirtualType2::sticker(webLink);
+    VirtualType4 type4 = VirtualType4::holding(webLink);
+    VirtualTag &tag = isType4 ? static_cast<VirtualTag &>(type4) : type2;
+    const int call = write(text);
+    {
+        const HeldTag held(unhurried(tag));
+        const FakeReply answer = answerOf(call);
+        QCOMPARE(answer.error, QString());
+    }
+    const QByteArray memory = isType4 ? type4.files.value(VirtualType4::messageFile) : type2.memory;
+    QVERIFY(memory.contains(text));
+    // It is told of, but nobody needs to be asked; not even when it flaps.
+    QTRY_COMPARE(calls(touch), 1);
+    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), u"ok"_s);
+    {
+        HeldTag again(unhurried(tag));
+        QTRY_VERIFY(again.commands() >= 3);
+    }
+    VirtualType2 other = VirtualType2::sticker(webLink);
+    const HeldTag last(unhurried(other));
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), webLink);
+}
+
+void TestNfcdPcsc::tagThatCannotBeWrittenIsTold_data()
+{
+    QTest::addColumn<QByteArray>("capabilities");
+    QTest::addColumn<QString>("atr");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("read-only") << QByteArray::fromHex("e110120f") << QString() << u"ReadOnly"_s;
+    QTest::newRow("too small") << QByteArray::fromHex("e1100100") << QString() << u"TooSmall"_s;
+    QTest::newRow("not formatted") << QByteArray::fromHex("00000000") << QString() << u"NotFormatted"_s;
+    QTest::newRow("other version") << QByteArray::fromHex("e1501200") << QString() << u"Unsupported"_s;
+    QTest::newRow("Classic") << QByteArray() << u"3b8f8001804f0ca000000306030001000000006a"_s
+                             << u"Unsupported"_s;
+}
+
+void TestNfcdPcsc::tagThatCannotBeWrittenIsTold()
+{
+    QFETCH(QByteArray, capabilities);
+    QFETCH(QString, atr);
+    QFETCH(QString, error);
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::formatted(QByteArray::fromHex("0300fe"));
+    tag.memory.replace(12, capabilities.size(), capabilities);
+    const QByteArray memory = tag.memory;
+    ForeignCard card(QByteArray::fromHex(atr.toLatin1()));
+    const int call = write(text);
+    {
+        const HeldTag held(atr.isEmpty() ? static_cast<VirtualTag &>(tag) : card);
+        QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error."_s + error);
+    }
+    QCOMPARE(tag.memory, memory);
+    QCOMPARE(calls(delivery), 0);
+}
+
+void TestNfcdPcsc::tornTagIsEmptyAndTold()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    {
+        // Commands 0 and 1 read; the next clears the length, and the one after that is the first of the
+        // value.
+        const HeldTag held(unhurried(tag), {4, -1, {}});
+        QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error.Removed"_s);
+    }
+    const HeldTag held(unhurried(tag));
+    QTRY_COMPARE(calls(delivery), 1);
+    QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), QByteArray());
+}
+
+void TestNfcdPcsc::messageWaitsWhenTheTagLeavesUntouched()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    for (int i = 0; i < 2; ++i) {
+        HeldTag held(unhurried(tag), {i, -1, {}});
+        QTRY_COMPARE(held.commands(), i + 1);
+        held.leave();
+        QVERIFY(tag.memory.contains(webLink));
+    }
+    const HeldTag held(unhurried(tag));
+    QCOMPARE(answerOf(call).error, QString());
+}
+
+void TestNfcdPcsc::foreignCardDoesNotEndTheWriting()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    {
+        ForeignCard card(QByteArray::fromHex("3b6500002063cb6800"));
+        HeldTag held(unhurried(card));
+        QTRY_VERIFY(daemon.log().contains(u"is left alone"_s));
+        QCOMPARE(held.commands(), 0);
+    }
+    const HeldTag held(unhurried(tag));
+    QCOMPARE(answerOf(call).error, QString());
+}
+
+void TestNfcdPcsc::hangingTagEndsTheWriting()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    const HeldTag held(unhurried(tag), {-1, 2, 8s});
+    QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error.WriteFailed"_s);
+}
+
+QTEST_GUILESS_MAIN(TestNfcdPcsc)
+
+#include "tst_nfcdpcsc.moc"
