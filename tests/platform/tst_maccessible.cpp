@@ -84,7 +84,7 @@ private Q_SLOTS:
     void questionHasNameAndDescription();
     void questionWithoutTitleIsCalledByItsFirstText();
     void whatStandsBelowAQuestionIsOutOfReach();
-    void questionTakesTheFocus();
+    void questionTakesTheFocusAndGivesItBack();
     void questionInABackgroundWindowIsAnnounced();
     void answeredQuestionIsGone();
     void rowsKnowTheirPlaces();
@@ -264,7 +264,7 @@ void TestMAccessible::whatStandsBelowAQuestionIsOutOfReach()
              QStringLiteral("Pair?"));
 }
 
-void TestMAccessible::questionTakesTheFocus()
+void TestMAccessible::questionTakesTheFocusAndGivesItBack()
 {
     QVERIFY(reader->focus(QStringLiteral("Airplane")));
     QVERIFY(reader->hears(focused, QStringLiteral("Airplane")));
@@ -274,6 +274,9 @@ void TestMAccessible::questionTakesTheFocus()
     box.appear(window.get());
     QVERIFY(reader->hears(focused, QStringLiteral("Pair?")));
     QVERIFY(reader->tree().find("dialog")->is("focused"));
+    (void)reader->events();
+    box.reject();
+    QVERIFY(reader->hears(focused, QStringLiteral("Airplane")));
 }
 
 void TestMAccessible::questionInABackgroundWindowIsAnnounced()
