@@ -32,6 +32,9 @@ private Q_SLOTS:
     void longestVariantThatFitsIsShown();
     void switchMirrors();
     void sizeFollowsTextAndStyle();
+    void formerSwitchHasItsStyleAndSizeAgain();
+    void draggedSwitchGoesWhereItIsDragged_data();
+    void draggedSwitchGoesWhereItIsDragged();
 };
 
 void TestMButton::sizeFollowsTextAndStyle()
@@ -256,6 +259,65 @@ void TestMButton::switchMirrors()
     QVERIFY(knobIsAt(left, right));
     button->setChecked(false);
     QVERIFY(knobIsAt(right, left));
+}
+
+void TestMButton::formerSwitchHasItsStyleAndSizeAgain()
+{
+    for (const auto &style : {QString(), QStringLiteral("CommonSingleButton")}) {
+        MButton button(QStringLiteral("Call somebody"));
+        button.setStyleName(style);
+        const QSizeF preferred = button.preferredSize();
+        const QSizeF maximum = button.maximumSize();
+        button.setViewType(MButton::switchType);
+        button.setViewType(MButton::switchType);
+        QVERIFY(button.preferredSize() != preferred);
+        button.setViewType(MButton::pushType);
+        QCOMPARE(button.styleName(), style);
+        QCOMPARE(button.preferredSize(), preferred);
+        QCOMPARE(button.maximumSize(), maximum);
+        QVERIFY(button.sizePolicy().hasHeightForWidth());
+    }
+}
+
+void TestMButton::draggedSwitchGoesWhereItIsDragged_data()
+{
+    QTest::addColumn<bool>("checked");
+    QTest::addColumn<QPointF>("way");
+    QTest::addColumn<bool>("rightToLeft");
+    QTest::addColumn<bool>("expected");
+    const QPointF right(30, 0);
+    const QPointF left(-30, 0);
+    QTest::newRow("off towards on") << false << right << false << true;
+    QTest::newRow("on towards on") << true << right << false << true;
+    QTest::newRow("on towards off") << true << left << false << false;
+    QTest::newRow("off towards off") << false << left << false << false;
+    QTest::newRow("beyond the end") << true << 10 * right << false << true;
+    QTest::newRow("beyond the end, off") << true << 10 * left << false << false;
+    QTest::newRow("right to left, off towards on") << false << left << true << true;
+    QTest::newRow("right to left, on towards on") << true << left << true << true;
+    QTest::newRow("hardly moved") << true << QPointF(3, 0) << false << false;
+    QTest::newRow("away") << true << QPointF(0, 200) << false << true;
+}
+
+void TestMButton::draggedSwitchGoesWhereItIsDragged()
+{
+    QFETCH(bool, checked);
+    QFETCH(QPointF, way);
+    QFETCH(bool, rightToLeft);
+    QFETCH(bool, expected);
+    MWindow window;
+    window.show();
+    auto *button = new MButton;
+    button->setViewType(MButton::switchType);
+    button->setLayoutDirection(rightToLeft ? Qt::RightToLeft : Qt::LeftToRight);
+    window.scene()->addItem(button);
+    button->setGeometry(QRectF(QPointF(200, 200), button->preferredSize()));
+    button->setChecked(checked);
+    QSignalSpy clicked(button, &MButton::clicked);
+    TouchDriver finger(&window);
+    finger.press(finger.at(button)).move(finger.at(button) + way).lift();
+    QCOMPARE(button->isChecked(), expected);
+    QCOMPARE(clicked.count(), int(checked != expected));
 }
 
 QTEST_MAIN(TestMButton)

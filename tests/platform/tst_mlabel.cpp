@@ -46,6 +46,10 @@ private Q_SLOTS:
     void foreignTextLimitsEmptyLines();
     void numberInEmbeddingLooksTheSameAsForeignText();
     void drawnTextIsTheFittingVariantOrElided();
+    void textStaysInsideOfALabelThatIsTooSmall_data();
+    void textStaysInsideOfALabelThatIsTooSmall();
+    void elisionFollowsTheHeight_data();
+    void elisionFollowsTheHeight();
 
 private:
     static QImage imageOf(MLabel *label, const QSizeF &size, qreal ratio = 1);
@@ -435,6 +439,71 @@ void TestMLabel::drawnTextIsTheFittingVariantOrElided()
     label.resize(MLabel(QStringLiteral("Mess…")).preferredSize());
     QVERIFY2(label.drawnText().startsWith(QLatin1String("M")) && label.drawnText().endsWith(QChar(0x2026)),
              qPrintable(label.drawnText()));
+}
+
+void TestMLabel::textStaysInsideOfALabelThatIsTooSmall_data()
+{
+    QTest::addColumn<bool>("wrap");
+    QTest::addColumn<Qt::Alignment>("alignment");
+    for (const bool wrap : {false, true})
+        for (const auto alignment : {Qt::AlignLeft, Qt::AlignRight, Qt::AlignHCenter})
+            QTest::addRow("%s %x", wrap ? "wrapped" : "one line", unsigned(alignment))
+                << wrap << (alignment | Qt::AlignVCenter);
+}
+
+void TestMLabel::textStaysInsideOfALabelThatIsTooSmall()
+{
+    QFETCH(bool, wrap);
+    QFETCH(Qt::Alignment, alignment);
+    QGraphicsScene scene;
+    MLabel label(QStringLiteral("a text that has no room in a label of such a size"));
+    label.setWordWrap(wrap);
+    label.setAlignment(alignment);
+    label.setMinimumSize(1, 1);
+    scene.addItem(&label);
+    const QRectF place(200, 100, 60, 20);
+    label.setGeometry(place);
+    QCOMPARE(label.size(), place.size());
+    QImage all = picture(&scene, QRectF(0, 0, 500, 300));
+    QVERIFY(all.copy(place.toRect()) != QImage(picture(&scene, QRectF(0, 0, 60, 20))));
+    QPainter(&all).fillRect(place, Qt::white);
+    QImage empty(all.size(), all.format());
+    empty.fill(Qt::white);
+    QCOMPARE(all, empty);
+    scene.removeItem(&label);
+}
+
+void TestMLabel::elisionFollowsTheHeight_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<bool>("wrap");
+    for (const int lines : {1, 2, 3})
+        for (const bool wrap : {false, true})
+            QTest::addRow("%d %s", lines, wrap ? "wrapped" : "not wrapped") << lines << wrap;
+}
+
+void TestMLabel::elisionFollowsTheHeight()
+{
+    QFETCH(int, lines);
+    QFETCH(bool, wrap);
+    QString text;
+    for (int i = 0; i < 40; ++i)
+        text += QStringLiteral("word%1").arg(i) + (i % 10 == 9 ? QLatin1Char('\n') : QLatin1Char(' '));
+    MLabel label(text);
+    label.setTextElide(true);
+    label.setWordWrap(wrap);
+    const QSizeF size(150, lines * MLabel(QStringLiteral("x")).preferredSize().height());
+    label.setMinimumHeight(0);
+    label.resize(size);
+    QCOMPARE(label.size(), size);
+    const QString drawn = label.drawnText();
+    QVERIFY2(drawn.startsWith(QLatin1String("word0")), qPrintable(drawn));
+    QVERIFY2(drawn.endsWith(QChar(0x2026)), qPrintable(drawn));
+    MLabel fitting(drawn);
+    fitting.setWordWrap(wrap);
+    QCOMPARE(fitting.effectiveSizeHint(Qt::PreferredSize, QSizeF(size.width(), -1)).height(), size.height());
+    if (!wrap)
+        QVERIFY(fitting.preferredSize().width() <= size.width());
 }
 
 QTEST_MAIN(TestMLabel)

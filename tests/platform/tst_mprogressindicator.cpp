@@ -3,6 +3,7 @@
 
 #include <limits>
 
+#include <QAbstractEventDispatcher>
 #include <QGraphicsScene>
 
 #include <MProgressIndicator>
@@ -10,6 +11,30 @@
 #include "touchtest.h"
 
 using namespace TouchTest;
+
+namespace {
+
+/** Counts how often an object is woken by a timer. */
+class TimerCounter : public QObject
+{
+public:
+    explicit TimerCounter(QObject *watched) : watched(watched) { watched->installEventFilter(this); }
+
+    bool runs() const { return !QAbstractEventDispatcher::instance()->registeredTimers(watched).isEmpty(); }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        count += event->type() == QEvent::Timer;
+        return false;
+    }
+
+    int count = 0;
+
+private:
+    QObject *const watched;
+};
+
+} // namespace
 
 class TestMProgressIndicator : public QObject
 {
@@ -23,6 +48,9 @@ private Q_SLOTS:
     void barFillsFromItsStart();
     void extremeRangesAreDrawn();
     void visibleSpinnerTurns();
+    void spinnerThatNobodySeesSleeps_data();
+    void spinnerThatNobodySeesSleeps();
+    void barWithoutAWayStaysEmpty();
 };
 
 void TestMProgressIndicator::valueStaysInItsRange()
@@ -100,6 +128,57 @@ void TestMProgressIndicator::visibleSpinnerTurns()
     spinner->setGeometry(QRectF(QPointF(), spinner->preferredSize()));
     const QImage before = picture(window.scene(), spinner->rect());
     QTRY_VERIFY(picture(window.scene(), spinner->rect()) != before);
+}
+
+void TestMProgressIndicator::spinnerThatNobodySeesSleeps_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"hidden window", "minimized window", "hidden spinner", "out of sight"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestMProgressIndicator::spinnerThatNobodySeesSleeps()
+{
+    QFETCH(QString, way);
+    MWindow window;
+    QVERIFY(activate(&window));
+    auto *spinner = new MProgressIndicator(nullptr, MProgressIndicator::spinnerType);
+    window.scene()->addItem(spinner);
+    const QRectF place(QPointF(100, 100), spinner->preferredSize());
+    spinner->setGeometry(place);
+    TimerCounter timers(spinner);
+    QTRY_VERIFY(timers.count > 2);
+
+    const auto hide = [&](bool hidden) {
+        if (way == QLatin1String("hidden window"))
+            window.setVisible(!hidden);
+        else if (way == QLatin1String("minimized window"))
+            window.setWindowState(hidden ? Qt::WindowMinimized : Qt::WindowNoState);
+        else if (way == QLatin1String("hidden spinner"))
+            spinner->setVisible(!hidden);
+        else
+            spinner->setGeometry(place.translated(hidden ? QPointF(2000, 0) : QPointF()));
+        window.viewport()->update();
+    };
+    hide(true);
+    // At most the frames that were under way; then the timer has ended.
+    QTRY_VERIFY(!timers.runs());
+    hide(false);
+    timers.count = 0;
+    QTRY_VERIFY(timers.count > 2);
+}
+
+void TestMProgressIndicator::barWithoutAWayStaysEmpty()
+{
+    MWindow window;
+    auto *bar = new MProgressIndicator;
+    window.scene()->addItem(bar);
+    bar->setGeometry(0, 0, 220, 48);
+    const QImage empty = picture(window.scene(), bar->rect());
+    bar->setMinimum(7);
+    bar->setMaximum(7);
+    bar->setValue(7);
+    QCOMPARE(picture(window.scene(), bar->rect()), empty);
 }
 
 QTEST_MAIN(TestMProgressIndicator)

@@ -108,6 +108,8 @@ private Q_SLOTS:
     void faultyFileLeavesBuiltInTheme();
     void variantComesFromEnvironmentOrFile();
     void variantFollowsDesktopUnlessFixed();
+    void doubtfulFileIsUsedAndNamed_data();
+    void doubtfulFileIsUsedAndNamed();
     void variantRepaintsWidgets();
     void textSizeChangesWidgets();
 };
@@ -370,6 +372,36 @@ void TestMTheme::textSizeChangesWidgets()
     QVERIFY(label.preferredSize().width() > 1.8 * usual.width());
     theme->setTextScale(1);
     QCOMPARE(label.preferredSize(), usual);
+}
+
+void TestMTheme::doubtfulFileIsUsedAndNamed_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QStringList>("doubts");
+    QTest::newRow("misspelled style")
+        << QByteArray("[ComonTitle]\nfont-size=31\n")
+        << QStringList{QStringLiteral("[ComonTitle] is no style that is known")};
+    QTest::newRow("misspelled palette") << QByteArray("[Ligth]\n[CommonTitle]\nfont-size=31\n")
+                                        << QStringList{QStringLiteral("[Ligth] is no style that is known")};
+    QTest::newRow("only palettes") << QByteArray("[Light]\ntext=#112233\n")
+                                   << QStringList{
+                                          QStringLiteral("it has no style that its colors could be seen in")};
+    QTest::newRow("base of a style") << QByteArray("[Base]\nfont-size=31\n[CommonTitle]\ninherits=Base\n")
+                                     << QStringList();
+    QTest::newRow("only a variant") << QByteArray("[Theme]\nvariant=dark\n") << QStringList();
+}
+
+void TestMTheme::doubtfulFileIsUsedAndNamed()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QStringList, doubts);
+    const ThemeFile file(content);
+    for (const QString &doubt : doubts)
+        QTest::ignoreMessage(QtWarningMsg,
+                             qPrintable(QStringLiteral("MTheme: theme file %1: %2").arg(file.path(), doubt)));
+    const MThemePrivate theme;
+    const int size = theme.style(QStringLiteral("CommonTitle"))->font.pixelSize();
+    QCOMPARE(size == 31, content.contains("[CommonTitle]"));
 }
 
 QTEST_MAIN(TestMTheme)

@@ -44,7 +44,10 @@ public:
 
     /** Returns how the button looks, pushType by default. */
     ViewType viewType() const;
-    /** Sets how the button looks. A switch is made checkable as well. */
+    /**
+     * Sets how the button looks. A switch is made checkable as well and takes its own style; a button that
+     * was a switch takes its earlier one again.
+     */
     void setViewType(ViewType type);
 
     /** Returns whether a press changes checked, false by default. */

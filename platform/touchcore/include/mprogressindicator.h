@@ -42,7 +42,10 @@ public:
 
     /** Returns the value at which the bar is full. */
     int maximum() const;
-    /** Sets the value at which the bar is full. A greater minimum or value follows. */
+    /**
+     * Sets the value at which the bar is full. A greater minimum or value follows. A bar whose maximum equals
+     * its minimum has no way to go, and stays empty.
+     */
     void setMaximum(int maximum);
 
     /** Returns how far it has come. */
@@ -54,7 +57,6 @@ public:
 
 protected:
     void timerEvent(QTimerEvent *event) override;
-    QVariant itemChange(GraphicsItemChange change, const QVariant &value) override;
 
 private:
     const std::unique_ptr<MProgressIndicatorPrivate> d;

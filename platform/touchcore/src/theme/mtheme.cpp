@@ -115,6 +115,9 @@ void MThemePrivate::loadFile()
     if (data.isEmpty()) {
         error = QStringLiteral("it cannot be read");
     } else if (found.read(data, &error)) {
+        const QStringList doubts = found.doubts(file);
+        for (const QString &doubt : doubts)
+            qWarning("MTheme: theme file %s: %s", qUtf8Printable(theme), qUtf8Printable(doubt));
         found.complete(file);
         file = found;
         return;

@@ -174,7 +174,9 @@ bool MThemeFile::read(const QByteArray &data, QString *error)
     QStringList styles = file.groups();
     styles.removeAll(QLatin1String(themeGroup));
     for (const PaletteGroup &palette : paletteGroups)
-        styles.removeAll(QLatin1String(palette.name));
+        hasColors = styles.removeAll(QLatin1String(palette.name)) > 0 || hasColors;
+    for (const QString &name : std::as_const(styles))
+        inherited.insert(file.value(name, QLatin1String(inheritsKey)));
     for (size_t variant = 0; variant < variants.size(); ++variant) {
         const PaletteGroup &group = paletteGroups[variant];
         Palette palette;
@@ -198,6 +200,19 @@ void MThemeFile::setTextScale(qreal scale)
     for (QHash<QString, MStyle> &styles : variants)
         for (MStyle &style : styles)
             style.font.setPixelSize(qMax(1, qRound(style.fontSize * scale)));
+}
+
+QStringList MThemeFile::doubts(const MThemeFile &other) const
+{
+    const QHash<QString, MStyle> &own = styles(MTheme::Light);
+    if (own.isEmpty() && hasColors)
+        return {QStringLiteral("it has no style that its colors could be seen in")};
+    QStringList doubts;
+    for (auto style = own.cbegin(); style != own.cend(); ++style)
+        if (!other.styles(MTheme::Light).contains(style.key()) && !inherited.contains(style.key()))
+            doubts.append(QStringLiteral("[%1] is no style that is known").arg(style.key()));
+    doubts.sort();
+    return doubts;
 }
 
 void MThemeFile::complete(const MThemeFile &other)

@@ -8,6 +8,7 @@
 #include <optional>
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <MTheme>
@@ -24,6 +25,12 @@ public:
      */
     bool read(const QByteArray &data, QString *error);
 
+    /**
+     * Returns what looks like a mistake in a file that can be used: styles that \a other does not know and no
+     * other style inherits, or no style at all.
+     */
+    QStringList doubts(const MThemeFile &other) const;
+
     /** Takes the styles that this file lacks from \a other. */
     void complete(const MThemeFile &other);
 
@@ -36,6 +43,8 @@ public:
 
 private:
     QStringList families;
+    QSet<QString> inherited;
+    bool hasColors = false;
     std::optional<MTheme::Variant> preferred;
     std::array<QHash<QString, MStyle>, 4> variants;
 };

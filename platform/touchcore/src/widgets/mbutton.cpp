@@ -7,9 +7,11 @@
 
 #include <QFontMetricsF>
 #include <QGraphicsSceneMouseEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QStyleHints>
 
 #include <MTypes>
 
@@ -18,10 +20,35 @@
 #include "theme/mstyle_p.h"
 #include "widgets/mbutton_p.h"
 
+namespace {
+
+constexpr QLatin1String switchStyle("MButtonSwitch");
+
+} // namespace
+
 void MButtonPrivate::setDown(bool isDown)
 {
     down = isDown;
     q->update();
+}
+
+bool MButtonPrivate::isDragged(const QPointF &place) const
+{
+    return type == MButton::switchType &&
+           qAbs(place.x() - pressedAt.x()) >= QGuiApplication::styleHints()->startDragDistance();
+}
+
+bool MButtonPrivate::holds(const QPointF &place) const
+{
+    // A knob may be dragged beyond its end.
+    const QPointF across = isDragged(place) ? QPointF(q->rect().center().x(), place.y()) : place;
+    return q->rect().contains(across);
+}
+
+bool MButtonPrivate::isDraggedWhereItIs(const QPointF &place) const
+{
+    const bool towardsOn = (place.x() > pressedAt.x()) != (q->layoutDirection() == Qt::RightToLeft);
+    return isDragged(place) && towardsOn == checked;
 }
 
 QString MButtonPrivate::fittingVariant(qreal width, const MStyle &style) const
@@ -126,10 +153,15 @@ MButton::ViewType MButton::viewType() const
 
 void MButton::setViewType(ViewType type)
 {
+    if (d->type == type)
+        return;
     d->type = type;
     if (type == switchType) {
         setCheckable(true);
-        setStyleName(QStringLiteral("MButtonSwitch"));
+        d->pushStyleName = styleName();
+        setStyleName(switchStyle);
+    } else {
+        setStyleName(styleName() == switchStyle ? d->pushStyleName : styleName());
     }
 }
 
@@ -199,19 +231,20 @@ void MButton::mousePressEvent(QGraphicsSceneMouseEvent *event)
         event->ignore();
         return;
     }
+    d->pressedAt = event->pos();
     d->setDown(true);
 }
 
 void MButton::mouseMoveEvent(QGraphicsSceneMouseEvent *event)
 {
-    d->setDown(rect().contains(event->pos()));
+    d->setDown(d->holds(event->pos()));
 }
 
 void MButton::mouseReleaseEvent(QGraphicsSceneMouseEvent *event)
 {
     const bool pressed = d->down && event->button() == Qt::LeftButton;
     d->setDown(false);
-    if (pressed)
+    if (pressed && !d->isDraggedWhereItIs(event->pos()))
         click();
 }
 

@@ -6,6 +6,9 @@
 
 #include <optional>
 
+#include <QPointF>
+#include <QString>
+
 #include <MButton>
 
 #include "widgets/mtextblockcache_p.h"
@@ -20,6 +23,12 @@ public:
     QColor foregroundColor(const MStyle &style) const;
     /** Returns what the button is painted as: its rectangle, or a switch's track. */
     QRectF shape() const;
+    /** Returns whether a finger that went down on a switch has dragged its knob by coming to \a place. */
+    bool isDragged(const QPointF &place) const;
+    /** Returns whether a finger at \a place still presses the button. */
+    bool holds(const QPointF &place) const;
+    /** Returns whether a finger at \a place has dragged the knob to the side where it is anyway. */
+    bool isDraggedWhereItIs(const QPointF &place) const;
     void paintPush(QPainter *painter, const MStyle &style);
     void paintSwitch(QPainter *painter, const MStyle &style);
     /** Returns the longest variant of the text that fits into one line of \a width, or the shortest when none
@@ -33,6 +42,8 @@ public:
     bool checkable = false;
     bool checked = false;
     bool down = false;
+    QPointF pressedAt;
+    QString pushStyleName; ///< While it is a switch
     MTextBlockCache blocks;
 };
 

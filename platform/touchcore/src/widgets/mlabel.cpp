@@ -16,13 +16,6 @@
 #include "widgets/mforeigntext_p.h"
 #include "widgets/mlabel_p.h"
 
-namespace {
-
-// Widths are rounded on their way through layouts.
-constexpr qreal tolerance = 0.5;
-
-} // namespace
-
 MTextBlock::Shape MLabelPrivate::shape(qreal width, const MStyle &style) const
 {
     if (!wraps(style))
@@ -56,11 +49,9 @@ int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
     if (variants.size() == 1)
         return 0;
     const QList<int> order = longestFirst(style);
-    for (const int variant : order) {
-        const QSizeF taken = block(variant, size.width(), style).size();
-        if (taken.width() <= size.width() + tolerance && taken.height() <= size.height() + tolerance)
+    for (const int variant : order)
+        if (block(variant, size.width(), style).fits(size))
             return variant;
-    }
     return order.last();
 }
 
@@ -73,10 +64,10 @@ void MLabelPrivate::readText()
 QString MLabelPrivate::textIn(const QSizeF &size, const MStyle &style)
 {
     const int variant = fittingVariant(size, style);
-    const QString &text = variants.at(variant);
-    if (!elides(style) || block(variant, size.width(), style).size().width() <= size.width() + tolerance)
-        return text;
-    return QFontMetricsF(style.font).elidedText(text.simplified(), Qt::ElideRight, size.width());
+    if (!elides(style))
+        return variants.at(variant);
+    const MTextBlock &whole = block(variant, size.width(), style);
+    return whole.fits(size) ? variants.at(variant) : whole.elided(size);
 }
 
 const MTextBlock &MLabelPrivate::blockIn(const QSizeF &size, const MStyle &style)
@@ -191,7 +182,11 @@ void MLabel::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QW
     const MStyle &look = style();
     const QRectF area = contentsRect();
     painter->setPen(isEnabled() ? look.color : look.disabledColor);
-    d->blockIn(area.size(), look).draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
+    const MTextBlock &block = d->blockIn(area.size(), look);
+    // Nobody would clean up what is drawn outside.
+    if (!block.fits(area.size()))
+        painter->setClipRect(rect(), Qt::IntersectClip);
+    block.draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
 }
 
 QSizeF MLabel::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const

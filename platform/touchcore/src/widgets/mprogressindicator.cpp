@@ -7,6 +7,7 @@
 
 #include <QPainter>
 #include <QTimerEvent>
+#include <QWidget>
 
 #include "accessibility/maccessible_p.h"
 #include "theme/mpaint_p.h"
@@ -31,14 +32,25 @@ void MProgressIndicatorPrivate::setRange(int newMinimum, int newMaximum)
     q->update();
 }
 
-void MProgressIndicatorPrivate::turnWhileVisible()
+void MProgressIndicatorPrivate::keepTurning()
 {
-    if (type != MProgressIndicator::spinnerType || !q->isVisible() || !q->scene()) {
-        frames.stop();
-    } else if (!frames.isActive()) {
+    seen = true;
+    if (frames.isActive())
+        return;
+    if (!turning.isValid())
         turning.start();
-        frames.start(frame, q);
+    frames.start(frame, q);
+}
+
+void MProgressIndicatorPrivate::turn()
+{
+    // Nothing asks for a picture while it is hidden, covered or out of sight: the next one starts it again.
+    if (!seen) {
+        frames.stop();
+        return;
     }
+    seen = false;
+    q->update();
 }
 
 void MProgressIndicatorPrivate::paintBar(QPainter *painter, const MStyle &style)
@@ -91,7 +103,6 @@ void MProgressIndicator::setViewType(ViewType type)
 {
     d->type = type;
     setStyleName(type == spinnerType ? QStringLiteral("MProgressSpinner") : QString());
-    d->turnWhileVisible();
 }
 
 int MProgressIndicator::minimum() const
@@ -126,26 +137,22 @@ void MProgressIndicator::setValue(int value)
     MAccessible::tellValue(this, d->value);
 }
 
-void MProgressIndicator::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *)
+void MProgressIndicator::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget *widget)
 {
-    if (d->type == spinnerType)
-        d->paintSpinner(painter, style());
-    else
+    if (d->type == barType) {
         d->paintBar(painter, style());
+        return;
+    }
+    if (!widget || !widget->window()->isMinimized())
+        d->keepTurning();
+    d->paintSpinner(painter, style());
 }
 
 void MProgressIndicator::timerEvent(QTimerEvent *event)
 {
     if (event->timerId() == d->frames.timerId()) {
-        update();
+        d->turn();
         return;
     }
     MWidgetController::timerEvent(event);
-}
-
-QVariant MProgressIndicator::itemChange(GraphicsItemChange change, const QVariant &value)
-{
-    if (change == ItemVisibleHasChanged || change == ItemSceneHasChanged)
-        d->turnWhileVisible();
-    return MWidgetController::itemChange(change, value);
 }

@@ -18,7 +18,10 @@ public:
     {}
 
     void setRange(int newMinimum, int newMaximum);
-    void turnWhileVisible();
+    /** Is called for each picture of a spinner: another one will be wanted. */
+    void keepTurning();
+    /** Asks for another picture, if somebody has seen the one before. */
+    void turn();
     void paintBar(QPainter *painter, const MStyle &style);
     void paintSpinner(QPainter *painter, const MStyle &style);
 
@@ -29,6 +32,7 @@ public:
     int value = 0;
     QBasicTimer frames;
     QElapsedTimer turning;
+    bool seen = false;
 };
 
 #endif

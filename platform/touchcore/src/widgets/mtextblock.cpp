@@ -13,6 +13,8 @@
 
 namespace {
 
+// Sizes are rounded on their way through layouts.
+constexpr qreal tolerance = 0.5;
 // Greater than any text is wide.
 constexpr qreal unlimited = 1e7;
 // A layout takes time with the square of its length where directions alternate.
@@ -93,7 +95,7 @@ void MTextBlock::addParagraph(const QString &text)
     layout.setTextOption(option);
     layout.setCacheEnabled(true);
 
-    const qreal advance = qCeil(QFontMetricsF(shape.font).height() * shape.lineHeight);
+    const qreal advance = lineAdvance();
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(shape.width < 0 ? unlimited : shape.width);
@@ -102,6 +104,47 @@ void MTextBlock::addParagraph(const QString &text)
             QSizeF(qMax(extent.width(), qreal(qCeil(line.naturalTextWidth()))), extent.height() + advance);
     }
     layout.endLayout();
+}
+
+qreal MTextBlock::lineAdvance() const
+{
+    return qCeil(QFontMetricsF(shape.font).height() * shape.lineHeight);
+}
+
+bool MTextBlock::fits(const QSizeF &size) const
+{
+    return extent.width() <= size.width() + tolerance && extent.height() <= size.height() + tolerance;
+}
+
+// Returns all that is left from that line on in one line of its own.
+QString MTextBlock::elidedFrom(size_t layout, int line, qreal width) const
+{
+    QString rest = layouts[layout].text().mid(layouts[layout].lineAt(line).textStart());
+    for (size_t i = layout + 1; i < layouts.size(); ++i)
+        rest += QLatin1Char(' ') + layouts[i].text();
+    return QFontMetricsF(shape.font).elidedText(rest.simplified(), Qt::ElideRight, width);
+}
+
+QString MTextBlock::elided(const QSizeF &size) const
+{
+    QStringList shown;
+    int linesLeft = qMax(1, int((size.height() + tolerance) / lineAdvance()));
+    for (size_t i = 0; i < layouts.size(); ++i) {
+        const QTextLayout &layout = layouts[i];
+        if (layout.lineCount() >= linesLeft) {
+            const int last = linesLeft - 1;
+            if (last > 0)
+                shown.append(layout.text().left(layout.lineAt(last).textStart()));
+            shown.append(elidedFrom(i, last, size.width()));
+            break;
+        }
+        linesLeft -= layout.lineCount();
+        // A line that wraps fits already.
+        shown.append(shape.wrapMode == QTextOption::NoWrap
+                         ? QFontMetricsF(shape.font).elidedText(layout.text(), Qt::ElideRight, size.width())
+                         : layout.text());
+    }
+    return shown.join(QLatin1Char('\n'));
 }
 
 void MTextBlock::draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment,

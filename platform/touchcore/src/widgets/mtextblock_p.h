@@ -42,6 +42,10 @@ public:
 
     /** Returns the size that the text takes. */
     QSizeF size() const { return extent; }
+    /** Returns whether the text takes no more than \a size. */
+    bool fits(const QSizeF &size) const;
+    /** Returns the text as far as it fits into \a size; an ellipsis ends each line that goes on. */
+    QString elided(const QSizeF &size) const;
 
     /**
      * Draws what is inside of \a exposed of the text, which stands in \a rect as \a alignment says for a
@@ -52,6 +56,8 @@ public:
 
 private:
     void addParagraph(const QString &text);
+    qreal lineAdvance() const;
+    QString elidedFrom(size_t layout, int line, qreal width) const;
 
     Shape shape;
     std::deque<QTextLayout> layouts;
