@@ -63,7 +63,7 @@ protected:
 
     void keyPressEvent(QKeyEvent *event) override;
     void mousePressEvent(QGraphicsSceneMouseEvent *event) override;
-    void wheelEvent(QGraphicsSceneWheelEvent *event) override;
+    bool sceneEvent(QEvent *event) override;
 
 private:
     friend class MSceneWindowPrivate;

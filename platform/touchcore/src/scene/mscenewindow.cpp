@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include <QEvent>
 #include <QGraphicsSceneMouseEvent>
-#include <QGraphicsSceneWheelEvent>
 #include <QKeyEvent>
 
 #include <MWindow>
@@ -134,7 +134,12 @@ void MSceneWindow::mousePressEvent(QGraphicsSceneMouseEvent *event)
     event->accept();
 }
 
-void MSceneWindow::wheelEvent(QGraphicsSceneWheelEvent *event)
+bool MSceneWindow::sceneEvent(QEvent *event)
 {
+    // What stands below cannot be scrolled either. Not in wheelEvent(), which is virtual in the second base
+    // only: overriding it would add a place to the virtual table of every dialog that programs derive from.
+    if (event->type() != QEvent::GraphicsSceneWheel)
+        return MWidget::sceneEvent(event);
     event->accept();
+    return true;
 }
