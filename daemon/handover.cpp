@@ -26,30 +26,30 @@ QString Handover::carrier() const
 
 void Handover::begin()
 {
-    tellRequestor(QStringLiteral("HandoverStarted"));
+    reportToRequestor(QStringLiteral("HandoverStarted"));
     Q_EMIT started();
 }
 
 void Handover::selectCarrier()
 {
-    tellRequestor(QStringLiteral("HandoverCarrierSelected"), {carrierName});
+    reportToRequestor(QStringLiteral("HandoverCarrierSelected"), {carrierName});
     Q_EMIT carrierSelected(carrierName);
 }
 
 void Handover::complete(const BluetoothPeer &peer)
 {
     const QDBusVariant data(QVariant::fromValue(peer));
-    tellRequestor(QStringLiteral("HandoverCompleted"), {carrierName, QVariant::fromValue(data)});
+    reportToRequestor(QStringLiteral("HandoverCompleted"), {carrierName, QVariant::fromValue(data)});
     Q_EMIT completed(carrierName, data);
 }
 
 void Handover::fail(const QString &reason)
 {
-    tellRequestor(QStringLiteral("HandoverFailed"), {reason});
+    reportToRequestor(QStringLiteral("HandoverFailed"), {reason});
     Q_EMIT failed(reason);
 }
 
-void Handover::tellRequestor(const QString &method, const QVariantList &arguments) const
+void Handover::reportToRequestor(const QString &method, const QVariantList &arguments) const
 {
     if (requestor.service.isEmpty())
         return;

@@ -46,7 +46,7 @@ Q_SIGNALS:
     void failed(const QString &reason);
 
 private:
-    void tellRequestor(const QString &method, const QVariantList &arguments = {}) const;
+    void reportToRequestor(const QString &method, const QVariantList &arguments = {}) const;
 
     const QString carrierName;
     const Requestor requestor;

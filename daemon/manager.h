@@ -6,7 +6,7 @@
 #include <QDBusObjectPath>
 #include <QObject>
 
-/** The daemon's entry at "/": tells where the adapter is. */
+/** The daemon's entry at "/": says where the adapter is. */
 class Manager : public QObject
 {
     Q_OBJECT

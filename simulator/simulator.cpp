@@ -50,12 +50,12 @@ Simulator::Simulator(Adapter *adapter, const QStringList &handlerFolders, int ha
 
 QString Simulator::TouchTag(const QByteArray &message)
 {
-    const QString nobody = nobodyToAsk();
+    const QString unasked = outcomeUnasked();
     // As a shop's tags are.
     if (writer->take())
         return finishWriting(TagStatus::ReadOnly);
-    if (!nobody.isEmpty())
-        return nobody;
+    if (!unasked.isEmpty())
+        return unasked;
     const QDBusObjectPath tag = Peers::nextTag();
     return touch(tag, QStringLiteral("RequestNDEFDataDelivery"),
                  {QVariant::fromValue(handlers().handlersFor(ndefKind(message))), target(tag), message});
@@ -131,9 +131,9 @@ QString Simulator::TouchForHandover(const QString &carrier)
 QString Simulator::ReceiveFile(const QString &name, qulonglong size, qulonglong rate, qulonglong cancelAfter,
                                const QString &file)
 {
-    const QString nobody = nobodyToAsk();
-    if (!nobody.isEmpty())
-        return nobody;
+    const QString unasked = outcomeUnasked();
+    if (!unasked.isEmpty())
+        return unasked;
     setDelayedReply(true);
     const Transfer *transfer = transfers->receive(name, size, rate, cancelAfter, file);
     connect(transfer, &Transfer::completed, this, answer(QStringLiteral("completed")));
@@ -149,9 +149,9 @@ QString Simulator::SetPowered(bool on)
 
 QString Simulator::Release()
 {
-    const QString nobody = nobodyToAsk();
-    if (!nobody.isEmpty())
-        return nobody;
+    const QString unasked = outcomeUnasked();
+    if (!unasked.isEmpty())
+        return unasked;
     ask(QStringLiteral("Release"), {}, done);
     adapter->dropAgent();
     return {};
@@ -175,9 +175,9 @@ QString Simulator::Crash()
 // Announces the touch, then puts the request of what was touched to the user.
 QString Simulator::touch(const QDBusObjectPath &what, const QString &request, const QVariantList &arguments)
 {
-    const QString nobody = nobodyToAsk();
-    if (!nobody.isEmpty())
-        return nobody;
+    const QString unasked = outcomeUnasked();
+    if (!unasked.isEmpty())
+        return unasked;
     adapter->agent()->call(QStringLiteral("NotifyTouch"), {target(what), QStringLiteral("ok")});
     return ask(request, arguments, QStringLiteral("granted"));
 }
@@ -191,9 +191,9 @@ QString Simulator::finishWriting(TagStatus end)
 
 QString Simulator::ask(const QString &method, const QVariantList &arguments, const QString &success)
 {
-    const QString nobody = nobodyToAsk();
-    if (!nobody.isEmpty())
-        return nobody;
+    const QString unasked = outcomeUnasked();
+    if (!unasked.isEmpty())
+        return unasked;
     setDelayedReply(true);
     const auto *question = new Question(adapter->agent()->call(method, arguments), success, this);
     connect(question, &Question::decided, this, [tap = message()](const QString &outcome) {
@@ -208,7 +208,7 @@ std::function<void()> Simulator::answer(const QString &outcome) const
     return [tap = message(), outcome] { QDBusConnection::systemBus().send(tap.createReply(outcome)); };
 }
 
-QString Simulator::nobodyToAsk() const
+QString Simulator::outcomeUnasked() const
 {
     if (!adapter->isPowered())
         return QStringLiteral("off");

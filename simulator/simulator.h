@@ -57,7 +57,8 @@ private:
     QString ask(const QString &method, const QVariantList &arguments, const QString &success);
     HandlerFolder handlers() const;
     QString finishWriting(TagStatus end);
-    QString nobodyToAsk() const;
+    // The outcome of a touch that nobody can be asked about; nothing when somebody can.
+    QString outcomeUnasked() const;
 
     std::function<void()> answer(const QString &outcome) const;
 

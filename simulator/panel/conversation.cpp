@@ -92,7 +92,7 @@ QString Conversation::callSentence(const QHash<QString, QString> &fields, const 
     if (!interface.startsWith(daemonName))
         return {};
     if (kind == QLatin1String("signal"))
-        return QStringLiteral("%1 tells everybody: %2").arg(daemonRole, member);
+        return QStringLiteral("%1 announces: %2").arg(daemonRole, member);
 
     const bool asksClient = interface.endsWith(QLatin1String(".UIAgent")) ||
                             interface.endsWith(QLatin1String(".HandoverRequestor"));

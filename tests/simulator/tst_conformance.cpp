@@ -20,7 +20,7 @@ private Q_SLOTS:
     void checkedDaemonIsAsItWas();
     void agreeableDaemonFails();
     void uselessDaemonFailsEveryCheck();
-    void missingDaemonIsSaid();
+    void missingDaemonIsReported();
 
 private:
     SimulatedDaemon daemon;
@@ -110,7 +110,7 @@ void TestConformance::uselessDaemonFailsEveryCheck()
         QVERIFY2(failed.contains(name), qUtf8Printable(name));
 }
 
-void TestConformance::missingDaemonIsSaid()
+void TestConformance::missingDaemonIsReported()
 {
     Tap tap({QStringLiteral("conformance")});
     QCOMPARE(tap.exitCode(), 3);

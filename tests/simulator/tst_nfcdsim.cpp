@@ -65,7 +65,7 @@ private Q_SLOTS:
     void openTapsOfALeavingProcessAreCanceled();
     void handlerFolderMayComeLater();
 
-    void handoverTellsEveryStep();
+    void everyStepOfAHandoverIsReported();
     void handoverDataNamesThePeer();
     void canceledHandoverFails();
     void switchingOffFailsTheHandover();
@@ -364,7 +364,7 @@ void TestNfcdSim::handlerFolderMayComeLater()
     QCOMPARE(handlers.constFirst().applicationId, QStringLiteral("late"));
 }
 
-void TestNfcdSim::handoverTellsEveryStep()
+void TestNfcdSim::everyStepOfAHandoverIsReported()
 {
     daemon.start({QStringLiteral("--handover-step"), QStringLiteral("1")});
     AgentProcess requestor;

@@ -27,8 +27,8 @@ private Q_SLOTS:
     void lineFeedDoesNotHideInAnArgument();
     void helpListsEveryCommand();
     void lostOutputIsAFailure();
-    void noDaemonIsSaid();
-    void noAgentIsSaid();
+    void missingDaemonIsReported();
+    void missingAgentIsReported();
     void switchedOffAdapterNoticesNothing();
 
     void decisionIsTheExitCode_data();
@@ -48,16 +48,16 @@ private Q_SLOTS:
     void tagThatTakesNoMessageFailsTheWriting();
     void writingEndsWithNfctap();
     void writingNeedsNoSimulator();
-    void handoverEndsAreTold_data();
-    void handoverEndsAreTold();
-    void transferEndsAreTold_data();
-    void transferEndsAreTold();
-    void transferIsToldFromStartToEnd();
+    void outcomeOfAHandoverIsPrinted_data();
+    void outcomeOfAHandoverIsPrinted();
+    void outcomeOfATransferIsPrinted_data();
+    void outcomeOfATransferIsPrinted();
+    void everyStepOfATransferIsReported();
     void slowTransferTakesItsTime();
     void receivedFileIsNamed();
     void canceledTransferEnds();
     void switchingOffEndsTransfers();
-    void deathOfTheDaemonIsSaid();
+    void deathOfTheDaemonIsReported();
     void releasedAgentIsNotAskedAgain();
     void hangingDaemonAnswersNothing();
     void daemonAnswersAfterItHung();
@@ -225,7 +225,7 @@ void TestNfcTap::lostOutputIsAFailure()
     }
 }
 
-void TestNfcTap::noDaemonIsSaid()
+void TestNfcTap::missingDaemonIsReported()
 {
     daemon.makeActivatable();
     Tap tap({QStringLiteral("uri"), QStringLiteral("https://example.org")});
@@ -235,7 +235,7 @@ void TestNfcTap::noDaemonIsSaid()
     QVERIFY2(!daemon.isOnBus(), "a tag has started the daemon");
 }
 
-void TestNfcTap::noAgentIsSaid()
+void TestNfcTap::missingAgentIsReported()
 {
     daemon.start();
     Tap tap({QStringLiteral("empty")});
@@ -516,7 +516,7 @@ void TestNfcTap::writingNeedsNoSimulator()
     QCOMPARE(unable.errors(), QStringLiteral("nfctap: tag with tel:1: the daemon writes no tags\n"));
 }
 
-void TestNfcTap::handoverEndsAreTold_data()
+void TestNfcTap::outcomeOfAHandoverIsPrinted_data()
 {
     QTest::addColumn<QString>("carrier");
     QTest::addColumn<QString>("step");
@@ -527,7 +527,7 @@ void TestNfcTap::handoverEndsAreTold_data()
     QTest::newRow("canceled") << QStringLiteral("bluetooth") << QStringLiteral("3600000") << true << 2;
 }
 
-void TestNfcTap::handoverEndsAreTold()
+void TestNfcTap::outcomeOfAHandoverIsPrinted()
 {
     QFETCH(QString, carrier);
     QFETCH(QString, step);
@@ -544,7 +544,7 @@ void TestNfcTap::handoverEndsAreTold()
     QCOMPARE(tap.exitCode(), code);
 }
 
-void TestNfcTap::transferEndsAreTold_data()
+void TestNfcTap::outcomeOfATransferIsPrinted_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<int>("code");
@@ -567,7 +567,7 @@ void TestNfcTap::transferEndsAreTold_data()
         << 2 << QStringLiteral("canceled") + what.arg(1000);
 }
 
-void TestNfcTap::transferEndsAreTold()
+void TestNfcTap::outcomeOfATransferIsPrinted()
 {
     QFETCH(const QStringList, arguments);
     QFETCH(const int, code);
@@ -580,7 +580,7 @@ void TestNfcTap::transferEndsAreTold()
     QCOMPARE(tap.output(), output);
 }
 
-void TestNfcTap::transferIsToldFromStartToEnd()
+void TestNfcTap::everyStepOfATransferIsReported()
 {
     daemon.start();
     AgentProcess client;
@@ -661,7 +661,7 @@ void TestNfcTap::canceledTransferEnds()
     QTRY_COMPARE(news.lines.constLast(), QStringLiteral("0 canceled ''"));
 }
 
-void TestNfcTap::deathOfTheDaemonIsSaid()
+void TestNfcTap::deathOfTheDaemonIsReported()
 {
     daemon.start();
     AgentProcess client;

@@ -23,7 +23,7 @@ private Q_SLOTS:
     void anotherCardOfThatNameIsAnotherContact();
     void nameBecomesAFileName_data();
     void nameBecomesAFileName();
-    void failureIsSaid();
+    void failureIsReported();
 
 private:
     static QByteArray contents(const QString &file);
@@ -90,7 +90,7 @@ void TestContactsFolder::nameBecomesAFileName()
              home->filePath(QStringLiteral("data/contacts/%1.vcf").arg(file)));
 }
 
-void TestContactsFolder::failureIsSaid()
+void TestContactsFolder::failureIsReported()
 {
     QFile inTheWay(home->filePath(QStringLiteral("data")));
     QVERIFY(inTheWay.open(QFile::WriteOnly));

@@ -19,7 +19,7 @@ private Q_SLOTS:
     void viewerTakesDataAndComesToTheFront();
     void secondViewerLeaves();
     void viewerEndsWithItsSession();
-    void missingDisplayIsSaid();
+    void missingDisplayIsReported();
     void versionIsPrinted();
 
 private:
@@ -110,7 +110,7 @@ void TestNfcViewer::viewerEndsWithItsSession()
     QDBusConnection::disconnectFromBus(QStringLiteral("session"));
 }
 
-void TestNfcViewer::missingDisplayIsSaid()
+void TestNfcViewer::missingDisplayIsReported()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.remove(QStringLiteral("QT_QPA_PLATFORM"));

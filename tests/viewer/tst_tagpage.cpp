@@ -28,7 +28,7 @@ private Q_SLOTS:
     void dataIsShownByItsBytes();
     void contactCardIsSavedOnce();
     void cardThatCannotBeSavedMayBeTriedAgain();
-    void nothingIsSaid();
+    void emptyPageSaysSo();
     void newMessageReplacesTheOldOne();
     void longMessageIsCut();
     void pageOffersNothingButToCloseIt();
@@ -166,7 +166,7 @@ void TestTagPage::cardThatCannotBeSavedMayBeTriedAgain()
     QCOMPARE(save->text(), QStringLiteral("Saved"));
 }
 
-void TestTagPage::nothingIsSaid()
+void TestTagPage::emptyPageSaysSo()
 {
     const QStringList nothing = {QStringLiteral("On the tag"), QStringLiteral("There is nothing to show.")};
     QTRY_COMPARE(texts(), nothing);
