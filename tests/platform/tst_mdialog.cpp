@@ -110,6 +110,13 @@ private Q_SLOTS:
     void tabScrollsControlsIntoView();
     void appearingEndsPressesBelow();
     void dialogInAPlainSceneTakesKeys();
+    void smallWindowScrollsEverything_data();
+    void smallWindowScrollsEverything();
+    void lateClickChangesNothing();
+    void buttonsMayGo_data();
+    void buttonsMayGo();
+    void removedButtonLeavesTheFocusToNobody();
+    void clickOnTheButtonOfADyingDialogDoesNothing();
 };
 
 void TestMDialog::setPropertiesAreReturned()
@@ -809,6 +816,143 @@ void TestMDialog::dialogInAPlainSceneTakesKeys()
     dialog->setFocus();
     keys.key(Qt::Key_Escape);
     QCOMPARE(finished.count(), 1);
+}
+
+void TestMDialog::smallWindowScrollsEverything_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("100 x 100") << QSize(100, 100);
+    QTest::newRow("480 x 120") << QSize(480, 120);
+    QTest::newRow("120 x 200") << QSize(120, 200);
+}
+
+void TestMDialog::smallWindowScrollsEverything()
+{
+    QFETCH(QSize, size);
+    MWindow window;
+    window.resize(size);
+    QVERIFY(activate(&window));
+    MMessageBox dialog(QStringLiteral("Connect?"), longText(), M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    CountLayouts layouts;
+    qApp->installEventFilter(&layouts);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    qApp->removeEventFilter(&layouts);
+    QCOMPARE(layouts.count, 0);
+    QCOMPARE(window.size(), size);
+
+    const MLabel *title = visibleBelow<MLabel>(&dialog).first();
+    QVERIFY(title->sceneBoundingRect().top() >= 0);
+    const MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
+    const auto inSight = [&] {
+        const QRectF seen = no->sceneBoundingRect() & window.rect();
+        return seen.height() >= no->size().height() - 1 && seen.width() > 40 ? seen.center() : QPointF();
+    };
+    TouchDriver finger(&window);
+    // A screen full of text at a time.
+    for (int i = 0; i < 200 && inSight().isNull(); ++i)
+        finger.wheel(QRectF(QPointF(), size).center(), -60);
+    QVERIFY2(!inSight().isNull(), "the button is out of reach");
+    finger.tap(inSight());
+    QCOMPARE(dialog.result(), int(M::NoButton));
+
+    dialog.appear(&window);
+    QVERIFY(title->sceneBoundingRect().top() >= 0);
+    finger.key(Qt::Key_Tab).key(Qt::Key_Tab);
+    QVERIFY(no->hasFocus());
+    QVERIFY(!inSight().isNull());
+
+    window.resize(480, 854);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    const qreal place = no->scenePos().y();
+    QVERIFY(place > 700 && no->sceneBoundingRect().bottom() < 854);
+    finger.wheel({240, 600}, -120);
+    QCOMPARE(no->scenePos().y(), place);
+}
+
+void TestMDialog::lateClickChangesNothing()
+{
+    MWindow window;
+    MDialog dialog(M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    dialog.button(M::NoButton)->click();
+    dialog.button(M::YesButton)->click();
+    QCOMPARE(dialog.clickedButton(), dialog.button(M::NoButton));
+    QCOMPARE(dialog.result(), int(M::NoButton));
+    dialog.appear(&window);
+    dialog.dismiss();
+    dialog.button(M::YesButton)->click();
+    QVERIFY(!dialog.clickedButton());
+    QCOMPARE(dialog.result(), canceled);
+}
+
+void TestMDialog::buttonsMayGo_data()
+{
+    QTest::addColumn<QString>("way");
+    for (const char *way : {"removeButton", "delete", "removeButton in its slot", "delete later in its slot"})
+        QTest::newRow(way) << QString::fromLatin1(way);
+}
+
+void TestMDialog::buttonsMayGo()
+{
+    QFETCH(QString, way);
+    MWindow window;
+    window.show();
+    StubbornDialog dialog(M::YesButton | M::NoButton);
+    QPointer<MButtonModel> more = dialog.addButton(QStringLiteral("More"));
+    MButtonModel foreign(QStringLiteral("Foreign"), M::InvalidRole, M::NoStandardButton);
+    dialog.appear(&window);
+    dialog.removeButton(&foreign);
+    dialog.removeButton(nullptr);
+    QCOMPARE(dialog.buttons().size(), 3);
+    const QPointF place = TouchDriver(&window).at(viewOf(&dialog, more));
+    if (way == QLatin1String("removeButton")) {
+        dialog.removeButton(more);
+    } else if (way == QLatin1String("delete")) {
+        delete more;
+    } else {
+        connect(more, &MButtonModel::clicked, this, [&] {
+            if (way == QLatin1String("removeButton in its slot"))
+                dialog.removeButton(more);
+            else
+                more->deleteLater();
+        });
+        TouchDriver(&window).tap(place);
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!more);
+    QCOMPARE(dialog.buttons(),
+             (QList<MButtonModel *>{dialog.button(M::YesButton), dialog.button(M::NoButton)}));
+    QCOMPARE(visibleBelow<MButton>(&dialog).size(), 2);
+    QVERIFY(!dialog.clickedButton());
+    QCoreApplication::processEvents();
+    tap(&window, viewOf(&dialog, dialog.button(M::NoButton)));
+    QCOMPARE(dialog.result(), int(M::NoButton));
+}
+
+void TestMDialog::removedButtonLeavesTheFocusToNobody()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(M::NoButton | M::YesButton);
+    dialog.appear(&window);
+    viewOf(&dialog, dialog.button(M::NoButton))->setFocus(Qt::TabFocusReason);
+    dialog.removeButton(dialog.button(M::NoButton));
+    QVERIFY(dialog.hasFocus());
+}
+
+void TestMDialog::clickOnTheButtonOfADyingDialogDoesNothing()
+{
+    auto *dialog = new MDialog(M::OkButton);
+    MButtonModel *ok = dialog->button(M::OkButton);
+    QSignalSpy finished(dialog, &MDialog::finished);
+    connect(dialog, &QObject::destroyed, this, [ok] { ok->click(); });
+    delete dialog;
+    QVERIFY(finished.isEmpty());
 }
 
 QTEST_MAIN(TestMDialog)

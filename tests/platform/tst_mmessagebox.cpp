@@ -19,6 +19,8 @@ private Q_SLOTS:
     void constructorsTakeTitleTextAndButtons();
     void textAndIconAreShown();
     void ownContentsReplaceTheText();
+    void questionBeginsOnTheScreen_data();
+    void questionBeginsOnTheScreen();
 };
 
 void TestMMessageBox::constructorsTakeTitleTextAndButtons()
@@ -62,6 +64,42 @@ void TestMMessageBox::ownContentsReplaceTheText()
     QCOMPARE(box.centralWidget(), contents);
     QCOMPARE(visibleBelow<MLabel>(&box), QList<MLabel *>{contents});
     QCOMPARE(box.text(), QStringLiteral("Other"));
+}
+
+void TestMMessageBox::questionBeginsOnTheScreen_data()
+{
+    QTest::addColumn<QString>("change");
+    for (const char *change : {"new text", "new title", "shown again", "new contents"})
+        QTest::newRow(change) << QString::fromLatin1(change);
+}
+
+void TestMMessageBox::questionBeginsOnTheScreen()
+{
+    QFETCH(QString, change);
+    const QString text = QStringLiteral("A question of many words. ").repeated(200);
+    MWindow window;
+    window.show();
+    MMessageBox box(QStringLiteral("Title"), text, M::OkButton);
+    box.appear(&window);
+    QCoreApplication::processEvents();
+    const auto top = [&] { return visibleBelow<MLabel>(&box).last()->scenePos().y(); };
+    const qreal before = top();
+    TouchDriver(&window).wheel({240, 500}, -1200);
+    QVERIFY(top() < before - 100);
+    if (change == QLatin1String("new text")) {
+        box.setText(text + text);
+    } else if (change == QLatin1String("new title")) {
+        box.setTitle(QStringLiteral("Other"));
+    } else if (change == QLatin1String("shown again")) {
+        box.done(0);
+        box.appear(&window);
+    } else {
+        auto *contents = new MLabel(text);
+        contents->setWordWrap(true);
+        box.setCentralWidget(contents);
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(top(), before);
 }
 
 QTEST_MAIN(TestMMessageBox)

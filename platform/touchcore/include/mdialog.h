@@ -18,6 +18,7 @@ class MDialogPrivate;
  * A question or a notice in front of everything else in its window: a title bar, contents and buttons.
  *
  * Contents that are higher than the screen scroll; the buttons stay in reach.
+ * In a window without room for both, everything scrolls together.
  */
 class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
 {
@@ -65,6 +66,12 @@ public:
     MButtonModel *addButton(const QString &text);
     /** Adds a button that shows \a text. The dialog owns it. */
     MButtonModel *addButton(const QString &text, M::ButtonRole role);
+
+    /**
+     * Takes \a button away and deletes it from the event loop. Ignores one that is not the dialog's own.
+     * Deleting a button does the same at once.
+     */
+    void removeButton(MButtonModel *button);
 
     /** Returns the button whose press closes or closed the dialog; null when it goes away without a press. */
     MButtonModel *clickedButton() const;

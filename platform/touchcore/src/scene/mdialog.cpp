@@ -3,6 +3,7 @@
 
 #include "mdialog.h"
 
+#include <algorithm>
 #include <utility>
 
 #include <QCoreApplication>
@@ -95,7 +96,7 @@ void MDialogPrivate::build(const QString &title, M::StandardButtons standard)
         }
     }
     for (MScrollArea *area : {bodyArea, buttonArea})
-        QObject::connect(area, &MScrollArea::contentChanged, q, [this] { layOut(); });
+        QObject::connect(area, &MScrollArea::contentChanged, this, [this] { layOut(); });
     fillBody();
 }
 
@@ -109,12 +110,31 @@ MButtonModel *MDialogPrivate::addButton(const QString &text, M::ButtonRole role,
     views.insert(model, view);
     QObject::connect(model, &MButtonModel::textChanged, view, &MButton::setText);
     QObject::connect(view, &MButton::clicked, model, &MButtonModel::click);
-    QObject::connect(model, &MButtonModel::clicked, q, [this, model] { press(model); });
+    QObject::connect(model, &MButtonModel::clicked, this, [this, model] { press(model); });
+    QObject::connect(model, &QObject::destroyed, this, &MDialogPrivate::forgetButton);
     return model;
+}
+
+void MDialogPrivate::forgetButton(const QObject *model)
+{
+    const auto gone = std::find(models.cbegin(), models.cend(), model);
+    if (gone == models.cend())
+        return;
+    MButton *view = views.take(*gone);
+    models.erase(gone);
+    // Qt would give the focus to the next button, which nobody chose.
+    view->clearFocus();
+    view->hide();
+    // It may be the one whose press led here.
+    view->deleteLater();
+    layOut();
 }
 
 void MDialogPrivate::press(MButtonModel *model)
 {
+    // An answer that comes after the last one changes nothing.
+    if (done)
+        return;
     clicked = model;
     q->done(model->standardButton());
 }
@@ -166,8 +186,18 @@ void MDialogPrivate::fillBody()
         column->addItem(centralWidget);
         column->setStretchFactor(centralWidget, 1);
     }
+    if (whole)
+        column->addItem(buttonArea);
+    else
+        buttonArea->setParentItem(card);
     body->setLayout(column);
     layOut();
+}
+
+void MDialogPrivate::scrollToTop()
+{
+    bodyArea->scrollTo(0);
+    buttonArea->scrollTo(0);
 }
 
 void MDialogPrivate::arrangeButtons(qreal width)
@@ -215,11 +245,52 @@ void MDialogPrivate::layOut()
 
     const QRectF screen = q->contentsRect();
     const qreal width = look.maximumWidth < 0 ? screen.width() : qMin(screen.width(), look.maximumWidth);
-    const qreal inner = width - look.margins.left() - look.margins.right();
     const qreal tallest = screen.height() - look.margins.top() - look.margins.bottom();
-    if (inner <= 0 || tallest <= 0)
+    if (screen.isEmpty())
+        return;
+    if (isTooSmall(tallest, look) != whole) {
+        whole = !whole;
+        fillBody();
+        return;
+    }
+    if (whole)
+        layOutWhole(look);
+    else
+        layOutParts(look, width - look.margins.left() - look.margins.right());
+}
+
+bool MDialogPrivate::isTooSmall(qreal tallest, const MStyle &look) const
+{
+    qreal button = 0;
+    for (const MButton *view : views)
+        button = qMax(button, view->effectiveSizeHint(Qt::PreferredSize).height());
+    return !models.isEmpty() && tallest - look.spacing < 2 * button;
+}
+
+void MDialogPrivate::layOutWhole(const MStyle &look)
+{
+    const QRectF screen = q->contentsRect();
+    const qreal inner = qMax(qreal(1), screen.width() - 2 * ringRoom());
+    arrangeButtons(inner);
+    const qreal buttons = buttonArea->contentHeight(screen.width());
+    buttonArea->setMinimumHeight(buttons);
+    buttonArea->setPreferredHeight(buttons);
+    body->setContentsMargins(0, look.margins.top(), 0, look.margins.bottom());
+    card->setGeometry(screen);
+    bodyArea->setGeometry(QRectF(QPointF(), screen.size()));
+}
+
+void MDialogPrivate::layOutParts(const MStyle &look, qreal inner)
+{
+    const QRectF screen = q->contentsRect();
+    const qreal width = inner + look.margins.left() + look.margins.right();
+    const qreal tallest = screen.height() - look.margins.top() - look.margins.bottom();
+    if (inner <= 0)
         return;
     arrangeButtons(inner);
+    // Only its geometry counts here.
+    buttonArea->setMinimumHeight(-1);
+    buttonArea->setPreferredHeight(-1);
     // The area is as much larger as the focus ring reaches beyond the buttons in it.
     const qreal room = 2 * ringRoom();
     const qreal buttons =
@@ -258,6 +329,7 @@ void MDialog::setTitle(const QString &title)
 {
     d->titleLabel->setText(title);
     d->fillBody();
+    d->scrollToTop();
 }
 
 QString MDialog::titleBarIconId() const
@@ -294,6 +366,7 @@ void MDialog::setCentralWidget(QGraphicsWidget *widget)
     delete d->centralWidget;
     d->centralWidget = widget;
     d->fillBody();
+    d->scrollToTop();
 }
 
 QList<MButtonModel *> MDialog::buttons() const
@@ -319,6 +392,15 @@ MButtonModel *MDialog::addButton(const QString &text, M::ButtonRole role)
     MButtonModel *model = d->addButton(text, role, M::NoStandardButton);
     d->layOut();
     return model;
+}
+
+void MDialog::removeButton(MButtonModel *button)
+{
+    if (!d->models.contains(button))
+        return;
+    d->forgetButton(button);
+    // It may be the one that was pressed.
+    button->deleteLater();
 }
 
 MButtonModel *MDialog::clickedButton() const
@@ -365,6 +447,7 @@ void MDialog::aboutToAppear()
 {
     d->done = false;
     d->clicked = nullptr;
+    d->scrollToTop();
 }
 
 void MDialog::keyPressEvent(QKeyEvent *event)

@@ -5,6 +5,7 @@
 #define MDIALOG_P_H
 
 #include <QHash>
+#include <QObject>
 #include <QPointer>
 
 #include <MDialog>
@@ -16,9 +17,11 @@ class MProgressIndicator;
 class MScrollArea;
 class MWidget;
 class MWidgetController;
+struct MStyle;
 
-class MDialogPrivate
+class MDialogPrivate : public QObject
 {
+    Q_OBJECT
 public:
     explicit MDialogPrivate(MDialog *dialog);
 
@@ -26,6 +29,8 @@ public:
 
     void build(const QString &title, M::StandardButtons standard);
     MButtonModel *addButton(const QString &text, M::ButtonRole role, M::StandardButton standard);
+    /** Forgets the button \a model, whose view goes with it. */
+    void forgetButton(const QObject *model);
     void press(MButtonModel *model);
 
     /** Shows the picture \a id above the title; none when empty. */
@@ -38,6 +43,14 @@ public:
     static qreal ringRoom();
     /** Fits the card with its parts into the dialog. */
     void layOut();
+    /** Gives the contents and the buttons a part of the card each. */
+    void layOutParts(const MStyle &look, qreal inner);
+    /** Lets the contents and the buttons scroll together in the whole of the dialog. */
+    void layOutWhole(const MStyle &look);
+    /** Returns whether \a tallest has no room for a button and as much of the contents. */
+    bool isTooSmall(qreal tallest, const MStyle &look) const;
+    /** Shows the beginning of the contents and of the buttons. */
+    void scrollToTop();
     /** Puts the buttons side by side if they fit into \a width, or below one another. */
     void arrangeButtons(qreal width);
 
@@ -60,7 +73,8 @@ public:
     QList<MButtonModel *> models;
     QHash<const MButtonModel *, MButton *> views;
     Arrangement arrangement = Column;
-    MButtonModel *clicked = nullptr;
+    QPointer<MButtonModel> clicked;
+    bool whole = false; ///< Too small for parts that scroll by themselves
     bool busy = false;
     bool done = false;
     int result = 0;

@@ -22,6 +22,7 @@ void MMessageBoxPrivate::show(MMessageBox *box)
         box->setCentralWidget(label);
     }
     label->setText(text);
+    MDialogPrivate::of(box)->scrollToTop();
 }
 
 MMessageBox::MMessageBox(const QString &title, const QString &text, M::StandardButtons buttons)
