@@ -110,8 +110,26 @@ public:
      *
      * Nothing is ever split into chunks or given an ID. The type's length is written as one byte even where
      * the type is longer than 255 bytes.
+     *
+     * Other decoders stop at the first Message End: of several URIs they read one. For them there is
+     * message().
      */
     QByteArray data() const;
+
+    /**
+     * Returns a message that every decoder reads, in time linear in its size; empty when there is none.
+     *
+     * The first record alone carries the flag Message Begin and the last alone Message End. URIs are
+     * abbreviated by all 35 codes of the NFC Forum's URI Record Type Definition, the longest beginning that
+     * fits. Nothing is split into chunks or given an ID.
+     *
+     * There is no message without a record, nor when a record is empty, has data without a MIME type, a type
+     * that is not two names around one "/" as RFC 2045 has it, or something longer than the format can say:
+     * 255 bytes of type, 4 GiB of payload. Then \a error, where given, says why, and which record it is,
+     * counted from 1; otherwise it becomes empty. The text is for the log and for developers. Nothing is
+     * logged.
+     */
+    QByteArray message(QString *error = nullptr) const;
 
 private:
     NDEFGeneratorPrivate *const d;

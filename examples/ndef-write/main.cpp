@@ -83,7 +83,13 @@ int main(int argc, char **argv)
             return fail(file);
     }
 
+    QString error;
+    const QByteArray message = generator.message(&error);
+    if (message.isEmpty()) {
+        std::fprintf(stderr, "ndef-write: %s\n", qPrintable(error));
+        return 1;
+    }
     if (arguments.isSet(QStringLiteral("to-tag")))
-        return writeToTag(generator.data());
-    return writeToFile(arguments.value(QStringLiteral("o")), generator.data());
+        return writeToTag(message);
+    return writeToFile(arguments.value(QStringLiteral("o")), message);
 }

@@ -3,6 +3,7 @@
 #include "ndefgenerator.h"
 
 #include <algorithm>
+#include <span>
 #include <utility>
 
 #include <QList>
@@ -23,6 +24,9 @@ constexpr uchar messageEndFlag = 0x40;
 constexpr uchar shortRecordFlag = 0x10;
 constexpr uchar idLengthFlag = 0x08;
 constexpr qsizetype shortPayloadMax = 0xFF;
+// What the fields for the lengths can say.
+constexpr qsizetype longestType = 0xFF;
+constexpr qint64 longestPayload = 0xFFFF'FFFF;
 // The flags, the lengths of type and ID, and a long record's payload length.
 constexpr qsizetype longestHeader = 7;
 
@@ -53,6 +57,16 @@ constexpr UriPrefix uriPrefixes[] = {
     {u"nfs://", 0x0C},
     {u"ftp://", 0x0D},
     {u"file://", 0x1D},
+};
+
+// The codes that data() does not use. None of them begins like one of the others.
+constexpr UriPrefix furtherUriPrefixes[] = {
+    {u"dav://", 0x0E},       {u"news:", 0x0F},       {u"telnet://", 0x10},    {u"imap:", 0x11},
+    {u"rtsp://", 0x12},      {u"urn:epc:id:", 0x1E}, {u"urn:epc:tag:", 0x1F}, {u"urn:epc:pat:", 0x20},
+    {u"urn:epc:raw:", 0x21}, {u"urn:epc:", 0x22},    {u"urn:nfc:", 0x23},     {u"urn:", 0x13},
+    {u"pop:", 0x14},         {u"sip:", 0x15},        {u"sips:", 0x16},        {u"tftp:", 0x17},
+    {u"btspp://", 0x18},     {u"btl2cap://", 0x19},  {u"btgoep://", 0x1A},    {u"tcpobex://", 0x1B},
+    {u"irdaobex://", 0x1C},
 };
 
 // As many bytes as a text can take in UTF-8.
@@ -120,12 +134,18 @@ struct UriPayload
     QStringView rest;
 };
 
-UriPayload abbreviate(QStringView uri)
+UriPayload abbreviate(QStringView uri, std::span<const UriPrefix> prefixes)
 {
-    for (const auto &[prefix, code] : uriPrefixes)
+    for (const auto &[prefix, code] : prefixes)
         if (uri.startsWith(prefix))
             return {code, uri.sliced(prefix.size())};
     return {0x00, uri};
+}
+
+UriPayload abbreviateByAll(QStringView uri)
+{
+    const UriPayload payload = abbreviate(uri, uriPrefixes);
+    return payload.identifierCode ? payload : abbreviate(uri, furtherUriPrefixes);
 }
 
 qsizetype uriRecordSpace(QStringView uri, QByteArrayView id)
@@ -133,9 +153,9 @@ qsizetype uriRecordSpace(QStringView uri, QByteArrayView id)
     return longestHeader + uriType.size() + id.size() + 1 + utf8Space(uri);
 }
 
-char *writeUriRecord(char *out, QStringView uri, MessageFlags flags, QByteArrayView id)
+char *writeUriRecord(char *out, UriPayload uri, MessageFlags flags, QByteArrayView id)
 {
-    const auto [identifierCode, rest] = abbreviate(uri);
+    const auto [identifierCode, rest] = uri;
     // Encoded where nothing else comes to stand: how long the header is follows from the payload's size.
     char *const payload = out + longestHeader + uriType.size() + id.size();
     *payload = identifierCode;
@@ -160,6 +180,52 @@ char *writeMimeRecord(char *out, QStringView mimeType, QByteArrayView mimeData, 
     sizes.type = payload - type;
     writeHeader(out, sizes, typeNameFormat(QByteArrayView(type, payload)), flags);
     return writeBytes(payload, mimeData);
+}
+
+// A character of a MIME type's or subtype's name, as RFC 2045 defines a token.
+bool isTokenCharacter(QChar c)
+{
+    constexpr QStringView special(u"()<>@,;:\\\"/[]?=");
+    return c > u' ' && c < u'\x7f' && !special.contains(c);
+}
+
+bool isMimeType(QStringView type)
+{
+    const qsizetype slash = type.indexOf(u'/');
+    if (slash <= 0 || slash == type.size() - 1)
+        return false;
+    const QStringView subtype = type.sliced(slash + 1);
+    return std::all_of(type.begin(), type.begin() + slash, isTokenCharacter) &&
+           std::all_of(subtype.begin(), subtype.end(), isTokenCharacter);
+}
+
+// Why the record cannot be in a message, or nothing. Only lengths are looked at before they are known to fit.
+QString failureOf(const NDEFGenerator::Record &record)
+{
+    const QString uri = record.uri();
+    if (!uri.isEmpty())
+        return 1 + utf8Space(uri) <= longestPayload ? QString() : QStringLiteral("the URI is too long");
+    const QString type = record.mimeType();
+    if (type.isEmpty())
+        return record.mimeData().isEmpty() ? QStringLiteral("there is nothing in it")
+                                           : QStringLiteral("the data has no MIME type");
+    if (type.size() > longestType)
+        return QStringLiteral("the MIME type is longer than 255 bytes");
+    if (!isMimeType(type))
+        return QStringLiteral("'%1' is no MIME type").arg(type);
+    return record.mimeData().size() <= longestPayload ? QString() : QStringLiteral("the data is too long");
+}
+
+QString failureOf(const QList<NDEFGenerator::Record> &records)
+{
+    if (records.isEmpty())
+        return QStringLiteral("There is no record");
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        const QString failure = failureOf(records[i]);
+        if (!failure.isEmpty())
+            return QStringLiteral("Record %1: %2").arg(QString::number(i + 1), failure);
+    }
+    return {};
 }
 
 } // namespace
@@ -261,7 +327,7 @@ QByteArray NDEFGenerator::data() const
         const auto &[uri, mimeType, mimeData] = Record::Private::of(record);
         const MessageFlags flags{record == records.first(), record == records.last()};
         if (!uri.isEmpty())
-            out = writeUriRecord(out, uri, flags, {});
+            out = writeUriRecord(out, abbreviate(uri, uriPrefixes), flags, {});
         else if (!mimeType.isEmpty())
             out = writeMimeRecord(out, mimeType, mimeData, flags);
     }
@@ -270,6 +336,34 @@ QByteArray NDEFGenerator::data() const
     // Said last, since a message handler may change the list.
     for (; dropped > 0; --dropped)
         qWarning("MIME data non-empty, but MIME type is not set - not writing record");
+    return message;
+}
+
+QByteArray NDEFGenerator::message(QString *error) const
+{
+    const QList<Record> &records = d->records;
+    const QString failure = failureOf(records);
+    if (error)
+        *error = failure;
+    if (!failure.isEmpty())
+        return {};
+
+    qsizetype space = 0;
+    for (const Record &record : records) {
+        const auto &[uri, mimeType, mimeData] = Record::Private::of(record);
+        space += uri.isEmpty() ? mimeRecordSpace(mimeType, mimeData) : uriRecordSpace(uri, {});
+    }
+    QByteArray message(space, Qt::Uninitialized);
+    char *out = message.data();
+    for (qsizetype i = 0; i < records.size(); ++i) {
+        const auto &[uri, mimeType, mimeData] = Record::Private::of(records[i]);
+        const MessageFlags flags{i == 0, i == records.size() - 1};
+        if (uri.isEmpty())
+            out = writeMimeRecord(out, mimeType, mimeData, flags);
+        else
+            out = writeUriRecord(out, abbreviateByAll(uri), flags, {});
+    }
+    message.truncate(out - message.constData());
     return message;
 }
 
@@ -290,7 +384,8 @@ QByteArray NDEFGeneratorPrivate::generateUriRecord(const QString &uri, bool mess
                                                    const QByteArray &id) const
 {
     QByteArray record(uriRecordSpace(uri, id), Qt::Uninitialized);
-    const char *const end = writeUriRecord(record.data(), uri, {messageBegin, messageEnd}, id);
+    const char *const end =
+        writeUriRecord(record.data(), abbreviate(uri, uriPrefixes), {messageBegin, messageEnd}, id);
     record.truncate(end - record.constData());
     return record;
 }

@@ -16,6 +16,8 @@ private Q_SLOTS:
     void uriIsPrintedInHex();
     void fileBecomesAMimeRecord();
     void messageIsWrittenToAFile();
+    void severalUrisAreOneMessage();
+    void nothingIsNoMessage();
     void fileThatCannotBeReadEndsTheProgram_data();
     void fileThatCannotBeReadEndsTheProgram();
     void lostOutputIsAFailure();
@@ -66,6 +68,19 @@ void TestNdefWrite::messageIsWrittenToAFile()
     QFile file(folder->filePath(QStringLiteral("x.ndef")));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "\x91\x01\x02U\x05\x31\x52\x0A\x0Dtext/vcardBEGIN:VCARD\r\n");
+}
+
+void TestNdefWrite::severalUrisAreOneMessage()
+{
+    QCOMPARE(run({QStringLiteral("tel:1"), QStringLiteral("urn:nfc:x")}),
+             "91 01 02 55 05 31 51 01 02 55 23 78\n");
+}
+
+void TestNdefWrite::nothingIsNoMessage()
+{
+    QCOMPARE(run({}), "");
+    QCOMPARE(program.readAllStandardError(), "ndef-write: There is no record\n");
+    QCOMPARE(program.exitCode(), 1);
 }
 
 void TestNdefWrite::fileThatCannotBeReadEndsTheProgram_data()
