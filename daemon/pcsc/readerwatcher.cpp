@@ -79,7 +79,8 @@ private:
     LONG watch();
     LONG listAgain(SCARDCONTEXT context);
     LONG wait(SCARDCONTEXT context, DWORD milliseconds);
-    void look(WatchedReader &reader, const SCARD_READERSTATE &seen);
+    static void look(WatchedReader &reader, const SCARD_READERSTATE &seen);
+    void tellCard(const WatchedReader &before, const WatchedReader &reader);
     void tellReaders();
 
     template <typename... Arguments>
@@ -174,17 +175,24 @@ LONG ReaderWatcher::Watch::wait(SCARDCONTEXT context, DWORD milliseconds)
     const LONG result = SCardGetStatusChange(context, milliseconds, states.data(), DWORD(states.size()));
     if (result != SCARD_S_SUCCESS)
         return result;
+    const QList<WatchedReader> before = readers;
     for (qsizetype i = 0; i < readers.size(); ++i)
         look(readers[i], states[size_t(i)]);
+    // A reader is known before its card is.
     tellReaders();
+    for (qsizetype i = 0; i < readers.size(); ++i)
+        tellCard(before[i], readers[i]);
     return result;
 }
 
 void ReaderWatcher::Watch::look(WatchedReader &reader, const SCARD_READERSTATE &seen)
 {
-    const WatchedReader before = reader;
     reader.state = seen.dwEventState & ~DWORD(SCARD_STATE_CHANGED);
     reader.atr = QByteArray(reinterpret_cast<const char *>(seen.rgbAtr), qsizetype(seen.cbAtr));
+}
+
+void ReaderWatcher::Watch::tellCard(const WatchedReader &before, const WatchedReader &reader)
+{
     const bool isOther = reader.events() != before.events();
     const QString name = QString::fromUtf8(reader.name);
     if (before.hasCard() && (!reader.hasCard() || isOther))

@@ -9,36 +9,25 @@
 #include <QProcess>
 
 /** The pcscd of with-reader, which dies and comes. */
-class PcscdProcess
+namespace PcscdProcess {
+
+/** Ends the one that runs, as kill -9 does, and leaves nothing of it in the way of the next one. */
+inline void die()
 {
-public:
-    ~PcscdProcess()
-    {
-        if (process.state() != QProcess::NotRunning)
-            die();
-    }
+    QFile file(qEnvironmentVariable("CONNUI_READER") + QStringLiteral("/pcscd.pid"));
+    if (!file.open(QFile::ReadOnly))
+        qFatal("there is no pcscd");
+    kill(file.readAll().trimmed().toInt(), SIGKILL);
+    for (const char *left : {"/run/pcscd/pcscd.comm", "/run/pcscd/pcscd.pid"})
+        QFile::remove(QString::fromLatin1(left));
+}
 
-    /** Ends the one that runs, whoever has started it. */
-    void die()
-    {
-        kill(pid(), SIGKILL);
-        if (process.state() != QProcess::NotRunning)
-            process.waitForFinished();
-    }
+/** Starts it, without waiting for it; with-reader ends it. */
+inline void come()
+{
+    QProcess::startDetached(qEnvironmentVariable("CONNUI_READER") + QStringLiteral("/pcscd"), QStringList());
+}
 
-    /** Starts it, without waiting for it. */
-    void come() { process.start(folder() + QStringLiteral("/pcscd"), QStringList()); }
-
-private:
-    static QString folder() { return qEnvironmentVariable("CONNUI_READER"); }
-
-    static pid_t pid()
-    {
-        QFile file(folder() + QStringLiteral("/pcscd.pid"));
-        return file.open(QFile::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
-    }
-
-    QProcess process;
-};
+} // namespace PcscdProcess
 
 #endif

@@ -1,0 +1,275 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
+#include <QDBusObjectPath>
+#include <QElapsedTimer>
+#include <QRegularExpression>
+#include <QTest>
+
+#include "agentprocess.h"
+#include "heldtag.h"
+#include "otherprogram.h"
+#include "pcscdaemon.h"
+#include "pcscdprocess.h"
+#include "privatebus.h"
+#include "readers.h"
+#include "refusingpcscd.h"
+#include "virtualtype2.h"
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+/**
+ * What can go wrong around the daemon.
+ *
+ * It is to answer within a tenth of a second throughout, and to ask about a tag again within one and a half
+ * after the end of the cause.
+ */
+class TestOutages : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase() { qRegisterMetaType<QDBusObjectPath>(); }
+    void init();
+    void cleanup();
+
+    void pcscdIsKilled();
+    void pcscdIsAbsent();
+    void pcscdRefuses();
+    void readerIsPulledWhileIdle();
+    void readerIsPulledInMidRead();
+    void cardHangsForTenSeconds();
+    void otherProgramHasTheCardForTenSeconds_data();
+    void otherProgramHasTheCardForTenSeconds();
+    void agentLeaves();
+    void daemonIsSwitchedOffInMidRead();
+    void busGoes();
+    void twoReadersAreUsedAtOnce();
+
+private:
+    // Twice and ten times what is promised, for a machine that has something else to do; measure_reader takes
+    // the time.
+    static constexpr int atOnce = 3000; // ms
+    static constexpr int longestAnswer = 1000;
+
+    void startWithAgent();
+    void answersFor(std::chrono::milliseconds time);
+    bool isAsked(int question, int milliseconds = atOnce);
+
+    PcscDaemon daemon;
+    VirtualType2 tag = VirtualType2::sticker(QByteArray::fromHex("d1010455036f7267"));
+    VirtualType2 otherTag = VirtualType2::sticker(QByteArray::fromHex("d10105540265654869"));
+    std::unique_ptr<AgentProcess> agent;
+};
+
+void TestOutages::init()
+{
+    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    Readers::waitUntilEmpty();
+}
+
+void TestOutages::cleanup()
+{
+    agent.reset();
+    daemon.kill();
+}
+
+void TestOutages::startWithAgent()
+{
+    daemon.startWithReaders();
+    agent = std::make_unique<AgentProcess>();
+    QCOMPARE(agent->registerAgent().error, QString());
+    daemon.longestAnswer = 0;
+}
+
+// The outage lasts, and the daemon is asked for its properties all the time.
+void TestOutages::answersFor(std::chrono::milliseconds time)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < time.count()) {
+        daemon.properties();
+        QTest::qWait(50);
+    }
+}
+
+bool TestOutages::isAsked(int question, int milliseconds)
+{
+    return QTest::qWaitFor([&] { return agent->calls(u"RequestNDEFDataDelivery"_s).size() >= question; },
+                           milliseconds);
+}
+
+void TestOutages::pcscdIsKilled()
+{
+    startWithAgent();
+    PcscdProcess::die();
+    QTRY_COMPARE(daemon.backend(), u"absent"_s);
+    QCOMPARE(daemon.readers(), QStringList());
+    PcscdProcess::come();
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
+    const HeldTag held(tag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::pcscdIsAbsent()
+{
+    startWithAgent();
+    PcscdProcess::die();
+    answersFor(10s);
+    QCOMPARE(daemon.backend(), u"absent"_s);
+    PcscdProcess::come();
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
+    const HeldTag held(tag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+    QCOMPARE(daemon.log().count(u"pcscd cannot be used"_s), 1);
+}
+
+void TestOutages::pcscdRefuses()
+{
+    startWithAgent();
+    PcscdProcess::die();
+    auto refusing = std::make_unique<RefusingPcscd>();
+    QTRY_COMPARE(daemon.backend(), u"refused"_s);
+    answersFor(5s);
+    QCOMPARE(daemon.backend(), u"refused"_s);
+    refusing.reset();
+    PcscdProcess::come();
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+    QCOMPARE(daemon.log().count(u"pcscd cannot be used"_s), 1);
+}
+
+void TestOutages::readerIsPulledWhileIdle()
+{
+    startWithAgent();
+    auto pulled = std::make_unique<PulledReader>();
+    QTRY_COMPARE(daemon.readers().size(), 1);
+    answersFor(2s);
+    pulled.reset();
+    QTRY_COMPARE(daemon.readers().size(), 2);
+    const HeldTag held(tag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::readerIsPulledInMidRead()
+{
+    startWithAgent();
+    auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 1, 1s});
+    QTRY_COMPARE(held->commands(), 2);
+    auto pulled = std::make_unique<PulledReader>();
+    held.reset();
+    QTRY_COMPARE(daemon.readers().size(), 1);
+    answersFor(2s);
+    pulled.reset();
+    QTRY_COMPARE(daemon.readers().size(), 2);
+    held = std::make_unique<HeldTag>(tag);
+    QVERIFY(isAsked(1));
+    QCOMPARE(agent->calls(u"RequestNDEFDataDelivery"_s).size(), 1);
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::cardHangsForTenSeconds()
+{
+    startWithAgent();
+    auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 1, 10s});
+    QTRY_COMPARE(held->commands(), 2);
+    answersFor(10s);
+    QVERIFY(daemon.log().contains(u"the card on Virtual reader 0 00 00 does not answer\n"_s));
+    QVERIFY(!isAsked(1, 500));
+    held.reset();
+    held = std::make_unique<HeldTag>(otherTag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::otherProgramHasTheCardForTenSeconds_data()
+{
+    QTest::addColumn<int>("how");
+    QTest::newRow("exclusive") << int(OtherProgram::Exclusive);
+    QTest::newRow("in a transaction") << int(OtherProgram::InTransaction);
+}
+
+void TestOutages::otherProgramHasTheCardForTenSeconds()
+{
+    QFETCH(int, how);
+    startWithAgent();
+    // Off, so that the other program is first.
+    daemon.setPowered(false);
+    const HeldTag held(tag);
+    Readers::waitForCard(0);
+    auto other = std::make_unique<OtherProgram>(OtherProgram::How(how));
+    daemon.setPowered(true);
+    answersFor(10s);
+    QCOMPARE(held.commands(), 0);
+    other.reset();
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::agentLeaves()
+{
+    startWithAgent();
+    agent->hold(u"RequestNDEFDataDelivery"_s);
+    {
+        const HeldTag held(tag);
+        QVERIFY(isAsked(1, 5000));
+    }
+    agent->kill();
+    answersFor(1s);
+    agent = std::make_unique<AgentProcess>();
+    QTRY_COMPARE(agent->registerAgent().error, QString());
+    const HeldTag held(tag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::daemonIsSwitchedOffInMidRead()
+{
+    startWithAgent();
+    auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 1, 1s});
+    QTRY_COMPARE(held->commands(), 2);
+    daemon.setPowered(false);
+    QCOMPARE(daemon.readers(), QStringList());
+    answersFor(2s);
+    QCOMPARE(held->commands(), 2);
+    held.reset();
+    daemon.setPowered(true);
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
+    held = std::make_unique<HeldTag>(tag);
+    QVERIFY(isAsked(1));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+void TestOutages::busGoes()
+{
+    PrivateBus bus;
+    QProcess program;
+    program.setProcessEnvironment(bus.environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
+    program.start(QStringLiteral(NFCD_PCSC), QStringList());
+    QTRY_COMPARE(Readers::connectionsToPcscd(), 1);
+    bus.end();
+    QVERIFY(program.waitForFinished(atOnce));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+}
+
+void TestOutages::twoReadersAreUsedAtOnce()
+{
+    startWithAgent();
+    const HeldTag slow(tag, {-1, 1, 4s}, 0);
+    QTRY_COMPARE(slow.commands(), 2);
+    const HeldTag quick(otherTag, 1);
+    QVERIFY(isAsked(1));
+    answersFor(2s);
+    QVERIFY(isAsked(2, 5000));
+    QVERIFY(daemon.longestAnswer < longestAnswer);
+}
+
+QTEST_GUILESS_MAIN(TestOutages)
+
+#include "tst_outages.moc"
