@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include <QDBusObjectPath>
 #include <QObject>
 
 #include "core/handovers.h"

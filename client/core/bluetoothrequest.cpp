@@ -6,7 +6,7 @@
 
 namespace {
 
-struct Words
+struct HandoverWords
 {
     Question::Kind kind;
     const char *title;
@@ -14,7 +14,7 @@ struct Words
     const char *verb;
 };
 
-Words wordsFor(Request::Kind kind)
+HandoverWords wordsFor(Request::Kind kind)
 {
     if (kind == Request::Pairing)
         return {Question::Pairing, "qtn_nfc_pair_tit", "qtn_nfc_pair_text", "qtn_nfc_pair"};
@@ -46,7 +46,7 @@ BluetoothRequest::BluetoothRequest(Kind kind, const QString &target, const Touch
 
 void BluetoothRequest::begin()
 {
-    const Words words = wordsFor(kind);
+    const HandoverWords words = wordsFor(kind);
     const QString name = device.name.isEmpty() ? device.address : device.name;
     Question question;
     question.kind = words.kind;

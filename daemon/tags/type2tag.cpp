@@ -3,6 +3,7 @@
 #include "daemon/tags/type2tag.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -195,7 +196,7 @@ std::optional<Type2Tag::Bytes> Type2Tag::blockOf(const QByteArray &value, int pl
     data += value;
     const int end = std::min(area.end(), Type2Memory::size);
     Bytes block;
-    for (const char byte : data) {
+    for (const char byte : std::as_const(data)) {
         if (place >= end)
             return std::nullopt;
         block.insert(place, quint8(byte));

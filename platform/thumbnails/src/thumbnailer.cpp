@@ -122,7 +122,7 @@ std::optional<ThumbnailerPrivate::Thumbnail> ThumbnailerPrivate::takeThumbnail(c
             continue;
         Thumbnail thumbnail{request->items.take(uri), path, request->flavor, request->sendPixmap};
         if (request->items.isEmpty())
-            requests.erase(request);
+            requests.remove(request.key());
         return thumbnail;
     }
     return std::nullopt;
@@ -154,7 +154,7 @@ void ThumbnailerPrivate::announceDefault(quint64 id, const QStringList &uris)
         const QUrl done = request->items.take(uri);
         const QString flavor = request->flavor;
         if (request->items.isEmpty())
-            requests.erase(request);
+            requests.remove(id);
         if (defaultThumbnail.isEmpty() && defaultPixmap.isNull())
             continue;
         Q_EMIT q->thumbnail(done, defaultThumbnail, defaultPixmap, flavor);

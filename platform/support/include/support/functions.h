@@ -19,6 +19,10 @@ struct Symbol
     Function Functions::*function;
 };
 
+/** Spelled out, since clang deduces an aggregate's template arguments only from its version 17 on. */
+template <typename Functions, typename Function>
+Symbol(const char *, Function Functions::*) -> Symbol<Functions, Function>;
+
 /**
  * Loads a library that is not linked, and looks up functions of it and of the libraries that it brings along.
  * It stays loaded. Nothing, with a warning that begins with \a failure, when the library or one of the
