@@ -441,12 +441,11 @@ void TestHostileInput::uselessCardIsAskedAbout_data()
                             << QByteArray("too large for a contact card");
     row("no card", "END:VCARD", "not a contact card");
     row("zeros", "BEGIN:VCARD\nN:" + QByteArray(100000, '\0') + ";a\nEND:VCARD\n");
-    const QByteArray tooMany = "too many parts for a contact card";
-    row("parts", "BEGIN:VCARD\nN:" + QByteArray(1000000, ';') + "\nEND:VCARD\n", tooMany);
-    row("parameters", "BEGIN:VCARD\nN;A=1" + QByteArray(",1").repeated(500000) + ":x\nEND:VCARD\n", tooMany);
+    row("parts", "BEGIN:VCARD\nN:" + QByteArray(1000000, ';') + "\nEND:VCARD\n",
+        "too many parts for a contact card");
+    row("parameters", "BEGIN:VCARD\nN;A=1" + QByteArray(",1").repeated(500000) + ":x\nEND:VCARD\n");
     row("soft breaks",
-        "BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:" + QByteArray("=\n").repeated(500000) + "\nEND:VCARD\n",
-        tooMany);
+        "BEGIN:VCARD\nN;ENCODING=QUOTED-PRINTABLE:" + QByteArray("=\n").repeated(500000) + "\nEND:VCARD\n");
     row("folds", "BEGIN:VCARD\nN:a" + QByteArray("\n \xcc\x81").repeated(20000) + ";b\nEND:VCARD\n");
     row("attributes", "BEGIN:VCARD\n" + QByteArray("X:1\n").repeated(50000) + "END:VCARD\n");
     row("nested", QByteArray("BEGIN:VCARD\n").repeated(50000));
