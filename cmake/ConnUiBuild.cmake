@@ -29,6 +29,7 @@ include(ECMAddTests)
 include(ECMGenerateExportHeader)
 include(ECMGenerateHeaders)
 include(ECMSetupVersion)
+include(ConnUiHardening)
 include(ConnUiLibrary)
 include(ConnUiProxy)
 
