@@ -6,11 +6,12 @@
 #include <QDBusConnection>
 #include <QDBusError>
 
+#include <NfcTranslations>
+
 #include "core/buswatch.h"
 #include "core/commandline.h"
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
-#include "core/texts.h"
 #include "remote/remotecontrol.h"
 #include "settings/settingswindow.h"
 
@@ -51,7 +52,7 @@ int main(int argc, char *argv[])
     TerminationSignals termination;
     const std::unique_ptr<QApplication> application = newApplication(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-settings"));
-    loadTexts();
+    ConnUi::installTranslations();
     if (const std::optional<QString> fault = arguments.read())
         return fail(BadArguments, *fault);
     if (!QDBusConnection::systemBus().isConnected())

@@ -11,6 +11,7 @@
 
 #include <ContactExporter>
 #include <MWindow>
+#include <NfcTranslations>
 
 #include "console/consoleface.h"
 #include "core/buswatch.h"
@@ -19,7 +20,6 @@
 #include "core/statusadaptor.h"
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
-#include "core/texts.h"
 #include "remote/remotecontrol.h"
 #include "screen/screenface.h"
 
@@ -135,7 +135,7 @@ int main(int argc, char *argv[])
 
     TerminationSignals termination;
     const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
-    loadTexts();
+    ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
         return fail(BadArguments, *fault);
     // Has the D-Bus library register its own types now, not on its thread while a message is being read.

@@ -36,6 +36,8 @@ include(ConnUiProxy)
 # Who links a library sees its public headers only.
 set(CMAKE_INCLUDE_CURRENT_DIR_IN_INTERFACE OFF)
 file(RELATIVE_PATH libraries_from_programs ${KDE_INSTALL_FULL_BINDIR} ${KDE_INSTALL_FULL_LIBDIR})
+# The build's folders are named as the installed ones: data is found from where a program or a library is.
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/${KDE_INSTALL_LIBDIR})
 set(CMAKE_INSTALL_RPATH $ORIGIN/${libraries_from_programs})
 
 option(CONNUI_WERROR "Treat compiler warnings as errors" OFF)

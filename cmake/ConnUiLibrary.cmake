@@ -31,6 +31,12 @@ function(connui_add_library target)
     target_link_libraries(${target}-objects PUBLIC ${ARG_PUBLIC} PRIVATE ${ARG_PRIVATE})
     target_link_libraries(${target} PUBLIC ${ARG_PUBLIC} PRIVATE ${target}-objects ${ARG_PRIVATE})
 
+    # From where a library is to what it finds beside it, in the installed tree as well as in the build's.
+    file(RELATIVE_PATH data ${KDE_INSTALL_FULL_LIBDIR} ${KDE_INSTALL_FULL_DATADIR})
+    file(RELATIVE_PATH programs ${KDE_INSTALL_FULL_LIBDIR} ${KDE_INSTALL_FULL_LIBEXECDIR})
+    target_compile_definitions(${target}-objects PRIVATE
+        DATA_FROM_LIBRARIES="${data}" PROGRAMS_FROM_LIBRARIES="${programs}")
+
     ecm_setup_version(PROJECT VARIABLE_PREFIX library SOVERSION ${PROJECT_VERSION_MAJOR}
         PACKAGE_VERSION_FILE ${CMAKE_CURRENT_BINARY_DIR}/${ARG_PACKAGE}ConfigVersion.cmake
         COMPATIBILITY SameMajorVersion)

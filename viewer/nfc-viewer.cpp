@@ -7,9 +7,8 @@
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
+
+#include <NfcTranslations>
 
 #include "application.h"
 #include "ndefhandler.h"
@@ -32,25 +31,6 @@ bool hasDisplay()
            qEnvironmentVariableIsSet("DISPLAY");
 }
 
-bool load(const QLocale &locale, const QString &name, const QString &folder)
-{
-    auto *translator = new QTranslator(QCoreApplication::instance());
-    return translator->load(locale, name, QStringLiteral("_"), folder) &&
-           QCoreApplication::installTranslator(translator);
-}
-
-// Those of Qt come second: they say which way the language runs.
-void loadTexts()
-{
-    const QString folder =
-        QCoreApplication::applicationDirPath() + QStringLiteral("/../share/connui-nfc/translations");
-    const QString name = QStringLiteral("connui-nfc");
-    if (load(QLocale(), name, folder))
-        load(QLocale(), QStringLiteral("qtbase"), QLibraryInfo::path(QLibraryInfo::TranslationsPath));
-    else
-        load(QLocale(QLocale::English), name, folder);
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -60,7 +40,7 @@ int main(int argc, char *argv[])
     QApplication program(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-viewer"));
-    loadTexts();
+    ConnUi::installTranslations();
     QCommandLineParser arguments;
     arguments.setApplicationDescription(
         QStringLiteral("Shows what is on a tag when no other application does. The session bus starts it."));

@@ -38,11 +38,11 @@ def start(stage):
 
 
 def hear(program, beginning):
-    """Reads what the program says up to a line that begins so."""
+    """Reads what the program says up to a line that begins so. Texts that are not found are heard before."""
     heard = []
     while not heard or not heard[-1].startswith(beginning):
         heard.append(program.stdout.readline())
-        if not heard[-1]:
+        if not heard[-1] or heard[-1].startswith(("No texts", "QString::arg")):
             sys.exit(f"expected {beginning!r}, heard {heard}")
 
 
@@ -56,7 +56,6 @@ def leave(program):
     program.communicate()
 
 
-os.environ["XDG_DATA_DIRS"] = f"{prefix}/share:/usr/local/share:/usr/share"
 # Before the daemon comes: it looks for folders once.
 handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc/handlers")
 handlers.mkdir(parents=True)

@@ -17,19 +17,21 @@ class Newcomer:
         shutil.rmtree(self.folder, ignore_errors=True)
         self.folder.mkdir(parents=True)
         libraries = next(self._prefix.glob("lib*/**/libconnui-nfc.so")).parent
+        # Building must know the prefix; what is in it, and what is built, runs without.
         self._environment = dict(
             os.environ,
-            LD_LIBRARY_PATH=str(libraries),
             PATH=f"{self._prefix}/bin:{os.environ['PATH']}",
             PKG_CONFIG_PATH=f"{libraries}/pkgconfig",
         )
+        for name in "LD_LIBRARY_PATH", "XDG_DATA_DIRS", "QT_PLUGIN_PATH":
+            self._environment.pop(name, None)
         self._activate_daemon()
 
     def _activate_daemon(self):
         """Lets the bus start the installed daemon, as a machine's own bus does."""
         service = self._prefix / "share/dbus-1/system-services/com.tavix.nfc.service"
         lines = service.read_text().splitlines()
-        daemon = f"Exec=/usr/bin/env LD_LIBRARY_PATH={self._environment['LD_LIBRARY_PATH']} {self._prefix}/bin/nfcd-sim"
+        daemon = f"Exec={self._prefix}/bin/nfcd-sim"
         text = "\n".join(daemon if line.startswith("Exec=") else line for line in lines)
         pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], service.name).write_text(text + "\n")
         self.run("dbus-send", "--system", "--print-reply", "--dest=com.tavix.nfc", "/",

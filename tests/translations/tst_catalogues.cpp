@@ -7,10 +7,7 @@
 #include <MButton>
 #include <MButtonModel>
 #include <MDialog>
-
-#include "core/texts.h"
-
-using namespace Qt::StringLiterals;
+#include <NfcTranslations>
 
 namespace {
 
@@ -31,7 +28,7 @@ using Messages = QMap<QString, Message>;
 // The texts of <translation>, with the reader on its start.
 QStringList readVariants(QXmlStreamReader &xml)
 {
-    if (xml.attributes().value("variants"_L1) != "yes"_L1)
+    if (xml.attributes().value(QLatin1String("variants")) != QLatin1String("yes"))
         return {xml.readElementText()};
     QStringList variants;
     while (xml.readNextStartElement())
@@ -51,12 +48,12 @@ QStringList readForms(QXmlStreamReader &xml)
 Message readMessage(QXmlStreamReader &xml)
 {
     Message message;
-    const bool counts = xml.attributes().value("numerus"_L1) == "yes"_L1;
+    const bool counts = xml.attributes().value(QLatin1String("numerus")) == QLatin1String("yes");
     while (xml.readNextStartElement()) {
-        if (xml.name() == "source"_L1) {
+        if (xml.name() == QLatin1String("source")) {
             message.source = xml.readElementText();
-        } else if (xml.name() == "translation"_L1) {
-            message.state = xml.attributes().value("type"_L1).toString();
+        } else if (xml.name() == QLatin1String("translation")) {
+            message.state = xml.attributes().value(QLatin1String("type")).toString();
             if (counts)
                 message.forms = readForms(xml);
             else
@@ -70,20 +67,21 @@ Message readMessage(QXmlStreamReader &xml)
 
 QStringList catalogueFiles()
 {
-    return QDir(SOURCES "/translations"_L1).entryList({u"*.ts"_s}, QDir::Files, QDir::Name);
+    return QDir(QLatin1String(SOURCES "/translations"))
+        .entryList({QStringLiteral("*.ts")}, QDir::Files, QDir::Name);
 }
 
 Messages readCatalogue(const QString &name)
 {
     Messages messages;
-    QFile file(SOURCES "/translations/"_L1 + name);
+    QFile file(QLatin1String(SOURCES "/translations/") + name);
     if (!file.open(QIODevice::ReadOnly))
         qFatal("Catalogues: unable to read %s", qUtf8Printable(file.fileName()));
     QXmlStreamReader xml(&file);
     while (!xml.atEnd()) {
-        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != "message"_L1)
+        if (xml.readNext() != QXmlStreamReader::StartElement || xml.name() != QLatin1String("message"))
             continue;
-        const QString id = xml.attributes().value("id"_L1).toString();
+        const QString id = xml.attributes().value(QLatin1String("id")).toString();
         if (messages.contains(id))
             qFatal("Catalogues: %s is twice in %s", qUtf8Printable(id), qUtf8Printable(name));
         messages.insert(id, readMessage(xml));
@@ -94,12 +92,14 @@ Messages readCatalogue(const QString &name)
 }
 
 // Every id that stands in the code: within qtTrId() and in tables alike.
-QStringList usedIds(const QString &pattern = u"\"(qtn_[^\"]*)\""_s)
+QStringList usedIds(const QString &pattern = QStringLiteral("\"(qtn_[^\"]*)\""))
 {
     const QRegularExpression literal(pattern);
     QSet<QString> ids;
-    for (const QString &folder : {u"src"_s, u"platform"_s, u"client"_s, u"examples"_s, u"viewer"_s}) {
-        QDirIterator files(SOURCES "/"_L1 + folder, {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
+    for (const QString &folder : {QStringLiteral("src"), QStringLiteral("platform"), QStringLiteral("client"),
+                                  QStringLiteral("examples"), QStringLiteral("viewer")}) {
+        QDirIterator files(QLatin1String(SOURCES "/") + folder,
+                           {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
                            QDirIterator::Subdirectories);
         while (files.hasNext()) {
             QFile file(files.next());
@@ -118,7 +118,7 @@ QStringList usedIds(const QString &pattern = u"\"(qtn_[^\"]*)\""_s)
 // %1, %2 and so on, each as often as it is there, whatever their order.
 QStringList placeholders(const QString &text)
 {
-    static const QRegularExpression placeholder(u"%L?[0-9n]+"_s);
+    static const QRegularExpression placeholder(QStringLiteral("%L?[0-9n]+"));
     QStringList found;
     QRegularExpressionMatchIterator matches = placeholder.globalMatch(text);
     while (matches.hasNext())
@@ -173,7 +173,7 @@ private Q_SLOTS:
 
 void TestCatalogues::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
 }
 
 void TestCatalogues::cleanup()
@@ -186,8 +186,9 @@ void TestCatalogues::cleanup()
 void TestCatalogues::languagesAreThere()
 {
     const QStringList files = catalogueFiles();
-    for (const QString &language : {u"ar"_s, u"de"_s, u"en"_s, u"fi"_s})
-        QVERIFY2(files.contains(u"connui-nfc_%1.ts"_s.arg(language)), qUtf8Printable(language));
+    for (const QString &language :
+         {QStringLiteral("ar"), QStringLiteral("de"), QStringLiteral("en"), QStringLiteral("fi")})
+        QVERIFY2(files.contains(QStringLiteral("connui-nfc_%1.ts").arg(language)), qUtf8Printable(language));
 }
 
 void TestCatalogues::everyUsedIdIsThereAndNoOther_data()
@@ -199,7 +200,7 @@ void TestCatalogues::everyUsedIdIsThereAndNoOther()
 {
     QFETCH(QString, catalogue);
     const QStringList used = usedIds();
-    QVERIFY(used.contains(u"qtn_comm_kilobytes"_s));
+    QVERIFY(used.contains(QStringLiteral("qtn_comm_kilobytes")));
     QCOMPARE(QStringList(readCatalogue(catalogue).keys()), used);
 }
 
@@ -230,7 +231,7 @@ void TestCatalogues::sourceIsTheEnglishText_data()
 void TestCatalogues::sourceIsTheEnglishText()
 {
     QFETCH(QString, catalogue);
-    const Messages english = readCatalogue(u"connui-nfc_en.ts"_s);
+    const Messages english = readCatalogue(QStringLiteral("connui-nfc_en.ts"));
     const Messages messages = readCatalogue(catalogue);
     for (auto message = messages.begin(); message != messages.end(); ++message)
         QCOMPARE(message->source, english.value(message.key()).text());
@@ -269,25 +270,26 @@ void TestCatalogues::lengthVariantsGoFromLongToShort()
 
 void TestCatalogues::everyTextIsInTheTranslatorsTable()
 {
-    static const QRegularExpression line(u"^\\| `(qtn_[^`]*)` \\|"_s, QRegularExpression::MultilineOption);
-    QFile file(SOURCES "/docs/translating.md"_L1);
+    static const QRegularExpression line(QStringLiteral("^\\| `(qtn_[^`]*)` \\|"),
+                                         QRegularExpression::MultilineOption);
+    QFile file(QLatin1String(SOURCES "/docs/translating.md"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QStringList ids;
     QRegularExpressionMatchIterator found = line.globalMatch(QString::fromUtf8(file.readAll()));
     while (found.hasNext())
         ids.append(found.next().captured(1));
     ids.sort();
-    QCOMPARE(ids, QStringList(readCatalogue(u"connui-nfc_en.ts"_s).keys()));
+    QCOMPARE(ids, QStringList(readCatalogue(QStringLiteral("connui-nfc_en.ts")).keys()));
 }
 
 void TestCatalogues::everyNumberHasItsForm_data()
 {
     QTest::addColumn<QString>("catalogue");
     QTest::addColumn<qsizetype>("forms");
-    QTest::newRow("English") << u"connui-nfc_en.ts"_s << qsizetype(2);
-    QTest::newRow("German") << u"connui-nfc_de.ts"_s << qsizetype(2);
-    QTest::newRow("Finnish") << u"connui-nfc_fi.ts"_s << qsizetype(2);
-    QTest::newRow("Arabic") << u"connui-nfc_ar.ts"_s << qsizetype(6);
+    QTest::newRow("English") << QStringLiteral("connui-nfc_en.ts") << qsizetype(2);
+    QTest::newRow("German") << QStringLiteral("connui-nfc_de.ts") << qsizetype(2);
+    QTest::newRow("Finnish") << QStringLiteral("connui-nfc_fi.ts") << qsizetype(2);
+    QTest::newRow("Arabic") << QStringLiteral("connui-nfc_ar.ts") << qsizetype(6);
 }
 
 void TestCatalogues::everyNumberHasItsForm()
@@ -319,7 +321,7 @@ void TestCatalogues::whatCountsIsAskedForWithTheNumber()
     for (auto message = messages.begin(); message != messages.end(); ++message)
         if (!message->forms.isEmpty())
             counting.append(message.key());
-    QCOMPARE(counting, usedIds(u"qtTrId\\(\"(qtn_[^\"]*)\", "_s));
+    QCOMPARE(counting, usedIds(QStringLiteral("qtTrId\\(\"(qtn_[^\"]*)\", ")));
 }
 
 void TestCatalogues::formsDiffer_data()
@@ -327,11 +329,11 @@ void TestCatalogues::formsDiffer_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<int>("one");
     QTest::addColumn<int>("other");
-    QTest::newRow("English") << u"en"_s << 1 << 2;
-    QTest::newRow("German") << u"de"_s << 1 << 2;
-    QTest::newRow("Finnish") << u"fi"_s << 1 << 2;
-    QTest::newRow("Arabic, two and three") << u"ar"_s << 2 << 3;
-    QTest::newRow("Arabic, three and eleven") << u"ar"_s << 3 << 11;
+    QTest::newRow("English") << QStringLiteral("en") << 1 << 2;
+    QTest::newRow("German") << QStringLiteral("de") << 1 << 2;
+    QTest::newRow("Finnish") << QStringLiteral("fi") << 1 << 2;
+    QTest::newRow("Arabic, two and three") << QStringLiteral("ar") << 2 << 3;
+    QTest::newRow("Arabic, three and eleven") << QStringLiteral("ar") << 3 << 11;
 }
 
 void TestCatalogues::formsDiffer()
@@ -340,10 +342,10 @@ void TestCatalogues::formsDiffer()
     QFETCH(int, one);
     QFETCH(int, other);
     QLocale::setDefault(QLocale(language));
-    loadTexts();
+    ConnUi::installTranslations();
     const QString less = qtTrId("qtn_nfc_waiting_more", one);
     const QString more = qtTrId("qtn_nfc_waiting_more", other);
-    QVERIFY(less.contains(u"%L1"_s));
+    QVERIFY(less.contains(QStringLiteral("%L1")));
     QVERIFY2(less != more, qUtf8Printable(more));
 }
 
@@ -351,9 +353,9 @@ void TestCatalogues::digitsAreOfOneKind_data()
 {
     QTest::addColumn<QString>("locale");
     QTest::addColumn<char32_t>("zero");
-    QTest::newRow("Egypt") << u"ar_EG"_s << U'\u0660';
-    QTest::newRow("Morocco") << u"ar_MA"_s << U'0';
-    QTest::newRow("Germany") << u"de_DE"_s << U'0';
+    QTest::newRow("Egypt") << QStringLiteral("ar_EG") << U'\u0660';
+    QTest::newRow("Morocco") << QStringLiteral("ar_MA") << U'0';
+    QTest::newRow("Germany") << QStringLiteral("de_DE") << U'0';
 }
 
 void TestCatalogues::digitsAreOfOneKind()
@@ -361,11 +363,11 @@ void TestCatalogues::digitsAreOfOneKind()
     QFETCH(QString, locale);
     QFETCH(char32_t, zero);
     QLocale::setDefault(QLocale(locale));
-    loadTexts();
+    ConnUi::installTranslations();
     // As the sheet of a file that arrives puts them together.
     QStringList texts;
     for (const char *unit : {"qtn_comm_kilobytes", "qtn_comm_megabytes", "qtn_comm_gigabytes"})
-        texts.append(u"%L1/%2"_s.arg(1000).arg(qtTrId(unit).arg(3000)));
+        texts.append(QStringLiteral("%L1/%2").arg(1000).arg(qtTrId(unit).arg(3000)));
     texts.append(qtTrId("qtn_nfc_waiting_more", 25).arg(25));
     for (const QString &text : std::as_const(texts)) {
         qsizetype digits = 0;
@@ -387,8 +389,8 @@ void TestCatalogues::digitsAreOfOneKind()
 // "Dieser Tag ist leer" says that this day is empty.
 void TestCatalogues::germanTagIsNoDay()
 {
-    static const QRegularExpression day(u"(?<!NFC-)\\bTags?\\b"_s);
-    const Messages messages = readCatalogue(u"connui-nfc_de.ts"_s);
+    static const QRegularExpression day(QStringLiteral("(?<!NFC-)\\bTags?\\b"));
+    const Messages messages = readCatalogue(QStringLiteral("connui-nfc_de.ts"));
     for (const Message &message : messages)
         for (const QString &text : message.variants + message.forms)
             QVERIFY2(!text.contains(day), qUtf8Printable(text));
@@ -405,7 +407,7 @@ void TestCatalogues::cancelIsOneWord()
 {
     QFETCH(QString, language);
     QLocale::setDefault(QLocale(language));
-    loadTexts();
+    ConnUi::installTranslations();
     const MDialog dialog(QString(), M::CancelButton);
     QCOMPARE(qtTrId("qtn_comm_cancel"), dialog.buttons().constFirst()->text());
 }
@@ -415,13 +417,21 @@ void TestCatalogues::toolkitSpeaksTheSameLanguage_data()
     QTest::addColumn<QString>("language");
     QTest::addColumn<QStringList>("labels");
     QTest::addColumn<Qt::LayoutDirection>("direction");
-    QTest::newRow("English") << u"en"_s << QStringList{u"OK"_s, u"Yes"_s, u"No"_s, u"Cancel"_s}
+    QTest::newRow("English") << QStringLiteral("en")
+                             << QStringList{QStringLiteral("OK"), QStringLiteral("Yes"), QStringLiteral("No"),
+                                            QStringLiteral("Cancel")}
                              << Qt::LeftToRight;
-    QTest::newRow("German") << u"de"_s << QStringList{u"OK"_s, u"Ja"_s, u"Nein"_s, u"Abbrechen"_s}
+    QTest::newRow("German") << QStringLiteral("de")
+                            << QStringList{QStringLiteral("OK"), QStringLiteral("Ja"), QStringLiteral("Nein"),
+                                           QStringLiteral("Abbrechen")}
                             << Qt::LeftToRight;
-    QTest::newRow("Finnish") << u"fi"_s << QStringList{u"OK"_s, u"Kyllä"_s, u"Ei"_s, u"Peru"_s}
+    QTest::newRow("Finnish") << QStringLiteral("fi")
+                             << QStringList{QStringLiteral("OK"), QStringLiteral("Kyllä"),
+                                            QStringLiteral("Ei"), QStringLiteral("Peru")}
                              << Qt::LeftToRight;
-    QTest::newRow("Arabic") << u"ar"_s << QStringList{u"حسنًا"_s, u"نعم"_s, u"لا"_s, u"ألغِ"_s}
+    QTest::newRow("Arabic") << QStringLiteral("ar")
+                            << QStringList{QStringLiteral("حسنًا"), QStringLiteral("نعم"),
+                                           QStringLiteral("لا"), QStringLiteral("ألغِ")}
                             << Qt::RightToLeft;
 }
 
@@ -432,7 +442,7 @@ void TestCatalogues::toolkitSpeaksTheSameLanguage()
     QFETCH(QStringList, labels);
     QFETCH(Qt::LayoutDirection, direction);
     QLocale::setDefault(QLocale(language));
-    loadTexts();
+    ConnUi::installTranslations();
 
     const MDialog dialog(QString(), M::OkButton | M::YesButton | M::NoButton | M::CancelButton);
     QStringList shown;
