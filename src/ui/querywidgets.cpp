@@ -2,23 +2,22 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ui/querywidgets.h"
 
-#include <QFileInfo>
+#include <QDir>
 #include <QPixmap>
 #include <QTextOption>
 
 #include <MImageWidget>
 #include <MLabel>
+#include <MTheme>
 
 namespace ConnUi {
 
 MImageWidget *newIconWidget(const QString &icon)
 {
     auto *widget = new MImageWidget;
-    const QFileInfo file(icon);
-    // Opening a pipe would wait for its writer.
-    if (file.isAbsolute() && file.isFile())
-        widget->setPixmap(QPixmap(icon));
-    else if (!file.isAbsolute())
+    if (QDir::isAbsolutePath(icon))
+        widget->setPixmap(MTheme::foreignPixmap(icon));
+    else
         widget->setImage(icon);
     return widget;
 }

@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <QBuffer>
 #include <QDir>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 
 #include <MLabel>
 #include <MTheme>
@@ -102,6 +104,9 @@ private Q_SLOTS:
     void bannersHaveTheirSizes();
     void picturesAreSharedUntilReleased();
     void installedIconIsFound();
+    void foreignPictureIsReadFromItsFile_data();
+    void foreignPictureIsReadFromItsFile();
+    void drawingThatTakesTooMuchIsNoPicture();
     void themeFileReplacesStyles();
     void themeFileInDataFolderIsFound();
     void faultyFileLeavesBuiltInTheme_data();
@@ -223,6 +228,49 @@ void TestMTheme::installedIconIsFound()
 
     const QIcon icon = MThemePrivate().icon(QStringLiteral("example-reader"));
     QCOMPARE(icon.pixmap(64, 64).toImage().pixelColor(32, 32), QColor(Qt::green));
+}
+
+void TestMTheme::foreignPictureIsReadFromItsFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QSize>("size");
+    QTest::newRow("XXXXXX.svg") << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
+                                              "<rect width='8' height='8' fill='#00ff00'/></svg>")
+                                << QSize(256, 256);
+    for (const int length : {40, 256, 300}) {
+        QImage image(length, length, QImage::Format_RGB32);
+        image.fill(Qt::green);
+        QByteArray content;
+        QBuffer buffer(&content);
+        QVERIFY(image.save(&buffer, "PNG"));
+        QTest::addRow("XXXXXX %d.png", length) << content << QSize(length, length).boundedTo(QSize(256, 256));
+    }
+    QTest::newRow("XXXXXX.jpeg") << QByteArray("rubbish") << QSize(0, 0);
+}
+
+void TestMTheme::foreignPictureIsReadFromItsFile()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QSize, size);
+    QTemporaryFile file(QDir::temp().filePath(QString::fromLatin1(QTest::currentDataTag())));
+    QVERIFY(file.open() && file.write(content) == content.size() && file.flush());
+    const QPixmap picture = MTheme::foreignPixmap(file.fileName());
+    QCOMPARE(picture.size(), size);
+    if (!size.isEmpty())
+        QCOMPARE(picture.toImage().pixelColor(size.width() / 2, size.height() / 2), QColor(Qt::green));
+}
+
+void TestMTheme::drawingThatTakesTooMuchIsNoPicture()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    file.write(
+        "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' width='64' "
+        "height='64'><path id='line' stroke='red' stroke-dasharray='0.01' d='M0 0C" +
+        QByteArray(" 1 2 3 4 5 6").repeated(300) + "'/>" +
+        QByteArray("<use xlink:href='#line'/>").repeated(100000) + "</svg>");
+    QVERIFY(file.flush());
+    QVERIFY(MTheme::foreignPixmap(file.fileName()).isNull());
 }
 
 void TestMTheme::themeFileReplacesStyles()

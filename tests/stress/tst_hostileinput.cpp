@@ -358,10 +358,7 @@ void TestHostileInput::symbolicLinkThatLeadsNowhereNamesNoApplication()
 void TestHostileInput::uselessIconLeavesTheQuestion_data()
 {
     QTest::addColumn<QByteArray>("content");
-    QTest::addColumn<QByteArray>("warning");
-    const auto row = [](const char *name, const QByteArray &content, const QByteArray &warning = {}) {
-        QTest::newRow(name) << content << warning;
-    };
+    const auto row = [](const char *name, const QByteArray &content) { QTest::newRow(name) << content; };
     const QByteArray svg =
         "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xlink='http://www.w3.org/1999/xlink' ";
     row("nothing", QByteArray());
@@ -369,8 +366,7 @@ void TestHostileInput::uselessIconLeavesTheQuestion_data()
     // 100000 pixels each way, in a file of a few bytes.
     row("huge PNG",
         QByteArray::fromHex("89504e470d0a1a0a0000000d49484452000186a0000186a00806000000a8520bc80000000c494441"
-                            "54789c6360a03d00000064000186643c350000000049454e44ae426082"),
-        "QImageIOHandler: Rejecting image as it exceeds the current allocation limit of 128 megabytes");
+                            "54789c6360a03d00000064000186643c350000000049454e44ae426082"));
     row("huge SVG", svg + "width='1000000' height='1000000'><rect width='9' height='9'/></svg>");
     row("deep SVG", svg + "width='64' height='64'>" + QByteArray("<g>").repeated(100000));
 
@@ -387,18 +383,13 @@ void TestHostileInput::uselessIconLeavesTheQuestion_data()
     row("SVG that repeats", svg + "width='64' height='64'>" + uses + "</svg>");
     row("SVG of itself", svg + "width='64' height='64'><g id='a'><use xlink:href='#b'/></g>"
                                "<g id='b'><use xlink:href='#a'/></g></svg>");
-    row("SVG of others",
-        svg + "width='64' height='64'><image width='9' height='9' "
-              "xlink:href='file:///dev/zero'/></svg>",
-        "Could not create image from \"file:///dev/zero\"");
+    row("SVG of others", svg + "width='64' height='64'><image width='9' height='9' "
+                               "xlink:href='file:///dev/zero'/></svg>");
 }
 
 void TestHostileInput::uselessIconLeavesTheQuestion()
 {
     QFETCH(QByteArray, content);
-    QFETCH(QByteArray, warning);
-    if (!warning.isEmpty())
-        QTest::ignoreMessage(QtWarningMsg, warning.constData());
     const QString path = folder.filePath(QStringLiteral("icon"));
     writeFile(path, content);
     applications.install(QStringLiteral("painted"), QStringLiteral("Painted"), path);

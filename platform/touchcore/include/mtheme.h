@@ -62,6 +62,16 @@ public:
     /** Hands back a picture that pixmap() gave; anything else is ignored. */
     static void releasePixmap(const QPixmap *pixmap);
 
+    /**
+     * Returns the picture in the file with the absolute path \a path, no more than 256 pixels each way, or a
+     * null one when there is none.
+     *
+     * For files of others: a process of its own reads and draws it, which ends when that takes more than a
+     * second of processor time or half a gigabyte of memory. Waits for it, five seconds at most. So is drawn
+     * whatever pixmap() or an MImageWidget shows that is not the toolkit's own.
+     */
+    static QPixmap foreignPixmap(const QString &path);
+
 Q_SIGNALS:
     /** Colors or the size of texts have changed. */
     void changed();

@@ -7,10 +7,15 @@
 #include <array>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include "theme/mbesidelibrary_p.h"
+#include "theme/mforeignicon_p.h"
 #include "theme/msmallfile_p.h"
 #include "theme/mtheme_p.h"
 
@@ -41,13 +46,6 @@ void setIconPaths()
     QIcon::setFallbackSearchPaths(flat);
     if (QIcon::themeName().isEmpty())
         QIcon::setThemeName(QStringLiteral("hicolor"));
-}
-
-QIcon findIcon(const QString &id)
-{
-    const QIcon icon = QDir::isAbsolutePath(id) ? QIcon(id) : QIcon::fromTheme(id);
-    // A file may be there and still hold no picture.
-    return icon.pixmap(probe).isNull() ? QIcon() : icon;
 }
 
 } // namespace
@@ -96,9 +94,15 @@ bool MThemePrivate::follow(const MLook &look)
 QString MThemePrivate::path()
 {
     const QString given = qEnvironmentVariable("QUENZO_TOUCH_THEME");
-    return !given.isEmpty() ? given
-                            : QStandardPaths::locate(QStandardPaths::GenericDataLocation,
-                                                     QStringLiteral("quenzotouchcore/theme.ini"));
+    if (!given.isEmpty())
+        return given;
+    const QString name = QStringLiteral("quenzotouchcore/theme.ini");
+    const QString users = QStandardPaths::locate(QStandardPaths::GenericDataLocation, name);
+    if (!users.isEmpty())
+        return users;
+    // A library under a prefix that the session does not know brings its theme along.
+    const QString own = pathBesideLibrary(QStringLiteral(DATA_FROM_LIBRARIES "/") + name);
+    return QFileInfo::exists(own) ? own : QString();
 }
 
 void MThemePrivate::loadFile()
@@ -146,6 +150,31 @@ void MThemePrivate::warnAboutStyle(const QString &name)
         return;
     missingStyles.insert(name);
     qWarning("MTheme: no style is called '%s'", qUtf8Printable(name));
+}
+
+QIcon MThemePrivate::findForeignIcon(const QString &id)
+{
+    const QFileInfo file(id);
+    // Opening a pipe would wait for its writer.
+    if (file.isAbsolute() && !file.isFile())
+        return {};
+    const QString key =
+        file.isAbsolute() ? id + QString::number(file.lastModified().toMSecsSinceEpoch()) : id;
+    if (const QIcon *known = foreignIcons.object(key))
+        return *known;
+    const QIcon icon = foreignIcon(id);
+    if (!icon.isNull())
+        foreignIcons.insert(key, new QIcon(icon));
+    return icon;
+}
+
+QIcon MThemePrivate::findIcon(const QString &id)
+{
+    if (!QFile::exists(QStringLiteral("%1/%2.svg").arg(builtInIcons, id)))
+        return findForeignIcon(id);
+    const QIcon icon = QIcon::fromTheme(id);
+    // A file may be there and still hold no picture.
+    return icon.pixmap(probe).isNull() ? QIcon() : icon;
 }
 
 QIcon MThemePrivate::icon(const QString &id)
@@ -228,7 +257,7 @@ const QPixmap *MTheme::pixmap(const QString &id)
     MThemePrivate *d = MThemePrivate::instance();
     MThemePrivate::SharedPixmap &shared = d->pixmaps[id];
     if (shared.users++ == 0) {
-        const QIcon icon = MThemePrivate::icon(id);
+        const QIcon icon = d->icon(id);
         d->warnIfMissing(id);
         shared.pixmap = icon.pixmap(d->naturalSize(icon, id), qGuiApp->devicePixelRatio());
     }
@@ -247,4 +276,9 @@ void MTheme::releasePixmap(const QPixmap *pixmap)
             return;
         }
     }
+}
+
+QPixmap MTheme::foreignPixmap(const QString &path)
+{
+    return MThemePrivate::instance()->findForeignIcon(path).pixmap(foreignIconSize, 1);
 }

@@ -7,6 +7,8 @@
 #include <map>
 #include <optional>
 
+#include <QCache>
+#include <QIcon>
 #include <QSet>
 #include <QStringList>
 
@@ -33,7 +35,10 @@ public:
     void warnAboutStyle(const QString &name);
 
     /** Returns the icon with the theme id or absolute path \a id, or a neutral one in its place. */
-    static QIcon icon(const QString &id);
+    QIcon icon(const QString &id);
+
+    /** Returns the icon of somebody else with the theme id or absolute path \a id, or a null one. */
+    QIcon findForeignIcon(const QString &id);
 
     /** Logs, once for each id, that there is no picture with the theme id or absolute path \a id, if so. */
     void warnIfMissing(const QString &id);
@@ -68,7 +73,10 @@ private:
     MTheme::Variant variantFor(const MLook &look) const;
     void loadFile();
     static QString path();
+    QIcon findIcon(const QString &id);
 
+    // A list shows the same ones again and again, and each costs a process.
+    QCache<QString, QIcon> foreignIcons;
     QSet<QString> missingStyles;
     QSet<QString> missingIcons;
 };

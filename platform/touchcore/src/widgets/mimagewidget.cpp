@@ -13,7 +13,7 @@
 void MImageWidgetPrivate::loadIcon()
 {
     if (icon.isNull() && !id.isEmpty())
-        icon = MThemePrivate::icon(id);
+        icon = MThemePrivate::instance()->icon(id);
 }
 
 QSize MImageWidgetPrivate::naturalSize()
