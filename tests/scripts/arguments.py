@@ -1,0 +1,71 @@
+# SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+# SPDX-License-Identifier: LGPL-2.1-or-later
+"""arguments.py TREE: calls a copy of each script of the tree, in which nothing can be installed or built."""
+
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+import unittest
+
+TREE = pathlib.Path(sys.argv.pop())
+# What a script does first, when nothing is wrong with its arguments, and what it builds with.
+FIRST = "scripts/install-deps"
+TOOLS = ("cmake", "dpkg-buildpackage", "debootstrap", "apt-get", "rm")
+# Of their own kind: the first takes any arguments of a command, the other is the first thing that the rest does.
+HELPERS = ("ctest-options", "install-deps")
+
+
+class Arguments(unittest.TestCase):
+    def setUp(self):
+        self.tree = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()), "tree")
+        shutil.copytree(TREE / "scripts", self.tree / "scripts")
+        (self.tree / "tests/fuzz").mkdir(parents=True)
+        (self.tree / "tests/fuzz/fuzz_theme.cpp").touch()
+        self.told = self.tree / "told"
+        self.stand_in(self.tree / FIRST)
+        for tool in TOOLS:
+            self.stand_in(self.tree / "tools" / tool)
+        self.scripts = sorted(path.name for path in (self.tree / "scripts").iterdir()
+                              if os.access(path, os.X_OK) and path.name not in HELPERS)
+
+    def stand_in(self, path):
+        """Has a program tell where it was called, and end whoever calls it."""
+        path.parent.mkdir(exist_ok=True)
+        path.write_text(f'#!/bin/sh\necho "{path.name} in $PWD" >>"{self.told}"\nexit 1\n', encoding="utf-8")
+        path.chmod(0o755)
+
+    def call(self, *command, cwd=None, **variables):
+        self.told.write_text("", encoding="utf-8")
+        path = f"{self.tree}/tools:{os.environ['PATH']}"
+        return subprocess.run(command, cwd=cwd or self.tree, env=os.environ | {"PATH": path} | variables, check=False,
+                              stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+
+    def test_unknown_option_is_refused_before_anything_is_done(self):
+        for script in self.scripts:
+            with self.subTest(script):
+                done = self.call(f"scripts/{script}", "--no-such-option")
+                self.assertIn(done.returncode, (2, 64), done.stdout)
+                self.assertNotEqual(done.stdout, "")
+                self.assertEqual(self.told.read_text(encoding="utf-8"), "")
+
+    def test_exported_search_path_leads_nowhere(self):
+        # Where "cd scripts/.." would lead.
+        elsewhere = self.tree.parent / "elsewhere"
+        (elsewhere / "scripts").mkdir(parents=True)
+        for script in self.scripts:
+            with self.subTest(script):
+                self.call(f"scripts/{script}", CDPATH=str(elsewhere))
+                self.assertIn(self.told.read_text(encoding="utf-8"), (f"install-deps in {self.tree}\n", ""))
+
+    def test_script_works_from_every_folder(self):
+        for script in self.scripts:
+            with self.subTest(script):
+                self.call(self.tree / "scripts" / script, cwd="/")
+                self.assertIn(self.told.read_text(encoding="utf-8"), (f"install-deps in {self.tree}\n", ""))
+
+
+if __name__ == "__main__":
+    unittest.main()
