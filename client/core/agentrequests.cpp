@@ -3,6 +3,7 @@
 #include "core/agentrequests.h"
 
 #include <functional>
+#include <utility>
 
 #include <NfcAdapter>
 #include <NfcAgent>

@@ -3,6 +3,7 @@
 #include "daemon/pcsc/cardreaders.h"
 
 #include <algorithm>
+#include <utility>
 #include <winscard.h>
 
 #include "daemon/pcsc/pcsccontext.h"

@@ -10,8 +10,6 @@
 
 #include "core/decision.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 QNdefRecord record(QNdefRecord::TypeNameFormat format, const QByteArray &type, const QByteArray &payload)
@@ -55,22 +53,24 @@ QByteArray tag(const QString &name)
 {
     const QNdefRecord link = uri("https://www.example.org");
     const QHash<QString, QByteArray> tags = {
-        {u"nothing"_s, {}},
-        {u"an empty record"_s, bytes({record(QNdefRecord::Empty, {}, {})})},
-        {u"no message"_s, "nonsense"},
-        {u"bytes behind the end"_s, bytes({text(u"Hello"_s)}) + '\0'},
-        {u"text"_s, bytes({text(u"Hello"_s)})},
-        {u"contact card"_s, bytes({card()})},
-        {u"web link"_s, bytes({link})},
-        {u"smart poster"_s, bytes({poster({link, text(u"Title"_s)})})},
-        {u"smart poster with more"_s, bytes({poster({link, record(QNdefRecord::Mime, "a/b", "?")})})},
-        {u"smart poster with two links"_s, bytes({poster({link, uri("tel:112")})})},
-        {u"text and number"_s, bytes({text(u"Hello"_s), uri("tel:112")})},
-        {u"number"_s, bytes({uri("tel:112")})},
-        {u"message"_s, bytes({uri("sms:112?body=Hi")})},
-        {u"other link"_s, bytes({uri("geo:1,2")})},
-        {u"store link"_s, bytes({record(QNdefRecord::ExternalRtd, "example.org:ruvostore:link", "1")})},
-        {u"other data"_s, bytes({record(QNdefRecord::Mime, "application/x-notes", "1")})},
+        {QStringLiteral("nothing"), {}},
+        {QStringLiteral("an empty record"), bytes({record(QNdefRecord::Empty, {}, {})})},
+        {QStringLiteral("no message"), "nonsense"},
+        {QStringLiteral("bytes behind the end"), bytes({text(QStringLiteral("Hello"))}) + '\0'},
+        {QStringLiteral("text"), bytes({text(QStringLiteral("Hello"))})},
+        {QStringLiteral("contact card"), bytes({card()})},
+        {QStringLiteral("web link"), bytes({link})},
+        {QStringLiteral("smart poster"), bytes({poster({link, text(QStringLiteral("Title"))})})},
+        {QStringLiteral("smart poster with more"),
+         bytes({poster({link, record(QNdefRecord::Mime, "a/b", "?")})})},
+        {QStringLiteral("smart poster with two links"), bytes({poster({link, uri("tel:112")})})},
+        {QStringLiteral("text and number"), bytes({text(QStringLiteral("Hello")), uri("tel:112")})},
+        {QStringLiteral("number"), bytes({uri("tel:112")})},
+        {QStringLiteral("message"), bytes({uri("sms:112?body=Hi")})},
+        {QStringLiteral("other link"), bytes({uri("geo:1,2")})},
+        {QStringLiteral("store link"),
+         bytes({record(QNdefRecord::ExternalRtd, "example.org:ruvostore:link", "1")})},
+        {QStringLiteral("other data"), bytes({record(QNdefRecord::Mime, "application/x-notes", "1")})},
     };
     if (!tags.contains(name))
         qFatal("The guide speaks of a tag with %s", qPrintable(name));
@@ -95,27 +95,30 @@ QList<QStringList> guideTable()
     bool isInside = false;
     const QStringList lines = QString::fromUtf8(guide.readAll()).split(u'\n');
     for (const QString &line : lines)
-        if (line.startsWith("| on the tag |"_L1))
+        if (line.startsWith(QLatin1String("| on the tag |")))
             isInside = true;
         else if (isInside && !line.startsWith(u'|'))
             break;
-        else if (isInside && !line.startsWith("| ---"_L1))
+        else if (isInside && !line.startsWith(QLatin1String("| ---")))
             rows.append(cells(line));
     return rows;
 }
 
 QStringList names(const QString &cell)
 {
-    return cell == "-"_L1 ? QStringList() : cell.split(u", "_s);
+    return cell == QLatin1String("-") ? QStringList() : cell.split(QStringLiteral(", "));
 }
 
 QString words(Question::Kind kind)
 {
     const QHash<Question::Kind, QString> words = {
-        {Question::Link, u"web link"_s},        {Question::Number, u"number"_s},
-        {Question::Message, u"message"_s},      {Question::Text, u"text"_s},
-        {Question::ContactCard, u"contact"_s},  {Question::StoreLink, u"store link"_s},
-        {Question::OtherContent, u"content"_s},
+        {Question::Link, QStringLiteral("web link")},
+        {Question::Number, QStringLiteral("number")},
+        {Question::Message, QStringLiteral("message")},
+        {Question::Text, QStringLiteral("text")},
+        {Question::ContactCard, QStringLiteral("contact")},
+        {Question::StoreLink, QStringLiteral("store link")},
+        {Question::OtherContent, QStringLiteral("content")},
     };
     return words.value(kind);
 }
@@ -124,17 +127,18 @@ QString words(const Decision &decision)
 {
     switch (decision.outcome) {
     case Decision::Refuse:
-        return u"told, rejected"_s;
+        return QStringLiteral("told, rejected");
     case Decision::AcceptEmpty:
-        return u"told, granted"_s;
+        return QStringLiteral("told, granted");
     case Decision::Forward:
-        return u"unasked to "_s + decision.applications.join(u", "_s);
+        return QStringLiteral("unasked to ") + decision.applications.join(QStringLiteral(", "));
     case Decision::Ask:
         break;
     }
     const QString asked =
-        u"asked as %1, offers %2"_s.arg(words(decision.question), decision.applications.join(u", "_s));
-    return decision.hasDirectAction ? asked + u", or to act"_s : asked;
+        QStringLiteral("asked as %1, offers %2")
+            .arg(words(decision.question), decision.applications.join(QStringLiteral(", ")));
+    return decision.hasDirectAction ? asked + QStringLiteral(", or to act") : asked;
 }
 
 } // namespace
@@ -144,7 +148,7 @@ class TestDecision : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void isAsTheGuideSays_data();
     void isAsTheGuideSays();
@@ -167,10 +171,10 @@ void TestDecision::isAsTheGuideSays_data()
         Circumstances circumstances;
         circumstances.handlers = handlers;
         circumstances.inFront = int(handlers.indexOf(row[2]));
-        circumstances.desktop = row[3] == "-"_L1 ? QString() : row[3];
-        circumstances.wantsToBeAsked = row[4] == "yes"_L1;
-        circumstances.isLocked = row[5] == "yes"_L1;
-        QTest::newRow(qPrintable(row.join(u", "_s))) << tag(row[0]) << circumstances << row[6];
+        circumstances.desktop = row[3] == QLatin1String("-") ? QString() : row[3];
+        circumstances.wantsToBeAsked = row[4] == QLatin1String("yes");
+        circumstances.isLocked = row[5] == QLatin1String("yes");
+        QTest::newRow(qPrintable(row.join(QStringLiteral(", ")))) << tag(row[0]) << circumstances << row[6];
     }
 }
 
@@ -185,23 +189,30 @@ void TestDecision::isAsTheGuideSays()
 void TestDecision::applicationIsOfferedOnce()
 {
     Circumstances circumstances;
-    circumstances.handlers = {u"a"_s, u"b"_s, u"a"_s};
+    circumstances.handlers = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("a")};
     circumstances.inFront = 1;
-    QCOMPARE(decide(readTag(tag(u"other data"_s)), circumstances).applications,
-             (QStringList{u"b"_s, u"a"_s}));
+    QCOMPARE(decide(readTag(tag(QStringLiteral("other data"))), circumstances).applications,
+             (QStringList{QStringLiteral("b"), QStringLiteral("a")}));
 }
 
 void TestDecision::schemeInCapitalsIsTheSame_data()
 {
     QTest::addColumn<QByteArray>("uri");
     QTest::addColumn<QString>("outcome");
-    QTest::newRow("web") << "HTTPS://www.example.org"_ba << u"asked as web link, offers a"_s;
-    QTest::newRow("number") << "TEL:112"_ba << u"asked as number, offers a, or to act"_s;
-    QTest::newRow("old number") << "CallTo:112"_ba << u"asked as number, offers a, or to act"_s;
-    QTest::newRow("message") << "Sms:112"_ba << u"asked as message, offers a, or to act"_s;
-    QTest::newRow("blanks") << " \t\ntel:112"_ba << u"asked as number, offers a, or to act"_s;
-    QTest::newRow("no scheme") << "www.example.org"_ba << u"asked as web link, offers a"_s;
-    QTest::newRow("looks like the web") << "httpx://www.example.org"_ba << u"asked as content, offers a"_s;
+    QTest::newRow("web") << QByteArrayLiteral("HTTPS://www.example.org")
+                         << QStringLiteral("asked as web link, offers a");
+    QTest::newRow("number") << QByteArrayLiteral("TEL:112")
+                            << QStringLiteral("asked as number, offers a, or to act");
+    QTest::newRow("old number") << QByteArrayLiteral("CallTo:112")
+                                << QStringLiteral("asked as number, offers a, or to act");
+    QTest::newRow("message") << QByteArrayLiteral("Sms:112")
+                             << QStringLiteral("asked as message, offers a, or to act");
+    QTest::newRow("blanks") << QByteArrayLiteral(" \t\ntel:112")
+                            << QStringLiteral("asked as number, offers a, or to act");
+    QTest::newRow("no scheme") << QByteArrayLiteral("www.example.org")
+                               << QStringLiteral("asked as web link, offers a");
+    QTest::newRow("looks like the web")
+        << QByteArrayLiteral("httpx://www.example.org") << QStringLiteral("asked as content, offers a");
 }
 
 void TestDecision::schemeInCapitalsIsTheSame()
@@ -209,8 +220,8 @@ void TestDecision::schemeInCapitalsIsTheSame()
     QFETCH(QByteArray, uri);
     QFETCH(QString, outcome);
     Circumstances circumstances;
-    circumstances.handlers = QStringList{u"a"_s};
-    circumstances.desktop = u"d"_s;
+    circumstances.handlers = QStringList{QStringLiteral("a")};
+    circumstances.desktop = QStringLiteral("d");
     QCOMPARE(words(decide(readTag(bytes({::uri(uri)})), circumstances)), outcome);
 }
 

@@ -8,8 +8,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 struct Kill
@@ -29,16 +27,18 @@ class Session
 public:
     Session()
     {
-        for (const QString &bus : {u"system"_s, u"session"_s}) {
+        for (const QString &bus : {QStringLiteral("system"), QStringLiteral("session")}) {
             Process process(new QProcess);
             // A session's configuration for both: it lets everybody do everything.
-            process->start(u"dbus-daemon"_s, {u"--session"_s, u"--nofork"_s, u"--print-address"_s,
-                                              u"--address=unix:path=%1"_s.arg(folder.filePath(bus))});
+            process->start(QStringLiteral("dbus-daemon"),
+                           {QStringLiteral("--session"), QStringLiteral("--nofork"),
+                            QStringLiteral("--print-address"),
+                            QStringLiteral("--address=unix:path=%1").arg(folder.filePath(bus))});
             // The address is printed when the bus listens.
             while (!process->canReadLine())
                 if (!process->waitForReadyRead())
                     qFatal("no %s bus", qPrintable(bus));
-            environment.insert(u"DBUS_%1_BUS_ADDRESS"_s.arg(bus.toUpper()),
+            environment.insert(QStringLiteral("DBUS_%1_BUS_ADDRESS").arg(bus.toUpper()),
                                QString::fromLocal8Bit(process->readLine().trimmed()));
             buses[bus] = std::move(process);
         }
@@ -78,7 +78,7 @@ class TestLostBus : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
     void clientSaysSoAndFails_data();
     void clientSaysSoAndFails();
     void settingsSaySoAndFail_data();
@@ -94,9 +94,9 @@ void TestLostBus::clientSaysSoAndFails_data()
     QTest::addColumn<QString>("bus");
     QTest::addColumn<QByteArray>("words");
 
-    const QStringList faces[] = {{u"--remote-control"_s}, {u"--console"_s}};
+    const QStringList faces[] = {{QStringLiteral("--remote-control")}, {QStringLiteral("--console")}};
     for (const QStringList &face : faces) {
-        for (const QString &bus : {u"system"_s, u"session"_s}) {
+        for (const QString &bus : {QStringLiteral("system"), QStringLiteral("session")}) {
             QTest::addRow("%s, %s bus", qPrintable(face.constFirst()), qPrintable(bus))
                 << face << bus << "nfc-ui: the " + bus.toUtf8() + " bus has gone\n";
         }
@@ -114,7 +114,8 @@ void TestLostBus::clientSaysSoAndFails()
     QVERIFY(daemon->waitForStarted());
     const auto client = session.start(NFC_UI, face);
     QVERIFY(says(client.get(), "the NFC daemon is here"));
-    const auto tap = session.start(NFCTAP, {u"pair"_s, u"00:11:22:33:44:55"_s, u"Headset"_s, u"0x240404"_s});
+    const auto tap = session.start(NFCTAP, {QStringLiteral("pair"), QStringLiteral("00:11:22:33:44:55"),
+                                            QStringLiteral("Headset"), QStringLiteral("0x240404")});
     QVERIFY(says(client.get(), "Headset"));
 
     // In the middle of a question.
@@ -130,15 +131,15 @@ void TestLostBus::clientSaysSoAndFails()
 void TestLostBus::settingsSaySoAndFail_data()
 {
     QTest::addColumn<QString>("bus");
-    QTest::newRow("system bus") << u"system"_s;
-    QTest::newRow("session bus") << u"session"_s;
+    QTest::newRow("system bus") << QStringLiteral("system");
+    QTest::newRow("session bus") << QStringLiteral("session");
 }
 
 void TestLostBus::settingsSaySoAndFail()
 {
     QFETCH(QString, bus);
     Session session;
-    const auto settings = session.start(NFC_SETTINGS, {u"--remote-control"_s});
+    const auto settings = session.start(NFC_SETTINGS, {QStringLiteral("--remote-control")});
     QVERIFY(says(settings.get(), "(NFC): off]"));
 
     session.kill(bus);
@@ -154,9 +155,12 @@ void TestLostBus::waitingProgramSaysSoAndFails_data()
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("program");
     QTest::addColumn<QString>("face");
-    QTest::newRow("screen") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--remote-control"_s;
-    QTest::newRow("terminal") << "nfc-ui"_ba << QByteArray(NFC_UI) << u"--console"_s;
-    QTest::newRow("settings") << "nfc-settings"_ba << QByteArray(NFC_SETTINGS) << u"--remote-control"_s;
+    QTest::newRow("screen") << QByteArrayLiteral("nfc-ui") << QByteArray(NFC_UI)
+                            << QStringLiteral("--remote-control");
+    QTest::newRow("terminal") << QByteArrayLiteral("nfc-ui") << QByteArray(NFC_UI)
+                              << QStringLiteral("--console");
+    QTest::newRow("settings") << QByteArrayLiteral("nfc-settings") << QByteArray(NFC_SETTINGS)
+                              << QStringLiteral("--remote-control");
 }
 
 void TestLostBus::waitingProgramSaysSoAndFails()
@@ -171,13 +175,14 @@ void TestLostBus::waitingProgramSaysSoAndFails()
     QVERIFY(says(daemon.get(), "ready"));
     QCOMPARE(::kill(pid_t(daemon->processId()), SIGSTOP), 0);
     const auto monitor =
-        session.start("stdbuf", {u"-oL"_s, u"dbus-monitor"_s, u"--system"_s, u"member='DefaultAdapter'"_s});
+        session.start("stdbuf", {QStringLiteral("-oL"), QStringLiteral("dbus-monitor"),
+                                 QStringLiteral("--system"), QStringLiteral("member='DefaultAdapter'")});
     // It says so when the bus has made it a monitor: the name of its own connection is taken from it.
     QVERIFY(says(monitor.get(), "NameLost"));
     const auto waiting = session.start(program, {face});
     QVERIFY(says(monitor.get(), "member=DefaultAdapter"));
 
-    session.kill(u"system"_s);
+    session.kill(QStringLiteral("system"));
     QVERIFY(waiting->waitForFinished());
     QCOMPARE(waiting->exitStatus(), QProcess::NormalExit);
     QCOMPARE(waiting->exitCode(), 1);
@@ -191,12 +196,13 @@ void TestLostBus::touchSaysSoAndFails()
     const auto daemon = session.start(NFCD_SIM, {});
     daemon->setReadChannel(QProcess::StandardError);
     QVERIFY(says(daemon.get(), "ready"));
-    const auto client = session.start(NFC_UI, {u"--console"_s});
+    const auto client = session.start(NFC_UI, {QStringLiteral("--console")});
     QVERIFY(says(client.get(), "the NFC daemon is here"));
-    const auto tap = session.start(NFCTAP, {u"pair"_s, u"00:11:22:33:44:55"_s, u"Headset"_s, u"0x240404"_s});
+    const auto tap = session.start(NFCTAP, {QStringLiteral("pair"), QStringLiteral("00:11:22:33:44:55"),
+                                            QStringLiteral("Headset"), QStringLiteral("0x240404")});
     QVERIFY(says(client.get(), "Headset"));
 
-    session.kill(u"system"_s);
+    session.kill(QStringLiteral("system"));
     QVERIFY(tap->waitForFinished());
     QCOMPARE(tap->exitCode(), 3);
     QCOMPARE(tap->readAllStandardError(), "nfctap: pairing with Headset (00:11:22:33:44:55): no simulated "

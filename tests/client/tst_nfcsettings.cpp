@@ -16,28 +16,26 @@
 
 using ConnUi::NfcAdapter;
 using ConnUi::RadioState;
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr int patience = 60000; // milliseconds
 
-const auto off = u"[Near Field Communication (NFC): off]"_s;
-const auto busy = u"[Near Field Communication (NFC): on, busy]"_s;
-const auto on = u"[Near Field Communication (NFC): on]"_s;
-const auto asksNever = u"[Ask before opening what is on a tag: off]"_s;
-const auto pressNfc = u"press Near Field Communication (NFC)"_s;
+const auto off = QStringLiteral("[Near Field Communication (NFC): off]");
+const auto busy = QStringLiteral("[Near Field Communication (NFC): on, busy]");
+const auto on = QStringLiteral("[Near Field Communication (NFC): on]");
+const auto asksNever = QStringLiteral("[Ask before opening what is on a tag: off]");
+const auto pressNfc = QStringLiteral("press Near Field Communication (NFC)");
 
 QString lockFile()
 {
-    return qEnvironmentVariable("XDG_CONFIG_HOME") + u"/connui/settings.lock"_s;
+    return qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/connui/settings.lock");
 }
 
 // The program, under remote control.
 class Settings
 {
 public:
-    explicit Settings(const QStringList &arguments = {u"--remote-control"_s})
+    explicit Settings(const QStringList &arguments = {QStringLiteral("--remote-control")})
     {
         process.start(QStringLiteral(NFC_SETTINGS), arguments);
     }
@@ -131,7 +129,7 @@ private Q_SLOTS:
 
 void TestNfcSettings::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     RadioState(RadioState::NFC).setEnabled(false);
     NfcAdapter().setConfirmationEnabled(false);
 }
@@ -144,7 +142,7 @@ void TestNfcSettings::cleanup()
 
 void TestNfcSettings::helpIsPrinted()
 {
-    for (const QString &option : {u"--help"_s, u"-h"_s}) {
+    for (const QString &option : {QStringLiteral("--help"), QStringLiteral("-h")}) {
         Settings settings({option});
         QCOMPARE(settings.exitCode(), 0);
         QVERIFY(settings.process.readAllStandardOutput().contains("--remote-control"));
@@ -156,10 +154,10 @@ void TestNfcSettings::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("error");
-    QTest::newRow("unknown option") << QStringList{u"--dance"_s}
-                                    << u"nfc-settings: Unknown option 'dance'.\n"_s;
-    QTest::newRow("argument") << QStringList{u"now"_s}
-                              << u"nfc-settings: usage: nfc-settings [--remote-control]\n"_s;
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("--dance")}
+                                    << QStringLiteral("nfc-settings: Unknown option 'dance'.\n");
+    QTest::newRow("argument") << QStringList{QStringLiteral("now")}
+                              << QStringLiteral("nfc-settings: usage: nfc-settings [--remote-control]\n");
 }
 
 void TestNfcSettings::badArgumentsAreRefused()
@@ -178,7 +176,7 @@ void TestNfcSettings::withoutBusItSaysSo()
     Settings settings;
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", address);
     QCOMPARE(settings.exitCode(), 1);
-    QVERIFY(settings.errors().startsWith(u"nfc-settings: Failed to connect to socket"_s));
+    QVERIFY(settings.errors().startsWith(QStringLiteral("nfc-settings: Failed to connect to socket")));
 }
 
 void TestNfcSettings::daemonThatIsThereIsShown()
@@ -187,13 +185,13 @@ void TestNfcSettings::daemonThatIsThereIsShown()
     daemon.start();
     Settings settings;
     QVERIFY(settings.shows(on));
-    QVERIFY(settings.shows(u"screen: NFC settings | "_s));
-    QVERIFY(settings.shows(u"[Ask before opening what is on a tag: off]"_s));
+    QVERIFY(settings.shows(QStringLiteral("screen: NFC settings | ")));
+    QVERIFY(settings.shows(QStringLiteral("[Ask before opening what is on a tag: off]")));
     settings.say(pressNfc);
     QVERIFY(settings.shows(off));
-    QCOMPARE(daemon.calls(u"SetProperty"_s).size(), 1);
-    settings.say(u"press Ask before opening what is on a tag"_s);
-    QVERIFY(settings.shows(u"[Ask before opening what is on a tag: on]"_s));
+    QCOMPARE(daemon.calls(QStringLiteral("SetProperty")).size(), 1);
+    settings.say(QStringLiteral("press Ask before opening what is on a tag"));
+    QVERIFY(settings.shows(QStringLiteral("[Ask before opening what is on a tag: on]")));
     QCOMPARE(settings.errors(), QString());
 }
 
@@ -204,7 +202,7 @@ void TestNfcSettings::absentDaemonIsOff()
     QCOMPARE(settings.errors(), QString());
     settings.say(pressNfc);
     QVERIFY(settings.shows(busy));
-    QCOMPARE(settings.errors(), u"NfcAdapter: unable to start service com.tavix.nfc\n"_s);
+    QCOMPARE(settings.errors(), QStringLiteral("NfcAdapter: unable to start service com.tavix.nfc\n"));
 }
 
 void TestNfcSettings::startedDaemonIsFollowed()
@@ -230,7 +228,7 @@ void TestNfcSettings::daemonThatComesAndGoesIsFollowed()
     QVERIFY(settings.shows(off));
     daemon.start();
     QVERIFY(settings.shows(on));
-    daemon.emitPropertyChanged(u"State"_s, u"off"_s);
+    daemon.emitPropertyChanged(QStringLiteral("State"), QStringLiteral("off"));
     QVERIFY(settings.shows(off));
     QCOMPARE(settings.errors(), QString());
 }
@@ -249,11 +247,11 @@ void TestNfcSettings::daemonThatDiesIsOff()
 void TestNfcSettings::daemonThatHangsWhileComingIsWaitedFor()
 {
     FakeDaemon daemon;
-    daemon.hold(u"DefaultAdapter"_s);
+    daemon.hold(QStringLiteral("DefaultAdapter"));
     daemon.start();
     Settings settings;
-    QTRY_VERIFY_WITH_TIMEOUT(!daemon.calls(u"DefaultAdapter"_s).isEmpty(), patience);
-    daemon.release(u"DefaultAdapter"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!daemon.calls(QStringLiteral("DefaultAdapter")).isEmpty(), patience);
+    daemon.release(QStringLiteral("DefaultAdapter"));
     QVERIFY(settings.shows(on));
     QCOMPARE(settings.errors(), QString());
 }
@@ -261,14 +259,14 @@ void TestNfcSettings::daemonThatHangsWhileComingIsWaitedFor()
 void TestNfcSettings::daemonThatHangsWhileSwitchingIsWaitedFor()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     Settings settings;
     QVERIFY(settings.shows(off));
-    daemon.hold(u"SetProperty"_s);
+    daemon.hold(QStringLiteral("SetProperty"));
     settings.say(pressNfc);
-    QTRY_VERIFY_WITH_TIMEOUT(!daemon.calls(u"SetProperty"_s).isEmpty(), patience);
-    daemon.release(u"SetProperty"_s);
+    QTRY_VERIFY_WITH_TIMEOUT(!daemon.calls(QStringLiteral("SetProperty")).isEmpty(), patience);
+    daemon.release(QStringLiteral("SetProperty"));
     QVERIFY(settings.shows(busy));
     QCOMPARE(settings.errors(), QString());
 }
@@ -276,7 +274,7 @@ void TestNfcSettings::daemonThatHangsWhileSwitchingIsWaitedFor()
 void TestNfcSettings::startThatFailsIsToldAfter20Seconds()
 {
     FakeDaemon daemon;
-    daemon.setState(u"off"_s);
+    daemon.setState(QStringLiteral("off"));
     daemon.start();
     Settings settings;
     QVERIFY(settings.shows(off));
@@ -284,10 +282,10 @@ void TestNfcSettings::startThatFailsIsToldAfter20Seconds()
     clock.start();
     settings.say(pressNfc);
     QVERIFY(settings.shows(busy));
-    QVERIFY(settings.shows(
-        u"screen: NFC is not available | NFC did not start. Try again, or restart the phone. | [OK]"_s));
+    QVERIFY(settings.shows(QStringLiteral(
+        "screen: NFC is not available | NFC did not start. Try again, or restart the phone. | [OK]")));
     QVERIFY2(clock.elapsed() >= 20000, qPrintable(QString::number(clock.elapsed())));
-    settings.say(u"press OK"_s);
+    settings.say(QStringLiteral("press OK"));
     QVERIFY(settings.shows(off));
 }
 
@@ -298,9 +296,9 @@ void TestNfcSettings::settingThatCannotBeStoredGoesBack()
     QVERIFY(QDir().mkdir(lockFile()));
     Settings settings;
     QVERIFY(settings.shows(asksNever));
-    settings.say(u"press Ask before opening what is on a tag"_s);
-    QVERIFY(settings.shows(u"The change could not be stored | The setting stays as it was."_s));
-    settings.say(u"press OK"_s);
+    settings.say(QStringLiteral("press Ask before opening what is on a tag"));
+    QVERIFY(settings.shows(QStringLiteral("The change could not be stored | The setting stays as it was.")));
+    settings.say(QStringLiteral("press OK"));
     QVERIFY(settings.shows(asksNever));
 }
 
@@ -310,23 +308,26 @@ void TestNfcSettings::settingStoredElsewhereAppears()
     QVERIFY(settings.shows(asksNever));
     NfcAdapter adapter;
     adapter.setConfirmationEnabled(true);
-    QVERIFY(settings.shows(u"[Ask before opening what is on a tag: on]"_s));
+    QVERIFY(settings.shows(QStringLiteral("[Ask before opening what is on a tag: on]")));
     adapter.setConfirmationEnabled(false);
     QVERIFY(settings.shows(asksNever));
 }
 
 void TestNfcSettings::clientThatIsNotAskedIsTold()
 {
-    const auto words = u"Questions about tags cannot be shown here"_s;
-    FakeService client(QDBusConnection::SessionBus, u"org.connui.NfcUi"_s);
-    client.reply(u"GetAll"_s, {QVariantMap{{u"Registered"_s, false}, {u"HiddenTransfers"_s, 0u}}});
+    const auto words = QStringLiteral("Questions about tags cannot be shown here");
+    FakeService client(QDBusConnection::SessionBus, QStringLiteral("org.connui.NfcUi"));
+    client.reply(QStringLiteral("GetAll"), {QVariantMap{{QStringLiteral("Registered"), false},
+                                                        {QStringLiteral("HiddenTransfers"), 0u}}});
     client.start();
     Settings settings;
     QVERIFY(settings.shows(words));
     const auto announce = [&client](bool registered) {
-        client.emitSignal(u"/org/connui/NfcUi"_s, u"org.freedesktop.DBus.Properties"_s,
-                          u"PropertiesChanged"_s,
-                          {u"org.connui.NfcUi"_s, QVariantMap{{u"Registered"_s, registered}}, QStringList()});
+        client.emitSignal(QStringLiteral("/org/connui/NfcUi"),
+                          QStringLiteral("org.freedesktop.DBus.Properties"),
+                          QStringLiteral("PropertiesChanged"),
+                          {QStringLiteral("org.connui.NfcUi"),
+                           QVariantMap{{QStringLiteral("Registered"), registered}}, QStringList()});
     };
     announce(true);
     QVERIFY(settings.showsNot(words));
@@ -338,20 +339,21 @@ void TestNfcSettings::clientThatIsNotAskedIsTold()
 
 void TestNfcSettings::filesThatArriveCanBeShown()
 {
-    FakeService client(QDBusConnection::SessionBus, u"org.connui.NfcUi"_s);
-    client.reply(u"GetAll"_s, {QVariantMap{{u"Registered"_s, true}, {u"HiddenTransfers"_s, 1u}}});
+    FakeService client(QDBusConnection::SessionBus, QStringLiteral("org.connui.NfcUi"));
+    client.reply(QStringLiteral("GetAll"), {QVariantMap{{QStringLiteral("Registered"), true},
+                                                        {QStringLiteral("HiddenTransfers"), 1u}}});
     client.start();
     Settings settings;
-    QVERIFY(settings.shows(u"[Show files that arrive]"_s));
-    settings.say(u"press Show files that arrive"_s);
-    QTRY_COMPARE(client.calls(u"ShowTransfers"_s).size(), 1);
+    QVERIFY(settings.shows(QStringLiteral("[Show files that arrive]")));
+    settings.say(QStringLiteral("press Show files that arrive"));
+    QTRY_COMPARE(client.calls(QStringLiteral("ShowTransfers")).size(), 1);
 }
 
 void TestNfcSettings::doneEndsIt()
 {
     Settings settings;
     QVERIFY(settings.shows(off));
-    settings.say(u"press Done"_s);
+    settings.say(QStringLiteral("press Done"));
     QCOMPARE(settings.exitCode(), 0);
     QCOMPARE(settings.errors(), QString());
 }
@@ -360,7 +362,7 @@ void TestNfcSettings::closedWindowEndsIt()
 {
     Settings settings;
     QVERIFY(settings.shows(off));
-    settings.say(u"close"_s);
+    settings.say(QStringLiteral("close"));
     QCOMPARE(settings.exitCode(), 0);
     QCOMPARE(settings.errors(), QString());
 }
@@ -387,10 +389,10 @@ void TestNfcSettings::terminationEndsIt()
 void TestNfcSettings::pictureIsTaken()
 {
     const QTemporaryDir folder;
-    const QString file = folder.filePath(u"picture.png"_s);
+    const QString file = folder.filePath(QStringLiteral("picture.png"));
     Settings settings;
     QVERIFY(settings.shows(off));
-    settings.say(u"picture "_s + file);
+    settings.say(QStringLiteral("picture ") + file);
     QVERIFY(settings.shows(off));
     QCOMPARE(QImage(file).size(), QSize(480, 854));
 }

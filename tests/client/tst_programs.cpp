@@ -6,8 +6,6 @@
 #include <QProcess>
 #include <QTest>
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 constexpr int patience = 60000; // milliseconds
@@ -20,7 +18,7 @@ class TestPrograms : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void helpNeedsNoDisplay_data() { addPrograms(); }
     void helpNeedsNoDisplay();
@@ -53,16 +51,17 @@ void TestPrograms::addPrograms()
 QProcessEnvironment TestPrograms::withoutDisplay()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"xcb"_s);
-    environment.remove(u"DISPLAY"_s);
-    environment.remove(u"WAYLAND_DISPLAY"_s);
+    environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+    environment.remove(QStringLiteral("DISPLAY"));
+    environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
     return environment;
 }
 
 void TestPrograms::helpNeedsNoDisplay()
 {
     QFETCH(QString, program);
-    for (const QString &option : {u"--help"_s, u"-h"_s, u"--version"_s, u"-v"_s}) {
+    for (const QString &option : {QStringLiteral("--help"), QStringLiteral("-h"), QStringLiteral("--version"),
+                                  QStringLiteral("-v")}) {
         QProcess process;
         process.setProcessEnvironment(withoutDisplay());
         process.start(program, {option});
@@ -83,13 +82,13 @@ void TestPrograms::withoutDisplayItSaysSo()
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 3);
     const QByteArray said = process.readAllStandardError();
-    QVERIFY2(said.contains(QTest::currentDataTag() + ": no display: "_ba), said.constData());
+    QVERIFY2(said.contains(QTest::currentDataTag() + QByteArrayLiteral(": no display: ")), said.constData());
 }
 
 void TestPrograms::badArgumentsAreRefused()
 {
     QFETCH(QString, program);
-    for (const QString &argument : {u"--nonsense"_s, u"nonsense"_s}) {
+    for (const QString &argument : {QStringLiteral("--nonsense"), QStringLiteral("nonsense")}) {
         QProcess process;
         process.start(program, {argument});
         QVERIFY(process.waitForFinished());
@@ -104,11 +103,11 @@ void TestPrograms::signalsEndIt_data()
     QTest::addColumn<int>("number");
     for (const int number : {SIGHUP, SIGINT, SIGTERM}) {
         QTest::addRow("nfc-ui, %d", number)
-            << QStringList{QStringLiteral(NFC_UI), u"--remote-control"_s} << number;
+            << QStringList{QStringLiteral(NFC_UI), QStringLiteral("--remote-control")} << number;
         QTest::addRow("nfc-ui --console, %d", number)
-            << QStringList{QStringLiteral(NFC_UI), u"--console"_s} << number;
+            << QStringList{QStringLiteral(NFC_UI), QStringLiteral("--console")} << number;
         QTest::addRow("nfc-settings, %d", number)
-            << QStringList{QStringLiteral(NFC_SETTINGS), u"--remote-control"_s} << number;
+            << QStringList{QStringLiteral(NFC_SETTINGS), QStringLiteral("--remote-control")} << number;
     }
 }
 
@@ -132,10 +131,10 @@ void TestPrograms::startsNothingWithBlockedSignals()
 {
     QFETCH(QString, program);
     QProcess process;
-    process.start(program, {u"--remote-control"_s});
+    process.start(program, {QStringLiteral("--remote-control")});
     process.write("nonsense\n");
     QVERIFY(process.waitForReadyRead());
-    QFile status(u"/proc/%1/status"_s.arg(process.processId()));
+    QFile status(QStringLiteral("/proc/%1/status").arg(process.processId()));
     QVERIFY(status.open(QIODevice::ReadOnly));
     QVERIFY(status.readAll().contains("\nSigBlk:\t0000000000000000\n"));
     process.closeWriteChannel();
@@ -146,15 +145,16 @@ void TestPrograms::remoteControlAnswersEveryLine_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("answer");
-    QTest::newRow("a button") << u"press Ask before opening what is on a tag"_s << "done: "_ba;
-    QTest::newRow("no such button") << u"press nothing"_s << "failed: "_ba;
-    QTest::newRow("no such row") << u"select nothing"_s << "failed: "_ba;
-    QTest::newRow("an angle") << u"turn 90"_s << "done: "_ba;
-    QTest::newRow("no angle") << u"turn round"_s << "failed: "_ba;
-    QTest::newRow("an angle in between") << u"turn 45"_s << "failed: "_ba;
-    QTest::newRow("a picture") << u"picture /dev/null/x.png"_s << "failed: "_ba;
-    QTest::newRow("another word") << u"dance"_s << "not understood: "_ba;
-    QTest::newRow("nothing") << QString() << "not understood: "_ba;
+    QTest::newRow("a button") << QStringLiteral("press Ask before opening what is on a tag")
+                              << QByteArrayLiteral("done: ");
+    QTest::newRow("no such button") << QStringLiteral("press nothing") << QByteArrayLiteral("failed: ");
+    QTest::newRow("no such row") << QStringLiteral("select nothing") << QByteArrayLiteral("failed: ");
+    QTest::newRow("an angle") << QStringLiteral("turn 90") << QByteArrayLiteral("done: ");
+    QTest::newRow("no angle") << QStringLiteral("turn round") << QByteArrayLiteral("failed: ");
+    QTest::newRow("an angle in between") << QStringLiteral("turn 45") << QByteArrayLiteral("failed: ");
+    QTest::newRow("a picture") << QStringLiteral("picture /dev/null/x.png") << QByteArrayLiteral("failed: ");
+    QTest::newRow("another word") << QStringLiteral("dance") << QByteArrayLiteral("not understood: ");
+    QTest::newRow("nothing") << QString() << QByteArrayLiteral("not understood: ");
 }
 
 void TestPrograms::remoteControlAnswersEveryLine()
@@ -162,7 +162,7 @@ void TestPrograms::remoteControlAnswersEveryLine()
     QFETCH(QString, line);
     QFETCH(QByteArray, answer);
     QProcess process;
-    process.start(QStringLiteral(NFC_SETTINGS), {u"--remote-control"_s});
+    process.start(QStringLiteral(NFC_SETTINGS), {QStringLiteral("--remote-control")});
     const auto says = [&process](const QByteArray &text) {
         QByteArray said;
         return QTest::qWaitFor(
@@ -183,17 +183,19 @@ void TestPrograms::manualHasEveryExitCode()
 {
     QFETCH(QString, program);
     QProcess process;
-    process.start(program, {u"--help"_s});
+    process.start(program, {QStringLiteral("--help")});
     QVERIFY(process.waitForFinished());
     const QString help = QString::fromLocal8Bit(process.readAllStandardOutput()).simplified();
-    const QString codes = help.section(u"Exit codes: "_s, 1).section(u". "_s, 0, 0);
+    const QString codes = help.section(QStringLiteral("Exit codes: "), 1).section(QStringLiteral(". "), 0, 0);
 
-    QFile manual(QStringLiteral(MANUALS) + u'/' + QString::fromLatin1(QTest::currentDataTag()) + u".1"_s);
+    QFile manual(QStringLiteral(MANUALS) + u'/' + QString::fromLatin1(QTest::currentDataTag()) +
+                 QStringLiteral(".1"));
     QVERIFY(manual.open(QIODevice::ReadOnly));
-    const QString status =
-        QString::fromUtf8(manual.readAll()).section(u".SH EXIT STATUS\n"_s, 1).section(u".SH"_s, 0, 0);
-    static const QRegularExpression inManual(u"\\.B (\\d+)\\n"_s);
-    static const QRegularExpression inHelp(u"(?:^|, )(\\d+) "_s);
+    const QString status = QString::fromUtf8(manual.readAll())
+                               .section(QStringLiteral(".SH EXIT STATUS\n"), 1)
+                               .section(QStringLiteral(".SH"), 0, 0);
+    static const QRegularExpression inManual(QStringLiteral("\\.B (\\d+)\\n"));
+    static const QRegularExpression inHelp(QStringLiteral("(?:^|, )(\\d+) "));
     QStringList listed;
     for (const QRegularExpressionMatch &match : inManual.globalMatch(status))
         listed.append(match.captured(1));
@@ -201,7 +203,7 @@ void TestPrograms::manualHasEveryExitCode()
     for (const QRegularExpressionMatch &match : inHelp.globalMatch(codes))
         told.append(match.captured(1));
     QCOMPARE(listed, told);
-    QVERIFY(listed.contains(u"3"_s));
+    QVERIFY(listed.contains(QStringLiteral("3")));
 }
 
 void TestPrograms::serviceDoesNotComeBackInVain()

@@ -8,8 +8,6 @@
 #include "core/request.h"
 #include "fakeface.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 Question named(const QString &title)
@@ -102,7 +100,7 @@ private:
 
 void TestQuestionQueue::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     queue.reset();
     face = std::make_unique<FakeFace>();
     order = std::make_shared<ReplyOrder>();
@@ -114,10 +112,10 @@ void TestQuestionQueue::init()
 void TestQuestionQueue::add(const QString &name, Request::Kind kind, const QString &target,
                             FakeRequest::Way way)
 {
-    const QString of = target.isEmpty() ? u"/"_s + name : target;
+    const QString of = target.isEmpty() ? QStringLiteral("/") + name : target;
     const PendingReply reply(
-        order, of, [this, name] { replies.append(u"granted "_s + name); },
-        [this, name] { replies.append(u"rejected "_s + name); });
+        order, of, [this, name] { replies.append(QStringLiteral("granted ") + name); },
+        [this, name] { replies.append(QStringLiteral("rejected ") + name); });
     auto request = std::make_unique<FakeRequest>(kind, of, name, reply, way);
     latest = request.get();
     queue->add(std::move(request));
@@ -125,63 +123,64 @@ void TestQuestionQueue::add(const QString &name, Request::Kind kind, const QStri
 
 void TestQuestionQueue::requestsHaveTheirTurnsInOrder()
 {
-    add(u"first"_s);
-    add(u"second"_s);
-    add(u"third"_s);
-    QCOMPARE(face->title(), u"first"_s);
+    add(QStringLiteral("first"));
+    add(QStringLiteral("second"));
+    add(QStringLiteral("third"));
+    QCOMPARE(face->title(), QStringLiteral("first"));
     QCOMPARE(face->waiting, 2);
     face->answer(Answer::Yes);
-    QCOMPARE(face->title(), u"second"_s);
+    QCOMPARE(face->title(), QStringLiteral("second"));
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"third"_s);
+    QCOMPARE(face->title(), QStringLiteral("third"));
     QCOMPARE(face->waiting, 0);
     face->answer(Answer::Yes);
     QCOMPARE(face->title(), QString());
-    QCOMPARE(replies, (QStringList{u"granted first"_s, u"rejected second"_s, u"granted third"_s}));
+    QCOMPARE(replies, (QStringList{QStringLiteral("granted first"), QStringLiteral("rejected second"),
+                                   QStringLiteral("granted third")}));
 }
 
 void TestQuestionQueue::requestWithoutQuestionWaitsForItsTurn()
 {
-    add(u"asked"_s);
-    add(u"unasked"_s, Request::Delivery, {}, FakeRequest::AnswersItself);
+    add(QStringLiteral("asked"));
+    add(QStringLiteral("unasked"), Request::Delivery, {}, FakeRequest::AnswersItself);
     QCOMPARE(replies, QStringList());
     face->answer(Answer::No);
-    QCOMPARE(replies, (QStringList{u"rejected asked"_s, u"granted unasked"_s}));
-    QCOMPARE(face->history, QStringList{u"asked"_s});
+    QCOMPARE(replies, (QStringList{QStringLiteral("rejected asked"), QStringLiteral("granted unasked")}));
+    QCOMPARE(face->history, QStringList{QStringLiteral("asked")});
 }
 
 void TestQuestionQueue::sameRequestIsAskedOnce()
 {
-    add(u"shown"_s);
-    add(u"waits"_s);
-    add(u"shown"_s, Request::Pairing, u"/elsewhere"_s);
-    add(u"waits"_s);
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("waits"));
+    add(QStringLiteral("shown"), Request::Pairing, QStringLiteral("/elsewhere"));
+    add(QStringLiteral("waits"));
     QCOMPARE(face->waiting, 1);
     face->answer(Answer::Yes);
     face->answer(Answer::No);
     QCOMPARE(face->title(), QString());
-    QCOMPARE(replies,
-             (QStringList{u"granted shown"_s, u"granted shown"_s, u"rejected waits"_s, u"rejected waits"_s}));
+    QCOMPARE(replies, (QStringList{QStringLiteral("granted shown"), QStringLiteral("granted shown"),
+                                   QStringLiteral("rejected waits"), QStringLiteral("rejected waits")}));
 }
 
 void TestQuestionQueue::newerRequestOfItsKindReplacesTheOneThatWaits()
 {
-    add(u"shown"_s);
-    add(u"older"_s, Request::Delivery, u"/tag"_s);
-    add(u"of another kind"_s, Request::Pairing, u"/tag"_s);
-    add(u"newer"_s, Request::Delivery, u"/tag"_s);
-    QCOMPARE(replies, QStringList{u"rejected older"_s});
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("older"), Request::Delivery, QStringLiteral("/tag"));
+    add(QStringLiteral("of another kind"), Request::Pairing, QStringLiteral("/tag"));
+    add(QStringLiteral("newer"), Request::Delivery, QStringLiteral("/tag"));
+    QCOMPARE(replies, QStringList{QStringLiteral("rejected older")});
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"of another kind"_s);
+    QCOMPARE(face->title(), QStringLiteral("of another kind"));
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"newer"_s);
+    QCOMPARE(face->title(), QStringLiteral("newer"));
 }
 
 void TestQuestionQueue::newerRequestDoesNotReplaceTheOneThatIsShown()
 {
-    add(u"older"_s, Request::Delivery, u"/tag"_s);
-    add(u"newer"_s, Request::Delivery, u"/tag"_s);
-    QCOMPARE(face->title(), u"older"_s);
+    add(QStringLiteral("older"), Request::Delivery, QStringLiteral("/tag"));
+    add(QStringLiteral("newer"), Request::Delivery, QStringLiteral("/tag"));
+    QCOMPARE(face->title(), QStringLiteral("older"));
     QCOMPARE(replies, QStringList());
 }
 
@@ -191,98 +190,98 @@ void TestQuestionQueue::tooManyAreRejectedAtOnce()
         add(QString::number(i));
     QCOMPARE(face->waiting, QuestionQueue::capacity);
     QTest::ignoreMessage(QtWarningMsg, "Too many requests wait: another one is rejected");
-    add(u"too many"_s);
-    QCOMPARE(replies, QStringList{u"rejected too many"_s});
+    add(QStringLiteral("too many"));
+    QCOMPARE(replies, QStringList{QStringLiteral("rejected too many")});
     QCOMPARE(face->waiting, QuestionQueue::capacity);
 }
 
 void TestQuestionQueue::staleRequestIsRejectedUnseen()
 {
-    add(u"shown"_s);
-    add(u"old"_s);
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("old"));
     time = QuestionQueue::patience - 1;
-    add(u"fresh"_s);
+    add(QStringLiteral("fresh"));
     time = QuestionQueue::patience;
     QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long: it is rejected");
-    QTRY_COMPARE(replies, QStringList{u"rejected old"_s});
+    QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"fresh"_s);
+    QCOMPARE(face->title(), QStringLiteral("fresh"));
 }
 
 void TestQuestionQueue::shownRequestDoesNotGetStale()
 {
-    add(u"shown"_s);
-    add(u"old"_s);
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("old"));
     time = 10 * QuestionQueue::patience;
     QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long: it is rejected");
-    QTRY_COMPARE(replies, QStringList{u"rejected old"_s});
-    QCOMPARE(face->title(), u"shown"_s);
+    QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
+    QCOMPARE(face->title(), QStringLiteral("shown"));
 }
 
 void TestQuestionQueue::rejectedRequestOfATargetWaitsForTheOlder()
 {
-    add(u"older"_s, Request::Pairing, u"/device"_s);
-    add(u"newer"_s, Request::Connection, u"/device"_s);
-    add(u"newest"_s, Request::Connection, u"/device"_s);
+    add(QStringLiteral("older"), Request::Pairing, QStringLiteral("/device"));
+    add(QStringLiteral("newer"), Request::Connection, QStringLiteral("/device"));
+    add(QStringLiteral("newest"), Request::Connection, QStringLiteral("/device"));
     // "newer" is replaced, but the daemon would take its rejection for that of "older".
     QCOMPARE(replies, QStringList());
     face->answer(Answer::Yes);
-    QCOMPARE(replies, (QStringList{u"granted older"_s, u"rejected newer"_s}));
+    QCOMPARE(replies, (QStringList{QStringLiteral("granted older"), QStringLiteral("rejected newer")}));
 }
 
 void TestQuestionQueue::noticeWaitsForQuestions()
 {
-    add(u"question"_s);
-    queue->tell(named(u"notice"_s));
-    QCOMPARE(face->title(), u"question"_s);
+    add(QStringLiteral("question"));
+    queue->tell(named(QStringLiteral("notice")));
+    QCOMPARE(face->title(), QStringLiteral("question"));
     QCOMPARE(face->waiting, 1);
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"notice"_s);
+    QCOMPARE(face->title(), QStringLiteral("notice"));
     face->answer(Answer::No);
     QCOMPARE(face->title(), QString());
 }
 
 void TestQuestionQueue::noticeMakesWayForAQuestion()
 {
-    queue->tell(named(u"notice"_s));
-    add(u"question"_s);
-    QCOMPARE(face->title(), u"question"_s);
+    queue->tell(named(QStringLiteral("notice")));
+    add(QStringLiteral("question"));
+    QCOMPARE(face->title(), QStringLiteral("question"));
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"notice"_s);
+    QCOMPARE(face->title(), QStringLiteral("notice"));
 }
 
 void TestQuestionQueue::sameNoticeIsToldOnce()
 {
-    queue->tell(named(u"notice"_s));
-    queue->tell(named(u"notice"_s));
-    queue->tell(named(u"another"_s));
+    queue->tell(named(QStringLiteral("notice")));
+    queue->tell(named(QStringLiteral("notice")));
+    queue->tell(named(QStringLiteral("another")));
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"another"_s);
+    QCOMPARE(face->title(), QStringLiteral("another"));
     face->answer(Answer::No);
     QCOMPARE(face->title(), QString());
-    queue->tell(named(u"notice"_s));
-    QCOMPARE(face->title(), u"notice"_s);
+    queue->tell(named(QStringLiteral("notice")));
+    QCOMPARE(face->title(), QStringLiteral("notice"));
 }
 
 void TestQuestionQueue::newestOfWhatGoesOnIsShown()
 {
-    queue->begin(named(u"older"_s), {});
-    const int newer = queue->begin(named(u"newer"_s), {});
-    QCOMPARE(face->title(), u"newer"_s);
+    queue->begin(named(QStringLiteral("older")), {});
+    const int newer = queue->begin(named(QStringLiteral("newer")), {});
+    QCOMPARE(face->title(), QStringLiteral("newer"));
     QCOMPARE(face->waiting, 0);
     queue->end(newer);
-    QCOMPARE(face->title(), u"older"_s);
+    QCOMPARE(face->title(), QStringLiteral("older"));
 }
 
 void TestQuestionQueue::whatGoesOnMakesWayForANotice()
 {
     bool canceled = false;
-    queue->begin(named(u"transfer"_s),
+    queue->begin(named(QStringLiteral("transfer")),
                  [&canceled](const Answer &answer) { canceled = answer.choice == Answer::No; });
-    queue->tell(named(u"notice"_s));
-    QCOMPARE(face->title(), u"notice"_s);
+    queue->tell(named(QStringLiteral("notice")));
+    QCOMPARE(face->title(), QStringLiteral("notice"));
     face->answer(Answer::No);
-    QCOMPARE(face->title(), u"transfer"_s);
+    QCOMPARE(face->title(), QStringLiteral("transfer"));
     QVERIFY(!canceled);
     face->answer(Answer::No);
     QVERIFY(canceled);
@@ -292,7 +291,7 @@ void TestQuestionQueue::whatGoesOnMakesWayForANotice()
 void TestQuestionQueue::endedIsGone()
 {
     const int number =
-        queue->begin(named(u"transfer"_s), [](const Answer &) { QFAIL("Nobody has answered"); });
+        queue->begin(named(QStringLiteral("transfer")), [](const Answer &) { QFAIL("Nobody has answered"); });
     queue->end(number);
     QCOMPARE(face->title(), QString());
     queue->end(number);
@@ -300,10 +299,10 @@ void TestQuestionQueue::endedIsGone()
 
 void TestQuestionQueue::progressIsShownWhereItIsSeen()
 {
-    const int number = queue->begin(named(u"transfer"_s), {});
+    const int number = queue->begin(named(QStringLiteral("transfer")), {});
     queue->setProgress(number, 1);
     QCOMPARE(face->received, 1);
-    add(u"question"_s);
+    add(QStringLiteral("question"));
     queue->setProgress(number, 2);
     QCOMPARE(face->received, 1);
     face->answer(Answer::No);
@@ -312,44 +311,44 @@ void TestQuestionQueue::progressIsShownWhereItIsSeen()
 
 void TestQuestionQueue::clearLeavesNothing()
 {
-    add(u"shown"_s);
-    add(u"waits"_s);
-    queue->tell(named(u"notice"_s));
-    queue->begin(named(u"transfer"_s), {});
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("waits"));
+    queue->tell(named(QStringLiteral("notice")));
+    queue->begin(named(QStringLiteral("transfer")), {});
     queue->clear();
     QCOMPARE(face->title(), QString());
     QCOMPARE(face->waiting, 0);
     QCOMPARE(replies, QStringList());
-    QCOMPARE(face->history, QStringList{u"shown"_s});
+    QCOMPARE(face->history, QStringList{QStringLiteral("shown")});
 }
 
 void TestQuestionQueue::nothingIsShownWhilePaused()
 {
-    add(u"first"_s);
+    add(QStringLiteral("first"));
     queue->setPaused(true);
     QCOMPARE(face->title(), QString());
-    add(u"unasked"_s, Request::Delivery, {}, FakeRequest::AnswersItself);
-    queue->tell(named(u"notice"_s));
+    add(QStringLiteral("unasked"), Request::Delivery, {}, FakeRequest::AnswersItself);
+    queue->tell(named(QStringLiteral("notice")));
     QCOMPARE(face->title(), QString());
     QCOMPARE(replies, QStringList());
     queue->setPaused(false);
-    QCOMPARE(face->title(), u"first"_s);
+    QCOMPARE(face->title(), QStringLiteral("first"));
     face->answer(Answer::No);
-    QCOMPARE(replies, (QStringList{u"rejected first"_s, u"granted unasked"_s}));
-    QCOMPARE(face->title(), u"notice"_s);
+    QCOMPARE(replies, (QStringList{QStringLiteral("rejected first"), QStringLiteral("granted unasked")}));
+    QCOMPARE(face->title(), QStringLiteral("notice"));
 }
 
 void TestQuestionQueue::nothingCoversARequestThatIsNotReady()
 {
-    add(u"slow"_s, Request::Sharing, {}, FakeRequest::AsksLater);
+    add(QStringLiteral("slow"), Request::Sharing, {}, FakeRequest::AsksLater);
     FakeRequest *slow = latest;
-    add(u"quick"_s);
-    queue->tell(named(u"notice"_s));
+    add(QStringLiteral("quick"));
+    queue->tell(named(QStringLiteral("notice")));
     QCOMPARE(face->title(), QString());
     slow->ask();
-    QCOMPARE(face->title(), u"slow"_s);
+    QCOMPARE(face->title(), QStringLiteral("slow"));
     face->answer(Answer::No);
-    QCOMPARE(face->history, (QStringList{u"slow"_s, u"quick"_s}));
+    QCOMPARE(face->history, (QStringList{QStringLiteral("slow"), QStringLiteral("quick")}));
 }
 
 QTEST_GUILESS_MAIN(TestQuestionQueue)

@@ -6,12 +6,10 @@
 #include "core/registration.h"
 #include "fakedaemon.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
-const auto agent = u"/com/tavix/nfcUIAgent/0"_s;
-const auto taken = u"com.tavix.nfc.Error.AlreadyExists"_s;
+const auto agent = QStringLiteral("/com/tavix/nfcUIAgent/0");
+const auto taken = QStringLiteral("com.tavix.nfc.Error.AlreadyExists");
 
 } // namespace
 
@@ -20,7 +18,7 @@ class TestRegistration : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void registersWithTheDefaultAdapter();
     void takesTheRegistrationBack();
@@ -40,10 +38,10 @@ void TestRegistration::registersWithTheDefaultAdapter()
     QVERIFY(succeeded.wait());
     QCOMPARE(succeeded[0], QVariantList{FakeDaemon::adapterPath()});
     QVERIFY(registration.isComplete());
-    const QList<FakeCall> calls = daemon.calls(u"RegisterUIAgent"_s);
+    const QList<FakeCall> calls = daemon.calls(QStringLiteral("RegisterUIAgent"));
     QCOMPARE(calls.size(), 1);
     QCOMPARE(calls[0].path, FakeDaemon::adapterPath());
-    QCOMPARE(calls[0].signature, u"o"_s);
+    QCOMPARE(calls[0].signature, QStringLiteral("o"));
 }
 
 void TestRegistration::takesTheRegistrationBack()
@@ -53,13 +51,13 @@ void TestRegistration::takesTheRegistrationBack()
     auto registration = std::make_unique<Registration>(agent);
     QVERIFY(QSignalSpy(registration.get(), &Registration::succeeded).wait());
     registration.reset();
-    QTRY_COMPARE(daemon.calls(u"UnregisterUIAgent"_s).size(), 1);
+    QTRY_COMPARE(daemon.calls(QStringLiteral("UnregisterUIAgent")).size(), 1);
 }
 
 void TestRegistration::takesNothingBackThatWasRefused()
 {
     FakeDaemon daemon;
-    daemon.fail(u"RegisterUIAgent"_s, taken, u"Another one is there"_s);
+    daemon.fail(QStringLiteral("RegisterUIAgent"), taken, QStringLiteral("Another one is there"));
     daemon.start();
     auto registration = std::make_unique<Registration>(agent);
     QTest::ignoreMessage(QtWarningMsg,
@@ -67,14 +65,14 @@ void TestRegistration::takesNothingBackThatWasRefused()
                          "Another one is there; trying again in 1000 ms");
     QVERIFY(QSignalSpy(registration.get(), &Registration::failed).wait());
     registration.reset();
-    daemon.reply(u"RegisterUIAgent"_s);
-    QVERIFY(daemon.calls(u"UnregisterUIAgent"_s).isEmpty());
+    daemon.reply(QStringLiteral("RegisterUIAgent"));
+    QVERIFY(daemon.calls(QStringLiteral("UnregisterUIAgent")).isEmpty());
 }
 
 void TestRegistration::refusalIsSaidAndTriedAgain()
 {
     FakeDaemon daemon;
-    daemon.fail(u"RegisterUIAgent"_s, taken, u"Another one is there"_s);
+    daemon.fail(QStringLiteral("RegisterUIAgent"), taken, QStringLiteral("Another one is there"));
     daemon.start();
     Registration registration(agent);
     QTest::ignoreMessage(QtWarningMsg,
@@ -82,16 +80,16 @@ void TestRegistration::refusalIsSaidAndTriedAgain()
                          "Another one is there; trying again in 1000 ms");
     QVERIFY(QSignalSpy(&registration, &Registration::failed).wait());
     QVERIFY(!registration.isComplete());
-    daemon.reply(u"RegisterUIAgent"_s);
+    daemon.reply(QStringLiteral("RegisterUIAgent"));
     QVERIFY(QSignalSpy(&registration, &Registration::succeeded).wait());
     QVERIFY(registration.isComplete());
-    QCOMPARE(daemon.calls(u"RegisterUIAgent"_s).size(), 2);
+    QCOMPARE(daemon.calls(QStringLiteral("RegisterUIAgent")).size(), 2);
 }
 
 void TestRegistration::pausesGrow()
 {
     FakeDaemon daemon;
-    daemon.fail(u"RegisterUIAgent"_s, taken, u"no"_s);
+    daemon.fail(QStringLiteral("RegisterUIAgent"), taken, QStringLiteral("no"));
     daemon.start();
     Registration registration(agent, 10);
     QSignalSpy failed(&registration, &Registration::failed);
@@ -108,14 +106,16 @@ void TestRegistration::pausesGrow()
 void TestRegistration::daemonWithoutAdapterIsAskedAgain()
 {
     FakeDaemon daemon;
-    daemon.fail(u"DefaultAdapter"_s, u"com.tavix.nfc.Error.NoAdapter"_s, u"There is none"_s);
+    daemon.fail(QStringLiteral("DefaultAdapter"), QStringLiteral("com.tavix.nfc.Error.NoAdapter"),
+                QStringLiteral("There is none"));
     daemon.start();
     Registration registration(agent);
     QTest::ignoreMessage(QtWarningMsg,
                          "The NFC daemon does not take the agent: com.tavix.nfc.Error.NoAdapter: There "
                          "is none; trying again in 1000 ms");
     QVERIFY(QSignalSpy(&registration, &Registration::failed).wait());
-    daemon.reply(u"DefaultAdapter"_s, {QVariant::fromValue(QDBusObjectPath(FakeDaemon::adapterPath()))});
+    daemon.reply(QStringLiteral("DefaultAdapter"),
+                 {QVariant::fromValue(QDBusObjectPath(FakeDaemon::adapterPath()))});
     QVERIFY(QSignalSpy(&registration, &Registration::succeeded).wait());
 }
 

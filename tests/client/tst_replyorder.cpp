@@ -4,8 +4,6 @@
 
 #include "core/replyorder.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestReplyOrder : public QObject
 {
     Q_OBJECT
@@ -32,46 +30,47 @@ private Q_SLOTS:
 void TestReplyOrder::replyIsGivenAtOnce()
 {
     ReplyOrder order;
-    const quint64 place = order.takePlace(u"/tag"_s);
-    order.reply(u"/tag"_s, place, note(u"yes"_s));
-    QCOMPARE(given, QStringList{u"yes"_s});
+    const quint64 place = order.takePlace(QStringLiteral("/tag"));
+    order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("yes")));
+    QCOMPARE(given, QStringList{QStringLiteral("yes")});
 }
 
 void TestReplyOrder::laterReplyWaitsForTheEarlier()
 {
     ReplyOrder order;
-    const quint64 first = order.takePlace(u"/tag"_s);
-    const quint64 second = order.takePlace(u"/tag"_s);
-    const quint64 third = order.takePlace(u"/tag"_s);
-    order.reply(u"/tag"_s, third, note(u"third"_s));
-    order.reply(u"/tag"_s, second, note(u"second"_s));
+    const quint64 first = order.takePlace(QStringLiteral("/tag"));
+    const quint64 second = order.takePlace(QStringLiteral("/tag"));
+    const quint64 third = order.takePlace(QStringLiteral("/tag"));
+    order.reply(QStringLiteral("/tag"), third, note(QStringLiteral("third")));
+    order.reply(QStringLiteral("/tag"), second, note(QStringLiteral("second")));
     QCOMPARE(given, QStringList());
-    order.reply(u"/tag"_s, first, note(u"first"_s));
-    QCOMPARE(given, (QStringList{u"first"_s, u"second"_s, u"third"_s}));
+    order.reply(QStringLiteral("/tag"), first, note(QStringLiteral("first")));
+    QCOMPARE(given,
+             (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
 }
 
 void TestReplyOrder::otherTargetDoesNotWait()
 {
     ReplyOrder order;
-    order.takePlace(u"/tag"_s);
-    const quint64 other = order.takePlace(u"/device"_s);
-    order.reply(u"/device"_s, other, note(u"other"_s));
-    QCOMPARE(given, QStringList{u"other"_s});
+    order.takePlace(QStringLiteral("/tag"));
+    const quint64 other = order.takePlace(QStringLiteral("/device"));
+    order.reply(QStringLiteral("/device"), other, note(QStringLiteral("other")));
+    QCOMPARE(given, QStringList{QStringLiteral("other")});
 }
 
 void TestReplyOrder::placeHasOneReply()
 {
     ReplyOrder order;
-    const quint64 place = order.takePlace(u"/tag"_s);
-    order.reply(u"/tag"_s, place, note(u"yes"_s));
-    order.reply(u"/tag"_s, place, note(u"no"_s));
-    QCOMPARE(given, QStringList{u"yes"_s});
+    const quint64 place = order.takePlace(QStringLiteral("/tag"));
+    order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("yes")));
+    order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("no")));
+    QCOMPARE(given, QStringList{QStringLiteral("yes")});
 }
 
 void TestReplyOrder::unknownPlaceHasNone()
 {
     ReplyOrder order;
-    order.reply(u"/tag"_s, 0, note(u"yes"_s));
+    order.reply(QStringLiteral("/tag"), 0, note(QStringLiteral("yes")));
     QCOMPARE(given, QStringList());
 }
 

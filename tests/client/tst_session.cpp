@@ -18,11 +18,9 @@
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::RadioState;
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
-const QDBusObjectPath target(u"/target"_s);
+const QDBusObjectPath target(QStringLiteral("/target"));
 
 QByteArray textTag(const QString &text)
 {
@@ -48,8 +46,9 @@ QVariant handlers(const QStringList &applications)
     QDBusArgument argument;
     argument.beginArray(QMetaType::fromType<NdefMessageHandler>());
     for (const QString &application : applications)
-        argument << NdefMessageHandler(application, u"session"_s, u"org.example.Viewer"_s,
-                                       QDBusObjectPath(u"/viewer"_s));
+        argument << NdefMessageHandler(application, QStringLiteral("session"),
+                                       QStringLiteral("org.example.Viewer"),
+                                       QDBusObjectPath(QStringLiteral("/viewer")));
     argument.endArray();
     return QVariant::fromValue(argument);
 }
@@ -88,7 +87,7 @@ void TestSession::initTestCase()
 
 void TestSession::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     daemon.kill();
     // Nobody switches it off: daemons come and go quickly here.
     RadioState(RadioState::NFC).setEnabled(false);
@@ -97,7 +96,9 @@ void TestSession::init()
 
 QString TestSession::agentPath()
 {
-    return qdbus_cast<QDBusObjectPath>(daemon.calls(u"RegisterUIAgent"_s).constLast().arguments[0]).path();
+    return qdbus_cast<QDBusObjectPath>(
+               daemon.calls(QStringLiteral("RegisterUIAgent")).constLast().arguments[0])
+        .path();
 }
 
 void TestSession::agentIsRegistered()
@@ -122,14 +123,15 @@ void TestSession::refusedAgentIsNotRegistered()
     FakeFace face;
     FakeOhm ohm;
     ohm.start();
-    daemon.fail(u"RegisterUIAgent"_s, u"org.freedesktop.DBus.Error.AccessDenied"_s, u"no"_s);
+    daemon.fail(QStringLiteral("RegisterUIAgent"), QStringLiteral("org.freedesktop.DBus.Error.AccessDenied"),
+                QStringLiteral("no"));
     const Session session(&face);
     QSignalSpy changed(&session, &Session::registeredChanged);
     QTest::ignoreMessage(QtWarningMsg,
                          "The NFC daemon does not take the agent: "
                          "org.freedesktop.DBus.Error.AccessDenied: no; trying again in 1000 ms");
-    QTRY_COMPARE(daemon.calls(u"RegisterUIAgent"_s).size(), 1);
-    daemon.reply(u"RegisterUIAgent"_s);
+    QTRY_COMPARE(daemon.calls(QStringLiteral("RegisterUIAgent")).size(), 1);
+    daemon.reply(QStringLiteral("RegisterUIAgent"));
     QVERIFY(!session.isRegistered());
     QVERIFY(changed.wait());
     QCOMPARE(changed[0], QVariantList{true});
@@ -144,14 +146,15 @@ void TestSession::lateReleaseTakesOnlyItsOwnAgent()
     QSignalSpy changed(&session, &Session::registeredChanged);
     QVERIFY(changed.wait());
     // All of this is there before the client hears of any.
-    daemon.callAgent(agentPath(), u"Release"_s);
+    daemon.callAgent(agentPath(), QStringLiteral("Release"));
     daemon.stop();
     daemon.start();
     QTRY_COMPARE(changed.size(), 3);
     QVERIFY(session.isRegistered());
 
-    daemon.callAgent(agentPath(), u"RequestBTPairing"_s,
-                     {QVariant::fromValue(target), u"00:11"_s, u"Headset"_s, 0u, QString()});
+    daemon.callAgent(
+        agentPath(), QStringLiteral("RequestBTPairing"),
+        {QVariant::fromValue(target), QStringLiteral("00:11"), QStringLiteral("Headset"), 0u, QString()});
     QTRY_VERIFY(face.shown);
     QVERIFY(session.isRegistered());
 }
@@ -164,7 +167,7 @@ void TestSession::releaseTakesTheAgent()
     const Session session(&face);
     QSignalSpy changed(&session, &Session::registeredChanged);
     QVERIFY(changed.wait());
-    daemon.callAgent(agentPath(), u"Release"_s);
+    daemon.callAgent(agentPath(), QStringLiteral("Release"));
     QVERIFY(changed.wait());
     QVERIFY(!session.isRegistered());
 }
@@ -177,46 +180,50 @@ void TestSession::applicationInFrontIsFollowedOnce()
     viewer.start();
     ohm.start();
     const Session session(&face);
-    QTRY_COMPARE(ohm.calls(u"Subscribe"_s).size(), 1);
-    QCOMPARE(daemon.calls(u"RegisterUIAgent"_s).size(), 1);
+    QTRY_COMPARE(ohm.calls(QStringLiteral("Subscribe")).size(), 1);
+    QCOMPARE(daemon.calls(QStringLiteral("RegisterUIAgent")).size(), 1);
     for (int i = 0; i < 3; ++i) {
-        ask(u"unasked"_s, i);
-        QTRY_COMPARE(viewer.calls(u"NDEFData"_s).size(), i + 1);
+        ask(QStringLiteral("unasked"), i);
+        QTRY_COMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), i + 1);
     }
-    QCOMPARE(ohm.calls(u"Subscribe"_s).size(), 1);
-    QCOMPARE(ohm.calls(u"Unsubscribe"_s).size(), 0);
+    QCOMPARE(ohm.calls(QStringLiteral("Subscribe")).size(), 1);
+    QCOMPARE(ohm.calls(QStringLiteral("Unsubscribe")).size(), 0);
 }
 
 int TestSession::ask(const QString &kind, int number)
 {
     const QVariant path = QVariant::fromValue(target);
-    if (kind == "pairing"_L1)
-        return daemon.callAgent(agentPath(), u"RequestBTPairing"_s,
-                                {path, u"00:11"_s, u"Headset %1"_s.arg(number), 0u, QString()});
+    if (kind == QLatin1String("pairing"))
+        return daemon.callAgent(
+            agentPath(), QStringLiteral("RequestBTPairing"),
+            {path, QStringLiteral("00:11"), QStringLiteral("Headset %1").arg(number), 0u, QString()});
     const auto deliver = [&](const QStringList &applications, const QByteArray &data) {
-        return daemon.callAgent(agentPath(), u"RequestNDEFDataDelivery"_s,
+        return daemon.callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
                                 {handlers(applications), path, data});
     };
-    if (kind == "asked"_L1)
-        return deliver({u"viewer"_s}, linkTag() + QByteArray());
-    if (kind == "asked again"_L1)
-        return deliver({u"viewer"_s, u"other"_s}, textTag(u"Hello"_s));
-    if (kind == "unasked"_L1)
-        return deliver({u"viewer"_s}, textTag(u"Hello %1"_s.arg(number)));
-    if (kind == "unusable"_L1)
-        return deliver({}, textTag(u"Hello %1"_s.arg(number)));
-    return deliver({u"viewer"_s}, number == 0 ? QByteArray() : QByteArray("\xd0\x00\x00", 3));
+    if (kind == QLatin1String("asked"))
+        return deliver({QStringLiteral("viewer")}, linkTag() + QByteArray());
+    if (kind == QLatin1String("asked again"))
+        return deliver({QStringLiteral("viewer"), QStringLiteral("other")}, textTag(QStringLiteral("Hello")));
+    if (kind == QLatin1String("unasked"))
+        return deliver({QStringLiteral("viewer")}, textTag(QStringLiteral("Hello %1").arg(number)));
+    if (kind == QLatin1String("unusable"))
+        return deliver({}, textTag(QStringLiteral("Hello %1").arg(number)));
+    return deliver({QStringLiteral("viewer")}, number == 0 ? QByteArray() : QByteArray("\xd0\x00\x00", 3));
 }
 
 void TestSession::requestsOfOneTargetGetTheirOwnAnswers_data()
 {
     QTest::addColumn<QString>("first");
     QTest::addColumn<QString>("second");
-    const QStringList kinds{u"pairing"_s, u"asked"_s, u"unasked"_s, u"unusable"_s, u"empty"_s};
+    const QStringList kinds{QStringLiteral("pairing"), QStringLiteral("asked"), QStringLiteral("unasked"),
+                            QStringLiteral("unusable"), QStringLiteral("empty")};
     for (const QString &first : kinds)
         for (const QString &second : kinds)
             QTest::addRow("%s, %s", qPrintable(first), qPrintable(second))
-                << first << (first == "asked"_L1 && second == first ? u"asked again"_s : second);
+                << first
+                << (first == QLatin1String("asked") && second == first ? QStringLiteral("asked again")
+                                                                       : second);
 }
 
 void TestSession::requestsOfOneTargetGetTheirOwnAnswers()
@@ -235,7 +242,7 @@ void TestSession::requestsOfOneTargetGetTheirOwnAnswers()
 
     // The user grants what comes first and refuses what comes second; notices are read away.
     const auto isAsked = [](const QString &kind) {
-        return kind == "pairing"_L1 || kind.startsWith("asked"_L1);
+        return kind == QLatin1String("pairing") || kind.startsWith(QLatin1String("asked"));
     };
     QList<Answer::Choice> answers;
     for (int i = 0; i < 2; ++i)
@@ -251,12 +258,13 @@ void TestSession::requestsOfOneTargetGetTheirOwnAnswers()
     for (const FakeReply &reply : daemon.replies()) {
         const auto number = calls.indexOf(reply.id);
         const QString kind = kinds[number];
-        const bool isGranted = isAsked(kind) ? number == 0 : kind != "unusable"_L1;
-        QCOMPARE(reply.error, isGranted ? QString() : u"com.tavix.nfc.UIAgent.Rejected"_s);
+        const bool isGranted = isAsked(kind) ? number == 0 : kind != QLatin1String("unusable");
+        QCOMPARE(reply.error, isGranted ? QString() : QStringLiteral("com.tavix.nfc.UIAgent.Rejected"));
     }
     QCOMPARE(daemon.replies()[0].id, calls[0]);
-    QCOMPARE(viewer.calls(u"NDEFData"_s).size(),
-             (first == "unasked"_L1 || first == "asked"_L1 ? 1 : 0) + (second == "unasked"_L1 ? 1 : 0));
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(),
+             (first == QLatin1String("unasked") || first == QLatin1String("asked") ? 1 : 0) +
+                 (second == QLatin1String("unasked") ? 1 : 0));
 }
 
 QTEST_GUILESS_MAIN(TestSession)

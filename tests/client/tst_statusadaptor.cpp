@@ -17,12 +17,10 @@
 #include "introspection.h"
 
 using ConnUi::RadioState;
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
-const auto path = u"/org/connui/NfcUi"_s;
-const auto interface = u"org.connui.NfcUi"_s;
+const auto path = QStringLiteral("/org/connui/NfcUi");
+const auto interface = QStringLiteral("org.connui.NfcUi");
 constexpr uint number = 7;
 
 } // namespace
@@ -34,13 +32,13 @@ class Watcher : public QObject
 
 public:
     explicit Watcher(const QString &service)
-        : bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, u"watcher"_s))
+        : bus(QDBusConnection::connectToBus(QDBusConnection::SessionBus, QStringLiteral("watcher")))
         , service(service)
     {
-        bus.connect(service, path, u"org.freedesktop.DBus.Properties"_s, u"PropertiesChanged"_s, this,
-                    SLOT(take(QString, QVariantMap)));
+        bus.connect(service, path, QStringLiteral("org.freedesktop.DBus.Properties"),
+                    QStringLiteral("PropertiesChanged"), this, SLOT(take(QString, QVariantMap)));
     }
-    ~Watcher() override { QDBusConnection::disconnectFromBus(u"watcher"_s); }
+    ~Watcher() override { QDBusConnection::disconnectFromBus(QStringLiteral("watcher")); }
 
     // Answered from this thread's event loop.
     QDBusMessage call(const QString &of, const QString &method, const QVariantList &arguments = {})
@@ -96,7 +94,7 @@ void TestStatusAdaptor::initTestCase()
 
 void TestStatusAdaptor::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     ohm = std::make_unique<FakeOhm>();
     ohm->start();
     daemon = std::make_unique<FakeDaemon>();
@@ -116,7 +114,8 @@ void TestStatusAdaptor::cleanup()
 
 void TestStatusAdaptor::interfaceIsAsPublished()
 {
-    const QDBusMessage reply = watcher->call(u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s);
+    const QDBusMessage reply =
+        watcher->call(QStringLiteral("org.freedesktop.DBus.Introspectable"), QStringLiteral("Introspect"));
     QFile file(QStringLiteral(INTERFACES "/org.connui.NfcUi.xml"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QStringList published = Introspection::members(file.readAll(), interface);
@@ -126,17 +125,18 @@ void TestStatusAdaptor::interfaceIsAsPublished()
 
 void TestStatusAdaptor::registrationIsAnnounced()
 {
-    QTRY_COMPARE(watcher->announced.value(u"Registered"_s), QVariant(true));
+    QTRY_COMPARE(watcher->announced.value(QStringLiteral("Registered")), QVariant(true));
     const auto read = [this] {
-        const QVariant value =
-            watcher->call(u"org.freedesktop.DBus.Properties"_s, u"Get"_s, {interface, u"Registered"_s})
-                .arguments()
-                .value(0);
+        const QVariant value = watcher
+                                   ->call(QStringLiteral("org.freedesktop.DBus.Properties"),
+                                          QStringLiteral("Get"), {interface, QStringLiteral("Registered")})
+                                   .arguments()
+                                   .value(0);
         return qdbus_cast<QDBusVariant>(value).variant();
     };
     QCOMPARE(read(), QVariant(true));
     daemon->kill();
-    QTRY_COMPARE(watcher->announced.value(u"Registered"_s), QVariant(false));
+    QTRY_COMPARE(watcher->announced.value(QStringLiteral("Registered")), QVariant(false));
     QCOMPARE(read(), QVariant(false));
 }
 
@@ -144,22 +144,24 @@ void TestStatusAdaptor::transferThatIsPutAwayCanBeShownAgain()
 {
     QTRY_VERIFY(session->isRegistered());
     const auto announce = [this](const QString &member, const QVariantList &arguments) {
-        daemon->emitSignal(FakeDaemon::adapterPath(), u"com.tavix.nfc.Transfers"_s, member, arguments);
+        daemon->emitSignal(FakeDaemon::adapterPath(), QStringLiteral("com.tavix.nfc.Transfers"), member,
+                           arguments);
     };
-    announce(u"TransferStarted"_s, {number, u"Ada"_s, u"film.mkv"_s, quint64(100)});
+    announce(QStringLiteral("TransferStarted"),
+             {number, QStringLiteral("Ada"), QStringLiteral("film.mkv"), quint64(100)});
     QTRY_VERIFY(face->shown);
     QCOMPARE(face->shown->kind, Question::Receiving);
     face->answer(Answer::Yes);
     QVERIFY(!face->shown);
-    QTRY_COMPARE(watcher->announced.value(u"HiddenTransfers"_s), QVariant(1u));
-    announce(u"TransferProgressed"_s, {number, quint64(50), quint64(100)});
+    QTRY_COMPARE(watcher->announced.value(QStringLiteral("HiddenTransfers")), QVariant(1u));
+    announce(QStringLiteral("TransferProgressed"), {number, quint64(50), quint64(100)});
 
-    watcher->call(interface, u"ShowTransfers"_s);
+    watcher->call(interface, QStringLiteral("ShowTransfers"));
     QVERIFY(face->shown);
-    QTRY_COMPARE(watcher->announced.value(u"HiddenTransfers"_s), QVariant(0u));
+    QTRY_COMPARE(watcher->announced.value(QStringLiteral("HiddenTransfers")), QVariant(0u));
     QTRY_COMPARE(face->shown->file.received + face->received, 50);
     face->answer(Answer::No);
-    QTRY_COMPARE(daemon->calls(u"CancelTransfer"_s).size(), 1);
+    QTRY_COMPARE(daemon->calls(QStringLiteral("CancelTransfer")).size(), 1);
 }
 
 QTEST_GUILESS_MAIN(TestStatusAdaptor)

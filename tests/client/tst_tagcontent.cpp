@@ -7,14 +7,12 @@
 #include "core/ndefframing.h"
 #include "core/tagcontent.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestTagContent : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void isOneMessage_data();
     void isOneMessage();
@@ -31,31 +29,31 @@ void TestTagContent::isOneMessage_data()
     QTest::addColumn<QByteArray>("hex");
     QTest::addColumn<bool>("is");
 
-    QTest::newRow("a record") << "d1010155 00"_ba << true;
-    QTest::newRow("an empty record") << "d00000"_ba << true;
-    QTest::newRow("a record with an id") << "d9010101 55 41 00"_ba << true;
-    QTest::newRow("a long record") << "c10100000001 55 00"_ba << true;
-    QTest::newRow("two records") << "91010155 00 51010155 00"_ba << true;
-    QTest::newRow("three chunks") << "b1010155 00 3600 01 00 5600 01 00"_ba << true;
-    QTest::newRow("unknown type") << "d50001 00"_ba << true;
+    QTest::newRow("a record") << QByteArrayLiteral("d1010155 00") << true;
+    QTest::newRow("an empty record") << QByteArrayLiteral("d00000") << true;
+    QTest::newRow("a record with an id") << QByteArrayLiteral("d9010101 55 41 00") << true;
+    QTest::newRow("a long record") << QByteArrayLiteral("c10100000001 55 00") << true;
+    QTest::newRow("two records") << QByteArrayLiteral("91010155 00 51010155 00") << true;
+    QTest::newRow("three chunks") << QByteArrayLiteral("b1010155 00 3600 01 00 5600 01 00") << true;
+    QTest::newRow("unknown type") << QByteArrayLiteral("d50001 00") << true;
 
-    QTest::newRow("nothing") << ""_ba << false;
-    QTest::newRow("a byte") << "d1"_ba << false;
-    QTest::newRow("a byte behind the end") << "d1010155 00 00"_ba << false;
-    QTest::newRow("a message behind the end") << "d1010155 00 d1010155 00"_ba << false;
-    QTest::newRow("no beginning") << "51010155 00"_ba << false;
-    QTest::newRow("a second beginning") << "91010155 00 d1010155 00"_ba << false;
-    QTest::newRow("no end") << "91010155 00"_ba << false;
-    QTest::newRow("a payload that is too short") << "d1010255 00"_ba << false;
-    QTest::newRow("a length beyond all bytes") << "c101ffffffff 55 00"_ba << false;
-    QTest::newRow("a chunk that is the last") << "f1010155 00"_ba << false;
-    QTest::newRow("a chunk that is not continued") << "b1010155 00 51010155 00"_ba << false;
-    QTest::newRow("a continued chunk that never began") << "d60001 00"_ba << false;
-    QTest::newRow("a continued chunk with a type") << "b1010155 00 56010155 00"_ba << false;
-    QTest::newRow("a continued chunk with an id") << "b1010155 00 5e000101 41 00"_ba << false;
-    QTest::newRow("the reserved format") << "d7010155 00"_ba << false;
-    QTest::newRow("an unknown type with a type") << "d5010155 00"_ba << false;
-    QTest::newRow("an empty record with a payload") << "d00001 00"_ba << false;
+    QTest::newRow("nothing") << QByteArrayLiteral("") << false;
+    QTest::newRow("a byte") << QByteArrayLiteral("d1") << false;
+    QTest::newRow("a byte behind the end") << QByteArrayLiteral("d1010155 00 00") << false;
+    QTest::newRow("a message behind the end") << QByteArrayLiteral("d1010155 00 d1010155 00") << false;
+    QTest::newRow("no beginning") << QByteArrayLiteral("51010155 00") << false;
+    QTest::newRow("a second beginning") << QByteArrayLiteral("91010155 00 d1010155 00") << false;
+    QTest::newRow("no end") << QByteArrayLiteral("91010155 00") << false;
+    QTest::newRow("a payload that is too short") << QByteArrayLiteral("d1010255 00") << false;
+    QTest::newRow("a length beyond all bytes") << QByteArrayLiteral("c101ffffffff 55 00") << false;
+    QTest::newRow("a chunk that is the last") << QByteArrayLiteral("f1010155 00") << false;
+    QTest::newRow("a chunk that is not continued") << QByteArrayLiteral("b1010155 00 51010155 00") << false;
+    QTest::newRow("a continued chunk that never began") << QByteArrayLiteral("d60001 00") << false;
+    QTest::newRow("a continued chunk with a type") << QByteArrayLiteral("b1010155 00 56010155 00") << false;
+    QTest::newRow("a continued chunk with an id") << QByteArrayLiteral("b1010155 00 5e000101 41 00") << false;
+    QTest::newRow("the reserved format") << QByteArrayLiteral("d7010155 00") << false;
+    QTest::newRow("an unknown type with a type") << QByteArrayLiteral("d5010155 00") << false;
+    QTest::newRow("an empty record with a payload") << QByteArrayLiteral("d00001 00") << false;
 }
 
 void TestTagContent::isOneMessage()
@@ -78,18 +76,18 @@ void TestTagContent::chunksAreOneRecord()
     // "http://" and "a.b", in two chunks.
     const TagContent content = readTag(QByteArray::fromHex("b1010255 0361 5600 02 2e62"));
     QCOMPARE(content.records.size(), 1);
-    QCOMPARE(content.records[0].text, u"http://a.b"_s);
+    QCOMPARE(content.records[0].text, QStringLiteral("http://a.b"));
 }
 
 void TestTagContent::linkIsPlain_data()
 {
     QTest::addColumn<QByteArray>("onTag");
     QTest::addColumn<QString>("shown");
-    QTest::newRow("plain") << "https://a.b/C"_ba << u"https://a.b/C"_s;
-    QTest::newRow("capitals") << "HTTPS://A.b/C"_ba << u"https://A.b/C"_s;
-    QTest::newRow("blanks") << " \ttel:1 "_ba << u"tel:1"_s;
-    QTest::newRow("no scheme") << "www.a.b"_ba << u"http://www.a.b"_s;
-    QTest::newRow("a port") << "a.b:80"_ba << u"a.b:80"_s;
+    QTest::newRow("plain") << QByteArrayLiteral("https://a.b/C") << QStringLiteral("https://a.b/C");
+    QTest::newRow("capitals") << QByteArrayLiteral("HTTPS://A.b/C") << QStringLiteral("https://A.b/C");
+    QTest::newRow("blanks") << QByteArrayLiteral(" \ttel:1 ") << QStringLiteral("tel:1");
+    QTest::newRow("no scheme") << QByteArrayLiteral("www.a.b") << QStringLiteral("http://www.a.b");
+    QTest::newRow("a port") << QByteArrayLiteral("a.b:80") << QStringLiteral("a.b:80");
 }
 
 void TestTagContent::linkIsPlain()
@@ -112,13 +110,13 @@ void TestTagContent::contactCardIsKnownByItsType_data()
 {
     QTest::addColumn<QByteArray>("type");
     QTest::addColumn<bool>("isCard");
-    QTest::newRow("old") << "text/x-vcard"_ba << true;
-    QTest::newRow("new") << "text/vcard"_ba << true;
-    QTest::newRow("capitals") << "TEXT/VCARD"_ba << true;
-    QTest::newRow("directory") << "text/directory"_ba << true;
-    QTest::newRow("parameter") << "text/vcard; charset=utf-8"_ba << true;
-    QTest::newRow("longer") << "text/vcardx"_ba << false;
-    QTest::newRow("text") << "text/plain"_ba << false;
+    QTest::newRow("old") << QByteArrayLiteral("text/x-vcard") << true;
+    QTest::newRow("new") << QByteArrayLiteral("text/vcard") << true;
+    QTest::newRow("capitals") << QByteArrayLiteral("TEXT/VCARD") << true;
+    QTest::newRow("directory") << QByteArrayLiteral("text/directory") << true;
+    QTest::newRow("parameter") << QByteArrayLiteral("text/vcard; charset=utf-8") << true;
+    QTest::newRow("longer") << QByteArrayLiteral("text/vcardx") << false;
+    QTest::newRow("text") << QByteArrayLiteral("text/plain") << false;
 }
 
 void TestTagContent::contactCardIsKnownByItsType()

@@ -5,14 +5,12 @@
 
 #include "daemon/tags/bluetoothcarrier.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestBluetoothCarrier : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void classicDeviceIsFound();
     void lowEnergyDeviceIsFound();
@@ -55,8 +53,8 @@ void TestBluetoothCarrier::classicDeviceIsFound()
         "d2", classic,
         classicData(structure(0x09, "Ada's headset") + structure(0x0d, QByteArray::fromHex("040424")))));
     QVERIFY(carrier);
-    QCOMPARE(carrier->address, u"00:1A:7D:DA:71:13"_s);
-    QCOMPARE(carrier->name, u"Ada's headset"_s);
+    QCOMPARE(carrier->address, QStringLiteral("00:1A:7D:DA:71:13"));
+    QCOMPARE(carrier->name, QStringLiteral("Ada's headset"));
     QCOMPARE(carrier->classOfDevice, 0x240404U);
 }
 
@@ -65,8 +63,8 @@ void TestBluetoothCarrier::lowEnergyDeviceIsFound()
     const auto carrier =
         bluetoothCarrier(record("d2", lowEnergy, structure(0x1b, address + '\0') + structure(0x09, "Watch")));
     QVERIFY(carrier);
-    QCOMPARE(carrier->address, u"00:1A:7D:DA:71:13"_s);
-    QCOMPARE(carrier->name, u"Watch"_s);
+    QCOMPARE(carrier->address, QStringLiteral("00:1A:7D:DA:71:13"));
+    QCOMPARE(carrier->name, QStringLiteral("Watch"));
     QCOMPARE(carrier->classOfDevice, 0U);
 }
 
@@ -77,7 +75,7 @@ void TestBluetoothCarrier::handoverSelectLeadsToItsCarrier()
                                record("52", classic, classicData({}));
     const auto carrier = bluetoothCarrier(message);
     QVERIFY(carrier);
-    QCOMPARE(carrier->address, u"00:1A:7D:DA:71:13"_s);
+    QCOMPARE(carrier->address, QStringLiteral("00:1A:7D:DA:71:13"));
 }
 
 void TestBluetoothCarrier::letterCaseOfTheTypeDoesNotCount()
@@ -88,11 +86,12 @@ void TestBluetoothCarrier::letterCaseOfTheTypeDoesNotCount()
 void TestBluetoothCarrier::nameMayBeMissingOrShort()
 {
     QCOMPARE(bluetoothCarrier(record("d2", classic, classicData({})))->name, QString());
-    QCOMPARE(bluetoothCarrier(record("d2", classic, classicData(structure(0x08, "Ada"))))->name, u"Ada"_s);
+    QCOMPARE(bluetoothCarrier(record("d2", classic, classicData(structure(0x08, "Ada"))))->name,
+             QStringLiteral("Ada"));
     QCOMPARE(bluetoothCarrier(
                  record("d2", classic, classicData(structure(0x08, "Ada") + structure(0x09, "Ada's phone"))))
                  ->name,
-             u"Ada's phone"_s);
+             QStringLiteral("Ada's phone"));
 }
 
 void TestBluetoothCarrier::brokenStructuresTellNothing_data()
@@ -110,7 +109,7 @@ void TestBluetoothCarrier::brokenStructuresTellNothing()
     QFETCH(QByteArray, structures);
     const auto carrier = bluetoothCarrier(record("d2", classic, classicData(structures)));
     QVERIFY(carrier);
-    QCOMPARE(carrier->address, u"00:1A:7D:DA:71:13"_s);
+    QCOMPARE(carrier->address, QStringLiteral("00:1A:7D:DA:71:13"));
     QCOMPARE(carrier->name, QString());
     QCOMPARE(carrier->classOfDevice, 0U);
 }

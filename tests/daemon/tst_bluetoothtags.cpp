@@ -16,13 +16,11 @@
 #include "readers.h"
 #include "virtualtype2.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
-const QString address = u"00:1A:7D:DA:71:13"_s;
-const QString devicePath = u"/org/bluez/hci0/dev_00_1A_7D_DA_71_13"_s;
-const QString pairing = u"RequestBTPairing"_s;
+const QString address = QStringLiteral("00:1A:7D:DA:71:13");
+const QString devicePath = QStringLiteral("/org/bluez/hci0/dev_00_1A_7D_DA_71_13");
+const QString pairing = QStringLiteral("RequestBTPairing");
 
 // A headset's sticker: its address, its name and its class.
 QByteArray headset()
@@ -74,7 +72,7 @@ void TestBluetoothTags::initTestCase()
 
 void TestBluetoothTags::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     Readers::waitUntilEmpty();
 }
 
@@ -98,17 +96,19 @@ void TestBluetoothTags::grantedPairingIsDone()
     startWithAgent();
     const HeldTag held(tag);
     QTRY_COMPARE(calls(pairing), 1);
-    const FakeCall told = agent->calls(u"NotifyTouch"_s).constFirst();
+    const FakeCall told = agent->calls(QStringLiteral("NotifyTouch")).constFirst();
     const QVariantList asked = agent->calls(pairing).constFirst().arguments;
-    QCOMPARE(told.arguments.at(1).toString(), u"ok"_s);
-    QCOMPARE(asked.at(0).value<QDBusObjectPath>().path(), u"/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"_s);
-    QCOMPARE(asked.mid(1), (QVariantList{address, u"Ada headset"_s, 0x240404U, QString()}));
-    QTRY_COMPARE(bluez.callCount(devicePath, u"Connect"_s), 1);
-    QCOMPARE(bluez.callCount(devicePath, u"Pair"_s), 1);
-    const QDBusReply<QVariant> trusted = bluez.call(devicePath, u"org.freedesktop.DBus.Properties"_s,
-                                                    u"Get"_s, {u"org.bluez.Device1"_s, u"Trusted"_s});
+    QCOMPARE(told.arguments.at(1).toString(), QStringLiteral("ok"));
+    QCOMPARE(asked.at(0).value<QDBusObjectPath>().path(),
+             QStringLiteral("/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"));
+    QCOMPARE(asked.mid(1), (QVariantList{address, QStringLiteral("Ada headset"), 0x240404U, QString()}));
+    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 1);
+    const QDBusReply<QVariant> trusted =
+        bluez.call(devicePath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                   {QStringLiteral("org.bluez.Device1"), QStringLiteral("Trusted")});
     QCOMPARE(trusted.value(), QVariant(true));
-    QCOMPARE(calls(u"RequestNDEFDataDelivery"_s), 0);
+    QCOMPARE(calls(QStringLiteral("RequestNDEFDataDelivery")), 0);
 }
 
 void TestBluetoothTags::refusedPairingIsNot()
@@ -116,15 +116,15 @@ void TestBluetoothTags::refusedPairingIsNot()
     const BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(address));
     startWithAgent();
-    agent->fail(pairing, u"com.tavix.nfc.UIAgent.Rejected"_s, QString());
+    agent->fail(pairing, QStringLiteral("com.tavix.nfc.UIAgent.Rejected"), QString());
     {
         const HeldTag held(tag);
         QTRY_COMPARE(calls(pairing), 1);
     }
     VirtualType2 other = VirtualType2::sticker(QByteArray::fromHex("d1010455036f7267"));
     const HeldTag next(other);
-    QTRY_COMPARE(calls(u"RequestNDEFDataDelivery"_s), 1);
-    QCOMPARE(bluez.callCount(devicePath, u"Pair"_s), 0);
+    QTRY_COMPARE(calls(QStringLiteral("RequestNDEFDataDelivery")), 1);
+    QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 0);
 }
 
 void TestBluetoothTags::deviceThatBluezHasNotHeardOfIsLookedFor()
@@ -136,8 +136,8 @@ void TestBluetoothTags::deviceThatBluezHasNotHeardOfIsLookedFor()
     QTRY_COMPARE(calls(pairing), 1);
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(bluez.addDevice(address));
-    QTRY_COMPARE(bluez.callCount(devicePath, u"Connect"_s), 1);
-    QCOMPARE(bluez.callCount(devicePath, u"Pair"_s), 1);
+    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 1);
     QTRY_VERIFY(!bluez.isDiscovering());
 }
 
@@ -145,49 +145,52 @@ void TestBluetoothTags::pairedDeviceIsConnected()
 {
     const BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(address));
-    QVERIFY(bluez.mock(u"PairDevice"_s, {u"hci0"_s, address, 0x200404}));
+    QVERIFY(bluez.mock(QStringLiteral("PairDevice"), {QStringLiteral("hci0"), address, 0x200404}));
     // The stand-in announces the class, but keeps none.
-    QCOMPARE(bluez
-                 .call(devicePath, u"org.freedesktop.DBus.Mock"_s, u"UpdateProperties"_s,
-                       {u"org.bluez.Device1"_s, QVariantMap{{u"Class"_s, 0x200404U}}})
-                 .type(),
-             QDBusMessage::ReplyMessage);
+    QCOMPARE(
+        bluez
+            .call(devicePath, QStringLiteral("org.freedesktop.DBus.Mock"), QStringLiteral("UpdateProperties"),
+                  {QStringLiteral("org.bluez.Device1"), QVariantMap{{QStringLiteral("Class"), 0x200404U}}})
+            .type(),
+        QDBusMessage::ReplyMessage);
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(u"RequestBTConnection"_s), 1);
+    QTRY_COMPARE(calls(QStringLiteral("RequestBTConnection")), 1);
     // Under the name that the user knows it by.
-    QCOMPARE(agent->calls(u"RequestBTConnection"_s).constFirst().arguments.mid(1),
-             (QVariantList{address, u"Peer"_s, 0x200404U}));
-    QTRY_COMPARE(bluez.callCount(devicePath, u"Connect"_s), 1);
-    QCOMPARE(bluez.callCount(devicePath, u"Pair"_s), 0);
+    QCOMPARE(agent->calls(QStringLiteral("RequestBTConnection")).constFirst().arguments.mid(1),
+             (QVariantList{address, QStringLiteral("Peer"), 0x200404U}));
+    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 0);
 }
 
 void TestBluetoothTags::connectedDeviceIsDisconnected()
 {
     const BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(address));
-    QVERIFY(bluez.mock(u"PairDevice"_s, {u"hci0"_s, address, 0x200404}));
-    QVERIFY(bluez.mock(u"ConnectDevice"_s, {u"hci0"_s, address}));
+    QVERIFY(bluez.mock(QStringLiteral("PairDevice"), {QStringLiteral("hci0"), address, 0x200404}));
+    QVERIFY(bluez.mock(QStringLiteral("ConnectDevice"), {QStringLiteral("hci0"), address}));
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(u"RequestBTDisconnection"_s), 1);
-    QTRY_COMPARE(bluez.callCount(devicePath, u"Disconnect"_s), 1);
+    QTRY_COMPARE(calls(QStringLiteral("RequestBTDisconnection")), 1);
+    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Disconnect")), 1);
 }
 
 void TestBluetoothTags::failureIsSaid()
 {
     const BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(address));
-    QVERIFY(bluez.mock(u"PairDevice"_s, {u"hci0"_s, address, 0x200404}));
+    QVERIFY(bluez.mock(QStringLiteral("PairDevice"), {QStringLiteral("hci0"), address, 0x200404}));
     startWithAgent();
     // BlueZ knows better by the time of the grant.
-    agent->hold(u"RequestBTConnection"_s);
+    agent->hold(QStringLiteral("RequestBTConnection"));
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(u"RequestBTConnection"_s), 1);
-    QCOMPARE(bluez.call(devicePath, u"org.bluez.Device1"_s, u"Connect"_s, {}).type(),
-             QDBusMessage::ReplyMessage);
-    agent->release(u"RequestBTConnection"_s);
-    QTRY_VERIFY(daemon.log().contains(u"Bluetooth device 00:1A:7D:DA:71:13: Already Connected\n"_s));
+    QTRY_COMPARE(calls(QStringLiteral("RequestBTConnection")), 1);
+    QCOMPARE(
+        bluez.call(devicePath, QStringLiteral("org.bluez.Device1"), QStringLiteral("Connect"), {}).type(),
+        QDBusMessage::ReplyMessage);
+    agent->release(QStringLiteral("RequestBTConnection"));
+    QTRY_VERIFY(
+        daemon.log().contains(QStringLiteral("Bluetooth device 00:1A:7D:DA:71:13: Already Connected\n")));
 }
 
 void TestBluetoothTags::withoutBluetoothTheTagIsOneLikeAnyOther_data()
@@ -203,13 +206,14 @@ void TestBluetoothTags::withoutBluetoothTheTagIsOneLikeAnyOther()
     std::unique_ptr<BlueZMock> bluez;
     if (hasBluez) {
         bluez = std::make_unique<BlueZMock>();
-        QVERIFY(bluez->mock(u"RemoveAdapter"_s, {u"hci0"_s}));
+        QVERIFY(bluez->mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci0")}));
     }
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(u"RequestNDEFDataDelivery"_s), 1);
-    QCOMPARE(agent->calls(u"RequestNDEFDataDelivery"_s).constFirst().arguments.at(2).toByteArray(),
-             headset());
+    QTRY_COMPARE(calls(QStringLiteral("RequestNDEFDataDelivery")), 1);
+    QCOMPARE(
+        agent->calls(QStringLiteral("RequestNDEFDataDelivery")).constFirst().arguments.at(2).toByteArray(),
+        headset());
     QCOMPARE(calls(pairing), 0);
 }
 
@@ -229,7 +233,7 @@ void TestBluetoothTags::otherTouchMeanwhileIsTheSame()
         QTRY_VERIFY(again.commands() > 3);
     }
     agent->release(pairing);
-    QTRY_COMPARE(bluez.callCount(devicePath, u"Connect"_s), 1);
+    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
     QCOMPARE(calls(pairing), 1);
 }
 
@@ -238,14 +242,18 @@ void TestBluetoothTags::handoverIsServedByTheNextTag()
     const BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.addDevice(address));
     startWithAgent();
-    const QVariant requestor = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
-    QCOMPARE(agent->callAdapter(u"RequestHandover"_s, {requestor, u"bluetooth"_s, u"send"_s}).error,
+    const QVariant requestor = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
+    QCOMPARE(agent
+                 ->callAdapter(QStringLiteral("RequestHandover"),
+                               {requestor, QStringLiteral("bluetooth"), QStringLiteral("send")})
+                 .error,
              QString());
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(u"HandoverCompleted"_s), 1);
-    QCOMPARE(agent->members().filter(u"Handover"_s),
-             (QStringList{u"HandoverStarted"_s, u"HandoverCarrierSelected"_s, u"HandoverCompleted"_s}));
-    const QVariantList completed = agent->calls(u"HandoverCompleted"_s).constFirst().arguments;
+    QTRY_COMPARE(calls(QStringLiteral("HandoverCompleted")), 1);
+    QCOMPARE(agent->members().filter(QStringLiteral("Handover")),
+             (QStringList{QStringLiteral("HandoverStarted"), QStringLiteral("HandoverCarrierSelected"),
+                          QStringLiteral("HandoverCompleted")}));
+    const QVariantList completed = agent->calls(QStringLiteral("HandoverCompleted")).constFirst().arguments;
     const auto peer = qdbus_cast<BluetoothPeer>(completed.at(1).value<QDBusVariant>().variant());
     QCOMPARE(peer.address, address);
     QCOMPARE(calls(pairing), 0);
@@ -254,16 +262,16 @@ void TestBluetoothTags::handoverIsServedByTheNextTag()
 void TestBluetoothTags::handoverEndsWithItsRequestor()
 {
     startWithAgent();
-    const QVariant path = QVariant::fromValue(QDBusObjectPath(u"/test/requestor"_s));
-    const QVariantList request = {path, u"bluetooth"_s, u"send"_s};
+    const QVariant path = QVariant::fromValue(QDBusObjectPath(QStringLiteral("/test/requestor")));
+    const QVariantList request = {path, QStringLiteral("bluetooth"), QStringLiteral("send")};
     {
-        AgentProcess requestor(u"org.connui.test.Requestor"_s);
-        QCOMPARE(requestor.callAdapter(u"RequestHandover"_s, request).error, QString());
-        QVERIFY(!agent->callAdapter(u"RequestHandover"_s, request).error.isEmpty());
+        AgentProcess requestor(QStringLiteral("org.connui.test.Requestor"));
+        QCOMPARE(requestor.callAdapter(QStringLiteral("RequestHandover"), request).error, QString());
+        QVERIFY(!agent->callAdapter(QStringLiteral("RequestHandover"), request).error.isEmpty());
     }
     // Once it is accepted, another one is refused again.
-    QVERIFY(
-        QTest::qWaitFor([&] { return agent->callAdapter(u"RequestHandover"_s, request).error.isEmpty(); }));
+    QVERIFY(QTest::qWaitFor(
+        [&] { return agent->callAdapter(QStringLiteral("RequestHandover"), request).error.isEmpty(); }));
 }
 
 QTEST_GUILESS_MAIN(TestBluetoothTags)

@@ -5,14 +5,12 @@
 
 #include "daemon/tags/cardkind.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestCardKind : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void answerToResetTells_data();
     void answerToResetTells();

@@ -18,13 +18,12 @@
 #include "readers.h"
 #include "virtualtype2.h"
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-const QString firstReader = u"Virtual reader 0 00 00"_s;
-const QString secondReader = u"Virtual reader 1 01 00"_s;
+const QString firstReader = QStringLiteral("Virtual reader 0 00 00");
+const QString secondReader = QStringLiteral("Virtual reader 1 01 00");
 
 /** One talk: asks for the card's UID, and keeps the answer. */
 class UidTalk
@@ -91,7 +90,7 @@ private:
 
 void TestCardReaders::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     Readers::waitUntilEmpty();
     readers = std::make_unique<CardReaders>();
 }
@@ -345,7 +344,7 @@ void TestCardReaders::deathOfPcscdIsToldOnce()
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     auto held = std::make_unique<HeldTag>(tag);
     QVERIFY(came.wait());
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^pcscd cannot be used: .+"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
     PcscdProcess::die();
     QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
     QCOMPARE(readers->names(), QStringList());
@@ -359,7 +358,7 @@ void TestCardReaders::deathOfPcscdIsToldOnce()
     const HeldTag next(tag);
     QTRY_COMPARE(came.size(), 2);
     PcscdProcess::die();
-    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(u"^pcscd cannot be used: .+"_s));
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
     QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
 }
 

@@ -12,8 +12,6 @@
 #include "virtualtype2.h"
 #include "virtualtype4.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 using Making = std::function<std::unique_ptr<VirtualTag>()>;
@@ -110,7 +108,7 @@ class TestHostileTags : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void tagIsSeenThrough_data();
     void tagIsSeenThrough();

@@ -5,8 +5,6 @@
 
 #include "daemon/tags/limitedexchange.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 namespace {
 
 /** A tag whose answers are of one size and take one time. */
@@ -42,7 +40,7 @@ class TestLimitedExchange : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void commandsAreCounted();
     void bytesAreCounted();

@@ -5,14 +5,12 @@
 
 #include "daemon/tags/ndefrecords.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestNdefRecords : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void partsOfARecordAreFound();
     void recordsComeInTheirOrder();

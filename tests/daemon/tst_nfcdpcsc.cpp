@@ -21,13 +21,12 @@
 #include "virtualtype2.h"
 #include "virtualtype4.h"
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 namespace {
 
-const QString delivery = u"RequestNDEFDataDelivery"_s;
-const QString touch = u"NotifyTouch"_s;
+const QString delivery = QStringLiteral("RequestNDEFDataDelivery");
+const QString touch = QStringLiteral("NotifyTouch");
 const QByteArray webLink = QByteArray::fromHex("d1010455036f7267");
 const QByteArray text = QByteArray::fromHex("d10105540265654869");
 
@@ -107,7 +106,7 @@ void TestNfcdPcsc::initTestCase()
 
 void TestNfcdPcsc::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     Readers::waitUntilEmpty();
 }
 
@@ -135,15 +134,16 @@ FakeReply TestNfcdPcsc::answerOf(int call)
         return answer.id == call;
     };
     if (!QTest::qWaitFor(hasAnswer, 20000))
-        answer.error = u"no answer"_s;
+        answer.error = QStringLiteral("no answer");
     return answer;
 }
 
 // Returns the number of the call when the daemon has accepted it.
 int TestNfcdPcsc::write(const QByteArray &message)
 {
-    const int call = agent->call(u"com.tavix.nfc"_s, u"/com/tavix/nfc/adapter0"_s,
-                                 u"com.tavix.nfc.TagWriter"_s, u"WriteNdef"_s, {message});
+    const int call =
+        agent->call(QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+                    QStringLiteral("com.tavix.nfc.TagWriter"), QStringLiteral("WriteNdef"), {message});
     // The calls of one caller are carried out in their order.
     agent->registerAgent();
     return call;
@@ -152,9 +152,9 @@ int TestNfcdPcsc::write(const QByteArray &message)
 void TestNfcdPcsc::interfacesAreAsPublished_data()
 {
     QTest::addColumn<QString>("path");
-    QTest::newRow("com.tavix.nfc.Manager") << u"/"_s;
-    QTest::newRow("com.tavix.nfc.Adapter") << u"/com/tavix/nfc/adapter0"_s;
-    QTest::newRow("com.tavix.nfc.TagWriter") << u"/com/tavix/nfc/adapter0"_s;
+    QTest::newRow("com.tavix.nfc.Manager") << QStringLiteral("/");
+    QTest::newRow("com.tavix.nfc.Adapter") << QStringLiteral("/com/tavix/nfc/adapter0");
+    QTest::newRow("com.tavix.nfc.TagWriter") << QStringLiteral("/com/tavix/nfc/adapter0");
 }
 
 void TestNfcdPcsc::interfacesAreAsPublished()
@@ -163,7 +163,8 @@ void TestNfcdPcsc::interfacesAreAsPublished()
     const QString interface = QString::fromLatin1(QTest::currentDataTag());
     daemon.start();
     const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
-        u"com.tavix.nfc"_s, path, u"org.freedesktop.DBus.Introspectable"_s, u"Introspect"_s));
+        QStringLiteral("com.tavix.nfc"), path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
+        QStringLiteral("Introspect")));
     QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
     QVERIFY(file.open(QFile::ReadOnly));
     const QStringList published = Introspection::members(file.readAll(), interface);
@@ -185,8 +186,8 @@ void TestNfcdPcsc::secondDaemonLeaves()
 void TestNfcdPcsc::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("unknown option") << QStringList{u"--reader"_s};
-    QTest::newRow("argument") << QStringList{u"reader"_s};
+    QTest::newRow("unknown option") << QStringList{QStringLiteral("--reader")};
+    QTest::newRow("argument") << QStringList{QStringLiteral("reader")};
 }
 
 void TestNfcdPcsc::badArgumentsAreRefused()
@@ -201,7 +202,7 @@ void TestNfcdPcsc::badArgumentsAreRefused()
 void TestNfcdPcsc::helpIsPrinted()
 {
     QProcess program;
-    program.start(QStringLiteral(NFCD_PCSC), {u"--help"_s});
+    program.start(QStringLiteral(NFCD_PCSC), {QStringLiteral("--help")});
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.exitCode(), 0);
     QVERIFY(program.readAllStandardOutput().contains("--handlers"));
@@ -210,8 +211,9 @@ void TestNfcdPcsc::helpIsPrinted()
 void TestNfcdPcsc::readersAreShown()
 {
     daemon.startWithReaders();
-    QCOMPARE(daemon.readers(), (QStringList{u"Virtual reader 0 00 00"_s, u"Virtual reader 1 01 00"_s}));
-    QCOMPARE(daemon.backend(), u"ready"_s);
+    QCOMPARE(daemon.readers(), (QStringList{QStringLiteral("Virtual reader 0 00 00"),
+                                            QStringLiteral("Virtual reader 1 01 00")}));
+    QCOMPARE(daemon.backend(), QStringLiteral("ready"));
 }
 
 void TestNfcdPcsc::messageIsDelivered_data()
@@ -234,19 +236,19 @@ void TestNfcdPcsc::messageIsDelivered()
     QTRY_COMPARE(calls(delivery), 1);
     const QVariantList told = agent->calls(touch).constFirst().arguments;
     const QVariantList asked = agent->calls(delivery).constFirst().arguments;
-    QCOMPARE(told.at(1).toString(), u"ok"_s);
+    QCOMPARE(told.at(1).toString(), QStringLiteral("ok"));
     QCOMPARE(told.at(0), asked.at(1));
     QCOMPARE(asked.at(2).toByteArray(), webLink);
-    QCOMPARE(agent->members().filter(QRegularExpression(u"^(Request|Notify)"_s)),
+    QCOMPARE(agent->members().filter(QRegularExpression(QStringLiteral("^(Request|Notify)"))),
              (QStringList{touch, delivery}));
 }
 
 void TestNfcdPcsc::handlersAreOffered()
 {
-    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + u"/connui-nfc/handlers"_s);
-    QVERIFY(folder.mkpath(u"."_s));
+    QDir folder(qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/connui-nfc/handlers"));
+    QVERIFY(folder.mkpath(QStringLiteral(".")));
     const auto clean = qScopeGuard([&folder] { folder.removeRecursively(); });
-    QFile file(folder.filePath(u"links.handler"_s));
+    QFile file(folder.filePath(QStringLiteral("links.handler")));
     QVERIFY(file.open(QFile::WriteOnly));
     file.write("[Handler]\nApplicationId=links\nService=org.connui.Links\nPath=/links\nTakes=uri:*\n");
     file.close();
@@ -257,7 +259,7 @@ void TestNfcdPcsc::handlersAreOffered()
     const auto offered =
         qdbus_cast<QList<Handler>>(agent->calls(delivery).constFirst().arguments.constFirst());
     QCOMPARE(offered.size(), 1);
-    QCOMPARE(offered.constFirst().applicationId, u"links"_s);
+    QCOMPARE(offered.constFirst().applicationId, QStringLiteral("links"));
 }
 
 void TestNfcdPcsc::emptyTagIsDeliveredWithoutBytes()
@@ -267,7 +269,7 @@ void TestNfcdPcsc::emptyTagIsDeliveredWithoutBytes()
     const HeldTag held(unhurried(tag));
     QTRY_COMPARE(calls(delivery), 1);
     QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), QByteArray());
-    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), u"ok"_s);
+    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), QStringLiteral("ok"));
 }
 
 void TestNfcdPcsc::faultyTagIsAnnounced_data()
@@ -278,12 +280,12 @@ void TestNfcdPcsc::faultyTagIsAnnounced_data()
     const QByteArray header = QByteArray::fromHex("04a1b29fc3d4e5f602480000");
     QTest::newRow("no message in it")
         << header + QByteArray::fromHex("e1100600030141fe") + QByteArray(44, '\0') << QByteArray()
-        << u"malformed-content"_s;
+        << QStringLiteral("malformed-content");
     QTest::newRow("not formatted") << header + QByteArray(52, '\0') << QByteArray()
-                                   << u"unsupported-tag-type"_s;
+                                   << QStringLiteral("unsupported-tag-type");
     QTest::newRow("Classic") << QByteArray()
                              << QByteArray::fromHex("3b8f8001804f0ca000000306030001000000006a")
-                             << u"unsupported-tag-type"_s;
+                             << QStringLiteral("unsupported-tag-type");
 }
 
 void TestNfcdPcsc::faultyTagIsAnnounced()
@@ -317,7 +319,7 @@ void TestNfcdPcsc::foreignCardGetsNoCommand()
     startWithAgent();
     ForeignCard card(atr);
     HeldTag held(unhurried(card), 0);
-    QTRY_VERIFY(daemon.log().contains(u"is left alone: "_s + QString::fromLatin1(atr.toHex())));
+    QTRY_VERIFY(daemon.log().contains(QStringLiteral("is left alone: ") + QString::fromLatin1(atr.toHex())));
     // Time for a command: a tag that comes later has had its question.
     VirtualType2 tag = VirtualType2::sticker(webLink);
     const HeldTag later(unhurried(tag), 1);
@@ -331,7 +333,8 @@ void TestNfcdPcsc::tagGetsNoCommandWhenNobodyCanBeAsked()
     daemon.startWithReaders();
     VirtualType2 tag = VirtualType2::sticker(webLink);
     HeldTag held(unhurried(tag), 0);
-    QTRY_VERIFY(daemon.log().contains(u"nobody can be asked about the tag on Virtual reader 0 00 00"_s));
+    QTRY_VERIFY(
+        daemon.log().contains(QStringLiteral("nobody can be asked about the tag on Virtual reader 0 00 00")));
     agent = std::make_unique<AgentProcess>();
     agent->hold(delivery);
     QCOMPARE(agent->registerAgent().error, QString());
@@ -430,7 +433,7 @@ void TestNfcdPcsc::touchThatNobodyDecidedIsAskedAboutAgain()
         const HeldTag held(unhurried(tag));
         QTRY_COMPARE(calls(delivery), 1);
     }
-    agent = std::make_unique<AgentProcess>(u"org.connui.test.NextClient"_s);
+    agent = std::make_unique<AgentProcess>(QStringLiteral("org.connui.test.NextClient"));
     QTRY_COMPARE(agent->registerAgent().error, QString());
     const HeldTag held(unhurried(tag));
     QTRY_COMPARE(calls(delivery), 1);
@@ -458,8 +461,8 @@ void TestNfcdPcsc::switchedOffDaemonHoldsNoReader()
     startWithAgent();
     daemon.setPowered(false);
     QCOMPARE(daemon.readers(), QStringList());
-    QCOMPARE(daemon.backend(), u"off"_s);
-    QCOMPARE(daemon.properties().value(u"State"_s).toString(), u"off"_s);
+    QCOMPARE(daemon.backend(), QStringLiteral("off"));
+    QCOMPARE(daemon.properties().value(QStringLiteral("State")).toString(), QStringLiteral("off"));
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         HeldTag held(unhurried(tag));
@@ -515,7 +518,7 @@ void TestNfcdPcsc::writtenMessageIsReadBack()
     QVERIFY(memory.contains(text));
     // It is told of, but nobody needs to be asked; not even when it flaps.
     QTRY_COMPARE(calls(touch), 1);
-    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), u"ok"_s);
+    QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), QStringLiteral("ok"));
     {
         HeldTag again(unhurried(tag));
         QTRY_VERIFY(again.commands() >= 3);
@@ -531,12 +534,14 @@ void TestNfcdPcsc::tagThatCannotBeWrittenIsTold_data()
     QTest::addColumn<QByteArray>("capabilities");
     QTest::addColumn<QString>("atr");
     QTest::addColumn<QString>("error");
-    QTest::newRow("read-only") << QByteArray::fromHex("e110120f") << QString() << u"ReadOnly"_s;
-    QTest::newRow("too small") << QByteArray::fromHex("e1100100") << QString() << u"TooSmall"_s;
-    QTest::newRow("not formatted") << QByteArray::fromHex("00000000") << QString() << u"NotFormatted"_s;
-    QTest::newRow("other version") << QByteArray::fromHex("e1501200") << QString() << u"Unsupported"_s;
-    QTest::newRow("Classic") << QByteArray() << u"3b8f8001804f0ca000000306030001000000006a"_s
-                             << u"Unsupported"_s;
+    QTest::newRow("read-only") << QByteArray::fromHex("e110120f") << QString() << QStringLiteral("ReadOnly");
+    QTest::newRow("too small") << QByteArray::fromHex("e1100100") << QString() << QStringLiteral("TooSmall");
+    QTest::newRow("not formatted") << QByteArray::fromHex("00000000") << QString()
+                                   << QStringLiteral("NotFormatted");
+    QTest::newRow("other version") << QByteArray::fromHex("e1501200") << QString()
+                                   << QStringLiteral("Unsupported");
+    QTest::newRow("Classic") << QByteArray() << QStringLiteral("3b8f8001804f0ca000000306030001000000006a")
+                             << QStringLiteral("Unsupported");
 }
 
 void TestNfcdPcsc::tagThatCannotBeWrittenIsTold()
@@ -552,7 +557,7 @@ void TestNfcdPcsc::tagThatCannotBeWrittenIsTold()
     const int call = write(text);
     {
         const HeldTag held(atr.isEmpty() ? static_cast<VirtualTag &>(tag) : card);
-        QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error."_s + error);
+        QCOMPARE(answerOf(call).error, QStringLiteral("com.tavix.nfc.Error.") + error);
     }
     QCOMPARE(tag.memory, memory);
     QCOMPARE(calls(delivery), 0);
@@ -567,7 +572,7 @@ void TestNfcdPcsc::tornTagIsEmptyAndTold()
         // Commands 0 and 1 read; the next clears the length, and the one after that is the first of the
         // value.
         const HeldTag held(unhurried(tag), {4, -1, {}});
-        QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error.Removed"_s);
+        QCOMPARE(answerOf(call).error, QStringLiteral("com.tavix.nfc.Error.Removed"));
     }
     const HeldTag held(unhurried(tag));
     QTRY_COMPARE(calls(delivery), 1);
@@ -597,7 +602,7 @@ void TestNfcdPcsc::foreignCardDoesNotEndTheWriting()
     {
         ForeignCard card(QByteArray::fromHex("3b6500002063cb6800"));
         HeldTag held(unhurried(card));
-        QTRY_VERIFY(daemon.log().contains(u"is left alone"_s));
+        QTRY_VERIFY(daemon.log().contains(QStringLiteral("is left alone")));
         QCOMPARE(held.commands(), 0);
     }
     const HeldTag held(unhurried(tag));
@@ -610,7 +615,7 @@ void TestNfcdPcsc::hangingTagEndsTheWriting()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     const int call = write(text);
     const HeldTag held(unhurried(tag), {-1, 2, 8s});
-    QCOMPARE(answerOf(call).error, u"com.tavix.nfc.Error.WriteFailed"_s);
+    QCOMPARE(answerOf(call).error, QStringLiteral("com.tavix.nfc.Error.WriteFailed"));
 }
 
 QTEST_GUILESS_MAIN(TestNfcdPcsc)

@@ -17,7 +17,6 @@
 #include "refusingpcscd.h"
 #include "virtualtype2.h"
 
-using namespace Qt::Literals::StringLiterals;
 using namespace std::chrono_literals;
 
 /**
@@ -66,7 +65,7 @@ private:
 
 void TestOutages::init()
 {
-    QTest::failOnWarning(QRegularExpression(u".*"_s));
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     Readers::waitUntilEmpty();
 }
 
@@ -97,15 +96,16 @@ void TestOutages::answersFor(std::chrono::milliseconds time)
 
 bool TestOutages::isAsked(int question, int milliseconds)
 {
-    return QTest::qWaitFor([&] { return agent->calls(u"RequestNDEFDataDelivery"_s).size() >= question; },
-                           milliseconds);
+    return QTest::qWaitFor(
+        [&] { return agent->calls(QStringLiteral("RequestNDEFDataDelivery")).size() >= question; },
+        milliseconds);
 }
 
 void TestOutages::pcscdIsKilled()
 {
     startWithAgent();
     PcscdProcess::die();
-    QTRY_COMPARE(daemon.backend(), u"absent"_s);
+    QTRY_COMPARE(daemon.backend(), QStringLiteral("absent"));
     QCOMPARE(daemon.readers(), QStringList());
     PcscdProcess::come();
     QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
@@ -119,13 +119,13 @@ void TestOutages::pcscdIsAbsent()
     startWithAgent();
     PcscdProcess::die();
     answersFor(10s);
-    QCOMPARE(daemon.backend(), u"absent"_s);
+    QCOMPARE(daemon.backend(), QStringLiteral("absent"));
     PcscdProcess::come();
     QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
     const HeldTag held(tag);
     QVERIFY(isAsked(1));
     QVERIFY(daemon.longestAnswer < longestAnswer);
-    QCOMPARE(daemon.log().count(u"pcscd cannot be used"_s), 1);
+    QCOMPARE(daemon.log().count(QStringLiteral("pcscd cannot be used")), 1);
 }
 
 void TestOutages::pcscdRefuses()
@@ -133,14 +133,14 @@ void TestOutages::pcscdRefuses()
     startWithAgent();
     PcscdProcess::die();
     auto refusing = std::make_unique<RefusingPcscd>();
-    QTRY_COMPARE(daemon.backend(), u"refused"_s);
+    QTRY_COMPARE(daemon.backend(), QStringLiteral("refused"));
     answersFor(5s);
-    QCOMPARE(daemon.backend(), u"refused"_s);
+    QCOMPARE(daemon.backend(), QStringLiteral("refused"));
     refusing.reset();
     PcscdProcess::come();
     QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
     QVERIFY(daemon.longestAnswer < longestAnswer);
-    QCOMPARE(daemon.log().count(u"pcscd cannot be used"_s), 1);
+    QCOMPARE(daemon.log().count(QStringLiteral("pcscd cannot be used")), 1);
 }
 
 void TestOutages::readerIsPulledWhileIdle()
@@ -169,7 +169,7 @@ void TestOutages::readerIsPulledInMidRead()
     QTRY_COMPARE(daemon.readers().size(), 2);
     held = std::make_unique<HeldTag>(tag);
     QVERIFY(isAsked(1));
-    QCOMPARE(agent->calls(u"RequestNDEFDataDelivery"_s).size(), 1);
+    QCOMPARE(agent->calls(QStringLiteral("RequestNDEFDataDelivery")).size(), 1);
     QVERIFY(daemon.longestAnswer < longestAnswer);
 }
 
@@ -179,7 +179,7 @@ void TestOutages::cardHangsForTenSeconds()
     auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 1, 10s});
     QTRY_COMPARE(held->commands(), 2);
     answersFor(10s);
-    QVERIFY(daemon.log().contains(u"the card on Virtual reader 0 00 00 does not answer\n"_s));
+    QVERIFY(daemon.log().contains(QStringLiteral("the card on Virtual reader 0 00 00 does not answer\n")));
     QVERIFY(!isAsked(1, 500));
     held.reset();
     held = std::make_unique<HeldTag>(otherTag);
@@ -214,7 +214,7 @@ void TestOutages::otherProgramHasTheCardForTenSeconds()
 void TestOutages::agentLeaves()
 {
     startWithAgent();
-    agent->hold(u"RequestNDEFDataDelivery"_s);
+    agent->hold(QStringLiteral("RequestNDEFDataDelivery"));
     {
         const HeldTag held(tag);
         QVERIFY(isAsked(1, 5000));
@@ -249,7 +249,7 @@ void TestOutages::busGoes()
 {
     PrivateBus bus;
     QProcess program;
-    program.setProcessEnvironment(bus.environment(u"DBUS_SYSTEM_BUS_ADDRESS"_s));
+    program.setProcessEnvironment(bus.environment(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS")));
     program.start(QStringLiteral(NFCD_PCSC), QStringList());
     QTRY_COMPARE(Readers::connectionsToPcscd(), 1);
     bus.end();

@@ -9,14 +9,12 @@
 #include "virtualtype2.h"
 #include "virtualtype4.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestTagAccess : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void tagsOfBothTypesAreRead();
     void cardsOfOthersGetNoCommand_data();

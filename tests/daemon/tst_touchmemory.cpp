@@ -5,8 +5,6 @@
 
 #include "daemon/touch/touchmemory.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestTouchMemory : public QObject
 {
     Q_OBJECT
@@ -14,7 +12,7 @@ class TestTouchMemory : public QObject
 private Q_SLOTS:
     void init()
     {
-        QTest::failOnWarning(QRegularExpression(u".*"_s));
+        QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
         memory = TouchMemory();
     }
 

@@ -7,14 +7,12 @@
 #include "tagexchange.h"
 #include "virtualtype2.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestType2Tag : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void messageIsFound_data();
     void messageIsFound();
@@ -325,9 +323,11 @@ void TestType2Tag::tagThatLeavesWhileWrittenIsOldEmptyOrNew()
         QCOMPARE(Type2Tag(exchange).write(message),
                  i < whole.firstWrite() ? TagStatus::Gone : TagStatus::Torn);
         const TagContents left = read(tag);
-        QVERIFY2(
-            left.status == TagStatus::Empty || (left.status == old.status && left.message == old.message),
-            qPrintable(u"after %1 commands: %2"_s.arg(i).arg(QString::fromLatin1(left.message.toHex()))));
+        QVERIFY2(left.status == TagStatus::Empty ||
+                     (left.status == old.status && left.message == old.message),
+                 qPrintable(QStringLiteral("after %1 commands: %2")
+                                .arg(i)
+                                .arg(QString::fromLatin1(left.message.toHex()))));
         QCOMPARE(write(tag, message), TagStatus::Done);
         QCOMPARE(read(tag).message, message);
     }

@@ -7,14 +7,12 @@
 #include "tagexchange.h"
 #include "virtualtype4.h"
 
-using namespace Qt::Literals::StringLiterals;
-
 class TestType4Tag : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init() { QTest::failOnWarning(QRegularExpression(u".*"_s)); }
+    void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void messageIsRead_data();
     void messageIsRead();

@@ -165,7 +165,7 @@ void TestConnectivitySettings::valueKeepsItsType_data()
     QTest::newRow("true") << QVariant(true);
     QTest::newRow("false") << QVariant(false);
     QTest::newRow("string that reads as a boolean") << QVariant(QStringLiteral("true"));
-    QTest::newRow("empty string") << QVariant(QString::fromLatin1(""));
+    QTest::newRow("empty string") << QVariant(QLatin1String(""));
     QTest::newRow("integer") << QVariant(qlonglong(1));
     QTest::newRow("whole double") << QVariant(1.0);
     QTest::newRow("string list") << QVariant(QVariantList{QStringLiteral("a"), true});
