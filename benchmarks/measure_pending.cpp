@@ -70,10 +70,10 @@ int callMany(char **argv)
 }
 
 /** Answers when so many requests are pending, and takes the time of the answers. */
-class Person
+class User
 {
 public:
-    Person(NfcAgent *agent, qsizetype pending, Order order) : agent(agent), pending(pending), order(order)
+    User(NfcAgent *agent, qsizetype pending, Order order) : agent(agent), pending(pending), order(order)
     {
         QObject::connect(
             agent, &NfcAgent::btPairingRequested, &context,
@@ -115,7 +115,7 @@ private:
 
 double answer(NfcAgent *agent, const char *kind, int pending, Order order)
 {
-    const Person person(agent, pending, order);
+    const User user(agent, pending, order);
     QProcess caller;
     caller.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     QObject::connect(&caller, &QProcess::finished, qApp, &QCoreApplication::exit);
@@ -125,7 +125,7 @@ double answer(NfcAgent *agent, const char *kind, int pending, Order order)
                   QString::number(many)});
     if (QCoreApplication::exec() != 0)
         qFatal("the caller failed");
-    return person.nanosecondsAnAnswer();
+    return user.nanosecondsAnAnswer();
 }
 
 } // namespace

@@ -12,7 +12,7 @@
 #include <QStringList>
 
 /**
- * Returns the widgets of the class Widget that a person sees in \a root, which has appeared: from top to
+ * Returns the widgets of the class Widget that a user sees in \a root, which has appeared: from top to
  * bottom, those of one height from left to right.
  */
 template <typename Widget>
