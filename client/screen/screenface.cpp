@@ -12,6 +12,7 @@
 #include <NfcFileReceiveSheet>
 
 #include "screen/dialogs.h"
+#include "screen/inputdelay.h"
 #include "screen/prewarm.h"
 
 using ConnUi::NfcFileReceiveSheet;
@@ -52,6 +53,7 @@ void ScreenFace::show(const Question &question)
 void ScreenFace::showDialog(const Question &question)
 {
     MDialog *dialog = newDialog(question);
+    dialog->setInputDelay(inputDelay());
     connect(dialog, &MDialog::finished, this,
             [this, question, dialog](int result) { end(answerOf(question, dialog, result)); });
     shown = dialog;

@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QGraphicsItem>
 #include <QGraphicsView>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QPointF>
 #include <QTest>
@@ -29,10 +30,14 @@ public:
         return window->mapFromScene(item->sceneBoundingRect().center());
     }
 
+    /** Returns the time of the last event in milliseconds, or how long was waited since. */
+    static int time() { return now(); }
+
     /** Lets so many milliseconds pass before the next event. */
     TouchDriver &wait(int milliseconds)
     {
-        now() += milliseconds;
+        // Far from where it would overflow, after many days.
+        now() = (now() + milliseconds) % (1 << 30);
         return *this;
     }
 
@@ -88,11 +93,15 @@ public:
         return *this;
     }
 
-    TouchDriver &key(Qt::Key key)
+    TouchDriver &key(Qt::Key key, bool isRepeated = false)
     {
-        QTest::keyPress(window->windowHandle(), key);
-        if (window && window->windowHandle())
-            QTest::keyRelease(window->windowHandle(), key);
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            if (!window || !window->windowHandle())
+                break;
+            QKeyEvent event(type, key, Qt::NoModifier, QString(), isRepeated);
+            event.setTimestamp(quint64(wait(shortTime).now()));
+            QCoreApplication::sendEvent(window->windowHandle(), &event);
+        }
         return *this;
     }
 

@@ -97,7 +97,8 @@ private Q_SLOTS:
     void dialogGrowsWithItsContents();
     void shownDialogRequestsNoMoreLayouts();
     void rightToLeftMirrorsButtonsAndIcon();
-    void enterPressesTheFirstButton();
+    void enterPressesOnlyAButtonWhoseFocusIsSeen();
+    void focusThatIsGivenBackIsSeenAsBefore();
     void focusStaysInFrontDialog();
     void arrowKeysMoveFocusInTheirDirection();
     void keysScrollLongContents();
@@ -360,7 +361,7 @@ void TestMDialog::slotMayDeleteDialog()
     } else if (way == QLatin1String("click")) {
         dialog->button(M::OkButton)->click();
     } else if (way == QLatin1String("key")) {
-        viewOf(dialog, dialog->button(M::OkButton))->setFocus();
+        viewOf(dialog, dialog->button(M::OkButton))->setFocus(Qt::TabFocusReason);
         TouchDriver(window).key(Qt::Key_Return);
     } else if (way == QLatin1String("Escape")) {
         TouchDriver(window).key(Qt::Key_Escape);
@@ -531,15 +532,49 @@ void TestMDialog::rightToLeftMirrorsButtonsAndIcon()
     QTRY_VERIFY(icon() > window.width() / 2);
 }
 
-void TestMDialog::enterPressesTheFirstButton()
+void TestMDialog::enterPressesOnlyAButtonWhoseFocusIsSeen()
 {
     MWindow window;
     QVERIFY(activate(&window));
     MDialog dialog(M::YesButton | M::NoButton);
     dialog.appear(&window);
-    TouchDriver(&window).key(Qt::Key_Return);
-    QCOMPARE(dialog.result(), 0x4000);
-    QCOMPARE(dialog.clickedButton(), dialog.button(M::YesButton));
+    QSignalSpy finished(&dialog, &MDialog::finished);
+    TouchDriver keys(&window);
+    for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Select, Qt::Key_Space})
+        keys.key(key);
+    QVERIFY(finished.isEmpty());
+
+    // A button that has the focus from a finger shows it first.
+    MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
+    const QImage resting = picture(window.scene(), no->sceneBoundingRect());
+    no->setFocus(Qt::MouseFocusReason);
+    QCOMPARE(picture(window.scene(), no->sceneBoundingRect()), resting);
+    keys.key(Qt::Key_Return);
+    QVERIFY(finished.isEmpty());
+    QVERIFY(picture(window.scene(), no->sceneBoundingRect()) != resting);
+    keys.key(Qt::Key_Return);
+    QCOMPARE(dialog.result(), int(M::NoButton));
+}
+
+void TestMDialog::focusThatIsGivenBackIsSeenAsBefore()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog lower(M::YesButton | M::NoButton);
+    MDialog upper(M::OkButton);
+    lower.appear(&window);
+    MButton *no = viewOf(&lower, lower.button(M::NoButton));
+    const auto look = [&] { return picture(window.scene(), no->sceneBoundingRect()); };
+    for (const Qt::FocusReason reason : {Qt::TabFocusReason, Qt::MouseFocusReason}) {
+        no->setFocus(reason);
+        const QImage before = look();
+        upper.appear(&window);
+        QVERIFY(!no->hasFocus());
+        upper.done(0);
+        QVERIFY(no->hasFocus());
+        QCOMPARE(look(), before);
+        viewOf(&lower, lower.button(M::YesButton))->setFocus();
+    }
 }
 
 void TestMDialog::focusStaysInFrontDialog()

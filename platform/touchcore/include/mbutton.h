@@ -85,6 +85,7 @@ protected:
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 
 private:
+    friend class MButtonPrivate;
     const std::unique_ptr<MButtonPrivate> d;
 };
 

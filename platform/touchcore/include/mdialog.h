@@ -19,6 +19,8 @@ class MDialogPrivate;
  *
  * Contents that are higher than the screen scroll; the buttons stay in reach.
  * In a window without room for both, everything scrolls together.
+ *
+ * No button has the focus at first, and Enter presses only one whose focus is seen.
  */
 class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
 {
@@ -27,6 +29,7 @@ class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
     Q_PROPERTY(QString titleBarIconId READ titleBarIconId WRITE setTitleBarIconId)
     Q_PROPERTY(
         bool progressIndicatorVisible READ isProgressIndicatorVisible WRITE setProgressIndicatorVisible)
+    Q_PROPERTY(int inputDelay READ inputDelay WRITE setInputDelay)
 public:
     /** Makes a dialog without a title that has \a buttons. */
     explicit MDialog(M::StandardButtons buttons = M::NoStandardButton);
@@ -54,6 +57,19 @@ public:
     QGraphicsWidget *centralWidget() const;
     /** Makes \a widget the contents. The dialog owns it and deletes the earlier contents. */
     void setCentralWidget(QGraphicsWidget *widget);
+
+    /** Returns after how many milliseconds input counts, 0 by default. */
+    int inputDelay() const;
+    /**
+     * Lets a tap or a key count only when it comes so many \a milliseconds after the dialog was first drawn,
+     * or drawn anew since it was uncovered, got other contents, or its buttons moved or changed. Until then
+     * the buttons look inactive, and input is lost, also what was in a queue meanwhile; the time begins anew
+     * with it, so that nobody who goes on tapping or typing answers.
+     *
+     * Escape and the back key, which refuse, always count, and so does MButtonModel::click(). With 0,
+     * everything counts at once.
+     */
+    void setInputDelay(int milliseconds);
 
     /**
      * Returns the buttons: first the standard ones, Ok before Cancel and Yes before No, then the added ones

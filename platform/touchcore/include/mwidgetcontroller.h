@@ -69,6 +69,7 @@ protected:
     QSizeF sizeHint(Qt::SizeHint which, const QSizeF &constraint = QSizeF()) const override;
 
 private:
+    friend class MWidgetControllerPrivate;
     const std::unique_ptr<MWidgetControllerPrivate> d;
 };
 

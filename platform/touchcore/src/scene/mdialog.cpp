@@ -20,6 +20,7 @@
 #include "scene/mdialog_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mtheme_p.h"
+#include "widgets/mbutton_p.h"
 #include "widgets/mscrollarea_p.h"
 
 namespace {
@@ -108,6 +109,7 @@ MButtonModel *MDialogPrivate::addButton(const QString &text, M::ButtonRole role,
                                         : QStringLiteral("MDialogButton"));
     models.append(model);
     views.insert(model, view);
+    MButtonPrivate::of(view)->setWaiting(guard.isWaiting());
     QObject::connect(model, &MButtonModel::textChanged, view, &MButton::setText);
     QObject::connect(view, &MButton::clicked, model, &MButtonModel::click);
     QObject::connect(model, &MButtonModel::clicked, this, [this, model] { press(model); });
@@ -194,10 +196,11 @@ void MDialogPrivate::fillBody()
     layOut();
 }
 
-void MDialogPrivate::scrollToTop()
+void MDialogPrivate::beginAgain()
 {
     bodyArea->scrollTo(0);
     buttonArea->scrollTo(0);
+    guard.restart();
 }
 
 void MDialogPrivate::arrangeButtons(qreal width)
@@ -257,6 +260,7 @@ void MDialogPrivate::layOut()
         layOutWhole(look);
     else
         layOutParts(look, width - look.margins.left() - look.margins.right());
+    guard.follow();
 }
 
 bool MDialogPrivate::isTooSmall(qreal tallest, const MStyle &look) const
@@ -329,7 +333,7 @@ void MDialog::setTitle(const QString &title)
 {
     d->titleLabel->setText(title);
     d->fillBody();
-    d->scrollToTop();
+    d->beginAgain();
 }
 
 QString MDialog::titleBarIconId() const
@@ -366,7 +370,17 @@ void MDialog::setCentralWidget(QGraphicsWidget *widget)
     delete d->centralWidget;
     d->centralWidget = widget;
     d->fillBody();
-    d->scrollToTop();
+    d->beginAgain();
+}
+
+int MDialog::inputDelay() const
+{
+    return d->guard.delay();
+}
+
+void MDialog::setInputDelay(int milliseconds)
+{
+    d->guard.setDelay(milliseconds);
 }
 
 QList<MButtonModel *> MDialog::buttons() const
@@ -447,7 +461,7 @@ void MDialog::aboutToAppear()
 {
     d->done = false;
     d->clicked = nullptr;
-    d->scrollToTop();
+    d->beginAgain();
 }
 
 void MDialog::keyPressEvent(QKeyEvent *event)
@@ -455,12 +469,6 @@ void MDialog::keyPressEvent(QKeyEvent *event)
     const qreal page = d->bodyArea->size().height();
     const qreal from = d->bodyArea->position();
     switch (event->key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Select:
-        if (!d->models.isEmpty() && !event->isAutoRepeat())
-            d->models.first()->click();
-        return;
     case Qt::Key_PageDown:
         d->bodyArea->scrollTo(from + page * pageStep);
         return;

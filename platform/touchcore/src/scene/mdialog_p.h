@@ -10,6 +10,8 @@
 
 #include <MDialog>
 
+#include "scene/minputguard_p.h"
+
 class MButton;
 class MImageWidget;
 class MLabel;
@@ -49,8 +51,8 @@ public:
     void layOutWhole(const MStyle &look);
     /** Returns whether \a tallest has no room for a button and as much of the contents. */
     bool isTooSmall(qreal tallest, const MStyle &look) const;
-    /** Shows the beginning of the contents and of the buttons. */
-    void scrollToTop();
+    /** Lets the user begin to read: shows the beginning of the contents and of the buttons. */
+    void beginAgain();
     /** Puts the buttons side by side if they fit into \a width, or below one another. */
     void arrangeButtons(qreal width);
 
@@ -74,6 +76,7 @@ public:
     QHash<const MButtonModel *, MButton *> views;
     Arrangement arrangement = Column;
     QPointer<MButtonModel> clicked;
+    MInputGuard guard{this};
     bool whole = false; ///< Too small for parts that scroll by themselves
     bool busy = false;
     bool done = false;

@@ -22,7 +22,7 @@ void MMessageBoxPrivate::show(MMessageBox *box)
         box->setCentralWidget(label);
     }
     label->setText(text);
-    MDialogPrivate::of(box)->scrollToTop();
+    MDialogPrivate::of(box)->beginAgain();
 }
 
 MMessageBox::MMessageBox(const QString &title, const QString &text, M::StandardButtons buttons)

@@ -7,11 +7,14 @@
 #include <utility>
 
 #include <QMetaObject>
+#include <QPainter>
 
+#include <MDialog>
 #include <MSceneWindow>
 #include <MWidget>
 
 #include "accessibility/maccessible_p.h"
+#include "scene/mdialog_p.h"
 #include "scene/mscenehost_p.h"
 #include "scene/mscenemanager_p.h"
 #include "theme/mtheme_p.h"
@@ -39,6 +42,38 @@ QSize turnSize(const QSize &size, M::OrientationAngle angle)
 }
 
 } // namespace
+
+bool MScene::event(QEvent *event)
+{
+    MInputGuard::note(event);
+    MInputGuard *guard = manager->guard();
+    if (!guard || guard->takes(event))
+        return QGraphicsScene::event(event);
+    if (event->type() == QEvent::GraphicsSceneMouseRelease) {
+        // Scrolling decides nothing, and goes on by itself.
+        if (dynamic_cast<MScrollArea *>(mouseGrabberItem()))
+            return QGraphicsScene::event(event);
+        endPresses();
+    }
+    // Whoever goes on tapping or typing has not seen yet what appeared below the finger.
+    guard->restart();
+    event->accept();
+    return true;
+}
+
+void MScene::endPresses()
+{
+    while (QGraphicsItem *pressed = mouseGrabberItem())
+        pressed->ungrabMouse();
+}
+
+void MScene::drawForeground(QPainter *painter, const QRectF &rect)
+{
+    QGraphicsScene::drawForeground(painter, rect);
+    // A picture of the scene is not what the user sees.
+    if (MInputGuard *guard = manager->guard(); guard && painter->device()->devType() == QInternal::Widget)
+        guard->drawn();
+}
 
 bool MScene::focusNextPrevChild(bool next)
 {
@@ -68,6 +103,18 @@ QList<QGraphicsWidget *> MSceneManagerPrivate::focusChain() const
         if (!item->parentItem())
             collectFocusable(item, &chain);
     return chain;
+}
+
+MInputGuard *MSceneManagerPrivate::guard() const
+{
+    const auto *dialog = qobject_cast<MDialog *>(front());
+    return dialog ? &MDialogPrivate::of(dialog)->guard : nullptr;
+}
+
+void MSceneManagerPrivate::uncover()
+{
+    if (MInputGuard *covered = guard())
+        covered->restart();
 }
 
 void MSceneManagerPrivate::moveFocus(const QPointF &direction)
@@ -234,8 +281,10 @@ void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
     MAccessible::tell(sceneWindow, QAccessible::ObjectHide);
     scene.removeItem(sceneWindow);
     restoring = false;
-    if (wasFront)
+    if (wasFront) {
         restoreFocus();
+        uncover();
+    }
     if (host)
         host->sceneWindowLeft();
 }

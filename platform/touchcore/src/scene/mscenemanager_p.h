@@ -13,6 +13,7 @@
 
 #include <MSceneManager>
 
+class MInputGuard;
 class MSceneHost;
 class MWidget;
 
@@ -25,7 +26,13 @@ public:
 
     bool focusNextPrevChild(bool next) override;
 
+protected:
+    bool event(QEvent *event) override;
+    void drawForeground(QPainter *painter, const QRectF &rect) override;
+
 private:
+    void endPresses();
+
     MSceneManagerPrivate *const manager;
 };
 
@@ -45,6 +52,10 @@ public:
     void dismissAll();
 
     MSceneWindow *front() const { return sceneWindows.isEmpty() ? nullptr : sceneWindows.last(); }
+    /** Returns what decides about input in front, or null when everything counts. */
+    MInputGuard *guard() const;
+    /** Lets the user see again what has been out of sight before input counts. */
+    void uncover();
     /** Returns what Tab visits in the newest scene window, or in the scene while there is none. */
     QList<QGraphicsWidget *> focusChain() const;
     /** Lets the nearest widget that lies in \a direction, as the user sees it, have the focus. */

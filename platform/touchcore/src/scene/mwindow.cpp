@@ -42,6 +42,12 @@ bool MWindowPrivate::isHost() const
     return manager && MSceneManagerPrivate::of(manager)->host == this;
 }
 
+void MWindowPrivate::uncover()
+{
+    if (isHost())
+        MSceneManagerPrivate::of(manager)->uncover();
+}
+
 void MWindowPrivate::dismissAll()
 {
     if (isHost())
@@ -87,6 +93,7 @@ void MWindowPrivate::setOnDisplay(bool now)
     if (onDisplay == now)
         return;
     onDisplay = now;
+    uncover();
     if (now)
         q->enterDisplayEvent();
 }
@@ -144,6 +151,7 @@ bool MWindow::event(QEvent *event)
     case QEvent::WindowActivate:
         windows().removeOne(this);
         windows().append(this);
+        d->uncover();
         break;
     case QEvent::LayoutDirectionChange:
         if (d->isHost())

@@ -32,6 +32,8 @@ public:
 
     /** Returns whether the scene manager is still there and its scene windows stand in this window. */
     bool isHost() const;
+    /** Lets the user see again what the window shows before input counts. */
+    void uncover();
     /** Closes the scene windows of this window as without a press. */
     void dismissAll();
 

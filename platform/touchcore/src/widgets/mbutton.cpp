@@ -19,6 +19,7 @@
 #include "theme/mpaint_p.h"
 #include "theme/mstyle_p.h"
 #include "widgets/mbutton_p.h"
+#include "widgets/mwidgetcontroller_p.h"
 
 namespace {
 
@@ -30,6 +31,17 @@ void MButtonPrivate::setDown(bool isDown)
 {
     down = isDown;
     q->update();
+}
+
+void MButtonPrivate::setWaiting(bool isWaiting)
+{
+    waiting = isWaiting;
+    q->update();
+}
+
+bool MButtonPrivate::looksEnabled() const
+{
+    return q->isEnabled() && !waiting;
 }
 
 bool MButtonPrivate::isDragged(const QPointF &place) const
@@ -78,7 +90,7 @@ const MTextBlock &MButtonPrivate::block(qreal width, const MStyle &style)
 
 QColor MButtonPrivate::backgroundColor(const MStyle &style) const
 {
-    if (!q->isEnabled())
+    if (!looksEnabled())
         return style.disabledBackground;
     if (type == MButton::switchType && checked)
         return style.checkedBackground;
@@ -87,7 +99,7 @@ QColor MButtonPrivate::backgroundColor(const MStyle &style) const
 
 QColor MButtonPrivate::foregroundColor(const MStyle &style) const
 {
-    if (!q->isEnabled())
+    if (!looksEnabled())
         return style.disabledColor;
     return type == MButton::switchType && checked ? style.checkedColor : style.color;
 }
@@ -101,7 +113,7 @@ void MButtonPrivate::paintPush(QPainter *painter, const MStyle &style)
 {
     const QRectF area = q->contentsRect();
     MPaint::panel(painter, q->rect(), style, backgroundColor(style),
-                  q->isEnabled() ? style.border : style.disabledColor);
+                  looksEnabled() ? style.border : style.disabledColor);
     painter->setPen(foregroundColor(style));
     block(area.width(), style).draw(painter, area, Qt::AlignCenter, q->layoutDirection(), area);
 }
@@ -256,7 +268,11 @@ void MButton::keyPressEvent(QKeyEvent *event)
         MWidgetController::keyPressEvent(event);
         return;
     }
-    click();
+    // The user has to see first what a key presses.
+    if (showsFocus())
+        click();
+    else
+        MWidgetControllerPrivate::of(this)->showFocus(this);
 }
 
 void MButton::styleChanged()

@@ -18,7 +18,12 @@ class MButtonPrivate
 public:
     explicit MButtonPrivate(MButton *button) : q(button) {}
 
+    static MButtonPrivate *of(MButton *button) { return button->d.get(); }
+
     void setDown(bool isDown);
+    /** Lets the button look as if it were disabled. */
+    void setWaiting(bool isWaiting);
+    bool looksEnabled() const;
     QColor backgroundColor(const MStyle &style) const;
     QColor foregroundColor(const MStyle &style) const;
     /** Returns what the button is painted as: its rectangle, or a switch's track. */
@@ -42,6 +47,7 @@ public:
     bool checkable = false;
     bool checked = false;
     bool down = false;
+    bool waiting = false;
     QPointF pressedAt;
     QString pushStyleName; ///< While it is a switch
     MTextBlockCache blocks;

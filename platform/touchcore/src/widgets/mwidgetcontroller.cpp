@@ -26,6 +26,13 @@ const MStyle *styleOfClass(const QMetaObject *type)
 
 } // namespace
 
+void MWidgetControllerPrivate::showFocus(MWidgetController *widget)
+{
+    byKeyboard = true;
+    focusShown = true;
+    widget->update();
+}
+
 MWidgetController::MWidgetController(QGraphicsItem *parent)
     : MWidget(parent)
     , d(std::make_unique<MWidgetControllerPrivate>())
@@ -100,7 +107,11 @@ void MWidgetController::focusInEvent(QFocusEvent *event)
 {
     MWidget::focusInEvent(event);
     MAccessible::tell(this, QAccessible::Focus);
-    d->focusShown = event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason;
+    const Qt::FocusReason reason = event->reason();
+    // A focus that is given back is the one that it was.
+    if (reason != Qt::ActiveWindowFocusReason && reason != Qt::PopupFocusReason)
+        d->byKeyboard = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+    d->focusShown = d->byKeyboard;
     update();
 }
 

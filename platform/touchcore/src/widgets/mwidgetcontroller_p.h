@@ -6,14 +6,22 @@
 
 #include <QString>
 
+#include <MWidgetController>
+
 struct MStyle;
 
 class MWidgetControllerPrivate
 {
 public:
+    static MWidgetControllerPrivate *of(MWidgetController *widget) { return widget->d.get(); }
+
+    /** Shows that \a widget, whose private part this is, has the focus. */
+    void showFocus(MWidgetController *widget);
+
     QString styleName;
     QString accessibleName;
     const MStyle *style = nullptr;
+    bool byKeyboard = false; ///< Whether the user moved the focus here with the keyboard
     bool focusShown = false;
 };
 
