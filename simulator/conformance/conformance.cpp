@@ -93,7 +93,7 @@ bool Conformance::run()
         {"refuses a handover to a carrier that does not exist", &Conformance::refusesAnUnknownCarrier},
         {"refuses to cancel a handover that is not under way", &Conformance::refusesToCancelNoHandover},
         {"ignores the end of a transfer that is not under way", &Conformance::takesTheEndOfAnyTransfer},
-        {"refuses to write what is no message", &Conformance::refusesToWriteJunk},
+        {"refuses to write bytes that are not a message", &Conformance::refusesToWriteJunk},
         {"keeps one message to write, until it is canceled", &Conformance::keepsOneMessageToWrite},
     };
     static constexpr const char *marks[] = {"passed ", "FAILED ", "skipped"};

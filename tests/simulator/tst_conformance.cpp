@@ -90,7 +90,7 @@ void TestConformance::agreeableDaemonFails()
                           QStringLiteral("lets no stranger unregister the agent"),
                           QStringLiteral("refuses a handover to a carrier that does not exist"),
                           QStringLiteral("refuses to cancel a handover that is not under way"),
-                          QStringLiteral("refuses to write what is no message"),
+                          QStringLiteral("refuses to write bytes that are not a message"),
                           QStringLiteral("keeps one message to write, until it is canceled")}));
 }
 
