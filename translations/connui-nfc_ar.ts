@@ -120,6 +120,46 @@
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>تستمر المشاركة عبر البلوتوث.</translation>
     </message>
+    <message id="qtn_nfc_link_disguised">
+        <source>This link is suspicious: it is written so that its destination is unclear.</source>
+        <extracomment>Above a web link whose spelling hides where it leads</extracomment>
+        <translation>هذا الرابط مريب: كُتب بحيث لا تتضح وجهته.</translation>
+    </message>
+    <message id="qtn_nfc_link_host">
+        <source>Leads to %1</source>
+        <extracomment>Above a web link: %1 is the host that it leads to</extracomment>
+        <translation>يؤدي إلى %1</translation>
+    </message>
+    <message id="qtn_nfc_link_nohost">
+        <source>This link is suspicious: it names no destination.</source>
+        <extracomment>Above a web link that leads nowhere</extracomment>
+        <translation>هذا الرابط مريب: لا يذكر أي وجهة.</translation>
+    </message>
+    <message id="qtn_nfc_link_plain">
+        <source>Not encrypted</source>
+        <extracomment>Above a web link that begins with http</extracomment>
+        <translation>غير مشفَّر</translation>
+    </message>
+    <message id="qtn_nfc_link_user">
+        <source>This link is suspicious: it begins with a name that is not its destination.</source>
+        <extracomment>Above a web link that begins with a name before its host</extracomment>
+        <translation>هذا الرابط مريب: يبدأ باسم ليس وجهته.</translation>
+    </message>
+    <message id="qtn_nfc_message_more">
+        <source>Not all of this message is shown.</source>
+        <extracomment>Above a text message</extracomment>
+        <translation>لا تظهر هذه الرسالة كاملة.</translation>
+    </message>
+    <message id="qtn_nfc_message_receivers">
+        <source>This message goes to %L1 receivers.</source>
+        <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
+        <translation>عدد مستلمي هذه الرسالة: %L1</translation>
+    </message>
+    <message id="qtn_nfc_number_code">
+        <source>This is a service code: it can change settings of the phone or of your contract.</source>
+        <extracomment>Above a phone number with a star or a hash in it</extracomment>
+        <translation>هذا رمز خدمة: قد يغيّر إعدادات الهاتف أو اشتراكك.</translation>
+    </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
         <extracomment>Button: pair with the Bluetooth device that was touched</extracomment>

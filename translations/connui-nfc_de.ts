@@ -120,6 +120,46 @@
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>Das Teilen geht über Bluetooth weiter.</translation>
     </message>
+    <message id="qtn_nfc_link_disguised">
+        <source>This link is suspicious: it is written so that its destination is unclear.</source>
+        <extracomment>Above a web link whose spelling hides where it leads</extracomment>
+        <translation>Dieser Link ist verdächtig: Seine Schreibweise verbirgt, wohin er führt.</translation>
+    </message>
+    <message id="qtn_nfc_link_host">
+        <source>Leads to %1</source>
+        <extracomment>Above a web link: %1 is the host that it leads to</extracomment>
+        <translation>Führt zu %1</translation>
+    </message>
+    <message id="qtn_nfc_link_nohost">
+        <source>This link is suspicious: it names no destination.</source>
+        <extracomment>Above a web link that leads nowhere</extracomment>
+        <translation>Dieser Link ist verdächtig: Er nennt kein Ziel.</translation>
+    </message>
+    <message id="qtn_nfc_link_plain">
+        <source>Not encrypted</source>
+        <extracomment>Above a web link that begins with http</extracomment>
+        <translation>Nicht verschlüsselt</translation>
+    </message>
+    <message id="qtn_nfc_link_user">
+        <source>This link is suspicious: it begins with a name that is not its destination.</source>
+        <extracomment>Above a web link that begins with a name before its host</extracomment>
+        <translation>Dieser Link ist verdächtig: Er beginnt mit einem Namen, der nicht sein Ziel ist.</translation>
+    </message>
+    <message id="qtn_nfc_message_more">
+        <source>Not all of this message is shown.</source>
+        <extracomment>Above a text message</extracomment>
+        <translation>Diese Nachricht wird nicht ganz gezeigt.</translation>
+    </message>
+    <message id="qtn_nfc_message_receivers">
+        <source>This message goes to %L1 receivers.</source>
+        <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
+        <translation>Diese Nachricht geht an %L1 Empfänger.</translation>
+    </message>
+    <message id="qtn_nfc_number_code">
+        <source>This is a service code: it can change settings of the phone or of your contract.</source>
+        <extracomment>Above a phone number with a star or a hash in it</extracomment>
+        <translation>Dies ist ein Steuercode: Er kann Einstellungen des Telefons oder Ihres Vertrags ändern.</translation>
+    </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
         <extracomment>Button: pair with the Bluetooth device that was touched</extracomment>

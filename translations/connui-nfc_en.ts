@@ -120,6 +120,46 @@
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>Sharing continues over Bluetooth.</translation>
     </message>
+    <message id="qtn_nfc_link_disguised">
+        <source>This link is suspicious: it is written so that its destination is unclear.</source>
+        <extracomment>Above a web link whose spelling hides where it leads</extracomment>
+        <translation>This link is suspicious: it is written so that its destination is unclear.</translation>
+    </message>
+    <message id="qtn_nfc_link_host">
+        <source>Leads to %1</source>
+        <extracomment>Above a web link: %1 is the host that it leads to</extracomment>
+        <translation>Leads to %1</translation>
+    </message>
+    <message id="qtn_nfc_link_nohost">
+        <source>This link is suspicious: it names no destination.</source>
+        <extracomment>Above a web link that leads nowhere</extracomment>
+        <translation>This link is suspicious: it names no destination.</translation>
+    </message>
+    <message id="qtn_nfc_link_plain">
+        <source>Not encrypted</source>
+        <extracomment>Above a web link that begins with http</extracomment>
+        <translation>Not encrypted</translation>
+    </message>
+    <message id="qtn_nfc_link_user">
+        <source>This link is suspicious: it begins with a name that is not its destination.</source>
+        <extracomment>Above a web link that begins with a name before its host</extracomment>
+        <translation>This link is suspicious: it begins with a name that is not its destination.</translation>
+    </message>
+    <message id="qtn_nfc_message_more">
+        <source>Not all of this message is shown.</source>
+        <extracomment>Above a text message</extracomment>
+        <translation>Not all of this message is shown.</translation>
+    </message>
+    <message id="qtn_nfc_message_receivers">
+        <source>This message goes to %L1 receivers.</source>
+        <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
+        <translation>This message goes to %L1 receivers.</translation>
+    </message>
+    <message id="qtn_nfc_number_code">
+        <source>This is a service code: it can change settings of the phone or of your contract.</source>
+        <extracomment>Above a phone number with a star or a hash in it</extracomment>
+        <translation>This is a service code: it can change settings of the phone or of your contract.</translation>
+    </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
         <extracomment>Button: pair with the Bluetooth device that was touched</extracomment>

@@ -120,6 +120,46 @@
         <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
         <translation>Jakaminen jatkuu Bluetoothin kautta.</translation>
     </message>
+    <message id="qtn_nfc_link_disguised">
+        <source>This link is suspicious: it is written so that its destination is unclear.</source>
+        <extracomment>Above a web link whose spelling hides where it leads</extracomment>
+        <translation>Tämä linkki on epäilyttävä: kirjoitusasusta ei näe, minne se johtaa.</translation>
+    </message>
+    <message id="qtn_nfc_link_host">
+        <source>Leads to %1</source>
+        <extracomment>Above a web link: %1 is the host that it leads to</extracomment>
+        <translation>Johtaa osoitteeseen %1</translation>
+    </message>
+    <message id="qtn_nfc_link_nohost">
+        <source>This link is suspicious: it names no destination.</source>
+        <extracomment>Above a web link that leads nowhere</extracomment>
+        <translation>Tämä linkki on epäilyttävä: siinä ei ole kohdetta.</translation>
+    </message>
+    <message id="qtn_nfc_link_plain">
+        <source>Not encrypted</source>
+        <extracomment>Above a web link that begins with http</extracomment>
+        <translation>Ei salattu</translation>
+    </message>
+    <message id="qtn_nfc_link_user">
+        <source>This link is suspicious: it begins with a name that is not its destination.</source>
+        <extracomment>Above a web link that begins with a name before its host</extracomment>
+        <translation>Tämä linkki on epäilyttävä: sen alussa on nimi, joka ei ole sen kohde.</translation>
+    </message>
+    <message id="qtn_nfc_message_more">
+        <source>Not all of this message is shown.</source>
+        <extracomment>Above a text message</extracomment>
+        <translation>Viestistä ei näytetä kaikkea.</translation>
+    </message>
+    <message id="qtn_nfc_message_receivers">
+        <source>This message goes to %L1 receivers.</source>
+        <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
+        <translation>Viestillä on %L1 vastaanottajaa.</translation>
+    </message>
+    <message id="qtn_nfc_number_code">
+        <source>This is a service code: it can change settings of the phone or of your contract.</source>
+        <extracomment>Above a phone number with a star or a hash in it</extracomment>
+        <translation>Tämä on palvelukoodi: se voi muuttaa puhelimen tai liittymän asetuksia.</translation>
+    </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
         <extracomment>Button: pair with the Bluetooth device that was touched</extracomment>

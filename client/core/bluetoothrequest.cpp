@@ -4,6 +4,8 @@
 
 #include <QtGlobal>
 
+#include "core/foreignname.h"
+
 namespace {
 
 struct HandoverWords
@@ -47,13 +49,13 @@ BluetoothRequest::BluetoothRequest(Kind kind, const QString &target, const Touch
 void BluetoothRequest::begin()
 {
     const HandoverWords words = wordsFor(kind);
-    const QString name = device.name.isEmpty() ? device.address : device.name;
+    const QString name = foreignName(device.name, foreignName(device.address));
     Question question;
     question.kind = words.kind;
     question.title = named(words.title, name);
     question.notes.append(named(words.text, name));
     if (!device.pin.isEmpty())
-        question.notes.append(qtTrId("qtn_nfc_pair_pin").arg(device.pin));
+        question.notes.append(qtTrId("qtn_nfc_pair_pin").arg(foreignName(device.pin)));
     question.yes = qtTrId(words.verb);
     question.no = qtTrId("qtn_comm_cancel");
     question.deviceClass = device.deviceClass;

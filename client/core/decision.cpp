@@ -4,6 +4,8 @@
 
 #include <QHash>
 
+#include "core/phoneuri.h"
+
 namespace {
 
 Question::Kind questionAboutLink(const QString &scheme)
@@ -24,7 +26,7 @@ bool isHarmless(const TagContent &content)
     if (content.records.size() > 1 || !record.isUnderstood)
         return false;
     if (record.kind == TagRecord::Uri)
-        return questionAboutLink(schemeOf(record.text)) == Question::Link;
+        return record.link && record.link->suspicion == Link::None;
     return record.kind == TagRecord::Text || record.kind == TagRecord::ContactCard;
 }
 
@@ -63,7 +65,7 @@ bool canActDirectly(const TagRecord &record, const Circumstances &circumstances)
     if (record.kind != TagRecord::Uri || circumstances.desktop.isEmpty())
         return false;
     const Question::Kind kind = questionAboutLink(schemeOf(record.text));
-    return kind == Question::Number || kind == Question::Message;
+    return kind == Question::Message || (kind == Question::Number && isPlainNumber(record.text));
 }
 
 // The one in front comes first: it is the one that the user means, if any.

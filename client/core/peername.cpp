@@ -11,6 +11,8 @@
 
 #include <NfcBluetoothHandoverInfo>
 
+#include "core/foreignname.h"
+
 using ConnUi::NfcBluetoothHandoverInfo;
 
 using Interfaces = QMap<QString, QVariantMap>;
@@ -56,7 +58,6 @@ void findPeerName(const QVariant &info, QObject *context, const std::function<vo
         watcher->deleteLater();
         const QString name =
             reply.isError() || address.isEmpty() ? QString() : nameIn(reply.value(), address);
-        const QString fallback = address.isEmpty() ? qtTrId("qtn_nfc_unnamed_device") : address;
-        found(name.isEmpty() ? fallback : name);
+        found(foreignName(name, foreignName(address)));
     });
 }

@@ -51,6 +51,8 @@ void Session::createAgent()
 {
     dropAgent();
     agent = std::make_unique<NfcAgent>();
+    // A second wall behind the bus's policy.
+    agent->setDaemonOnly(true);
     requests = std::make_unique<AgentRequests>(&adapter, agent.get(), &queue, face);
     registration = std::make_unique<Registration>(agent->path());
     connect(registration.get(), &Registration::succeeded, this, &Session::welcome);

@@ -10,6 +10,7 @@
 
 #include <ContactExporter>
 
+#include "core/foreignname.h"
 #include "core/notices.h"
 #include "core/peername.h"
 
@@ -83,7 +84,7 @@ QString SharingRequest::problem() const
     for (const QString &resource : resources)
         if (nameOf(resource).isEmpty())
             return qtTrId("qtn_nfc_share_gone")
-                .arg(isContact(resource) ? resource : QFileInfo(localFile(resource)).fileName());
+                .arg(foreignName(isContact(resource) ? resource : QFileInfo(localFile(resource)).fileName()));
     return {};
 }
 
@@ -96,7 +97,7 @@ void SharingRequest::askFor(const QString &peer)
         question.title = qtTrId("qtn_nfc_share_to_tit").arg(peer);
         QStringList names;
         for (const QString &resource : resources)
-            names.append(nameOf(resource));
+            names.append(foreignName(nameOf(resource)));
         question.data = names.join(QLatin1Char('\n'));
         question.yes = qtTrId("qtn_comm_send");
         question.resources = resources;

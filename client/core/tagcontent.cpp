@@ -22,10 +22,19 @@ QString plainUri(const QString &uri)
     return scheme.toLower() + trimmed.mid(scheme.size());
 }
 
+bool isWebLink(const QString &uri)
+{
+    const QString scheme = schemeOf(uri);
+    return scheme == QLatin1String("http") || scheme == QLatin1String("https");
+}
+
 TagRecord uriRecord(const QByteArray &payload)
 {
-    return {TagRecord::Uri, QStringLiteral("U"), payload,
-            plainUri(QString::fromUtf8(URINDEFRecord(payload).getURI()))};
+    const QString uri = plainUri(QString::fromUtf8(URINDEFRecord(payload).getURI()));
+    TagRecord record{TagRecord::Uri, QStringLiteral("U"), payload, uri};
+    if (isWebLink(uri))
+        record.link = readLink(uri);
+    return record;
 }
 
 bool isPartOfPoster(const QNdefRecord &record)

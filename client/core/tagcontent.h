@@ -3,9 +3,13 @@
 #ifndef CONNUI_CLIENT_TAGCONTENT_H
 #define CONNUI_CLIENT_TAGCONTENT_H
 
+#include <optional>
+
 #include <QByteArray>
 #include <QList>
 #include <QString>
+
+#include "core/link.h"
 
 /** A record of a tag, as far as asking about it goes. */
 struct TagRecord
@@ -20,6 +24,8 @@ struct TagRecord
     QString text;
     /** Whether everything in it is understood: a smart poster may hold more than a link. */
     bool isUnderstood = true;
+    /** Where a web link leads. */
+    std::optional<Link> link = {};
 };
 
 /** What a tag holds. */

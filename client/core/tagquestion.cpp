@@ -5,9 +5,14 @@
 #include <QLocale>
 #include <QStringDecoder>
 
+#include "core/foreignname.h"
+#include "core/link.h"
 #include "core/notices.h"
+#include "core/phoneuri.h"
 
 namespace {
+
+constexpr qsizetype mostOthers = 3; // records beside the first that are named
 
 struct Words
 {
@@ -42,7 +47,9 @@ QString plainText(const QByteArray &payload)
     constexpr qsizetype most = 1000;
     QStringDecoder decoder(QStringDecoder::Utf8);
     const QString text = decoder(payload);
-    return decoder.hasError() || text.contains(QChar(0)) ? QString() : text.left(most);
+    if (decoder.hasError() || text.contains(QChar(0)))
+        return {};
+    return text.size() > most ? text.left(most) + QChar(0x2026) : text;
 }
 
 QString shownData(const TagRecord &record)
@@ -53,25 +60,77 @@ QString shownData(const TagRecord &record)
 // A record in a few words, beside others.
 QString summary(const TagRecord &record)
 {
-    return record.text.isEmpty() ? record.type : record.text;
+    return foreignName(record.text.isEmpty() ? record.type : record.text, QStringLiteral("?"));
 }
 
 QString typeNote(const TagRecord &record)
 {
     const qsizetype bytes = record.payload.size();
     // In one step: the type is the tag's, and may look like a placeholder.
-    return qtTrId("qtn_nfc_tags_type", int(bytes)).arg(record.type, QLocale().toString(bytes));
+    return qtTrId("qtn_nfc_tags_type", int(bytes)).arg(summary(record), QLocale().toString(bytes));
+}
+
+QString suspicionNote(Link::Suspicion suspicion)
+{
+    switch (suspicion) {
+    case Link::NoHost:
+        return qtTrId("qtn_nfc_link_nohost");
+    case Link::UserInfo:
+        return qtTrId("qtn_nfc_link_user");
+    case Link::Disguised:
+        return qtTrId("qtn_nfc_link_disguised");
+    case Link::None:
+        break;
+    }
+    return {};
+}
+
+QStringList linkNotes(const Link &link)
+{
+    constexpr qsizetype longestHost = 40;
+    QStringList notes;
+    if (!link.host.isEmpty())
+        notes.append(qtTrId("qtn_nfc_link_host").arg(leftToRight(shortHost(link, longestHost))));
+    if (link.suspicion != Link::None)
+        notes.append(suspicionNote(link.suspicion));
+    if (!link.isEncrypted)
+        notes.append(qtTrId("qtn_nfc_link_plain"));
+    return notes;
+}
+
+QStringList phoneNotes(const QString &uri)
+{
+    const QString scheme = schemeOf(uri);
+    if (scheme == QLatin1String("tel") || scheme == QLatin1String("callto"))
+        return isServiceCode(uri) ? QStringList(qtTrId("qtn_nfc_number_code")) : QStringList();
+    if (scheme != QLatin1String("sms"))
+        return {};
+    QStringList notes;
+    if (receivers(uri) > 1)
+        notes.append(qtTrId("qtn_nfc_message_receivers").arg(qint64(receivers(uri))));
+    if (!isShownWhole(uri))
+        notes.append(qtTrId("qtn_nfc_message_more"));
+    return notes;
+}
+
+QStringList recordNotes(const TagRecord &record)
+{
+    if (record.link)
+        return linkNotes(*record.link);
+    if (record.kind == TagRecord::Uri)
+        return phoneNotes(record.text);
+    return record.kind == TagRecord::Other ? QStringList(typeNote(record)) : QStringList();
 }
 
 QStringList notes(const TagContent &content)
 {
-    QStringList notes;
     const TagRecord &record = content.records.constFirst();
-    if (record.kind == TagRecord::Other)
-        notes.append(typeNote(record));
+    QStringList notes = recordNotes(record);
     QStringList others;
-    for (const TagRecord &other : content.records.mid(1))
+    for (const TagRecord &other : content.records.mid(1, mostOthers))
         others.append(summary(other));
+    if (content.records.size() > mostOthers + 1)
+        others.append(QChar(0x2026));
     if (!others.isEmpty())
         notes.append(qtTrId("qtn_nfc_tags_more").arg(others.join(QStringLiteral(", "))));
     if (!record.isUnderstood)

@@ -8,6 +8,7 @@
 #include <QFileInfo>
 
 #include "core/desktopapplication.h"
+#include "core/foreignname.h"
 #include "core/notices.h"
 #include "core/questionqueue.h"
 #include "transfersproxy.h"
@@ -38,7 +39,7 @@ void Transfers::showHidden()
 
 void Transfers::start(uint number, const QString &sender, const QString &name, qulonglong size)
 {
-    transfers.insert(number, {{sender, name, 0, size}, {}});
+    transfers.insert(number, {{foreignName(sender), foreignName(name, QStringLiteral("?")), 0, size}, {}});
     show(number);
 }
 

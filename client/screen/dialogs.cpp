@@ -10,7 +10,10 @@
 
 #include <MButtonModel>
 #include <MLabel>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
 #include <MMessageBox>
+#include <MWidget>
 #include <NfcFileSendDialog>
 #include <NfcFileSendPendingDialog>
 #include <NfcPairingDialog>
@@ -37,14 +40,20 @@ QString notesOf(const Question &question)
     return question.notes.join(QLatin1Char('\n'));
 }
 
-MLabel *newLabel(const QString &text)
+MLabel *newLabel(const QString &text, bool isForeign)
 {
     auto *label = new MLabel(text);
+    label->setForeignText(isForeign);
     label->setStyleName(QStringLiteral("CommonQueryText"));
     label->setWordWrap(true);
     label->setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
     label->setAlignment(Qt::AlignCenter);
     return label;
+}
+
+QGraphicsLinearLayout *layoutOf(const MDialog *dialog)
+{
+    return dynamic_cast<QGraphicsLinearLayout *>(dialog->centralWidget()->layout());
 }
 
 int placeBelowTitle(const QGraphicsLinearLayout *layout)
@@ -58,20 +67,22 @@ int placeBelowTitle(const QGraphicsLinearLayout *layout)
 // Our own sentences stand directly below the title, where nothing can push them off the screen.
 void addText(MDialog *dialog, const QString &notes, const QString &data)
 {
-    auto *layout = dynamic_cast<QGraphicsLinearLayout *>(dialog->centralWidget()->layout());
+    QGraphicsLinearLayout *layout = layoutOf(dialog);
     if (!notes.isEmpty())
-        layout->insertItem(placeBelowTitle(layout), newLabel(notes));
+        layout->insertItem(placeBelowTitle(layout), newLabel(notes, false));
     if (!data.isEmpty())
-        layout->addItem(newLabel(data));
+        layout->addItem(newLabel(data, true));
 }
 
 MDialog *newMessageBox(const Question &question)
 {
     const bool asks = !question.yes.isEmpty();
-    auto *box = new MMessageBox(question.title, notesOf(question),
-                                asks ? M::YesButton | M::NoButton : M::StandardButtons(M::OkButton));
-    if (!question.data.isEmpty())
-        box->setText(notesOf(question) + QLatin1Char('\n') + question.data);
+    auto *box =
+        new MMessageBox(question.title, asks ? M::YesButton | M::NoButton : M::StandardButtons(M::OkButton));
+    auto *text = new MWidget;
+    new MLinearLayoutPolicy(new MLayout(text), Qt::Vertical);
+    box->setCentralWidget(text);
+    addText(box, notesOf(question), question.data);
     if (asks)
         box->button(M::YesButton)->setText(question.yes);
     box->button(asks ? M::NoButton : M::OkButton)->setText(question.no);
@@ -125,9 +136,11 @@ MDialog *newSharingDialog(const Question &question)
     dialog->setTitle(question.title);
     dialog->button(M::YesButton)->setText(question.yes);
     dialog->button(M::NoButton)->setText(question.no);
-    // One thing is named by the dialog itself.
+    // One thing is named by the dialog itself, as it is called.
     if (question.resources.size() > 1)
         addText(dialog, {}, question.data);
+    else if (auto *sentence = dynamic_cast<MLabel *>(layoutOf(dialog)->itemAt(layoutOf(dialog)->count() - 1)))
+        sentence->setText(qtTrId("qtn_nfc_share_img").arg(question.data));
     return dialog;
 }
 

@@ -180,7 +180,8 @@ void NfcTagReadPermissionDialog::createContent(const QString &mimeType, const QF
         ContactExporter::resolveContactInfo(file, first, second);
         d->setIcon(QStringLiteral("icon-m-content-avatar-placeholder-inverse"));
         const QString name = QStringLiteral("%1 %2").arg(first, second).trimmed();
-        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"), d->inOnePiece(name), QString());
+        d->isDescriptionForeign = true;
+        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"), name, QString());
         return;
     }
 

@@ -54,12 +54,17 @@ void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, cons
     }
     policy->addItem(newTitleLabel(title), Qt::AlignCenter);
     const bool described = !description.trimmed().isEmpty();
-    if (described)
-        policy->addItem(newWrappedLabel(description, QStringLiteral("CommonQueryText")), Qt::AlignCenter);
+    if (described) {
+        MLabel *label = newWrappedLabel(description, QStringLiteral("CommonQueryText"));
+        label->setForeignText(isDescriptionForeign);
+        policy->addItem(label, Qt::AlignCenter);
+    }
     if (!detail.isEmpty()) {
         const QString style =
             described ? QStringLiteral("CommonSubTitleInverted") : QStringLiteral("CommonQueryText");
-        policy->addItem(newWrappedLabel(inOnePiece(detail), style), Qt::AlignCenter);
+        MLabel *label = newWrappedLabel(detail, style);
+        label->setForeignText(true);
+        policy->addItem(label, Qt::AlignCenter);
     }
     if (extraWidget)
         policy->addItem(extraWidget);
@@ -90,11 +95,6 @@ void NfcTagReadPermissionDialogPrivate::addLeftToRightMark(QString &text) const
 {
     text.prepend(leftToRightEmbedding);
     text.append(popDirectionalFormatting);
-}
-
-QString NfcTagReadPermissionDialogPrivate::inOnePiece(QString text)
-{
-    return text.replace(M::lengthVariantSeparator, QChar(QChar::ReplacementCharacter));
 }
 
 void NfcTagReadPermissionDialogPrivate::setButtonTexts(const QString &yes)

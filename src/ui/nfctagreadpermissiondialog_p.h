@@ -25,9 +25,6 @@ public:
     bool getApplicationInfo(const QString &application, QString &name, QString &icon) const;
     void addLeftToRightMark(QString &text) const;
 
-    /** Returns \a text from a tag so that a label shows all of it, even if it looks like a choice of
-     * translations. */
-    static QString inOnePiece(QString text);
     void setButtonTexts(const QString &yes);
     void addDirectAction(const QString &yes);
     void setIcon(const QString &icon);
@@ -40,6 +37,7 @@ public:
     QString selectedApplication;
     bool changeButtonAdded = false;
     bool directActionSelected = false;
+    bool isDescriptionForeign = false; // the tag's words, not the caller's
 
 public Q_SLOTS:
     void applicationSelectionFinished(int result);

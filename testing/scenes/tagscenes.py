@@ -114,6 +114,31 @@ def bytes_behind_message(stage, step):
 
 
 @scene
+def suspicious_link(stage, step):
+    """A link that hides where it leads is named as suspicious, also for the application that the user looks at"""
+    handler_is_in_front(stage)
+    tap = stage.tap("uri", "http://bank.example@evil.example/")
+    asks(stage, step, "the client says where it leads", "Web link on tag", "Leads to evil.example",
+         "This link is suspicious: it begins with a name that is not its destination.", "Not encrypted",
+         "http://bank.example@evil.example/")
+    answers(stage, step, "the user discards it", "Discard")
+    decided(tap, step, "rejected", 1)
+    handler_hears_nothing(stage, step)
+
+
+@scene
+def service_code(stage, step):
+    """A service code is named as such, and cannot be called"""
+    tap = stage.tap("uri", "tel:*2767*3855#")
+    asks(stage, step, "the client warns", "Tag content",
+         "This is a service code: it can change settings of the phone or of your contract.", "tel:*2767*3855#",
+         "[Open]", "[Discard]")
+    answers(stage, step, "the user discards it", "Discard")
+    decided(tap, step, "rejected", 1)
+    step("nothing is called", stage.dials_nothing)
+
+
+@scene
 def link_in_capitals(stage, step):
     """A link in capitals, behind blanks, is shown as any other, and forwarded untouched"""
     data = uri_record(0, "  HTTPS://www.example.org/NFC")

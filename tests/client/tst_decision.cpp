@@ -60,6 +60,8 @@ QByteArray tag(const QString &name)
         {QStringLiteral("text"), bytes({text(QStringLiteral("Hello"))})},
         {QStringLiteral("contact card"), bytes({card()})},
         {QStringLiteral("web link"), bytes({link})},
+        {QStringLiteral("suspicious link"), bytes({uri("https://www.example.org@evil.example")})},
+        {QStringLiteral("service code"), bytes({uri("tel:%2A100%23")})},
         {QStringLiteral("smart poster"), bytes({poster({link, text(QStringLiteral("Title"))})})},
         {QStringLiteral("smart poster with more"),
          bytes({poster({link, record(QNdefRecord::Mime, "a/b", "?")})})},

@@ -57,6 +57,13 @@ public:
      */
     QString drawnText() const;
 
+    /**
+     * Returns \a text as a label draws foreign text: the marks of setForeignText() in the place of what is
+     * invisible or steers others, LF as the only line end. For a name that is to stand in a sentence of the
+     * program's own.
+     */
+    static QString drawableForeignText(const QString &text);
+
     /** Returns whether the text may take several lines; unless set, the style decides. */
     bool wordWrap() const;
     /** Lets the text take several lines when it is wider than the label. */

@@ -118,6 +118,11 @@ void MLabel::setForeignText(bool foreign)
     update();
 }
 
+QString MLabel::drawableForeignText(const QString &text)
+{
+    return ::drawableForeignText(text);
+}
+
 QString MLabel::drawnText() const
 {
     return d->textIn(contentsRect().size(), style());
