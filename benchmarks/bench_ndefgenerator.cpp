@@ -16,7 +16,7 @@
 
 namespace {
 
-// What a message is made of: a URI, or data with its MIME type.
+// The content of a record: a URI, or data with its MIME type.
 struct Content
 {
     QString uri;

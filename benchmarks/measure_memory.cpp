@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// What one more object of each kind takes of the heap: beside a QObject, and for what is on the screen beside
+// The heap memory of one more object of each kind: compared with a QObject, or for visible ones with
 // a message box.
 #include <malloc.h>
 #include <memory>
@@ -57,7 +57,7 @@ Make makeShown(MWindow *window, Arguments... arguments)
 
 double bytesOf(const Make &make)
 {
-    // What all of them share is there after the first.
+    // The first object allocates the data that all of them share.
     const Object first = make();
     constexpr int count = 20;
     std::vector<Object> objects(count);

@@ -63,7 +63,7 @@ int loadLibrary(const char *file)
     return library.isLoaded() ? 0 : 1;
 }
 
-// What a program is started with.
+// The arguments of a program.
 using Command = QStringList;
 
 // Starts a program, and ends it with a signal that it does not know as soon as the daemon has its agent.
@@ -146,7 +146,7 @@ int main(int argc, char **argv)
                   nfcUi, {});
     compareStarts("From start to registered, on a terminal", &daemon, "bare", bare,
                   nfcUi + Command{QStringLiteral("--console")}, {});
-    // What a library does while it is loaded is not counted here.
+    // The work of a library while it is loaded is not counted here.
     if (countsInstructions())
         return 0;
     compare("Loading the library",

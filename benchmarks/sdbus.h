@@ -9,7 +9,7 @@
 #include <memory>
 #include <systemd/sd-bus.h>
 
-/** What owns sd-bus's objects: the leanest client of a bus that there is, for the other end of a measurement.
+/** Owners of sd-bus's objects: the leanest bus client that there is, for the other end of a measurement.
  */
 namespace SdBus {
 

@@ -138,7 +138,7 @@ int main(int argc, char *argv[])
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
         return fail(BadArguments, *fault);
-    // Has the D-Bus library register its own types now, not on its thread while a message is being read.
+    // Makes QtDBus register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     if (!QDBusConnection::systemBus().isConnected())
         return fail(NoBus, QDBusConnection::systemBus().lastError().message());

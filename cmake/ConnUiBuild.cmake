@@ -1,7 +1,7 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# What every directory of the tree is built with. Included by the root project and by platform/,
+# The build settings of every directory of the tree. Included by the root project and by platform/,
 # which also builds on its own.
 include_guard(GLOBAL)
 
@@ -22,7 +22,7 @@ add_custom_target(fetch-translations COMMENT "All texts are in translations/")
 include(KDEInstallDirs6)
 include(KDECMakeSettings)
 include(KDECompilerSettings NO_POLICY_SCOPE)
-# What `auto` keeps of a sum of strings is a string, and bytes go to functions that take a C string, QtTest's above all.
+# With `auto`, a sum of strings is a string, and bytes go to functions that take a C string, QtTest's above all.
 remove_definitions(-DQT_USE_QSTRINGBUILDER -DQT_NO_CAST_FROM_BYTEARRAY)
 include(CMakePackageConfigHelpers)
 include(ECMAddTests)

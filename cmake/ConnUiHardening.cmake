@@ -17,7 +17,7 @@ foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection -
 endforeach()
 add_compile_definitions(_GLIBCXX_ASSERTIONS)
 if(NOT ECM_ENABLE_SANITIZERS)
-    # It knows the sizes of things only where the compiler has optimised; sanitizers check by themselves.
+    # It knows the sizes of things only where the compiler has optimized; sanitizers check by themselves.
     add_compile_options("$<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=3>")
 endif()
 add_link_options(-Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack)

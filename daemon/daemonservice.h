@@ -28,8 +28,8 @@ public:
      * Shows \a adapter on the bus and takes the name "com.tavix.nfc"; false, with a \a reason, when another
      * process has it.
      *
-     * The application ends with its bus. Whatever else the daemon shows is to be registered before: whoever
-     * waits for the name may call it at once.
+     * The application ends with its bus. Register the daemon's other objects before: a client that
+     * waits for the name may call them at once.
      */
     bool start(Adapter *adapter, QString &reason);
 

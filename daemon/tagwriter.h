@@ -17,7 +17,7 @@ class BusPeer;
 /**
  * com.tavix.nfc.TagWriter on the adapter: keeps a message until a tag comes that it can be written onto.
  *
- * Whoever drives the reader takes the message when a tag is touched, writes it and reports the end.
+ * The code that drives the reader takes the message when a tag is touched, writes it and reports the end.
  */
 class TagWriter : public QDBusAbstractAdaptor
 {

@@ -12,7 +12,7 @@
 
 namespace ConnUi {
 
-/** What the daemon tells of a Bluetooth carrier: the structure (os) on the wire. */
+/** The daemon's data about a Bluetooth carrier: the structure (os) on the wire. */
 struct BluetoothHandoverData
 {
     /** An object path of the daemon's; carried, not used. */

@@ -74,7 +74,7 @@ public:
         QByteArray mimeData() const;
 
         /**
-         * Tells whether both records have the same URI, or else the same MIME type and data.
+         * Returns whether both records have the same URI, or else the same MIME type and data.
          *
          * Since only one of the two is ever set, any two URI records are equal, any two MIME records are
          * equal, and a record with nothing in it equals every other. NDEFGenerator::data() marks the

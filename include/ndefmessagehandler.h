@@ -40,7 +40,7 @@ public:
      * Names the application \a applicationId (its desktop file's base name) that answers at \a path of \a
      * service, on the system bus when \a busType is "system" and on the session bus otherwise.
      *
-     * A malformed path becomes an empty one, with a warning from the D-Bus library.
+     * A malformed path becomes an empty one, with a warning from QtDBus.
      */
     NdefMessageHandler(const QString &applicationId, const QString &busType, const QString &service,
                        const QDBusObjectPath &path);

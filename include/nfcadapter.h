@@ -87,7 +87,7 @@ public:
     /**
      * Finds out whether the adapter is switched on, like isPowered(), without waiting.
      *
-     * The call's value is a bool. What is known already finishes the call at once
+     * The call's value is a bool. A value that is already known finishes the call at once
      * (NfcPendingCall::isFinished()), without any traffic; so does an adapter that is not valid, with false
      * and an error.
      */
@@ -126,7 +126,7 @@ public:
     void setConfirmationEnabled(bool enabled);
 
     /**
-     * Tells the daemon to ask \a agent for the user's decisions.
+     * Registers \a agent with the daemon, which then asks it for the user's decisions.
      *
      * Not remembered: register again at each adapterValid(). Does nothing when \a agent is null or the
      * adapter is not valid. Blocks on the daemon.
@@ -142,7 +142,7 @@ public:
     /** Does what unregisterAgent() does without waiting. Without daemon or agent the call fails, unlogged. */
     NfcPendingCall *unregisterAgentAsync(NfcAgent *agent);
 
-    /** Does what cancelHandoverRequest() does, and tells the outcome. A failure is not logged. */
+    /** Does the same as cancelHandoverRequest(), and reports the result. A failure is not logged. */
     NfcPendingCall *cancelHandoverRequestAsync(const QString &carrier);
 
 public Q_SLOTS:

@@ -22,8 +22,8 @@ class NfcAgentPrivate;
  *
  * An agent exports itself on the system bus at path(), interface "com.tavix.nfc.UIAgent". Each request of the
  * daemon becomes a signal and a pending request, which one of the operations below answers. Deleting the
- * agent answers every pending request with "com.tavix.nfc.UIAgent.Canceled", oldest first. Tell the daemon
- * about the agent with NfcAdapter::registerAgent().
+ * agent answers every pending request with "com.tavix.nfc.UIAgent.Canceled", oldest first. Register the
+ * agent with NfcAdapter::registerAgent().
  *
  * A target is the object path of the touched tag or device. Requests of the same kind for the same target are
  * answered in the order in which they came. An answer that no request waits for changes nothing and is logged

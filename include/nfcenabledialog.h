@@ -17,8 +17,8 @@ namespace ConnUi {
  * In flight mode the question says so. The constructor reads the mode, once, and may wait for the
  * connection manager on the system bus, up to 200 ms.
  *
- * What a result means is the caller's choice. NfcSettingsView leaves NFC off for M::CancelButton alone and
- * switches it on for M::NoButton as well.
+ * The caller decides about the meaning of a result. NfcSettingsView leaves NFC off for M::CancelButton alone
+ * and switches it on for M::NoButton as well.
  *
  * @image html nfcenabledialog.png width=240px
  */

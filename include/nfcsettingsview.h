@@ -17,7 +17,7 @@ class NfcSettingsViewPrivate;
  *
  * Switching on in flight mode asks first. Only when that question is dismissed, which ends it with
  * M::CancelButton, does NFC stay off; every other result switches it on. A start that has not led to power
- * after 20 seconds is told in a message box.
+ * after 20 seconds is reported in a message box.
  *
  * Blocking: with an adapter from NfcAdapter::defaultAdapterAsync() the view waits for nobody, and shows what
  * the daemon says when it has said it. With any other adapter it waits for the daemon on the system bus each

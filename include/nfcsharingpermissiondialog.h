@@ -43,7 +43,7 @@ public Q_SLOTS:
     /**
      * Shows the picture in the local file \a thumbnail; \a uri, the thing that it shows, does not matter.
      *
-     * A file that is missing or is no picture is logged and leaves the dialog as it is.
+     * A file that is missing or is not a picture is logged, and does not change the dialog.
      */
     void thumbnail(QUrl uri, QUrl thumbnail);
 

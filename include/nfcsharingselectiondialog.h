@@ -19,7 +19,7 @@ class CONNUI_NFC_EXPORT NfcSharingSelectionDialog : public MMessageBox
     Q_OBJECT
 
 public:
-    /** What is to be picked. */
+    /** The objects to pick from. */
     enum SelectionType : int {
         ImageSelection = 0,  /**< A picture. */
         ContactSelection = 1 /**< A contact. */

@@ -10,7 +10,7 @@
 namespace ConnUi {
 
 /**
- * Tells that a tag cannot be read, or that there is nothing on it: finishes with M::OkButton.
+ * Reports that a tag cannot be read, or that it is empty: finishes with M::OkButton.
  *
  * @image html nfctagnotsupporteddialog.png width=240px
  */
@@ -19,14 +19,14 @@ class CONNUI_NFC_EXPORT NfcTagNotSupportedDialog : public MMessageBox
     Q_OBJECT
 
 public:
-    /** What is wrong with the tag. */
+    /** The fault of the tag. */
     enum ErrorType : int {
         UnsupportedTagError = 0, /**< It cannot be read. */
         EmptyTagError = 1        /**< It holds nothing. */
     };
     Q_ENUM(ErrorType)
 
-    /** Tells \a error; any value but EmptyTagError tells that the tag cannot be read. */
+    /** Shows \a error; any value except EmptyTagError reports that the tag cannot be read. */
     explicit NfcTagNotSupportedDialog(ErrorType error);
 };
 

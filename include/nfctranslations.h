@@ -20,7 +20,7 @@ namespace ConnUi {
  * once, after the application object has been made and before the first dialog. The texts last as long as the
  * application object.
  *
- * Returns false, after a warning, when there are no texts in that folder.
+ * Returns false, after a warning, when that folder does not contain texts.
  */
 CONNUI_NFC_EXPORT bool installTranslations(const QLocale &locale = QLocale());
 

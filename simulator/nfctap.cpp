@@ -156,7 +156,7 @@ int check()
 int main(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
-    // Has the D-Bus library register its own types now, not on its thread while a reply is being read.
+    // Makes QtDBus register its own types now, not on its thread while a reply is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments == QStringList{QStringLiteral("--help")} || arguments == QStringList{QStringLiteral("-h")})

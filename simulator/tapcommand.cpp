@@ -166,7 +166,7 @@ std::optional<Tap> disconnection(const QStringList &arguments, QString &fault)
                   fault);
 }
 
-// The client may run in another folder; what is no file (as "contact:7") goes as it is.
+// The client may run in another folder; an argument that is not a file (as "contact:7") stays unchanged.
 QString resource(const QString &name)
 {
     const QFileInfo file(name);

@@ -36,7 +36,7 @@ void ConsoleFace::show(const Question &shown)
 {
     question = shown;
     printQuestion();
-    // What there is nothing to say to has been told with that.
+    // A notice needs no answer: printing it was enough.
     if (shown.yes.isEmpty() && shown.kind != Question::Invitation && shown.kind != Question::Waiting) {
         QMetaObject::invokeMethod(
             this,

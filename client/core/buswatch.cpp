@@ -9,7 +9,7 @@
 
 namespace {
 
-// The D-Bus library itself sends this, in the place of a bus that cannot any more.
+// QtDBus itself sends this, in the place of a bus that no longer can.
 void watch(QDBusConnection bus, BusWatch *receiver, const char *slot)
 {
     const QString local = QStringLiteral("org.freedesktop.DBus.Local");

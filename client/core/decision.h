@@ -8,7 +8,7 @@
 #include "core/question.h"
 #include "core/tagcontent.h"
 
-/** What is true when a tag's content is delivered. */
+/** The circumstances in which a tag's content is delivered. */
 struct Circumstances
 {
     QStringList handlers; ///< The ids of the applications that take it, in the daemon's order
@@ -18,7 +18,7 @@ struct Circumstances
     bool isLocked = false;      ///< The session was locked when it came
 };
 
-/** What is to become of a tag's content. */
+/** The decision about a tag's content. */
 struct Decision
 {
     enum Outcome {

@@ -14,7 +14,7 @@ namespace ConnUi {
 class NfcAdapter;
 }
 
-/** What is to become of the content of a tag; hands it over. */
+/** Decides about the content of a tag, and hands it over. */
 class DeliveryRequest : public Request
 {
     Q_OBJECT

@@ -19,10 +19,10 @@ public:
     /** Takes away what is shown, unanswered. */
     virtual void withdraw() = 0;
 
-    /** Tells how many more questions wait behind the one that is shown. */
+    /** Shows how many more questions wait behind the visible one. */
     virtual void setWaiting(qsizetype waiting) = 0;
 
-    /** Tells how much of the file that is shown has been received, in bytes. */
+    /** Shows how much of the visible file has been received, in bytes. */
     virtual void setProgress(quint64 received, quint64 size) = 0;
 
     /** Shows that something has touched the phone. */

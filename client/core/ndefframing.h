@@ -9,7 +9,7 @@
  * Returns whether \a data is exactly one NDEF message (NFC Forum NDEF 1.0): the records end where the message
  * and the bytes do, and the chunks of a record follow one another.
  *
- * Qt's decoder reads past the bytes behind a message's end and past much that is no message.
+ * Qt's decoder accepts bytes behind a message's end, and much that is not a message.
  */
 bool isOneNdefMessage(const QByteArray &data);
 

@@ -10,7 +10,7 @@
 class QObject;
 
 /**
- * Finds out what to call the peer of a handover and tells it to \a found, from the event loop.
+ * Finds a name for the peer of a handover and passes it to \a found, from the event loop.
  *
  * \a info is the handover's data. The name is the one that the phone's Bluetooth knows already, else the
  * peer's address, else "unnamed device": nothing is sent to the peer. \a found is not called when \a context

@@ -8,7 +8,7 @@
 
 #include "core/tagcontent.h"
 
-/** Something that the user is asked or told: all that any face needs in order to show it. */
+/** A question or notice for the user: all that any face needs in order to show it. */
 struct Question
 {
     enum Kind {
@@ -26,7 +26,7 @@ struct Question
         Selection,    ///< Whether to select something for sending
         EmptyTag,
         UnreadableTag,
-        Notice,     ///< Anything else that is only told
+        Notice,     ///< Any other message without a choice
         Invitation, ///< To touch the other device, until it is touched
         Waiting,    ///< For the other device, until it is there
         Receiving,  ///< A file, until it is here
@@ -50,7 +50,7 @@ struct Question
     QString no;               ///< The label of the one that refuses
     QStringList applications; ///< Those that could get what is on a tag, by their ids; the first is offered
 
-    TagRecord content;     ///< What is on the tag
+    TagRecord content;     ///< The content of the tag
     uint deviceClass = 0;  ///< The Class of Device of a Bluetooth device
     QStringList resources; ///< Files and contacts that are to be sent
     File file;             ///< Of Receiving

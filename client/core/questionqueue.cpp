@@ -78,7 +78,7 @@ void QuestionQueue::add(std::unique_ptr<Request> request)
     advance();
 }
 
-// What the newer request replaces is rejected before anything else is answered.
+// The request that a newer one replaces is rejected before anything else is answered.
 void QuestionQueue::makeRoomFor(const Request &request)
 {
     const auto replaced = std::find_if(requests.cbegin(), requests.cend(), [&](const auto &entry) {
@@ -151,7 +151,7 @@ void QuestionQueue::clear()
 
 void QuestionQueue::setPaused(bool pause)
 {
-    // What is taken away waits again.
+    // A message that makes way waits again.
     if (pause && shown)
         shown->arrival = now();
     paused = pause;

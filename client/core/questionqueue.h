@@ -17,7 +17,7 @@ class Face;
 class Request;
 
 /**
- * Puts what there is to ask and to tell before the user, one at a time.
+ * Shows questions and notices to the user, one at a time.
  *
  * Requests have their turns in the order in which they came, and nothing covers their questions. Notices come
  * when no request is left, after them what goes on for some time, the newest first; either makes way for a
@@ -44,7 +44,7 @@ public:
     /** Takes a request, which has its turn after those that came before. */
     void add(std::unique_ptr<Request> request);
 
-    /** Tells \a notice once; one that waits or is shown already is not told again. */
+    /** Shows \a notice once; one that already waits or is visible is not shown again. */
     void tell(const Question &notice, const Answered &answered = {});
 
     /** Shows \a notice while there is nothing else to show, until it is answered or ended; returns its

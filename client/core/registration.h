@@ -11,7 +11,7 @@
  * Registers an agent with the NFC daemon, and tries again, less and less often, for as long as the daemon
  * refuses.
  *
- * Nothing here waits: what becomes of it is told from the event loop.
+ * Nothing here blocks: the event loop reports the result.
  */
 class Registration : public QObject
 {

@@ -70,7 +70,7 @@ public:
 Q_SIGNALS:
     /** The user is to be asked. */
     void asks(const Question &question);
-    /** The user is to be told. */
+    /** The user is to see a notice. */
     void tells(const Question &notice);
     /** It has been answered. */
     void done();

@@ -7,7 +7,7 @@
 
 class Session;
 
-/** Tells other programs of the session what the client does: interfaces/org.connui.NfcUi.xml. */
+/** Reports the state of the client to other programs of the session: interfaces/org.connui.NfcUi.xml. */
 class StatusAdaptor : public QDBusAbstractAdaptor
 {
     Q_OBJECT

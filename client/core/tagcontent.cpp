@@ -12,7 +12,7 @@
 
 namespace {
 
-// The URI as its kind is told from: tags are written by hand.
+// The URI in the form that decides its kind: tags are written by hand.
 QString plainUri(const QString &uri)
 {
     const QString trimmed = uri.trimmed();

@@ -39,7 +39,7 @@ void handle(void (*handler)(int))
             sigaction(number, &action, nullptr);
         sigaddset(&caught, number);
     }
-    // Whoever has started this program may have blocked them.
+    // The parent process may have blocked them.
     pthread_sigmask(SIG_UNBLOCK, &caught, nullptr);
 }
 

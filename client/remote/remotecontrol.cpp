@@ -244,6 +244,6 @@ void RemoteControl::execute(const QString &line)
         outcome = command->execute(line.section(QLatin1Char(' '), 1)) ? QStringLiteral("done")
                                                                       : QStringLiteral("failed");
     terminal->print(QStringLiteral("%1: %2").arg(outcome, line));
-    // What is on the screen is told once more, also when nothing has changed.
+    // Reports the screen again, also when nothing has changed.
     seen.clear();
 }

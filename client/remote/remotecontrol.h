@@ -16,8 +16,8 @@ class MButton;
 /**
  * Lets another program see what is on the screen, and touch it, on lines of text.
  *
- * Whenever the screen changes a line "screen: " tells the texts and, in brackets, the buttons of what is in
- * front; "screen: nothing" that nothing is shown. A line "banner: turned by ANGLE" tells that a touch is
+ * Whenever the screen changes, a line "screen: " reports the texts and, in brackets, the buttons of what is
+ * in front; "screen: nothing" that nothing is shown. A line "banner: turned by ANGLE" reports that a touch is
  * indicated, "banner: gone" that it is not. It executes the lines "press TEXT", "select TEXT" (a row of a
  * list), "escape", "close" (the window), "turn ANGLE" (0, 90, 180 or 270) and "picture FILE" (writes a PNG),
  * and answers each line: "done: LINE", "failed: LINE" when there was nothing to do it to, "not understood:

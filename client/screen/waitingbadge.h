@@ -10,7 +10,7 @@
 
 class MSceneWindow;
 
-/** Tells at the edge above a question how many others wait behind it. */
+/** Shows, at the edge above a question, how many others wait behind it. */
 class WaitingBadge : public QObject
 {
     Q_OBJECT

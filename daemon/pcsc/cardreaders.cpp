@@ -117,7 +117,7 @@ void CardReaders::endWatch(long result)
     show(result == LONG(SCARD_W_SECURITY_VIOLATION) ? Backend::Refused : Backend::Absent);
 }
 
-// What was on the readers is gone for all that is known.
+// All cards count as removed.
 void CardReaders::drop()
 {
     const std::set<QString> lost = withCard;

@@ -86,7 +86,7 @@ void Reader::ended(int number, ReaderWorker::Outcome outcome)
 void Reader::runOutOfPatience()
 {
     if (!isTalking) {
-        // Another program has it: ended() tells so when the worker is back.
+        // Another program uses it: ended() reports that when the worker is back.
         worker.interrupt();
         return;
     }

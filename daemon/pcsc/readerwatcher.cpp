@@ -22,12 +22,12 @@ using namespace std::chrono_literals;
 
 namespace {
 
-/** The name under which pcscd tells of readers that come and go. */
+/** The name under which pcscd reports readers that come and go. */
 constexpr char anyReader[] = "\\\\?PnP?\\Notification";
 /** As many as pcscd looks at in one call, without that one. */
 constexpr qsizetype mostReaders = PCSCLITE_MAX_READERS_CONTEXTS - 1;
 
-/** A reader, as pcscd has told of it last. */
+/** A reader, as pcscd reported it last. */
 struct WatchedReader
 {
     QByteArray name;
@@ -44,7 +44,7 @@ struct WatchedReader
         return isUsable() && (state & SCARD_STATE_PRESENT) && !(state & SCARD_STATE_MUTE) && !atr.isEmpty();
     }
 
-    // What the upper half counts: between two looks a card may have left and another one come.
+    // The upper half is a counter: between two looks a card may have left and another one come.
     DWORD events() const { return state >> 16; }
 };
 
@@ -130,7 +130,7 @@ LONG ReaderWatcher::Watch::watch()
         waitsFor = context.handle();
     }
     LONG result = context.result();
-    // A reader that comes between the list and the waiting is told of by nobody: the list is made once more a
+    // pcscd does not report a reader that comes between the list and the waiting: the list is made again a
     // while after each event.
     constexpr DWORD awhile = 1000;
     bool isQuiet = false;

@@ -13,7 +13,7 @@
 #include "daemon/pcsc/cardconnection.h"
 #include "daemon/pcsc/pcsccontext.h"
 
-/** What the working thread does, and the other one tells it. */
+/** The job of the working thread, as the other one sets it. */
 struct ReaderWorker::Work
 {
     explicit Work(const QByteArray &reader) : reader(reader) {}

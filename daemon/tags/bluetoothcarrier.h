@@ -12,7 +12,7 @@
 struct BluetoothCarrier
 {
     QString address; ///< As in "00:1A:7D:DA:71:13".
-    QString name;    ///< Empty when the tag does not tell.
+    QString name;    ///< Empty when the tag has none.
     uint classOfDevice = 0;
 };
 

@@ -25,9 +25,9 @@ public:
     bool tell(const QByteArray &command);
 
     /**
-     * Why ask() or tell() has failed last.
+     * The reason why ask() or tell() failed last.
      *
-     * Gone; Malformed for an answer of another length; Refused for a status that does not tell of success.
+     * Gone; Malformed for an answer of another length; Refused for a status other than success.
      * Some readers give such a status when the tag has gone: one that refuses even what it did first is Gone.
      */
     TagStatus fault() const;

@@ -16,8 +16,8 @@ enum class CardKind {
 };
 
 /**
- * Tells the kind of a card from its answer to reset \a atr, as PC/SC part 3 has contactless readers make it
- * up, and from the name of its reader.
+ * Determines the kind of a card from its answer to reset \a atr, as PC/SC part 3 has contactless readers make
+ * it up, and from the name of its reader.
  *
  * Contact cards, security keys, bank and identity cards are Foreign: their answers have another form, or name
  * a card that is not on the list of those that are made as tags.

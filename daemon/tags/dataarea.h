@@ -22,7 +22,7 @@ public:
     /** The address that lies \a count bytes of data behind \a address; end() when there are not so many. */
     int behind(int address, int count) const;
 
-    /** How many bytes of data there are from \a address on. */
+    /** The number of bytes of data from \a address on. */
     int room(int address) const;
 
     int begin() const;

@@ -11,7 +11,7 @@
  * An exchange that a tag cannot drag out.
  *
  * It ends as if the tag had gone after 300 commands, after 64 KiB of answers, or 5 seconds after it was made.
- * An answer without a byte ends it too: that is how some drivers tell that the tag has gone.
+ * An answer without a byte ends it too: some drivers report in that way that the tag has gone.
  */
 class LimitedExchange : public Exchange
 {

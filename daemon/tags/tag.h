@@ -7,7 +7,7 @@
 
 #include "daemon/tags/tagstatus.h"
 
-/** What has been read from a tag: the message when the status is Done, and nothing otherwise. */
+/** The result of reading a tag: the message when the status is Done, and nothing otherwise. */
 struct TagContents
 {
     TagStatus status = TagStatus::Gone;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr int statusSize = 2;
 
-// Whatever its length is.
+// Of any length.
 QByteArray uidOf(Exchange &exchange)
 {
     const QByteArray answer = exchange.transceive(CardCommand::uid()).value_or(QByteArray());

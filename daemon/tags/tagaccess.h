@@ -7,11 +7,11 @@
 #include "daemon/tags/limitedexchange.h"
 #include "daemon/tags/tag.h"
 
-/** What a card has told within the limits of LimitedExchange. */
+/** The data that a card sent within the limits of LimitedExchange. */
 struct TagReading
 {
     CardKind kind = CardKind::Foreign; ///< Untold no more.
-    QByteArray uid;                    ///< Empty when the reader does not tell it, or the card makes it up.
+    QByteArray uid;                    ///< Empty when the reader does not report it, or the card makes it up.
     TagContents contents;
 };
 

@@ -197,7 +197,7 @@ void Touches::finishWriting(const WritingPointer &finished, const TagReading &re
     writer->finish(status);
     if (status != TagStatus::Done)
         return;
-    // What the user has put there needs no question.
+    // Content that the user has put there does not need a question.
     remember(visit, reading);
     announce(TouchTarget::nextTag(), statusName(status));
 }

@@ -44,7 +44,7 @@ public:
     /** Nobody has decided about \a touch: its tag may begin a new one at once. */
     void forget(int touch);
 
-    /** How many questions are open. */
+    /** The number of open questions. */
     int openQuestions() const;
 
 private:

@@ -6,7 +6,7 @@
 #include <QDBusObjectPath>
 #include <QString>
 
-/** What is touched, as the object paths by which the agent's requests name it. */
+/** The touched object, as the object paths by which the agent's requests name it. */
 namespace TouchTarget {
 
 /** A tag; another one at every touch. */

@@ -14,7 +14,7 @@ int main(int argc, char *argv[])
     QCoreApplication program(argc, argv);
     // Under another name a second one runs beside the first.
     const QString service = program.arguments().value(1, QStringLiteral("org.connui.SampleHandler"));
-    // Has the D-Bus library register its own types now, not on its thread while a message is being read.
+    // Makes QtDBus register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
 
     QObject handlerObject;

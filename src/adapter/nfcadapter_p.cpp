@@ -315,7 +315,7 @@ void NfcAdapterPrivate::bind(const QDBusPendingReply<QDBusObjectPath> &reply)
     }
 
     const QString path = reply.value().path();
-    // Before the proxy: with its signals connected the D-Bus library knows the daemon's owner, and asks the
+    // Before the proxy: with its signals connected QtDBus knows the daemon's owner, and asks the
     // bus no more.
     connectAdapterSignals(path);
     adapterProxy = new NfcAdapterProxy(NfcService::name(), path, QDBusConnection::systemBus());
@@ -378,7 +378,7 @@ void NfcAdapterPrivate::handoverFailed(const QString &reason)
 
 void NfcAdapterPrivate::trackOwner()
 {
-    // While any signal of a service is connected, the D-Bus library knows the service's owner, and nothing
+    // While any signal of a service is connected, QtDBus knows the service's owner, and nothing
     // that is made for the service later waits for the bus to name it. The manager has no signals.
     QDBusConnection::systemBus().connect(NfcService::name(), managerPath(),
                                          QLatin1String(NfcManagerProxy::staticInterfaceName()), QString(),

@@ -30,7 +30,7 @@ private Q_SLOTS:
 
 private:
     QDBusPendingReply<QString> firstOwner;
-    // What counts once there has been a change.
+    // The value that counts after the first change.
     std::optional<QString> laterOwner;
 };
 

@@ -50,7 +50,7 @@ QDBusConnection NdefMessageHandlerPrivate::bus() const
 QDBusPendingCall NdefMessageHandlerPrivate::deliver(const QDBusObjectPath &target,
                                                     const QByteArray &data) const
 {
-    // Of a message without a path the D-Bus library would complain in words of its own.
+    // QtDBus would log a warning of its own about a message without a path.
     if (path.path().isEmpty())
         return QDBusPendingCall::fromError(
             QDBusError(QDBusError::InvalidObjectPath, QStringLiteral("Object path cannot be empty")));

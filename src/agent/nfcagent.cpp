@@ -22,7 +22,7 @@ QString rejectedError()
     return QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
 }
 
-// The D-Bus library looks the types of an adaptor's method up by the plain names that stand in its signature;
+// QtDBus looks the types of an adaptor's method up by the plain names that stand in its signature;
 // a method with a type of an unknown name is not exported. Its own types are no exception as long as nobody
 // in the process has used them.
 void registerArgumentTypes()

@@ -26,7 +26,7 @@ QString NfcBluetoothHandoverInfo::deviceAddress() const
 
 BluetoothDevice NfcBluetoothHandoverInfo::device() const
 {
-    // This object may be deleted while the loop runs; then only the pointer tells.
+    // This object may be deleted while the loop runs; then only the pointer shows it.
     const QPointer<NfcBluetoothHandoverInfoPrivate> guard(d);
 
     if (!d->device && !d->creating)

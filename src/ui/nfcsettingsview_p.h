@@ -47,7 +47,7 @@ private Q_SLOTS:
     void showStartFailQueryDialog();
 
 private:
-    /** Calls \a then with whether the adapter is switched on: at once, or when the daemon has told. */
+    /** Calls \a then with whether the adapter is switched on: at once, or when the daemon has replied. */
     void whenPowerIsKnown(const std::function<void(bool powered)> &then);
     void setPowered(bool on);
     void requestPower(bool checked);

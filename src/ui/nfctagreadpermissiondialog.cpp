@@ -37,7 +37,7 @@ Message parseMessage(QString uri)
     static const QRegularExpression lonePercent(QStringLiteral("%(?![0-9A-Fa-f]{2})"));
     uri.replace(lonePercent, QStringLiteral("%25"));
     QString decoded = QString::fromUtf8(QByteArray::fromPercentEncoding(uri.toUtf8()));
-    // What looks like an encoded character now was a percent sign of the text.
+    // Any encoded character that remains was a percent sign of the text.
     decoded.replace(QLatin1Char('%'), QLatin1String("%25"));
     const QUrl url(decoded);
     const QString body = QUrlQuery(url).queryItemValue(QStringLiteral("body"), QUrl::FullyDecoded);

@@ -26,7 +26,7 @@ QString cataloguesBesideLibrary()
            QStringLiteral("/" DATA_FROM_LIBRARIES "/connui-nfc/translations");
 }
 
-// Returns the translator, which the application owns, or null when there are no such texts.
+// Returns the translator, which the application owns, or null when the texts do not exist.
 QTranslator *install(const QLocale &locale, const QString &name, const QString &folder)
 {
     auto translator = std::make_unique<QTranslator>();

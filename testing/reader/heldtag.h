@@ -39,7 +39,7 @@ public:
     /** Takes it away, if it has not left. */
     void leave();
 
-    /** How many commands have come so far. */
+    /** The number of commands so far. */
     int commands() const;
 
 private:

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Holds a virtual tag against a reader of with-reader until it is told to leave by SIGTERM, and tells what
+// Holds a virtual tag against a reader of with-reader until SIGTERM ends it, and reports what
 // became of it.
 #include <csignal>
 #include <cstdio>

@@ -5,7 +5,7 @@
 //
 // The reader's device is named "/dev/null:SOCKET", since pcscd wants the name to begin with a file that
 // exists. A program that connects is on the reader until it closes the connection; the next one waits for
-// that. What goes over the connection are frames: two bytes for the length, the first one more significant,
+// that. The connection carries frames: two bytes for the length, the first one more significant,
 // and so many bytes. The program's first frame is its answer to reset; after that each frame of the driver is
 // a command, and each frame of the program an answer. While a program is connected whose answer to reset is
 // empty, the reader is pulled out.

@@ -34,7 +34,7 @@ BusMonitor::~BusMonitor()
 
 QStringList BusMonitor::takeCalls()
 {
-    // What comes before the mark is all that was sent before it.
+    // The messages before the mark are all that were sent before it.
     const QString mark = QStringLiteral("Mark%1").arg(++marks);
     watched.send(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/"),
                                                 QStringLiteral("org.connui.BusMonitor"), mark));

@@ -8,7 +8,7 @@
 /**
  * The texts of the build tree in one language, for as long as the object lives. Needs an application object.
  *
- * Ends the program when there is no such catalogue, since every text would be its id.
+ * Ends the program when the catalogue does not exist, since every text would be its id.
  */
 class Catalogue
 {

@@ -5,13 +5,13 @@
 
 #include "fakeservice.h"
 
-/** A fake policy daemon, which tells which application is in front. */
+/** A fake policy daemon, which reports the application in front. */
 class FakeOhm : public FakeService
 {
 public:
     FakeOhm() : FakeService(QDBusConnection::SystemBus, QStringLiteral("org.freedesktop.ohm")) {}
 
-    /** Sets what a subscriber is told at once. */
+    /** Sets the application that a subscriber gets at once. */
     void setActive(const QString &binary, const QString &group, const QString &argv1, uint pid)
     {
         reply(QStringLiteral("Subscribe"), {binary, group, argv1, pid});

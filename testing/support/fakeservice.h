@@ -16,8 +16,8 @@
  * with the usual answer of the daemon or of the policy daemon where there is one (see
  * fakeserviceprocess.cpp), else with an empty reply. Scripts go by member name.
  *
- * What a function below does has reached the program's own connection to the bus when it returns: the events
- * that it causes wait in the event queue.
+ * The effect of a function below has reached the program's own connection to the bus when it returns: the
+ * events that it causes wait in the event queue.
  *
  * The process starts when it is first needed, so a fake can be scripted before start() lets the world see it.
  * It does not survive this object.

@@ -10,7 +10,7 @@
 
 #include <NfcPendingCall>
 
-/** What comes of a call that does not wait; the call itself deletes itself when it has finished. */
+/** The result of a call that does not block; the call itself deletes itself when it has finished. */
 class Outcome
 {
 public:

@@ -111,7 +111,7 @@ QJsonValue ScreenReader::ask(const QJsonObject &request)
     process.write(QJsonDocument(request).toJson(QJsonDocument::Compact) + '\n');
     if (!waitForLine())
         qFatal("ScreenReader: the reader does not answer");
-    // A value that is no object or array has to stand in one.
+    // A value that is neither an object nor an array has to stand in one.
     return QJsonDocument::fromJson('[' + process.readLine() + ']').array().at(0);
 }
 

@@ -68,7 +68,7 @@ class Wrapper:
 
     def __enter__(self):
         _control(SET_CHILD_SUBREAPER, 1)
-        # Who is killed together with all that it started cannot end its wrappers.
+        # A process that is killed together with its children cannot end its wrappers.
         _control(SET_PARENT_DEATH_SIGNAL, signal.SIGTERM)
         _listen(_end)
         # A terminal interrupts the command as well, which decides what that means.

@@ -375,7 +375,7 @@ void TestNfcAdapterAsync::failedReadingOfPowerIsLogged()
     QTRY_COMPARE(outcome.times, 1);
     QCOMPARE(outcome.error, denied);
     QCOMPARE(outcome.message, QStringLiteral("No"));
-    // What was known before.
+    // The value that was known before.
     QCOMPARE(outcome.value, QVariant(true));
 
     daemon->setState(QStringLiteral("off"));

@@ -10,7 +10,7 @@
 
 #include "core/face.h"
 
-/** A face that keeps what it is told, and a user who answers when the test says so. */
+/** A face that keeps what it should show, and a user who answers when the test says so. */
 class FakeFace : public Face
 {
 public:

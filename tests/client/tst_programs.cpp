@@ -126,7 +126,7 @@ void TestPrograms::signalsEndIt()
     QCOMPARE(process.exitCode(), 0);
 }
 
-// What it starts would have the mask that it has itself, and could not be ended.
+// Its children would inherit its mask, and could not be ended.
 void TestPrograms::startsNothingWithBlockedSignals()
 {
     QFETCH(QString, program);

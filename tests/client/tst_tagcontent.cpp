@@ -102,7 +102,7 @@ void TestTagContent::linkIsPlain()
     QCOMPARE(content.records.size(), 1);
     QCOMPARE(content.records[0].kind, TagRecord::Uri);
     QCOMPARE(content.records[0].text, shown);
-    // What is forwarded and what is opened begin with the same bytes.
+    // The forwarded and the opened content begin with the same bytes.
     QCOMPARE(content.records[0].payload, record.payload());
 }
 

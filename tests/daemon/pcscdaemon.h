@@ -48,7 +48,7 @@ public:
         return QDBusConnection::systemBus().interface()->isServiceRegistered(QStringLiteral("com.tavix.nfc"));
     }
 
-    /** What it has said so far. */
+    /** Its output so far. */
     QString log()
     {
         said += QString::fromUtf8(process.readAll());

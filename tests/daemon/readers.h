@@ -45,7 +45,7 @@ inline void waitUntilEmpty()
         waitFor(number, SCARD_STATE_EMPTY);
 }
 
-/** How many connections pcscd has, whoever made them in this network namespace. */
+/** The number of connections to pcscd, by any program in this network namespace. */
 inline int connectionsToPcscd()
 {
     QFile sockets(QStringLiteral("/proc/self/net/unix"));

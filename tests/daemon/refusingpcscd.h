@@ -11,7 +11,7 @@
 #include <QObject>
 
 /**
- * A pcscd that lets nobody in, as one does whom polkit tells so.
+ * A pcscd that lets nobody in, as one does when polkit says so.
  *
  * A request is two numbers, its size and its command, and then three more for both commands that are needed;
  * the answer is the latter three, of which the last is the result (protocol 4.4 of pcsc-lite, native byte

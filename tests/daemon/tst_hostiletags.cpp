@@ -356,7 +356,7 @@ void TestHostileTags::tagIsWrittenOrLeft_data()
     tagIsSeenThrough_data();
 }
 
-// Either the message is there afterwards, or it is told that it is not.
+// Either the message is there afterwards, or the caller learns that it is not.
 void TestHostileTags::tagIsWrittenOrLeft()
 {
     QFETCH(int, number);

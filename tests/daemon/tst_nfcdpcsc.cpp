@@ -516,7 +516,7 @@ void TestNfcdPcsc::writtenMessageIsReadBack()
     }
     const QByteArray memory = isType4 ? type4.files.value(VirtualType4::messageFile) : type2.memory;
     QVERIFY(memory.contains(text));
-    // It is told of, but nobody needs to be asked; not even when it flaps.
+    // It is announced, but nobody needs to be asked; not even when it flaps.
     QTRY_COMPARE(calls(touch), 1);
     QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), QStringLiteral("ok"));
     {

@@ -217,7 +217,7 @@ void TestTagWriter::switchedOffAdapterWritesNothing()
     QVERIFY(!tagWriter->take());
 }
 
-// What is on its way onto the tag cannot be called back.
+// A message on its way onto the tag cannot be called back.
 void TestTagWriter::messageThatWasTakenIsFinished()
 {
     Writer program(QStringLiteral("org.connui.test.Writer"));

@@ -85,7 +85,7 @@ void TestTouchMemory::forgottenTouchBeginsAnew()
     memory.open(touch);
     memory.forget(touch);
     QVERIFY(isNew("u", "a", 1));
-    // What is said of it later is about nothing.
+    // Later news about it has no effect.
     memory.leave(touch, 2);
     memory.close(touch);
     QVERIFY(!isNew("u", "a", 1000000));

@@ -188,7 +188,7 @@ NfcAgent *newAgent()
 
 extern "C" int LLVMFuzzerInitialize(int *argc, char ***argv)
 {
-    // There is no policy daemon to tell who is in front, and failed touches are warned about.
+    // Without a policy daemon nobody is in front, and failed touches cause warnings.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     new QCoreApplication(*argc, *argv);
     startBus();

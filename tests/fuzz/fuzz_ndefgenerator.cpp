@@ -20,7 +20,7 @@ QString text(FuzzedDataProvider &input)
     const QByteArray source = bytes(input);
     if (input.ConsumeBool())
         return QString::fromUtf8(source);
-    // Whatever code units there are, lone surrogates among them.
+    // Any code units, lone surrogates among them.
     QString units(source.size() / 2, Qt::Uninitialized);
     for (qsizetype i = 0; i < units.size(); ++i)
         units[i] = QChar(uchar(source[2 * i]), uchar(source[2 * i + 1]));

@@ -55,7 +55,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     nfc.setEnabled(!enabled);
     require(nfc.enabled() == !enabled && RadioState(bluetoothRadio).enabled() == bluetooth);
 
-    // Compared as the store keeps them: a number that is none differs from itself.
+    // Compared as the store keeps them: a value that is not a number differs from itself.
     const QList<QVariant> after = settings();
     for (qsizetype i = 0; i < before.size(); ++i)
         require(QCborValue::fromVariant(after[i]).toCbor() == QCborValue::fromVariant(before[i]).toCbor());

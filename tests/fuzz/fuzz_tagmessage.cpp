@@ -12,7 +12,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
-    // The decoder tells of every broken message.
+    // The decoder logs every broken message.
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
     return 0;
 }

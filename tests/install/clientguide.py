@@ -16,7 +16,7 @@ page, prefix, folder, *cmake_arguments = sys.argv[1:]
 LINK = ("uri", "https://www.example.org")
 HEADSET = ("00:16:41:7A:0F:11", "Headset", "0x240404")
 
-# What each stage is asked, beside the tag, and holds open until it ends.
+# The questions for each stage, beside the tag, which it holds open until it ends.
 QUESTIONS = {
     "stage3": [LINK],
     "stage4": [

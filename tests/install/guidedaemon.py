@@ -73,7 +73,7 @@ class GuideDaemon:
         """Calls the newest agent and waits for its answer."""
         sender, path = self._agents[-1]
         self._bus.call_sync(sender, path, AGENT, method, arguments, None, Gio.DBusCallFlags.NONE, PATIENCE * 1000, None)
-        # What has been answered before is known now.
+        # The answers so far are known now.
         while GLib.MainContext.default().iteration(False):
             pass
 

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """hardening.py PREFIX [--optimized]: holds every program and library that is installed to what the build promises.
 
-The compiler's flags are read from the debug information, where there is any. What only optimised code has, calls that
+The compiler's flags are read from the debug information, where there is any. What only optimized code has, calls that
 know the size of what they write to, is asked for with --optimized.
 """
 

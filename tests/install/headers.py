@@ -9,5 +9,5 @@ from newcomer import Newcomer
 project, prefix, folder, *cmake_arguments = sys.argv[1:]
 newcomer = Newcomer(prefix, folder, cmake_arguments)
 binary = newcomer.build(project)
-# What pkg-config names has them all, too.
+# The folders that pkg-config names have them all, too.
 newcomer.run("sh", "-c", "g++ -std=c++20 -fPIC -E headers.cpp -o /dev/null $(pkg-config --cflags connui-nfc)", cwd=binary)

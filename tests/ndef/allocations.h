@@ -3,7 +3,7 @@
 #ifndef CONNUI_ALLOCATIONS_H
 #define CONNUI_ALLOCATIONS_H
 
-/** Tells whether allocations can be counted: not where a sanitizer has an allocator of its own. */
+/** Returns whether allocations can be counted: not where a sanitizer has an allocator of its own. */
 bool canCountAllocations();
 
 /** Counts the allocations of the whole program, those of its libraries included, while it lives. */

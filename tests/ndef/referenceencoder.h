@@ -130,7 +130,8 @@ inline QByteArray bytes(const QList<Written> &written)
     return result;
 }
 
-/** Tells whether begin and end are marked once, where they are, and each record says truly what it holds. */
+/** Returns whether begin and end are marked once, where they are, and each record says truly what it holds.
+ */
 inline bool isWellFormed(const QList<Written> &written)
 {
     if (written.isEmpty())

@@ -149,7 +149,7 @@ void TestNfcBluetoothHandoverInfo::addressIsReadFromTheBus()
     QCOMPARE(NfcBluetoothHandoverInfo(info).deviceAddress(), peerAddress);
     QCOMPARE(NfcBluetoothHandoverInfoPrivate(info).data.path.path(), QStringLiteral("/carrier"));
 
-    // What is no address is handed out as it is, an empty one included.
+    // A text that is not an address is handed out unchanged, an empty one included.
     for (const QString &address : {QString(), QStringLiteral("peer"), QString(10000, QLatin1Char('0'))})
         QCOMPARE(NfcBluetoothHandoverInfo(overTheBus(handover(address))).deviceAddress(), address);
 }

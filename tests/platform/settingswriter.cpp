@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// settingswriter KEY COUNT: stores 1, 2, ... COUNT under KEY, and tells each on standard output before and
+// settingswriter KEY COUNT: stores 1, 2, ... COUNT under KEY, and prints each on standard output before and
 // after.
 #include <cstdio>
 #include <cstdlib>

@@ -42,7 +42,7 @@ struct OddBlueZ : DBusMock
     bool ready;
 };
 
-// What an adapter has announced.
+// The announcements of an adapter.
 struct Outcome
 {
     explicit Outcome(BluetoothAdapter *adapter)

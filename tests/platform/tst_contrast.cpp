@@ -116,7 +116,7 @@ const MStyle &style(const char *name)
     return MThemePrivate::ownStyle(name);
 }
 
-// What a control shows of itself: its outline where it has one.
+// The visible edge of a control: its outline where it has one.
 QColor edge(const MStyle &style)
 {
     return style.borderWidth > 0 ? style.border : style.background;

@@ -157,7 +157,7 @@ void TestMSystemLook::nonsenseIsTheDefault_data()
 void TestMSystemLook::nonsenseIsTheDefault()
 {
     QFETCH(QString, settings);
-    // The color scheme tells that the answer has come.
+    // The color scheme shows that the answer has come.
     const Portal portal(QStringLiteral("{'org.freedesktop.appearance': {'color-scheme': dbus.UInt32(1)}, "
                                        "'org.gnome.desktop.interface': %1}")
                             .arg(settings));

@@ -709,7 +709,7 @@ void TestNfcTap::daemonAnswersAfterItHung()
     QVERIFY(timer.elapsed() >= 1000);
 }
 
-// The bus library gives up a call after 25 seconds unless it is told otherwise.
+// QtDBus gives up a call after 25 seconds by default.
 void TestNfcTap::userMayTakeLongerThanTheBus()
 {
     daemon.start();

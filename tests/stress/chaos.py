@@ -63,7 +63,7 @@ class Chaos:
 
     def _client_does(self, command):
         self._stage.client.hears(command)
-        # It tells what is on the screen after every command.
+        # It reports the screen after every command.
         return self._stage.client.says("screen: ")
 
     def _tap(self, *arguments):
@@ -124,7 +124,7 @@ class Chaos:
 
     def _leaves_nothing(self):
         self._stage.client.says("the NFC daemon has left")
-        # No such button: what is on the screen stays there, and is told.
+        # The button does not exist: the screen stays the same, and is reported.
         self._stage.client.hears("press nothing")
         self._stage.client.says("screen: nothing")
 

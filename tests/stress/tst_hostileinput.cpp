@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 // What a tag, a peer or an installed file may say at its worst. The question must still be there to be
-// answered, and tell either what will be opened or by which application.
+// answered, and show either what will be opened or by which application.
 #include <ctime>
 #include <functional>
 #include <memory>
@@ -104,7 +104,7 @@ public:
     std::unique_ptr<MDialog> dialog;
 };
 
-// What a mebibyte of plain words takes until it is on the screen, in processor time.
+// The processor time of a mebibyte of plain words until it is on the screen.
 std::clock_t plainTime()
 {
     static const std::clock_t time = [] {

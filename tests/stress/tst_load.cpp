@@ -56,7 +56,7 @@ void shuffle(QList<T> &list)
 // Memory that belongs to this process alone and is in use, in bytes.
 qint64 privateMemory()
 {
-    // What the allocator keeps for later is no leak, and would hide one.
+    // Memory that the allocator keeps for later is not a leak, and would hide one.
     malloc_trim(0);
     QFile file(QStringLiteral("/proc/self/smaps_rollup"));
     if (!file.open(QFile::ReadOnly))

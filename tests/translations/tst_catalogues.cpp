@@ -19,7 +19,7 @@ struct Message
     QStringList forms; ///< By number, of a text that counts; such a text has no variants
     QString state;     ///< unfinished, vanished, obsolete; empty when the entry is fit for use
 
-    // What stands for the whole: the longest variant, or the form for many.
+    // The variant that stands for the whole: the longest one, or the form for many.
     QString text() const { return forms.isEmpty() ? variants.value(0) : forms.last(); }
 };
 
@@ -312,7 +312,7 @@ void TestCatalogues::whatCountsIsAskedForWithTheNumber_data()
     addCatalogues();
 }
 
-// A number that the catalogue is not told always takes the first form.
+// A number that the catalogue does not get always takes the first form.
 void TestCatalogues::whatCountsIsAskedForWithTheNumber()
 {
     QFETCH(QString, catalogue);

@@ -71,7 +71,7 @@ void TestNfcTranslations::languageOfTheLocaleIsInstalledWithQtsOwnTexts_data()
 {
     QTest::addColumn<QLocale>("locale");
     QTest::addColumn<QString>("open");
-    QTest::addColumn<QString>("cancelling");
+    QTest::addColumn<QString>("canceling");
     QTest::newRow("German") << QLocale(QStringLiteral("de_AT")) << QStringLiteral("Öffnen")
                             << QStringLiteral("Abbrechen");
     QTest::newRow("Finnish") << QLocale(QStringLiteral("fi_FI")) << QStringLiteral("Avaa")
@@ -88,7 +88,7 @@ void TestNfcTranslations::languageOfTheLocaleIsInstalledWithQtsOwnTexts()
     QCOMPARE(openButton(), QStringLiteral("qtn_nfc_tags_open"));
     QVERIFY(ConnUi::installTranslations(locale));
     QTEST(openButton(), "open");
-    QTEST(cancel(), "cancelling");
+    QTEST(cancel(), "canceling");
 }
 
 void TestNfcTranslations::textsAreFoundBesideAMovedLibrary()

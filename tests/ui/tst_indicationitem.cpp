@@ -160,7 +160,7 @@ void TestIndicationItem::placeFollowsFromAngleAndFactor()
     QCOMPARE(item->visibilityFactor(), factor);
     QVERIFY2((item->pos() - place).manhattanLength() < 0.01, qPrintable(QDebug::toString(item->pos())));
 
-    // What that means to the eye: so much of the banner is within the screen.
+    // The visible effect: this part of the banner is within the screen.
     const QRectF shown = item->sceneBoundingRect() & QRectF(QPointF(), window);
     const qreal visible = qMin(shown.width(), shown.height());
     QVERIFY2(qAbs(visible - height * qMax(factor, 0.0F)) < 0.01, qPrintable(QDebug::toString(shown)));

@@ -96,7 +96,7 @@ public:
         return output(QStringLiteral("xprop"), {QStringLiteral("-id"), id(), QStringLiteral("WM_HINTS")});
     }
 
-    // As the server tells it: size and place.
+    // As the server reports it: size and place.
     QString shape() const
     {
         return lineWith(
@@ -194,7 +194,7 @@ void TestNfcOverlayOnX11::clickBelowTheBannerReachesTheWindowBelow()
         if (banner.overlay.rect().contains(place))
             outside.append(place);
     QVERIFY(outside.size() > 1);
-    // What is within the strip is the banner's.
+    // Everything within the strip is the banner's.
     click(strip.center());
     for (const QPoint place : std::as_const(outside))
         click(place);

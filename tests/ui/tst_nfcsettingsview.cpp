@@ -469,7 +469,7 @@ void TestNfcSettingsView::powerThatIsNoLongerWantedIsNoFailure()
     NfcAdapter adapter;
     const Page page(&adapter);
     page.power->click();
-    daemon.setState(QStringLiteral("on")); // which it does not tell
+    daemon.setState(QStringLiteral("on")); // which it does not announce
     page.power->click();
     QCOMPARE(stateWritten(daemon), QVariantList({QStringLiteral("on"), QStringLiteral("off")}));
     daemon.setState(QStringLiteral("off"));

@@ -1012,7 +1012,7 @@ void TestNfcTagReadPermissionDialog::longUriCanBeScrolledToItsEnd()
     const MLabel *address = shown.labels().at(2);
     QCOMPARE(address->text(), QString::fromUtf8(uri));
 
-    // What a label inside of the part that scrolls has of its rectangle on screen.
+    // The visible part of the rectangle of a label inside of the part that scrolls.
     const auto seen = [&](const QGraphicsWidget *widget) {
         QRectF part = widget->mapRectToItem(shown.dialog, widget->rect());
         for (const QGraphicsItem *item = widget; item && item != shown.dialog; item = item->parentItem())

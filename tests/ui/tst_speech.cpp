@@ -340,7 +340,7 @@ void TestSpeech::bannerIsAnnounced()
     NfcOverlay overlay;
     overlay.showIndication();
     QVERIFY(reader->hears(QStringLiteral("object:announcement"), text("qtn_nfc_touched")));
-    // What is announced takes no focus.
+    // An announcement does not take the focus.
     QVERIFY(window->isActiveWindow());
 }
 

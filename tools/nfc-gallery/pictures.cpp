@@ -66,7 +66,7 @@ Widget *first(const QGraphicsItem *parent)
     return nullptr;
 }
 
-// Without an adapter the switches show what they are told.
+// Without an adapter the switches show the values that they are given.
 NfcSettingsView *newSettings(Power power)
 {
     auto *view = new NfcSettingsView(nullptr);
@@ -91,7 +91,7 @@ QPixmap settings(Power power)
     return pictureOf(&window);
 }
 
-// In flight mode, where the connection manager tells so, another question.
+// In flight mode, where the connection manager reports it, another question.
 QPixmap question()
 {
     MWindow window;
@@ -161,7 +161,7 @@ QPixmap banner(M::OrientationAngle angle, float visible)
 
 QList<Picture> pictures()
 {
-    // Slowly at last, for a time that remains to be told.
+    // Slowly at last, for a remaining time to be shown.
     const Report begin{1, 0};
     const Report before{2 * megabyte - 1000, 0};
     const Report middle{2 * megabyte, 20};

@@ -41,7 +41,8 @@ public:
      *
      * A device that BlueZ knows, be it from another adapter, is taken as it is. Any other is connected, or,
      * where BlueZ cannot connect by address, discovered; discovery stops with the outcome. It fails when
-     * there was no such device within 30 seconds, when the address is none, and when the adapter goes away.
+     * the device did not appear within 30 seconds, when the address is invalid, and when the adapter goes
+     * away.
      */
     void startCreatingDevice(const BluetoothDevice &device);
 

@@ -10,7 +10,7 @@
 namespace ConnUi {
 
 /**
- * Tells what kind a Bluetooth device is.
+ * Determines the kind of a Bluetooth device.
  */
 class CONNUI_BLUETOOTH_EXPORT BluetoothDeviceInfoUtils
 {

@@ -10,7 +10,7 @@
 
 namespace ConnUi::BlueZ {
 
-// Interface names to properties, and object paths to these: what the object manager tells.
+// Interface names to properties, and object paths to these: the reply of the object manager.
 using Interfaces = QMap<QString, QVariantMap>;
 using Objects = QMap<QDBusObjectPath, Interfaces>;
 

@@ -32,8 +32,8 @@ public:
      * Writes the card of \a contact into a new file that only the user can read, and returns that file,
      * closed.
      *
-     * The caller owns the object; deleting it removes the file. Where there is no such contact, or it cannot
-     * be copied, the file is empty and a warning says so. Never returns null.
+     * The caller owns the object; deleting it removes the file. Where the contact does not exist, or it
+     * cannot be copied, the file is empty and a warning says so. Never returns null.
      */
     static QTemporaryFile *createContactCardFile(const QString &contact);
 
@@ -55,8 +55,8 @@ public:
 
     /**
      * Reads the pictures in the card of \a contact: each the bytes of an image file, as the card has them, in
-     * their order and eight at most. None when there is no such contact. A picture that a card only refers to
-     * is not fetched.
+     * their order and eight at most. None when the contact does not exist. A picture that a card only refers
+     * to is not fetched.
      */
     static QByteArrayList contactPhotos(const QString &contact);
 

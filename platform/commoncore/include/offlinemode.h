@@ -10,7 +10,8 @@
 namespace ConnUi {
 
 /**
- * Tells whether the device is in offline (flight) mode, as the connection manager on the system bus sees it.
+ * Reports whether the device is in offline (flight) mode, as the connection manager on the system bus sees
+ * it.
  */
 class CONNUI_COMMON_CORE_EXPORT OfflineMode : public QObject
 {

@@ -10,7 +10,7 @@
 namespace ConnUi {
 
 /**
- * Tells whether the user wants a radio of the device on, and changes that wish.
+ * Reports whether the user wants a radio of the device on, and changes that wish.
  *
  * The wish is persistent and shared by all processes of the user: it is kept beside the connectivity
  * settings, under the same guarantees.

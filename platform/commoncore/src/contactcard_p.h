@@ -23,7 +23,7 @@ public:
     QString givenName() const { return name(1); }
     QString familyName() const { return name(0); }
 
-    // What the card is called otherwise: its formatted name, or the first of its organization, nickname, mail
+    // The name of the card otherwise: its formatted name, or the first of its organization, nickname, mail
     // address and telephone number.
     QString otherName() const;
 

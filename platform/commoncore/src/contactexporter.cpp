@@ -64,7 +64,7 @@ ContactCard readCard(const QString &path)
     return card;
 }
 
-// A copy's name tells the process that it belongs to.
+// A copy's name contains the process that it belongs to.
 QString copyPath(const QString &process)
 {
     return QDir::tempPath() + QStringLiteral("/contact-%1-XXXXXX.vcf").arg(process);

@@ -26,8 +26,8 @@ bool isRegular(int file)
 
 } // namespace
 
-// What is in the file's place is left as it is: the opening neither shortens it, nor follows a link, nor
-// waits for the other end of a pipe.
+// The opening leaves any object in the file's place unchanged: it neither shortens it, nor follows a link,
+// nor waits for the other end of a pipe.
 SettingsLock::SettingsLock(const QString &path)
     : file(open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC,
                 0600))

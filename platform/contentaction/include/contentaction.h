@@ -38,7 +38,7 @@ public:
 
     /**
      * Returns the default application for the content type of the local \a file, as far as its name and its
-     * content tell. Blocks to read the file's beginning. There is none for a file that does not exist.
+     * content show. Blocks to read the file's beginning. There is none for a file that does not exist.
      */
     static Action defaultActionForFile(const QUrl &file);
 

@@ -39,7 +39,7 @@ QString nameForScheme(const QString &uri)
                                     : nameOf(gio->g_app_info_get_default_for_uri_scheme(scheme.constData()));
 }
 
-// What has blanks in it is prose, be it "Tel: 030 123".
+// A text with blanks is prose, even "Tel: 030 123".
 bool isUri(const QString &text)
 {
     return std::none_of(

@@ -28,9 +28,9 @@ private:
     {
         QString flavor;
         bool sendPixmap;
-        // What is not announced yet, by the URI that the service knows.
+        // The requests without a result yet, by the URI that the service knows.
         QHash<QString, QUrl> items;
-        // The service's name for the request, as soon as it has told it.
+        // The service's handle for the request, as soon as it is known.
         std::optional<uint> handle;
     };
 
@@ -56,7 +56,7 @@ private:
     QMap<quint64, Request> requests;
     quint64 lastId = 0;
     uint lastHandle = 0;
-    // The service may fail before it has told the request's handle.
+    // The service may fail before it has returned the request's handle.
     int callsWithoutAnswer = 0;
     QHash<uint, QStringList> earlyErrors;
 };

@@ -38,7 +38,7 @@ public Q_SLOTS:
     void click();
 
 Q_SIGNALS:
-    /** The button was pressed. The dialog has been told already; a slot may delete it. */
+    /** The button was pressed. The dialog already knows; a slot may delete it. */
     void clicked();
     /** The button shows \a text now. */
     void textChanged(const QString &text);

@@ -31,8 +31,8 @@ public:
     MSceneManager *sceneManager() const;
 
     /**
-     * Tells users who do not see the screen \a text, once, when nothing else is being told. For news that
-     * stand in no place which has the focus.
+     * Announces \a text once to users who do not see the screen, when nothing else is being spoken. For news
+     * that stand in no place which has the focus.
      */
     void announce(const QString &text);
 

@@ -98,7 +98,7 @@ void MAccessible::introduce(QGraphicsWidget *sceneWindow)
     tell(sceneWindow, QAccessible::ObjectCreated);
     tell(sceneWindow, QAccessible::ObjectShow);
     QWidget *view = viewOf(sceneWindow);
-    // Who is told of the focus hears name and description with it.
+    // A screen reader speaks name and description when it follows the focus.
     if (!QAccessible::isActive() || !view || sceneWindow->hasFocus() || !qobject_cast<MDialog *>(sceneWindow))
         return;
     const QAccessibleInterface *question = QAccessible::queryAccessibleInterface(sceneWindow);

@@ -12,7 +12,7 @@ class QGraphicsWidget;
 class QWidget;
 
 /**
- * What assistive technology is told of this toolkit.
+ * The tree of this toolkit that assistive technology sees.
  *
  * The tree has windows, scene windows, and what in them says something or can be used; panels and layouts are
  * left out, and so is what stands below the scene window in front, since the user cannot reach it.
@@ -21,27 +21,28 @@ namespace MAccessible {
 
 /** How much an announcement may interrupt. */
 enum Politeness {
-    Polite = 1,    ///< It is told when nothing else is
-    Assertive = 2, ///< It is told at once
+    Polite = 1,    ///< It is spoken when nothing else is
+    Assertive = 2, ///< It is spoken at once
 };
 
 /** Lets Qt find the classes of this toolkit. Does nothing the second time. */
 void install();
 
-/** Tells of \a event of \a object if somebody listens. */
+/** Announces \a event of \a object if somebody listens. */
 void tell(QObject *object, QAccessible::Event event);
-/** Tells that the value of \a object is \a value now. */
+/** Announces that the value of \a object is \a value now. */
 void tellValue(QObject *object, int value);
-/** Tells that a switch, \a object, is on or off now. */
+/** Announces that a switch, \a object, is on or off now. */
 void tellChecked(QObject *object);
 
 /** Says \a text on behalf of \a object. */
 void announce(QObject *object, const QString &text, Politeness politeness);
 
-/** Tells of \a event of a row of \a list. */
+/** Announces \a event of a row of \a list. */
 void tellRow(QObject *list, int row, QAccessible::Event event);
 
-/** Tells of a page or question that has appeared: what a question says at once, unless it has the focus. */
+/** Announces a page or question that has appeared: the text of a question at once, unless it has the focus.
+ */
 void introduce(QGraphicsWidget *sceneWindow);
 
 /** Returns whether \a widget is in the tree itself. */

@@ -76,7 +76,7 @@ QAccessible::State MAccessibleWindow::state() const
 {
     QAccessible::State state = QAccessibleWidget::state();
     state.active = widget()->isActiveWindow();
-    // What stands in it takes the keys.
+    // The object in it takes the keys.
     state.focusable = false;
     state.focused = false;
     return state;

@@ -22,7 +22,7 @@ void MAccessible::announce(QObject *object, const QString &text, Politeness poli
 
 #else
 
-// Qt has announcements from 6.8 on. The bus that it tells everything else on has known them for longer, and
+// Qt has announcements from 6.8 on. The bus that it reports everything else on has known them for longer, and
 // this is the connection that Qt has to it.
 void MAccessible::announce(QObject *object, const QString &text, Politeness politeness)
 {

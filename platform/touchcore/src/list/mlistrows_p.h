@@ -92,7 +92,7 @@ private:
     void paintMark(QPainter *painter, const QRectF &row);
 
     QPointer<QAbstractItemModel> itemModel;
-    // Whoever lets it select something keeps it until its signals are through.
+    // The caller that lets it select something keeps it until its signals are through.
     std::shared_ptr<QItemSelectionModel> itemSelection;
     std::unique_ptr<MCellCreator> cellCreator;
     MWidgetRecycler recycler;

@@ -61,8 +61,8 @@ std::optional<Stamp> stampOf(const QEvent *event)
     }
 }
 
-// Windowing systems count from beginnings of their own. The event that came with the least delay tells how
-// far they are from our clock's.
+// Each windowing system counts from another beginning. The event with the least delay shows how far it is
+// from our clock's.
 std::array<std::optional<qint64>, Stamp::Count> &offsets()
 {
     static std::array<std::optional<qint64>, Stamp::Count> offsets;

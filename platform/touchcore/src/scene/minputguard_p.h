@@ -29,7 +29,7 @@ public:
 
     explicit MInputGuard(MDialogPrivate *dialog);
 
-    /** Lets \a clock tell the time to all of them. */
+    /** Makes all of them use \a clock. */
     static void setClock(const Clock &clock);
 
     int delay() const { return wanted; }

@@ -55,7 +55,7 @@ bool MScene::event(QEvent *event)
             return QGraphicsScene::event(event);
         endPresses();
     }
-    // Whoever goes on tapping or typing has not seen yet what appeared below the finger.
+    // A user who goes on tapping or typing has not yet seen what appeared below the finger.
     guard->restart();
     event->accept();
     return true;

@@ -130,13 +130,13 @@ void MSceneWindow::keyPressEvent(QKeyEvent *event)
 
 void MSceneWindow::mousePressEvent(QGraphicsSceneMouseEvent *event)
 {
-    // Whatever stands below is out of reach.
+    // The windows below are out of reach.
     event->accept();
 }
 
 bool MSceneWindow::sceneEvent(QEvent *event)
 {
-    // What stands below cannot be scrolled either. Not in wheelEvent(), which is virtual in the second base
+    // The windows below cannot be scrolled either. Not in wheelEvent(), which is virtual in the second base
     // only: overriding it would add a place to the virtual table of every dialog that programs derive from.
     if (event->type() != QEvent::GraphicsSceneWheel)
         return MWidget::sceneEvent(event);

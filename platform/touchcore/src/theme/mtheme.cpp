@@ -194,7 +194,7 @@ void MThemePrivate::warnIfMissing(const QString &id)
 QSize MThemePrivate::naturalSize(const QIcon &icon, const QString &id) const
 {
     const MStyle *own = style(id);
-    // Qt reads all of an icon's files to tell.
+    // Qt reads all of an icon's files to find out.
     const QList<QSize> sizes = own ? QList<QSize>() : icon.availableSizes();
     if (!sizes.isEmpty()) {
         return *std::max_element(

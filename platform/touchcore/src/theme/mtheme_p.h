@@ -40,7 +40,7 @@ public:
     /** Returns the icon of somebody else with the theme id or absolute path \a id, or a null one. */
     QIcon findForeignIcon(const QString &id);
 
-    /** Logs, once for each id, that there is no picture with the theme id or absolute path \a id, if so. */
+    /** Logs, once for each id, when the theme id or absolute path \a id does not lead to a picture. */
     void warnIfMissing(const QString &id);
 
     /**
