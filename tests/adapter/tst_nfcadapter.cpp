@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
+#include <optional>
 
 #include <QDBusArgument>
 #include <QMetaMethod>
@@ -41,6 +42,7 @@ private Q_SLOTS:
     void failedSetPoweredIsLoggedAndKeepsTheCache();
     void setPoweredWritesState_data();
     void setPoweredWritesState();
+    void radioIsSwitchedBeforeTheDaemonIsAsked();
     void propertyChangedKeepsTheCacheCurrent();
     void propertyChangedBeforeTheFirstReadDoesNotReplaceIt();
     void otherPropertiesChangeSilently();
@@ -270,6 +272,33 @@ void TestNfcAdapter::setPoweredWritesState()
     QCOMPARE(calls.constFirst().arguments.value(0).toString(), QStringLiteral("State"));
     const QVariant value = calls.constFirst().arguments.value(1).value<QDBusVariant>().variant();
     QCOMPARE(value, QVariant(state));
+}
+
+namespace {
+
+// Whether the radio was on when the daemon's refusal was logged.
+std::optional<bool> radioAtTheRefusal;
+
+void noteRadio(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    if (message == QLatin1String("SetProperty returned error 'com.tavix.nfc.Busy': in use"))
+        radioAtTheRefusal = RadioState(RadioState::NFC).enabled();
+}
+
+} // namespace
+
+void TestNfcAdapter::radioIsSwitchedBeforeTheDaemonIsAsked()
+{
+    FakeDaemon daemon;
+    daemon.fail(QStringLiteral("SetProperty"), QStringLiteral("com.tavix.nfc.Busy"),
+                QStringLiteral("in use"));
+    daemon.start();
+    NfcAdapter adapter;
+    radioAtTheRefusal.reset();
+    const QtMessageHandler former = qInstallMessageHandler(noteRadio);
+    adapter.setPowered(true);
+    qInstallMessageHandler(former);
+    QCOMPARE(radioAtTheRefusal, std::optional<bool>(true));
 }
 
 void TestNfcAdapter::propertyChangedKeepsTheCacheCurrent()

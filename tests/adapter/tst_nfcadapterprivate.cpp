@@ -23,6 +23,25 @@ using ConnUi::RadioState;
 
 using AdapterPointer = std::unique_ptr<NfcAdapter>;
 
+// Collects warnings, in their order, instead of the test's own handler.
+class WarningLog
+{
+public:
+    WarningLog() : former(qInstallMessageHandler(append)) { messages.clear(); }
+    ~WarningLog() { qInstallMessageHandler(former); }
+    Q_DISABLE_COPY_MOVE(WarningLog)
+
+    inline static QStringList messages;
+
+private:
+    static void append(QtMsgType, const QMessageLogContext &, const QString &message)
+    {
+        messages.append(message);
+    }
+
+    const QtMessageHandler former;
+};
+
 class TestNfcAdapterPrivate : public QObject
 {
     Q_OBJECT
@@ -71,6 +90,9 @@ private Q_SLOTS:
     void brokenBindingStartsNoDaemon();
     void failedBindKeepsTheBrokenMark();
     void brokenMarkOutlivesTheBinding();
+    void brokenDaemonIsMarkedBeforeItsEndIsAnnounced();
+    void bindIsAnnouncedBeforeTheBrokenMarkGoes();
+    void stopIsLoggedBeforeTheMark();
 
     void listenersHearInTheOrderOfCreation_data();
     void listenersHearInTheOrderOfCreation();
@@ -721,6 +743,55 @@ void TestNfcAdapterPrivate::brokenMarkOutlivesTheBinding()
     adapter.reset(NfcAdapter::defaultAdapter());
     QVERIFY(!adapter->isValid());
     QCOMPARE(daemon.members(), QStringList());
+}
+
+void TestNfcAdapterPrivate::brokenDaemonIsMarkedBeforeItsEndIsAnnounced()
+{
+    radio->setEnabled(true);
+    FakeDaemon daemon;
+    daemon.start();
+    const NfcAdapter adapter;
+    QList<bool> broken;
+    QList<bool> radioOn;
+    connect(&adapter, &NfcAdapter::adapterInvalid, this, [&] {
+        broken.append(NfcAdapterPrivate::adapterBroken);
+        radioOn.append(radio->enabled());
+    });
+    sawBroken(0);
+    daemon.stop();
+    QTRY_COMPARE(broken, QList<bool>{true});
+    QCOMPARE(radioOn, QList<bool>{false});
+}
+
+void TestNfcAdapterPrivate::bindIsAnnouncedBeforeTheBrokenMarkGoes()
+{
+    NfcAdapterPrivate::adapterBroken = true;
+    const NfcAdapter adapter;
+    QList<bool> broken;
+    connect(&adapter, &NfcAdapter::adapterValid, this,
+            [&] { broken.append(NfcAdapterPrivate::adapterBroken); });
+    FakeDaemon daemon;
+    daemon.start();
+    QTRY_COMPARE(broken, QList<bool>{true});
+    QVERIFY(!NfcAdapterPrivate::adapterBroken);
+}
+
+void TestNfcAdapterPrivate::stopIsLoggedBeforeTheMark()
+{
+    radio->setEnabled(true);
+    FakeDaemon daemon;
+    daemon.start();
+    const NfcAdapter adapter;
+    QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
+    // Expected messages may come in any order: those that come are collected here.
+    const WarningLog log;
+    daemon.stop();
+    QTRY_COMPARE(invalid.count(), 1);
+    QCOMPARE(
+        WarningLog::messages,
+        QStringList({QStringLiteral("NfcAdapterPrivate: nfcd stopped 0 msec after launch when adapter is "
+                                    "powered"),
+                     QStringLiteral("NfcAdapterPrivate: marking adapter as broken")}));
 }
 
 void TestNfcAdapterPrivate::eachSignal()

@@ -64,11 +64,15 @@ void TestNfcHandoverRequestor::callsAreAcceptedAndDoNothing()
     QSignalSpy selected(&adapter, &NfcAdapter::handoverCarrierSelected);
     QSignalSpy completed(&adapter, &NfcAdapter::handoverCompleted);
     QSignalSpy failed(&adapter, &NfcAdapter::handoverFailed);
+    QSignalSpy changed(&adapter, &NfcAdapter::propertyChanged);
+    QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
+    QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
     const FakeReply reply = callRequestor(daemon, QString::fromLatin1(QTest::currentDataTag()), arguments);
     QCOMPARE(reply.id, 1);
     QCOMPARE(reply.error, QString());
     QCOMPARE(reply.arguments, QVariantList());
     QCOMPARE(started.count() + selected.count() + completed.count() + failed.count(), 0);
+    QCOMPARE(changed.count() + valid.count() + invalid.count(), 0);
     QCOMPARE(daemon.members(), QStringList(QStringLiteral("DefaultAdapter")));
 }
 

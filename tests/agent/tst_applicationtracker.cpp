@@ -40,6 +40,7 @@ private Q_SLOTS:
     void fourthArgumentIsConverted();
     void furtherArgumentsAreIgnored();
     void constructionWaitsForTheAnswer();
+    void notificationsAreConnectedBeforeTheSubscription();
     void shortReplyIsNoSubscription_data();
     void shortReplyIsNoSubscription();
     void errorReplyIsNoSubscription();
@@ -51,6 +52,7 @@ private Q_SLOTS:
     void notificationOfAnotherFormIsIgnored();
     void notificationOfAnotherServiceIsIgnored();
     void unsubscribesOnceWithZero();
+    void endWaitsForTheAnswer();
     void endWithoutPolicyDaemonIsQuiet();
     void notificationAfterTheEndIsIgnored();
     void asksForNoIntrospection();
@@ -142,6 +144,17 @@ void TestApplicationTracker::constructionWaitsForTheAnswer()
     const ApplicationTracker tracker;
     QVERIFY(time.elapsed() >= 190);
     QCOMPARE(tracker.currentForegroundApplicationPid(), 1234U);
+}
+
+void TestApplicationTracker::notificationsAreConnectedBeforeTheSubscription()
+{
+    BusMonitor monitor;
+    const ApplicationTracker tracker;
+    const QStringList calls = monitor.takeCalls();
+    const auto addMatch = QStringLiteral("org.freedesktop.DBus.AddMatch");
+    QVERIFY(calls.contains(addMatch));
+    QVERIFY2(calls.lastIndexOf(addMatch) < calls.indexOf(ohmInterface + QLatin1String(".Subscribe")),
+             qPrintable(calls.join(QLatin1Char(' '))));
 }
 
 void TestApplicationTracker::shortReplyIsNoSubscription_data()
@@ -260,6 +273,16 @@ void TestApplicationTracker::unsubscribesOnceWithZero()
     QCOMPARE(call.arguments, QVariantList{0});
     QCOMPARE(call.path, ohmPath);
     QCOMPARE(call.interface, ohmInterface);
+}
+
+void TestApplicationTracker::endWaitsForTheAnswer()
+{
+    auto tracker = std::make_unique<ApplicationTracker>();
+    ohm->delay(QStringLiteral("Unsubscribe"), 200);
+    QElapsedTimer time;
+    time.start();
+    tracker.reset();
+    QVERIFY(time.elapsed() >= 190);
 }
 
 void TestApplicationTracker::endWithoutPolicyDaemonIsQuiet()

@@ -111,8 +111,10 @@ private Q_SLOTS:
     void anyDataArrives_data();
     void anyDataArrives();
     void launchWaitsForTheAnswer();
+    void failureIsLoggedAndLaunchedAllTheSame_data();
     void failureIsLoggedAndLaunchedAllTheSame();
     void handlerThatDiesIsLaunchedAllTheSame();
+    void handlerThatIsNotThereIsLaunchedAllTheSame_data();
     void handlerThatIsNotThereIsLaunchedAllTheSame();
     void failureOnTheSystemBusIsLogged();
     void handlerIsStartedOnDemand();
@@ -460,15 +462,21 @@ void TestNdefMessageHandler::launchWaitsForTheAnswer()
     QCOMPARE(handlerCalls(monitor), (QStringList{dataCall, launchCall}));
 }
 
+void TestNdefMessageHandler::failureIsLoggedAndLaunchedAllTheSame_data()
+{
+    dataGoesToTheBusOfTheHandler_data();
+}
+
 void TestNdefMessageHandler::failureIsLoggedAndLaunchedAllTheSame()
 {
+    QFETCH(QString, busType);
     FakeHandler application;
     application.fail(ndefData, QStringLiteral("org.example.Error.Full"),
                      QStringLiteral("no %s left, K\u00f6pfe"));
     application.start();
     QTest::ignoreMessage(QtWarningMsg,
                          warning(QStringLiteral("org.example.Error.Full no %s left, K\u00f6pfe")));
-    handler().forwardData(target, QByteArray());
+    handler(busType).forwardData(target, QByteArray());
     passFence(QDBusConnection::sessionBus(), viewer);
     QCOMPARE(application.members(), (QStringList{ndefData, launch, QStringLiteral("Fence")}));
 }
@@ -487,13 +495,19 @@ void TestNdefMessageHandler::handlerThatDiesIsLaunchedAllTheSame()
     QCOMPARE(handlerCalls(monitor), (QStringList{dataCall, launchCall}));
 }
 
+void TestNdefMessageHandler::handlerThatIsNotThereIsLaunchedAllTheSame_data()
+{
+    dataGoesToTheBusOfTheHandler_data();
+}
+
 void TestNdefMessageHandler::handlerThatIsNotThereIsLaunchedAllTheSame()
 {
+    QFETCH(QString, busType);
     BusMonitor monitor(QDBusConnection::sessionBus());
     QTest::ignoreMessage(
         QtWarningMsg, warning(QStringLiteral("org.freedesktop.DBus.Error.ServiceUnknown The name "
                                              "org.example.Viewer was not provided by any .service files")));
-    handler().forwardData(target, QByteArray());
+    handler(busType).forwardData(target, QByteArray());
     QCOMPARE(handlerCalls(monitor), (QStringList{dataCall, launchCall}));
 }
 

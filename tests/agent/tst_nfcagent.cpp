@@ -170,6 +170,7 @@ private Q_SLOTS:
     void impossibleErrorNameBecomesRejected();
     void emptyErrorNameGrants();
     void bothSharingRequestsAreOfOneType();
+    void rejectedDeviceMayBeWhatIsSharedWith();
     void sharingIsMatchedByContent();
     void sharingInfoMatchesAfterTheClientReadIt();
     void everyTypeOfInfoIsFoundAgain_data();
@@ -581,6 +582,15 @@ void TestNfcAgent::bothSharingRequestsAreOfOneType()
     agent->rejectSharing(info);
     QTRY_COMPARE(daemon->answers, (QStringList{QStringLiteral("permission: granted"),
                                                QStringLiteral("selection: ") + rejected}));
+}
+
+void TestNfcAgent::rejectedDeviceMayBeWhatIsSharedWith()
+{
+    const QSignalSpy requested(agent.get(), &NfcAgent::sharingSelectionRequested);
+    daemon->select("selection", agent->path(), target);
+    QTRY_COMPARE(requested.count(), 1);
+    agent->rejectDevice(QDBusObjectPath(target));
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("selection: ") + rejected});
 }
 
 void TestNfcAgent::sharingIsMatchedByContent()

@@ -114,6 +114,8 @@ private Q_SLOTS:
     void daemonThatHangsWhileComingIsWaitedFor();
     void daemonThatHangsWhileSwitchingIsWaitedFor();
     void startThatFailsIsToldAfter20Seconds();
+    void everyPressInTheFlightModeQuestionSwitchesOn_data();
+    void everyPressInTheFlightModeQuestionSwitchesOn();
 
     void settingThatCannotBeStoredGoesBack();
     void settingStoredElsewhereAppears();
@@ -287,6 +289,35 @@ void TestNfcSettings::startThatFailsIsToldAfter20Seconds()
     QVERIFY2(clock.elapsed() >= 20000, qPrintable(QString::number(clock.elapsed())));
     settings.say(QStringLiteral("press OK"));
     QVERIFY(settings.shows(off));
+}
+
+void TestNfcSettings::everyPressInTheFlightModeQuestionSwitchesOn_data()
+{
+    QTest::addColumn<QString>("press");
+    QTest::newRow("yes") << QStringLiteral("press Yes");
+    QTest::newRow("no") << QStringLiteral("press No");
+}
+
+void TestNfcSettings::everyPressInTheFlightModeQuestionSwitchesOn()
+{
+    QFETCH(QString, press);
+    FakeService connectionManager(QDBusConnection::SystemBus, QStringLiteral("net.connman"));
+    connectionManager.reply(QStringLiteral("GetProperties"),
+                            {QVariantMap{{QStringLiteral("OfflineMode"), true}}});
+    connectionManager.start();
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    daemon.start();
+    Settings settings;
+    QVERIFY(settings.shows(off));
+    settings.say(pressNfc);
+    QVERIFY(settings.shows(QStringLiteral(
+        "screen: Flight mode is on | Switch on NFC while flight mode stays on? | [Yes] | [No]")));
+    QCOMPARE(daemon.calls(QStringLiteral("SetProperty")).size(), 0);
+    settings.say(press);
+    QVERIFY(settings.shows(busy));
+    QTRY_COMPARE(daemon.calls(QStringLiteral("SetProperty")).size(), 1);
+    QCOMPARE(settings.errors(), QString());
 }
 
 void TestNfcSettings::settingThatCannotBeStoredGoesBack()

@@ -54,6 +54,7 @@ public:
 
     QString size() const { return textOf(QStringLiteral("CommonItemInfo")); }
     QString sender() const { return textOf(QStringLiteral("CommonTitle")); }
+    QStringList times() const { return shownTexts<MLabel>(&sheet).filter(QStringLiteral(" remaining")); }
     MProgressIndicator *bar() const
     {
         return styled<MProgressIndicator>(&sheet, QStringLiteral("CommonProgressBarInverted"));
@@ -122,6 +123,7 @@ private Q_SLOTS:
     void timeIsWrittenByItsLength();
     void invalidTimeIsLogged();
 
+    void progressOfAShownSheetTellsTheTimeLeft();
     void firstReportStartsTheClock();
     void everyReportStartsTheClockAnew();
     void reportAfterZeroStartsTheClock();
@@ -530,6 +532,19 @@ void TestNfcFileReceiveSheet::invalidTimeIsLogged()
     QTest::ignoreMessage(QtWarningMsg, "NfcFileReceiveSheet: Invalid time");
     calculation.d.setTimeRemaining(QTime());
     QCOMPARE(calculation.d.timeLabel->text(), QStringLiteral("01:00 remaining"));
+}
+
+void TestNfcFileReceiveSheet::progressOfAShownSheetTellsTheTimeLeft()
+{
+    Shown shown;
+    QVERIFY(shown.ready);
+    shown.sheet.setProgress({}, 1000, 9000);
+    QCOMPARE(shown.times(), QStringList());
+    QElapsedTimer clock;
+    clock.start();
+    QTRY_VERIFY(clock.elapsed() > 1);
+    shown.sheet.setProgress({}, 2000, 9000);
+    QTRY_COMPARE(shown.times().size(), 1);
 }
 
 void TestNfcFileReceiveSheet::firstReportStartsTheClock()

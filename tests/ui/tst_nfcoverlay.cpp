@@ -96,6 +96,7 @@ private Q_SLOTS:
     void bannerComesAndGoesTwice();
     void overlayMayGoInMidSlide();
     void wholeIndicationInRealTime();
+    void bannerStaysForTwoSecondsAfterTheLastIndication();
 
     void maskIsTheStrip_data();
     void maskIsTheStrip();
@@ -412,6 +413,18 @@ void TestNfcOverlay::wholeIndicationInRealTime()
     QVERIFY2(clock.elapsed() >= holdTime, qPrintable(QString::number(clock.elapsed())));
     QTRY_VERIFY(banner.isHidden());
     QVERIFY2(clock.elapsed() >= holdTime + slideTime - frame, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestNfcOverlay::bannerStaysForTwoSecondsAfterTheLastIndication()
+{
+    Banner banner;
+    QVERIFY(banner.display());
+    QTRY_VERIFY(banner.d->timer->remainingTime() < holdTime / 2);
+    QElapsedTimer clock;
+    clock.start();
+    banner.overlay.showIndication();
+    QTRY_VERIFY_WITH_TIMEOUT(banner.isSlidingOut(), 60000);
+    QVERIFY2(clock.elapsed() >= holdTime, qPrintable(QString::number(clock.elapsed())));
 }
 
 void TestNfcOverlay::maskIsTheStrip_data()

@@ -161,6 +161,7 @@ private Q_SLOTS:
     void leavingDaemonKeepsTheWatch();
     void absentDaemonIsStarted();
     void daemonThatCannotBeStartedFails();
+    void startedDaemonWithoutPowerFails();
     void lackOfPowerFails();
     void powerThatWasNotReportedIsNoFailure();
     void powerThatIsNoLongerWantedIsNoFailure();
@@ -420,6 +421,33 @@ void TestNfcSettingsView::daemonThatCannotBeStartedFails()
     page.letTimePass();
     QVERIFY(page.isOff());
     QCOMPARE(page.dialogs().size(), 1);
+}
+
+void TestNfcSettingsView::startedDaemonWithoutPowerFails()
+{
+    FakeDaemon daemon;
+    daemon.setState(QStringLiteral("off"));
+    // The daemon as scripted, rather than a fresh one.
+    daemon.makeActivatable(
+        QStringLiteral("/usr/bin/dbus-send --bus=%1 --print-reply --dest=org.connui.fake.com.tavix.nfc / "
+                       "org.connui.FakeService.Own")
+            .arg(qEnvironmentVariable("DBUS_SYSTEM_BUS_ADDRESS")));
+    NfcAdapter adapter;
+    const Page page(&adapter);
+    page.power->click();
+    QVERIFY(page.isStarting());
+    QTRY_VERIFY(adapter.isValid());
+    QVERIFY(!page.power->isChecked());
+    QVERIFY(!page.row->showProgressIndicator());
+    QVERIFY(page.isWatched());
+    QCOMPARE(page.watchdog->interval(), 20000);
+    QCOMPARE(stateWritten(daemon), QVariantList());
+
+    page.letTimePass();
+    QVERIFY(page.isOff());
+    QCOMPARE(page.dialogs().size(), 1);
+    QCOMPARE(shownTexts<MLabel>(page.dialogs().constFirst()).value(0),
+             QStringLiteral("NFC is not available"));
 }
 
 void TestNfcSettingsView::lackOfPowerFails()
