@@ -13,6 +13,7 @@
 #include <QProcess>
 #include <QRandomGenerator>
 #include <QStandardPaths>
+#include <QThread>
 #include <QtTest>
 
 #include <ConnectivitySettings>
@@ -135,6 +136,7 @@ private Q_SLOTS:
     void fullDiskKeepsTheOldValue();
     void heldLockEndsTheWriteInTime();
     void otherProcessSeesTheValueAtItsNextRead();
+    void writerInALoopLetsOthersIn();
     void twoProcessesLoseNothing();
     void killedWriterLeavesOldOrNewValue();
 };
@@ -462,6 +464,23 @@ void TestConnectivitySettings::otherProcessSeesTheValueAtItsNextRead()
     Writer writer(settingKey, 3);
     QVERIFY(writer.process.waitForFinished());
     QCOMPARE(settings.get(settingKey), QVariant(qlonglong(3)));
+}
+
+void TestConnectivitySettings::writerInALoopLetsOthersIn()
+{
+    // A slow disk: the lock is nearly always held.
+    synced = [](int) { QThread::msleep(20); };
+    const auto deaf = qScopeGuard([] { synced = [](int) {}; });
+    ConnectivitySettings settings(1);
+    Writer other(QStringLiteral("other"), 1);
+    int written = 0;
+    while (other.process.state() != QProcess::NotRunning) {
+        settings.set(QStringLiteral("own"), ++written);
+        QCoreApplication::processEvents();
+    }
+    QCOMPARE(other.process.readAllStandardError(), QByteArray());
+    QCOMPARE(settings.get(QStringLiteral("other")), QVariant(qlonglong(1)));
+    QCOMPARE(settings.get(QStringLiteral("own")), QVariant(qlonglong(written)));
 }
 
 void TestConnectivitySettings::twoProcessesLoseNothing()

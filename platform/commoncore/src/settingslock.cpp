@@ -16,12 +16,20 @@ namespace ConnUi {
 namespace {
 
 constexpr int lockTimeout = 2000; // ms
-constexpr int lockRetry = 5;      // ms
+constexpr int lockRetry = 1;      // ms
 
 bool isRegular(int file)
 {
     struct stat status;
     return fstat(file, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// Until when others, who look every lockRetry, are let in first. A program that writes on and on would keep
+// them out for as long as it does.
+QDeadlineTimer &turnOfOthers()
+{
+    static QDeadlineTimer deadline;
+    return deadline;
 }
 
 } // namespace
@@ -40,6 +48,7 @@ SettingsLock::SettingsLock(const QString &path)
         failure = QStringLiteral("not a file");
         return;
     }
+    QThread::msleep(ulong(turnOfOthers().remainingTime()));
     const QDeadlineTimer deadline(lockTimeout);
     while (flock(file, LOCK_EX | LOCK_NB) != 0) {
         if ((errno != EWOULDBLOCK && errno != EINTR) || deadline.hasExpired()) {
@@ -52,8 +61,10 @@ SettingsLock::SettingsLock(const QString &path)
 
 SettingsLock::~SettingsLock()
 {
-    if (file >= 0)
-        close(file);
+    if (file < 0)
+        return;
+    close(file);
+    turnOfOthers().setRemainingTime(2 * lockRetry, Qt::PreciseTimer);
 }
 
 } // namespace ConnUi
