@@ -18,8 +18,8 @@ class NfcPendingCall;
 /**
  * Knows the process id of the application in the foreground, as the policy daemon reports it.
  *
- * The policy daemon is "org.freedesktop.ohm" on the system bus. Handlers share one tracker that lives
- * as long as any of them; there is no need to make another.
+ * The policy daemon is "org.freedesktop.ohm" on the system bus. Handlers share one tracker that exists as
+ * long as any of them; another one is not needed.
  */
 class CONNUI_NFC_EXPORT ApplicationTracker : public QObject
 {
@@ -27,11 +27,11 @@ class CONNUI_NFC_EXPORT ApplicationTracker : public QObject
 
 public:
     /**
-     * Subscribes to the policy daemon's news.
+     * Subscribes to the policy daemon's notifications.
      *
-     * Blocks until it has answered, at most the bus's default reply timeout of 25 seconds. When it cannot be
-     * reached, "ApplicationTracker: Unable to subscribe to track applications" is logged, and the process id
-     * stays 0 until the first news.
+     * Blocks until the daemon has replied, at most D-Bus's default reply timeout of 25 seconds. When the
+     * daemon cannot be reached, "ApplicationTracker: Unable to subscribe to track applications" is logged,
+     * and the process id stays 0 until the first notification.
      */
     explicit ApplicationTracker(QObject *parent = nullptr);
 
@@ -39,8 +39,8 @@ public:
      * Subscribes for the whole process without waiting, until \a holder is deleted, and ends without waiting,
      * too.
      *
-     * Handlers made meanwhile use this subscription instead of making one of their own and waiting for it.
-     * The call finishes when the policy daemon has answered; a failure is logged like the constructor's.
+     * Handlers that are created in the meantime use this subscription and do not block. The call finishes
+     * when the policy daemon has replied; a failure is logged like the constructor's.
      */
     static NfcPendingCall *subscribeAsync(QObject *holder);
 

@@ -36,7 +36,7 @@ public:
     float visibilityFactor() const;
 
     /**
-     * Moves the banner to where \a factor of it is in view.
+     * Moves the banner so that \a factor of it is in view.
      *
      * The item must be in a scene that an MWindow with a scene manager shows; otherwise it keeps its place,
      * with the warning "IndicationItem: setting orientation when not yet in view!" or "IndicationItem: Unble

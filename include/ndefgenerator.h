@@ -31,13 +31,14 @@ class CONNUI_NFC_EXPORT NDEFGenerator : public QObject
 
 public:
     /**
-     * A URI, or a MIME type with its data, that awaits encoding. A value: a copy is deep, and a record that
-     * has been moved from is empty.
+     * A URI, or a MIME type with its data, that awaits encoding. It is a value type: copies are deep, and a
+     * moved-from record is empty.
      */
     class CONNUI_NFC_EXPORT Record
     {
     public:
-        /** Makes a record of a URI. Any text is taken; an empty one makes a record that encodes to nothing.
+        /** Makes a record of a URI. Any text is accepted; an empty one makes a record that encodes to
+         * nothing.
          */
         Record(const QString &uri);
 
@@ -77,7 +78,7 @@ public:
          * Returns whether both records have the same URI, or else the same MIME type and data.
          *
          * Since only one of the two is ever set, any two URI records are equal, any two MIME records are
-         * equal, and a record with nothing in it equals every other. NDEFGenerator::data() marks the
+         * equal, and an empty record equals every other. NDEFGenerator::data() marks the
          * message's begin and end by this.
          */
         bool operator==(const Record &other) const;
@@ -102,17 +103,16 @@ public:
     void clear();
 
     /**
-     * Returns the message, in time linear in its size; empty when there is no record that can be written.
+     * Returns the message, in time linear in its size; empty when no record can be written.
      *
      * Every record that equals the first one carries the flag Message Begin and every record that equals the
-     * last one Message End, so both stand on every record of a message that is all URIs or all MIME data. A
-     * MIME record with data but no type is left out with a warning, one that is empty altogether without.
+     * last one Message End, so a message of only URIs or only MIME data has both flags on every record. A
+     * MIME record with data but without a type is omitted with a warning, an empty one without.
      *
      * Nothing is ever split into chunks or given an ID. The type's length is written as one byte even where
      * the type is longer than 255 bytes.
      *
-     * Other decoders stop at the first Message End: of several URIs they read one. For them there is
-     * message().
+     * Other decoders stop at the first Message End and read only one of several URIs. Use message() for them.
      */
     QByteArray data() const;
 
@@ -120,12 +120,12 @@ public:
      * Returns a message that every decoder reads, in time linear in its size; empty when there is none.
      *
      * The first record alone carries the flag Message Begin and the last alone Message End. URIs are
-     * abbreviated by all 35 codes of the NFC Forum's URI Record Type Definition, the longest beginning that
+     * abbreviated by all 35 codes of the NFC Forum's URI Record Type Definition, with the longest prefix that
      * fits. Nothing is split into chunks or given an ID.
      *
-     * There is no message without a record, nor when a record is empty, has data without a MIME type, a type
-     * that is not two names around one "/" as RFC 2045 has it, or something longer than the format can say:
-     * 255 bytes of type, 4 GiB of payload. Then \a error, where given, says why, and which record it is,
+     * The result is empty without records, and when a record is empty, has data without a MIME type, a type
+     * that is not two names around one "/" as in RFC 2045, or exceeds a limit of the format: 255 bytes of
+     * type, 4 GiB of payload. Then \a error, if given, contains the reason and the number of the record,
      * counted from 1; otherwise it becomes empty. The text is for the log and for developers. Nothing is
      * logged.
      */

@@ -23,12 +23,12 @@ class NfcPendingCall;
  * The daemon sends a list of handlers with every data delivery. On the wire a handler is the structure
  * (ssos): bus type, service, object path, application id.
  *
- * While any handler lives, the process follows the application in the foreground (ApplicationTracker). Making
- * the first handler of a process therefore blocks until the policy daemon has answered on the system bus, at
- * most 25 seconds, and so does deleting the last; ApplicationTracker::subscribeAsync() beforehand prevents
- * both. Handlers live on the thread that runs the application's
- * event loop; a program that sends handlers marshals them into a QDBusArgument first, because one left in an
- * outgoing message would die on another thread.
+ * While any handler exists, the process follows the application in the foreground (ApplicationTracker).
+ * Creating the first handler of a process therefore blocks until the policy daemon has replied on the system
+ * bus, at most 25 seconds, and so does deleting the last; an earlier call of
+ * ApplicationTracker::subscribeAsync() prevents both. Handlers live on the thread that runs the application's
+ * event loop; a program that sends handlers marshals them into a QDBusArgument first, because a handler left
+ * in an outgoing message would be destroyed on another thread.
  */
 class CONNUI_NFC_EXPORT NdefMessageHandler
 {
@@ -55,8 +55,8 @@ public:
     virtual ~NdefMessageHandler();
 
     /**
-     * Returns whether both name the same handler: the same bus type, service and path, letter case
-     * included. The application id does not count.
+     * Returns whether both name the same handler: the same bus type, service and path, case included. The
+     * application id is not compared.
      */
     bool operator==(const NdefMessageHandler &other) const;
 
@@ -75,20 +75,19 @@ public:
     /**
      * Returns whether the handler's service belongs to the application in the foreground.
      *
-     * Blocks on the handler's bus (busType()), not on the handler, at most 25 seconds. False when the service
-     * is not there, or when nothing is known of the foreground.
+     * Blocks on the handler's bus (busType()), not on the handler, at most 25 seconds. Returns false when the
+     * service is missing, or when the foreground is unknown.
      */
     bool isRunningOnForeground() const;
 
     /**
-     * Hands the NDEF message \a data of \a target to the handler and brings an application of the session bus
-     * up.
+     * Hands the NDEF message \a data of \a target to the handler and brings an application on the session bus
+     * to the front.
      *
-     * Blocks until the handler has answered "NDEFData" on its bus (busType()), at most the bus's default
-     * reply timeout of 25 seconds; the "launch" that follows is sent without waiting, and also when the
-     * handler failed. A failure is logged as "NfcAgentTagReadRequest: Calling NDEFData() for the handler
-     * fails: <name> <message>". The daemon's request stays open: answer it with
-     * NfcAgent::dataDeliveryGranted().
+     * Blocks until the handler has replied to "NDEFData" on its bus (busType()), at most D-Bus's default
+     * reply timeout of 25 seconds; the "launch" that follows is sent without blocking, even after a failure.
+     * A failure is logged as "NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: <name>
+     * <message>". The daemon's request stays open: answer it with NfcAgent::dataDeliveryGranted().
      */
     void forwardData(const QDBusObjectPath &target, const QByteArray &data);
 
@@ -102,8 +101,8 @@ public:
     /**
      * Hands over data, like forwardData(), without waiting.
      *
-     * The application is launched when the handler has answered, with a failure or not; then the call
-     * finishes. A handler that does not answer is given up after 25 seconds. This object need not live on.
+     * The application is launched when the handler has replied, even with a failure; then the call finishes.
+     * A handler that does not reply counts as failed after 25 seconds. This object need not live on.
      */
     NfcPendingCall *forwardDataAsync(const QDBusObjectPath &target, const QByteArray &data) const;
 

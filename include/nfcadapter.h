@@ -19,23 +19,23 @@ class NfcPendingCall;
 /**
  * Follows the default adapter of the NFC daemon, "com.tavix.nfc" on the system bus.
  *
- * All adapters of a process share one binding to the daemon: it is made with the first adapter and goes with
- * the last. The binding watches the daemon come and go, starts it while the NFC radio is switched on, and
- * gives it up as broken when it dies within three seconds of coming up; a daemon that registers again by
- * other means is taken back.
+ * All adapters of a process share one binding to the daemon: it is created with the first adapter and
+ * destroyed with the last. The binding watches the daemon's name, starts the daemon while the NFC radio is
+ * switched on, and stops doing so when the daemon dies within three seconds of its start, until another
+ * program starts it.
  *
- * Nothing here fails by return value or exception. Availability is announced by adapterValid() and
- * adapterInvalid(); on an adapter that is not valid the operations do nothing. A failed blocking call is
- * logged as
+ * No function reports a failure by its return value or an exception. Availability is announced by
+ * adapterValid() and adapterInvalid(); on an adapter that is not valid, the functions have no effect. A
+ * failed blocking call is logged as
  * "<method> returned error '<name>': <message>".
  *
- * Blocking: unless said otherwise a call waits for the daemon on the system bus, at most the bus's default
- * reply timeout of 25 seconds. Making the first adapter of a process asks the bus whether the daemon is
- * there, then the daemon for its default adapter, or the bus to start it.
+ * Blocking: unless documented otherwise, a call waits for the daemon on the system bus, at most D-Bus's
+ * default reply timeout of 25 seconds. The constructor of the first adapter of a process asks the bus for the
+ * owner of the daemon's name, then the daemon for its default adapter, or the bus to start it.
  *
- * For use on the thread that runs the application's event loop. Deleting adapters, this one included, and
- * making new ones is safe in every slot connected to the signals below: a deleted adapter hears nothing more,
- * a new one nothing of the event that is being announced.
+ * For use on the thread that runs the application's event loop. Adapters, including the sender, may be
+ * created and deleted in every slot connected to the signals below: a deleted adapter emits no further
+ * signals, and a new one does not emit the signal that is being delivered.
  */
 class CONNUI_NFC_EXPORT NfcAdapter : public QObject
 {
@@ -48,10 +48,10 @@ public:
     static NfcAdapter *defaultAdapter();
 
     /**
-     * Returns a new adapter without a parent, without waiting for the daemon; the caller owns it.
+     * Returns a new adapter without a parent, without blocking; the caller owns it.
      *
-     * From then on the binding that all adapters of the process share does not wait either: a daemon that is
-     * there or comes is announced by adapterValid() once it has answered.
+     * From then on the binding that all adapters of the process share does not block either: adapterValid()
+     * announces a daemon, present or new, once it has replied.
      */
     static NfcAdapter *defaultAdapterAsync();
 
@@ -72,15 +72,15 @@ public:
     /**
      * Returns whether the adapter is switched on: whether its property "State" is "on".
      *
-     * Blocks on the daemon's GetProperties after a bind and after each successful setPowered(), otherwise
-     * answers from what the daemon has announced since. False without any traffic while the adapter is not
-     * valid.
+     * Blocks on the daemon's GetProperties after a bind and after each successful setPowered(); otherwise it
+     * returns the value that the daemon has announced since. Returns false without any traffic while the
+     * adapter is not valid.
      */
     bool isPowered() const;
 
     /**
      * Returns whether the adapter is switched on, like isPowered(), but waits no longer than \a timeout for
-     * the daemon; then the answer is what was known before.
+     * the daemon; then it returns the value that was known before.
      */
     bool isPowered(std::chrono::milliseconds timeout) const;
 
@@ -110,14 +110,15 @@ public:
     /**
      * Switches the adapter on or off, like setPowered(), without waiting.
      *
-     * The call finishes when the daemon has taken the wish or the bus has started the daemon.
+     * The call finishes when the daemon has accepted the request or the bus has started the daemon.
      */
     NfcPendingCall *setPoweredAsync(bool on);
 
     /**
      * Returns whether the user wants to be asked for confirmation: the setting "nfc_show_confirmations".
      *
-     * False when nothing or no boolean is stored. Read anew at every call; does not need the daemon.
+     * Returns false when nothing, or a value that is not a boolean, is stored. Reads the setting at every
+     * call; does not need the daemon.
      */
     bool isConfirmationEnabled() const;
 
@@ -128,8 +129,8 @@ public:
     /**
      * Registers \a agent with the daemon, which then asks it for the user's decisions.
      *
-     * Not remembered: register again at each adapterValid(). Does nothing when \a agent is null or the
-     * adapter is not valid. Blocks on the daemon.
+     * The registration is not remembered: register again at each adapterValid(). Does nothing when \a agent
+     * is null or the adapter is not valid. Blocks on the daemon.
      */
     void registerAgent(NfcAgent *agent);
 
@@ -147,8 +148,8 @@ public:
 
 public Q_SLOTS:
     /**
-     * Asks the daemon to hand the connection over to \a carrier, in the manner \a type; both are the daemon's
-     * own words.
+     * Asks the daemon to hand the connection over to \a carrier, in the manner \a type; the daemon defines
+     * both strings.
      *
      * Does not block. Progress arrives through the handover signals, at every adapter of the process; a
      * refusal arrives as handoverFailed().

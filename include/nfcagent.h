@@ -26,7 +26,7 @@ class NfcAgentPrivate;
  * agent with NfcAdapter::registerAgent().
  *
  * A target is the object path of the touched tag or device. Requests of the same kind for the same target are
- * answered in the order in which they came. An answer that no request waits for changes nothing and is logged
+ * answered in the order in which they came. An answer without a pending request has no effect and is logged
  * as "No request for agent request type <number>": 0 pairing, 1 connection, 2 disconnection, 3 data delivery,
  * 4 sharing, 5 any.
  *
@@ -67,10 +67,10 @@ public:
     /**
      * Decides whether only the daemon may call the agent: the owner of "com.tavix.nfc" on the system bus.
      *
-     * Everybody else's calls then emit nothing and are answered with
-     * "org.freedesktop.DBus.Error.AccessDenied": a second wall behind the bus's policy, which lets nobody
-     * else through either. Off at first. Switch it on before the agent is registered, because the owner is
-     * asked for without waiting.
+     * Calls from other processes then emit no signals and get the error
+     * "org.freedesktop.DBus.Error.AccessDenied". This protects the agent where the bus's policy is missing or
+     * too permissive. It is off by default. Switch it on before you register the agent, because the owner is
+     * looked up without blocking.
      */
     void setDaemonOnly(bool daemonOnly);
 
@@ -96,21 +96,21 @@ public:
      * A name that D-Bus does not allow is logged and replaced by "com.tavix.nfc.UIAgent.Rejected", so that
      * the daemon is not left waiting.
      *
-     * @warning An empty \a error makes no error of the answer: it grants the request.
+     * @warning An empty \a error does not send an error: it grants the request.
      */
     void replyError(const QDBusObjectPath &target, const QString &error);
 
     /**
-     * Grants the oldest sharing request, be it for permission or for selection, that came with \a info.
+     * Grants the oldest sharing request, for permission or for selection, that came with \a info.
      *
-     * Pass the value that the signal handed out, or a copy of it; it is found by what it contains.
+     * Pass the value from the signal, or a copy of it; the request is found by the content of the value.
      */
     void acceptSharing(const QVariant &info);
 
     /**
      * Refuses the oldest sharing request that came with \a info, with "com.tavix.nfc.UIAgent.Rejected".
      *
-     * Pass the value that the signal handed out, or a copy of it.
+     * Pass the value from the signal, or a copy of it.
      */
     void rejectSharing(const QVariant &info);
 

@@ -15,7 +15,7 @@ namespace ConnUi {
 class NfcApplicationSelectionDialogPrivate;
 
 /**
- * Lets the user pick the application that gets what a tag holds.
+ * Lets the user pick the application that gets the content of a tag.
  *
  * Shows a row with icon and name for each application that has a usable desktop file, and an Ok button: the
  * dialog finishes with M::OkButton (0x400) when it is pressed and with M::CancelButton when it is dismissed.
@@ -33,9 +33,9 @@ public:
      * Lists \a applications, given by their ids (base names of desktop files), and selects the row \a
      * selected.
      *
-     * Ids without a desktop file are left out, with the warning "NfcApplicationSelectionDialog: No desktop
+     * Ids without a desktop file are omitted, with the warning "NfcApplicationSelectionDialog: No desktop
      * file provided for '<id>'", and so are those whose desktop file has no name or no icon. \a selected
-     * counts the rows that are left; one beyond the last selects the first, a negative one none.
+     * counts the remaining rows; a number beyond the last row selects the first, a negative one selects none.
      *
      * The desktop files of the first hundred, and of those up to the selected one, are read before this
      * returns, those of the others from the event loop while the dialog lives.

@@ -27,7 +27,7 @@ public:
      * Reads the handover data in \a info.
      *
      * Data is read from a D-Bus structure that begins with an object path and a string, (os); further members
-     * do not matter. Anything else leaves the address empty, without a message.
+     * are ignored. For anything else the address stays empty, and nothing is logged.
      */
     explicit NfcBluetoothHandoverInfo(const QVariant &info);
 
@@ -42,12 +42,11 @@ public:
     /**
      * Returns the device at deviceAddress(), which is created first where it is not known yet.
      *
-     * Blocks in an event loop of its own until the Bluetooth service on the system bus has brought success or
-     * failure, however long that takes, so anything
-     * can happen before it returns, the deletion of this object and a second call of device() included; a
-     * second call waits for the same outcome. Returns an invalid device when there is no Bluetooth adapter or
-     * the creation failed; both are logged, and the next call tries again. A device once created is returned
-     * at once.
+     * Blocks in a nested event loop, without a time limit, until the Bluetooth service on the system bus has
+     * succeeded or failed. Anything can happen before it returns, including the deletion of this object and a
+     * second call of device(), which waits for the same result. Returns an invalid device when there is no
+     * Bluetooth adapter or the creation failed; both are logged, and the next call tries again. A device that
+     * already exists is returned immediately.
      */
     BluetoothDevice device() const;
 

@@ -14,8 +14,8 @@ namespace ConnUi {
 /**
  * Asks whether to switch NFC on: finishes with M::YesButton, M::NoButton or, dismissed, M::CancelButton.
  *
- * In flight mode the question says so. The constructor reads the mode, once, and may wait for the
- * connection manager on the system bus, up to 200 ms.
+ * In flight mode the question mentions it. The constructor reads the mode once, which may block on the
+ * connection manager on the system bus for up to 200 ms.
  *
  * The caller decides about the meaning of a result. NfcSettingsView leaves NFC off for M::CancelButton alone
  * and switches it on for M::NoButton as well.

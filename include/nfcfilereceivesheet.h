@@ -14,11 +14,11 @@ namespace ConnUi {
 class NfcFileReceiveSheetPrivate;
 
 /**
- * Shows a file that arrives from a peer: who sends it, its name and picture, how much of it is there and how
- * long the rest will take.
+ * Shows a file that arrives from a peer: the sender, the name and picture of the file, the amount received
+ * and the remaining time.
  *
- * The sheet only shows; feed it with setProgress() as the transfer goes on. All setters work from
- * construction on.
+ * The sheet only displays; call setProgress() during the transfer. All setters work before the sheet is
+ * shown.
  *
  * @image html nfcfilereceivesheet.png width=240px
  */
@@ -49,8 +49,8 @@ public:
      * to 1000 kB, gigabytes beyond 1000000 kB, megabytes between; so the total begins in a small unit and
      * changes as data arrives. From the second report on, the time that remains is estimated from the median
      * of the last ten speeds. A report without new bytes, or less than a millisecond after the one before,
-     * leaves the estimate as it was; so does one with fewer bytes than before. The time shown wraps at 24
-     * hours and stands still beyond 2^31 - 1 ms.
+     * leaves the estimate as it was; so does one with fewer bytes than before. The displayed time wraps at 24
+     * hours and does not change beyond 2^31 - 1 ms.
      */
     void setProgress(const QString &transfer, quint64 transferred, quint64 total);
 

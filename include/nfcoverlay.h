@@ -12,11 +12,10 @@ namespace ConnUi {
 class NfcOverlayPrivate;
 
 /**
- * Shows for two seconds that something was touched: a banner that slides in from the edge that is on top for
- * the user.
+ * Indicates a touch for two seconds by a banner that slides in from the edge that is on top for the user.
  *
- * A translucent window of its own that never takes the focus, masked to the banner's strip so that the rest
- * of the screen stays usable. Follows the orientation of its scene manager. Does nothing until
+ * It is a separate translucent window that never takes the focus, masked to the banner's strip so that the
+ * rest of the screen stays usable. Follows the orientation of its scene manager. Does nothing until
  * showIndication().
  *
  * @image html nfcoverlay.png width=240px

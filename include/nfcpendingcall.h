@@ -15,11 +15,11 @@ namespace ConnUi {
 class NfcPendingCallPrivate;
 
 /**
- * An outcome that is still to come: what every function whose name ends in Async returns.
+ * The future result of a call: every function whose name ends in Async returns one.
  *
- * Such a function does not wait. The outcome arrives once, from the event loop, never before the function has
- * returned; then the object deletes itself. Connect to finished() with a context object and read the outcome
- * there, or forget the object:
+ * Such a function does not block. The event loop emits finished() once, never before the function has
+ * returned; then the object deletes itself. Connect to finished() with a context object and read the result
+ * there, or ignore the object:
  *
  * @code
  * NfcPendingCall *call = adapter->registerAgentAsync(agent);
@@ -29,9 +29,9 @@ class NfcPendingCallPrivate;
  * });
  * @endcode
  *
- * The object belongs to the one that made it, where that is a QObject, and otherwise to the application; its
- * maker's end means that finished() never comes. Deleting the object earlier takes nothing back: what was
- * asked for goes on unheard.
+ * The parent of the object is the object whose function created it, if that is a QObject, and otherwise the
+ * application; when the parent is deleted, finished() is never emitted. Deleting the object earlier does not
+ * undo the call, but its result is lost.
  */
 class CONNUI_NFC_EXPORT NfcPendingCall : public QObject
 {
@@ -49,8 +49,8 @@ public:
     /**
      * Returns the failure, by its D-Bus name and text; an invalid error where there is none.
      *
-     * "org.freedesktop.DBus.Error.ServiceUnknown" stands for a service that is not there,
-     * "org.freedesktop.DBus.Error.NoReply" for one that has not answered in time. The text is for the log,
+     * "org.freedesktop.DBus.Error.ServiceUnknown" means that the service is missing,
+     * "org.freedesktop.DBus.Error.NoReply" that it has not replied in time. The text is for the log,
      * not for the user.
      */
     QDBusError error() const;

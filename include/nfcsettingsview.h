@@ -13,16 +13,17 @@ class NfcAdapter;
 class NfcSettingsViewPrivate;
 
 /**
- * The NFC page of a settings application: a switch for NFC, and one for asking before tags are opened.
+ * The NFC page of a settings application: a switch for NFC, and a switch for the question before a tag is
+ * opened.
  *
- * Switching on in flight mode asks first. Only when that question is dismissed, which ends it with
- * M::CancelButton, does NFC stay off; every other result switches it on. A start that has not led to power
- * after 20 seconds is reported in a message box.
+ * Switching on in flight mode opens a question first. NFC stays off only when the user dismisses that
+ * question, which ends with M::CancelButton; every other result switches it on. If NFC is not on after 20
+ * seconds, a message box reports the failure.
  *
- * Blocking: with an adapter from NfcAdapter::defaultAdapterAsync() the view waits for nobody, and shows what
- * the daemon says when it has said it. With any other adapter it waits for the daemon on the system bus each
- * time it reads or switches the power, at most 2 seconds. Flight mode is asked of the connection manager,
- * which may take 100 ms.
+ * Blocking: with an adapter from NfcAdapter::defaultAdapterAsync() the view never blocks, and shows the
+ * daemon's state when it arrives. With any other adapter it blocks on the daemon on the system bus each time
+ * it reads or switches the power, at most 2 seconds. Reading the flight mode from the connection manager may
+ * take 100 ms.
  *
  * @image html nfcsettingsview.png width=240px
  */

@@ -19,7 +19,7 @@ class NfcSharingPermissionDialogPrivate;
  * dismissed, M::CancelButton.
  *
  * Names what will be sent and shows a picture: a thumbnail of a picture or video once the thumbnail service
- * has made it, a contact's avatar, or an icon for several things.
+ * has made it, a contact's avatar, or an icon for several files.
  *
  * @image html nfcsharingpermissiondialog.png width=240px
  */
@@ -41,7 +41,7 @@ public:
 
 public Q_SLOTS:
     /**
-     * Shows the picture in the local file \a thumbnail; \a uri, the thing that it shows, does not matter.
+     * Shows the picture in the local file \a thumbnail; \a uri, the file that it depicts, is ignored.
      *
      * A file that is missing or is not a picture is logged, and does not change the dialog.
      */

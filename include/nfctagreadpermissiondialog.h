@@ -18,9 +18,9 @@ namespace ConnUi {
 class NfcTagReadPermissionDialogPrivate;
 
 /**
- * Shows what a tag holds and asks whether to open it.
+ * Shows the content of a tag and asks whether to open it.
  *
- * The constructor chosen says what the tag holds. The dialog only asks: show it with appear(), and act on
+ * The constructor depends on the kind of content. The dialog only asks: show it with appear(), and act on
  * finished():
  *
  * - M::YesButton (0x4000): open the content, or, while isDirectActionSelected(), call the number or send the
@@ -31,7 +31,7 @@ class NfcTagReadPermissionDialogPrivate;
  * - M::NoButton (0x10000) or M::CancelButton (0x400000): discard it.
  *
  * Application ids are base names of desktop files in /usr/share/applications; the name and the icon shown are
- * those of the desktop file. Where there is none, "NfcTagReadPermissionDialog: No desktop file provided for
+ * those of the desktop file. If there is none, "NfcTagReadPermissionDialog: No desktop file provided for
  * application <id>" is logged and the dialog asks without naming an application. All text of the tag is shown
  * whole and as plain text: U+009C, which separates the length variants of a translation, is replaced in it by
  * U+FFFD.
@@ -63,22 +63,22 @@ public:
      * Asks about the URI of \a record, introduced by \a description.
      *
      * Web links, phone numbers (tel:, callto:) and messages (sms:, RFC 5724) are shown as such; a URI without
-     * a scheme is taken for a web link. Any other scheme asks about the application that opens it by default.
-     * A message is percent-decoded before it is taken apart, so that its body is shown up to the first
+     * a scheme counts as a web link. Any other scheme asks about the application that opens it by default. A
+     * message is percent-decoded before it is taken apart, so that its body is shown up to the first
      * ampersand, equals sign or number sign, encoded or not.
-     * \a record is read here and not kept; null counts as an empty URI.
+     * The constructor does not keep \a record; null counts as an empty URI.
      */
     NfcTagReadPermissionDialog(const URINDEFRecord *record, const QString &description);
 
     /**
-     * Asks about a record of the type \a type with the content \a data: a link into the store, or whatever
-     * the default application for \a data makes of it.
+     * Asks about a record of the type \a type with the content \a data: a link into the store, or content for
+     * the default application for \a data.
      */
     NfcTagReadPermissionDialog(const QString &type, const QString &data);
 
     /**
      * Asks about the content of \a file, of the MIME type \a mimeType: a contact card (vCard, RFC 2425 and
-     * 2426), or whatever the default application for the file makes of it. Reads the file before it returns.
+     * 2426), or content for the default application for the file. Reads the file before it returns.
      */
     NfcTagReadPermissionDialog(const QString &mimeType, const QFileInfo &file);
 

@@ -10,8 +10,8 @@
 namespace ConnUi {
 
 /**
- * Installs the texts of all dialogs in the first language of the locale that there are texts in, else in
- * English: without them, the dialogs show the ids of their texts.
+ * Installs the texts of all dialogs in the first language of the locale that has texts, or else in English.
+ * Without them, the dialogs show the ids of their texts.
  *
  * Qt's own texts for that language come with them: the labels of buttons such as OK and Cancel, and whether
  * the language runs from right to left.

@@ -116,7 +116,6 @@ bool NdefMessageHandler::isRunningOnForeground() const
 void NdefMessageHandler::forwardData(const QDBusObjectPath &target, const QByteArray &data)
 {
     // The daemon may name anything; an invalid name would end the process inside libdbus.
-    // library.
     if (!DBusNames::isBusName(d->service)) {
         warnFailedDelivery(invalidService(d->service));
         return;
