@@ -33,6 +33,7 @@ private Q_SLOTS:
     void switchMirrors();
     void sizeFollowsTextAndStyle();
     void formerSwitchHasItsStyleAndSizeAgain();
+    void buttonThatGoesAfterAChangeOfStyleLeavesTheScene();
     void draggedSwitchGoesWhereItIsDragged_data();
     void draggedSwitchGoesWhereItIsDragged();
 };
@@ -277,6 +278,25 @@ void TestMButton::formerSwitchHasItsStyleAndSizeAgain()
         QCOMPARE(button.maximumSize(), maximum);
         QVERIFY(button.sizePolicy().hasHeightForWidth());
     }
+}
+
+void TestMButton::buttonThatGoesAfterAChangeOfStyleLeavesTheScene()
+{
+    QGraphicsScene scene;
+    constexpr int columns = 40;
+    constexpr int size = 48;
+    QList<MButton *> buttons;
+    for (int i = 0; i < columns * columns; ++i) {
+        buttons.append(new MButton);
+        scene.addItem(buttons.last());
+        buttons.last()->setGeometry(i % columns * size, i / columns * size, size, size);
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(scene.items(scene.sceneRect()).size(), buttons.size());
+    for (MButton *button : buttons)
+        button->setViewType(MButton::switchType);
+    qDeleteAll(buttons);
+    QVERIFY(scene.items(QRectF(0, 0, columns * size, columns * size)).isEmpty());
 }
 
 void TestMButton::draggedSwitchGoesWhereItIsDragged_data()

@@ -226,8 +226,7 @@ void MButton::paint(QPainter *painter, const QStyleOptionGraphicsItem *, QWidget
 
 QRectF MButton::boundingRect() const
 {
-    const qreal reach = MPaint::focusReach(style());
-    return MWidgetController::boundingRect().united(d->shape().adjusted(-reach, -reach, reach, reach));
+    return MWidgetController::boundingRect().adjusted(-d->reach, -d->reach, d->reach, d->reach);
 }
 
 bool MButton::event(QEvent *event)
@@ -277,7 +276,9 @@ void MButton::keyPressEvent(QKeyEvent *event)
 
 void MButton::styleChanged()
 {
+    // The scene looks the button up by its earlier bounds, which must not have changed with the theme.
     prepareGeometryChange();
+    d->reach = MPaint::focusReach(style());
     QSizePolicy policy = sizePolicy();
     policy.setHeightForWidth(d->type == pushType);
     setSizePolicy(policy);

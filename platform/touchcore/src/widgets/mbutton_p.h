@@ -48,6 +48,7 @@ public:
     bool checked = false;
     bool down = false;
     bool waiting = false;
+    qreal reach = 0; ///< Of the focus ring, beyond the button
     QPointF pressedAt;
     QString pushStyleName; ///< While it is a switch
     MTextBlockCache blocks;
