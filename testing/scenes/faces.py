@@ -7,6 +7,7 @@ class Terminal:
     """Asks on the terminal, a line for each part of a question."""
 
     name = "on the terminal"
+    handover_step = 50  # Milliseconds that the daemon takes for each step of a handover
     options = ["--console"]
 
     def __init__(self, client):
@@ -30,6 +31,12 @@ class Terminal:
     def has_been_read(self):
         """What is only told needs no answer here."""
 
+    def counts(self, number):
+        self._client.says(f"{number} more")
+
+    def leaves(self):
+        """Goes with its client."""
+
     def is_clear(self):
         self._client.hears("?")
         self._client.says("there is nothing to answer")
@@ -42,6 +49,7 @@ class Screen:
     """Asks on the screen: the remote control tells a question in one line, and presses its buttons."""
 
     name = "on the screen"
+    handover_step = 50
     options = ["--remote-control"]
 
     def __init__(self, client):
@@ -64,6 +72,12 @@ class Screen:
 
     def has_been_read(self):
         self._client.hears("press OK")
+
+    def counts(self, number):
+        self._client.says(f"{number} more")
+
+    def leaves(self):
+        """Goes with its client."""
 
     def is_clear(self):
         self._client.says("screen: nothing")

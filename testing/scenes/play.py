@@ -14,6 +14,8 @@ import transferscenes  # noqa: F401
 import settingsscenes  # noqa: F401
 import clientscenes  # noqa: F401
 from actor import Unmet
+from faces import Screen, Terminal
+from listener import Listener
 from stage import Stage
 
 
@@ -51,17 +53,25 @@ class Transcript:
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("programs", help="the folder with nfcd-sim, nfctap, nfc-ui and sample-handler")
+    parser.add_argument("--by-ear", action="store_true",
+                        help="play what has a screen and a terminal as somebody hears it who sees neither")
     parser.add_argument("--only", default="", help="play the scenes with this in their names")
     return parser.parse_args()
 
 
+def faces_of(scene, by_ear):
+    if not by_ear:
+        return scene.faces
+    return [Listener] if scene.faces == [Terminal, Screen] else []
+
+
 def main():
-    programs, only = arguments().programs, arguments().only
+    wishes = arguments()
     transcript = Transcript()
     for scene in scenes.SCENES:
-        for face in scene.faces:
-            if only in scene.__name__:
-                transcript.play(scene, face, programs)
+        for face in faces_of(scene, wishes.by_ear):
+            if wishes.only in scene.__name__:
+                transcript.play(scene, face, wishes.programs)
     print(f"\n{transcript.passed} passed, {transcript.failed} failed")
     return 0 if transcript.failed == 0 else 1
 

@@ -32,6 +32,7 @@ class Stage:
         self._face = face
         self._heard = heard
         self._actors = []
+        self.face = None
         self._has_activated_client = False
         self._session_bus = dbus.bus.BusConnection(dbus.bus.BUS_SESSION)
         self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
@@ -58,6 +59,7 @@ class Stage:
 
     def all_leave(self):
         """Ends every program, those first that came last."""
+        self._face_leaves()
         unruly = []
         while self._actors:
             actor = self._actors.pop()
@@ -65,6 +67,11 @@ class Stage:
                 unruly.append(actor)
         if unruly:
             raise Unmet("; ".join(f"{actor.role} did not leave in good order: {actor.lines[-5:]}" for actor in unruly))
+
+    def _face_leaves(self):
+        if self.face:
+            self.face.leaves()
+        self.face = None
 
     def _announce_handler(self):
         handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
@@ -139,7 +146,7 @@ class Stage:
         return actor
 
     def daemon_comes(self):
-        self._daemon_with_handover_step(50)
+        self._daemon_with_handover_step(self._face.handover_step)
 
     def daemon_is_slow(self):
         """Puts a daemon in place of the one that is there, which takes its time with a handover."""
@@ -152,6 +159,7 @@ class Stage:
         self.daemon.says("ready")
 
     def client_comes(self):
+        self._face_leaves()
         self.clients_files.mkdir(exist_ok=True)
         self.client = self.start("client", "nfc-ui", *self._face.options, TMPDIR=str(self.clients_files))
         self.client.says("the NFC daemon is here")

@@ -359,7 +359,7 @@ def touched_twice(stage, step):
     second = stage.tap(*link)
     step("the second touch is on its way", lambda: stage.wire.hears_more_than(3, until=lambda: False))
     other = stage.tap("pair", *HEADSET)
-    step("only what comes behind it waits", lambda: stage.client.says("1 more"))
+    step("only what comes behind it waits", lambda: stage.face.counts(1))
     answers(stage, step, "the user views it", "View")
     handler_gets(stage, step, uri_record(2, "example.org/"))
     decided(first, step, "granted", 0)
