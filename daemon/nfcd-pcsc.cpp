@@ -1,13 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <array>
 #include <cstdio>
-#include <pwd.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFile>
-#include <QStandardPaths>
 
 #include "daemon/adapter.h"
 #include "daemon/daemonservice.h"
@@ -25,31 +21,6 @@ int fail(ExitCode code, const QString &reason)
 {
     std::fprintf(stderr, "nfcd-pcsc: %s\n", qUtf8Printable(reason));
     return code;
-}
-
-QString announcementFolder(const QString &dataFolder)
-{
-    return dataFolder + QStringLiteral("/connui-nfc/handlers");
-}
-
-// Those that are missing too: the first application to announce itself may make its folder later.
-QStringList systemsFolders()
-{
-    QStringList folders = QStandardPaths::standardLocations(QStandardPaths::GenericDataLocation);
-    for (QString &folder : folders)
-        folder = announcementFolder(folder);
-    return folders;
-}
-
-// Without a question to the user's own environment: the daemon has another.
-QStringList foldersOf(uint user)
-{
-    std::array<char, 4096> buffer = {};
-    passwd entry = {};
-    passwd *found = nullptr;
-    if (getpwuid_r(user, &entry, buffer.data(), buffer.size(), &found) != 0 || !found)
-        return {};
-    return {announcementFolder(QFile::decodeName(entry.pw_dir) + QStringLiteral("/.local/share"))};
 }
 
 } // namespace
@@ -92,7 +63,7 @@ int main(int argc, char *argv[])
     const QStringList given = parser.values(handlers);
     const Touches touches(&adapter, writer, &readers, [&](const QString &kind) {
         const QStringList folders =
-            given.isEmpty() ? foldersOf(adapter.agent()->user()) + systemsFolders() : given;
+            given.isEmpty() ? HandlerFolder::standardFolders(adapter.agent()->user()) : given;
         return HandlerFolder(folders).handlersFor(kind);
     });
     QString reason;
