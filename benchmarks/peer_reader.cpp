@@ -403,7 +403,7 @@ int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
     Measurement::begin(argc, argv);
-    // Has the D-Bus library know its own types before a message carries them.
+    // Has QtDBus know its own types before a message carries them.
     qRegisterMetaType<QDBusObjectPath>();
     qRegisterMetaType<QDBusVariant>();
     Bench().run();

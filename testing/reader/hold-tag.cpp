@@ -19,6 +19,16 @@ namespace {
 
 constexpr int badArguments = 64;
 
+// A tag that was on the reader before, of which memory() has returned the \a bytes.
+std::unique_ptr<VirtualTag> tagOfMemory(const QString &kind, const QByteArray &bytes)
+{
+    if (kind == QLatin1String("type2"))
+        return std::make_unique<VirtualType2>(bytes);
+    if (kind == QLatin1String("type4"))
+        return std::make_unique<VirtualType4>(VirtualType4::ofFile(bytes));
+    return nullptr;
+}
+
 std::unique_ptr<VirtualTag> virtualTag(const QString &kind, const QByteArray &bytes)
 {
     if (kind == QLatin1String("type2"))
@@ -80,10 +90,15 @@ int main(int argc, char *argv[])
                                       QStringLiteral("Leave at the command <number>, counted from 0."),
                                       QStringLiteral("number"), QStringLiteral("-1"));
     parser.addOption(leavesAt);
+    const QCommandLineOption again(
+        QStringLiteral("again"),
+        QStringLiteral("The bytes are what such a tag held when it left: its memory, or its file."));
+    parser.addOption(again);
     parser.process(application);
     const QStringList arguments = parser.positionalArguments();
     const QByteArray bytes = QByteArray::fromHex(arguments.value(1).toLatin1());
-    const std::unique_ptr<VirtualTag> tag = virtualTag(arguments.value(0), bytes);
+    const auto make = parser.isSet(again) ? tagOfMemory : virtualTag;
+    const std::unique_ptr<VirtualTag> tag = make(arguments.value(0), bytes);
     if (!tag || arguments.size() != 2)
         parser.showHelp(badArguments);
 

@@ -19,8 +19,12 @@ VirtualType4::VirtualType4(const QMap<quint16, QByteArray> &files) : files(files
 
 VirtualType4 VirtualType4::holding(const QByteArray &message, int size, int longest)
 {
-    return VirtualType4({{containerFile, container(size, longest)},
-                         {messageFile, (word(int(message.size())) + message).leftJustified(size, '\0')}});
+    return ofFile((word(int(message.size())) + message).leftJustified(size, '\0'), longest);
+}
+
+VirtualType4 VirtualType4::ofFile(const QByteArray &file, int longest)
+{
+    return VirtualType4({{containerFile, container(int(file.size()), longest)}, {messageFile, file}});
 }
 
 QByteArray VirtualType4::container(int size, int longest)

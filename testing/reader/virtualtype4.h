@@ -20,6 +20,9 @@ public:
     /** A tag that holds \a message in a file of \a size bytes, and takes parts of \a longest bytes. */
     static VirtualType4 holding(const QByteArray &message, int size = 2048, int longest = 0xf6);
 
+    /** A tag whose message is in \a file, which takes parts of \a longest bytes. */
+    static VirtualType4 ofFile(const QByteArray &file, int longest = 0xf6);
+
     /** The capability container of such a tag. */
     static QByteArray container(int size, int longest);
 

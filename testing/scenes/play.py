@@ -1,7 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Plays every scene and prints a transcript: a line per step and, last, how many passed and failed."""
+"""Plays every scene and prints a transcript: a line per step and, last, how many passed and failed.
+
+With --reader it plays those with tags on a reader, under with-reader.
+"""
 
 import argparse
 import sys
@@ -13,16 +16,19 @@ import peerscenes  # noqa: F401
 import transferscenes  # noqa: F401
 import settingsscenes  # noqa: F401
 import clientscenes  # noqa: F401
+import readerscenes  # noqa: F401
 from actor import Unmet
 from faces import Screen, Terminal
 from listener import Listener
+from readerstage import ReaderStage
 from stage import Stage
 
 
 class Transcript:
     """Takes the steps of all scenes and counts them."""
 
-    def __init__(self):
+    def __init__(self, stage):
+        self._stage = stage
         self.passed = 0
         self.failed = 0
 
@@ -42,7 +48,7 @@ class Transcript:
     def play(self, scene, face, programs):
         self.title(scene, face)
         try:
-            with Stage(programs, face=face) as stage:
+            with self._stage(programs, face=face) as stage:
                 scene(stage, self.step)
                 self.step("everybody leaves in good order", stage.all_leave)
                 self.step("each question of the daemon has had exactly one answer", stage.wire.all_answered_once)
@@ -52,7 +58,8 @@ class Transcript:
 
 def arguments():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("programs", help="the folder with nfcd-sim, nfctap, nfc-ui and sample-handler")
+    parser.add_argument("programs", help="the folder with the daemon, nfctap, nfc-ui and sample-handler")
+    parser.add_argument("--reader", action="store_true", help="play the scenes with tags on a reader")
     parser.add_argument("--by-ear", action="store_true",
                         help="play what has a screen and a terminal as somebody hears it who sees neither")
     parser.add_argument("--only", default="", help="play the scenes with this in their names")
@@ -67,8 +74,8 @@ def faces_of(scene, by_ear):
 
 def main():
     wishes = arguments()
-    transcript = Transcript()
-    for scene in scenes.SCENES:
+    transcript = Transcript(ReaderStage if wishes.reader else Stage)
+    for scene in scenes.READER_SCENES if wishes.reader else scenes.SCENES:
         for face in faces_of(scene, wishes.by_ear):
             if wishes.only in scene.__name__:
                 transcript.play(scene, face, wishes.programs)

@@ -9,6 +9,7 @@ words what happens, and fails the scene when it does not. A scene is played with
 from faces import Screen, Terminal
 
 SCENES = []
+READER_SCENES = []
 
 PEER = "00:1A:7D:DA:71:13"
 HEADSET = ("00:16:41:7A:0F:11", "Headset", "0x240404")
@@ -33,6 +34,13 @@ def terminal_scene(function):
     """Adds a scene that only a terminal has."""
     function.faces = [Terminal]
     SCENES.append(function)
+    return function
+
+
+def reader_scene(function):
+    """Adds a scene with a reader instead of the simulated one."""
+    function.faces = [Terminal, Screen]
+    READER_SCENES.append(function)
     return function
 
 

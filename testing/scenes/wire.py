@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""Listens to the system bus: every question that the daemon asks its agent, and every answer to it."""
+"""Listens to the system bus: every question that the daemon asks its agent, what it is to write, and every answer."""
 
 import os
 import threading
@@ -15,6 +15,7 @@ from actor import PATIENCE, Unmet  # noqa: E402
 AGENT = "com.tavix.nfc.UIAgent"
 RULES = [
     f"type='method_call',interface='{AGENT}'",
+    "type='method_call',interface='com.tavix.nfc.TagWriter'",
     "type='method_return'",
     "type='error'",
     "type='signal',sender='org.freedesktop.DBus',member='NameOwnerChanged'",
@@ -73,6 +74,12 @@ class Wire:
         """How many questions there were."""
         with self._news:
             return len(self._answers)
+
+    def hears(self, method):
+        """Waits until a method of this name has been called."""
+        with self._news:
+            if not self._news.wait_for(lambda: method in self._methods.values(), PATIENCE):
+                raise Unmet(f"nobody called {method}")
 
     def hears_more_than(self, questions, until):
         """Waits for another question after so many, or until it is not to be expected any more."""

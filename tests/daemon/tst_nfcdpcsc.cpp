@@ -39,6 +39,20 @@ VirtualTag &unhurried(VirtualTag &tag)
     return tag;
 }
 
+std::unique_ptr<VirtualTag> tagHolding(bool isType4, const QByteArray &message)
+{
+    if (isType4)
+        return std::make_unique<VirtualType4>(VirtualType4::holding(message));
+    return std::make_unique<VirtualType2>(VirtualType2::sticker(message));
+}
+
+void addTypes()
+{
+    QTest::addColumn<bool>("isType4");
+    QTest::newRow("type 2") << false;
+    QTest::newRow("type 4") << true;
+}
+
 } // namespace
 
 class TestNfcdPcsc : public QObject
@@ -75,6 +89,8 @@ private Q_SLOTS:
     void otherMessageIsAskedAboutAtOnce();
     void touchThatNobodyDecidedIsAskedAboutAgain();
     void questionsAreLimited();
+    void tagThatLeavesAtAnyExchangeIsReadNextTime_data();
+    void tagThatLeavesAtAnyExchangeIsReadNextTime();
 
     void switchedOffDaemonHoldsNoReader();
     void switchingOffEndsTheReading();
@@ -85,6 +101,8 @@ private Q_SLOTS:
     void tagThatCannotBeWrittenIsTold();
     void tornTagIsEmptyAndTold();
     void messageWaitsWhenTheTagLeavesUntouched();
+    void tagThatLeavesAtAnyExchangeIsWrittenNextTime_data();
+    void tagThatLeavesAtAnyExchangeIsWrittenNextTime();
     void foreignCardDoesNotEndTheWriting();
     void hangingTagEndsTheWriting();
 
@@ -456,6 +474,33 @@ void TestNfcdPcsc::questionsAreLimited()
     QTRY_COMPARE(calls(delivery), 17);
 }
 
+void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsReadNextTime_data()
+{
+    addTypes();
+}
+
+void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsReadNextTime()
+{
+    QFETCH(bool, isType4);
+    startWithAgent();
+    agent->release(delivery);
+    int exchanges = 1;
+    for (int i = 0; i < exchanges; ++i) {
+        const QByteArray message = text.chopped(1) + char('a' + i);
+        const std::unique_ptr<VirtualTag> tag = tagHolding(isType4, message);
+        {
+            HeldTag torn(unhurried(*tag), {i, -1, {}});
+            QTRY_COMPARE(torn.commands(), i + 1);
+        }
+        HeldTag held(unhurried(*tag));
+        QTRY_COMPARE(calls(delivery), i + 1);
+        QCOMPARE(agent->calls(delivery).constLast().arguments.at(2).toByteArray(), message);
+        exchanges = held.commands();
+    }
+    QVERIFY(exchanges >= 3);
+    QCOMPARE(calls(touch), exchanges);
+}
+
 void TestNfcdPcsc::switchedOffDaemonHoldsNoReader()
 {
     startWithAgent();
@@ -592,6 +637,54 @@ void TestNfcdPcsc::messageWaitsWhenTheTagLeavesUntouched()
     }
     const HeldTag held(unhurried(tag));
     QCOMPARE(answerOf(call).error, QString());
+}
+
+void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime_data()
+{
+    addTypes();
+}
+
+// Until it is touched it keeps what it has; from then on it is empty until it is written.
+void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime()
+{
+    QFETCH(bool, isType4);
+    startWithAgent();
+    agent->release(delivery);
+    int exchanges = 0;
+    {
+        const std::unique_ptr<VirtualTag> tag = tagHolding(isType4, webLink);
+        const int call = write(text);
+        const HeldTag held(*tag);
+        QCOMPARE(answerOf(call).error, QString());
+        unhurried(*tag);
+        exchanges = held.commands();
+    }
+    for (int i = 0; i < exchanges; ++i) {
+        const std::unique_ptr<VirtualTag> tag = tagHolding(isType4, webLink);
+        const int call = write(text);
+        {
+            HeldTag torn(unhurried(*tag), {i, -1, {}});
+            QTRY_COMPARE(torn.commands(), i + 1);
+        }
+        QString error;
+        {
+            const HeldTag held(unhurried(*tag));
+            error = answerOf(call).error;
+            unhurried(*tag);
+        }
+        if (error.isEmpty())
+            continue;
+        QCOMPARE(error, QStringLiteral("com.tavix.nfc.Error.Removed"));
+        const int again = write(text);
+        const HeldTag held(unhurried(*tag));
+        QCOMPARE(answerOf(again).error, QString());
+    }
+    QVERIFY(exchanges > 6);
+    const QList<FakeCall> deliveries = agent->calls(delivery);
+    for (const FakeCall &asked : deliveries) {
+        const QByteArray bytes = asked.arguments.at(2).toByteArray();
+        QVERIFY2(bytes.isEmpty() || bytes == webLink || bytes == text, bytes.toHex().constData());
+    }
 }
 
 void TestNfcdPcsc::foreignCardDoesNotEndTheWriting()
