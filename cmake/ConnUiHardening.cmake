@@ -7,8 +7,14 @@ include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_pie_supported()
 
-# The last two are for one kind of processor each.
-foreach(flag -fstack-protector-strong -fstack-clash-protection -fcf-protection -mbranch-protection=standard)
+# Where a function may be entered is for the processor to check. Clang takes the flags of others, and warns.
+set(checked_entries)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^(x86_64|AMD64|i.86)$")
+    set(checked_entries -fcf-protection)
+elseif(CMAKE_SYSTEM_PROCESSOR MATCHES "^(aarch64|arm64)$")
+    set(checked_entries -mbranch-protection=standard)
+endif()
+foreach(flag -fstack-protector-strong -fstack-clash-protection ${checked_entries})
     string(MAKE_C_IDENTIFIER "HAVE${flag}" known)
     check_cxx_compiler_flag(${flag} ${known})
     if(${known})
