@@ -1,13 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include "processortime.h"
 
 namespace {
 
@@ -23,15 +24,6 @@ public:
         start(QStringLiteral(DRAW_ICON), {icon, theme, theme, folders, folders});
     }
 };
-
-// How much processor time the processes that have ended took, in seconds.
-double secondsOfChildren()
-{
-    rusage used{};
-    getrusage(RUSAGE_CHILDREN, &used);
-    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
-}
 
 } // namespace
 

@@ -10,6 +10,7 @@
 #include <MLabel>
 #include <MTheme>
 
+#include "processortime.h"
 #include "theme/mtheme_p.h"
 #include "touchtest.h"
 
@@ -106,6 +107,7 @@ private Q_SLOTS:
     void installedIconIsFound();
     void foreignPictureIsReadFromItsFile_data();
     void foreignPictureIsReadFromItsFile();
+    void missingIconStartsNoProcess();
     void drawingThatTakesTooMuchIsNoPicture();
     void themeFileReplacesStyles();
     void themeFileInDataFolderIsFound();
@@ -260,6 +262,14 @@ void TestMTheme::foreignPictureIsReadFromItsFile()
         QCOMPARE(picture.toImage().pixelColor(size.width() / 2, size.height() / 2), QColor(Qt::green));
 }
 
+void TestMTheme::missingIconStartsNoProcess()
+{
+    const double before = secondsOfChildren();
+    QTest::ignoreMessage(QtWarningMsg, "MTheme: no picture is called 'no-such-icon'");
+    MTheme::releasePixmap(MTheme::pixmap(QStringLiteral("no-such-icon")));
+    QCOMPARE(secondsOfChildren(), before);
+}
+
 void TestMTheme::drawingThatTakesTooMuchIsNoPicture()
 {
     QTemporaryFile file;
@@ -271,6 +281,11 @@ void TestMTheme::drawingThatTakesTooMuchIsNoPicture()
         QByteArray("<use xlink:href='#line'/>").repeated(100000) + "</svg>");
     QVERIFY(file.flush());
     QVERIFY(MTheme::foreignPixmap(file.fileName()).isNull());
+
+    // Nobody waits for it again.
+    const double before = secondsOfChildren();
+    QVERIFY(MTheme::foreignPixmap(file.fileName()).isNull());
+    QCOMPARE(secondsOfChildren(), before);
 }
 
 void TestMTheme::themeFileReplacesStyles()

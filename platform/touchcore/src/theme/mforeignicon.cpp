@@ -1,8 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-#include <optional>
-
 #include <QDataStream>
 #include <QIconEngine>
 #include <QImage>
@@ -76,8 +74,12 @@ std::optional<Picture> draw(const QString &id)
 
 } // namespace
 
-QIcon foreignIcon(const QString &id)
+std::optional<QIcon> foreignIcon(const QString &id)
 {
     const std::optional<Picture> picture = draw(id);
-    return picture && !picture->image.isNull() ? QIcon(new Engine(*picture)) : QIcon();
+    if (!picture)
+        return QIcon();
+    if (picture->image.isNull())
+        return std::nullopt;
+    return QIcon(new Engine(*picture));
 }

@@ -4,18 +4,21 @@
 #ifndef MFOREIGNICON_P_H
 #define MFOREIGNICON_P_H
 
+#include <optional>
+
 #include <QIcon>
 
 /** The size that a drawing has in the end; bitmaps are no larger. */
 constexpr QSize foreignIconSize(256, 256);
 
 /**
- * Returns the icon with the theme id or absolute path \a id, or a null one when there is none.
+ * Returns the icon with the theme id or absolute path \a id, a null one where it takes too much to draw, or
+ * nothing when there is none.
  *
  * Its file is somebody else's, and a few bytes of a drawing can ask for more work than a machine does in a
  * day. So a process of its own reads and draws it, which ends when that takes more than a second of processor
  * time or half a gigabyte of memory. Waits for it, five seconds at most.
  */
-QIcon foreignIcon(const QString &id);
+std::optional<QIcon> foreignIcon(const QString &id);
 
 #endif

@@ -156,16 +156,17 @@ QIcon MThemePrivate::findForeignIcon(const QString &id)
 {
     const QFileInfo file(id);
     // Opening a pipe would wait for its writer.
-    if (file.isAbsolute() && !file.isFile())
+    if (file.isAbsolute() ? !file.isFile() : QIcon::fromTheme(id).isNull())
         return {};
     const QString key =
-        file.isAbsolute() ? id + QString::number(file.lastModified().toMSecsSinceEpoch()) : id;
+        file.isAbsolute() ? QStringLiteral("%1/%2").arg(id).arg(file.lastModified().toMSecsSinceEpoch()) : id;
     if (const QIcon *known = foreignIcons.object(key))
         return *known;
-    const QIcon icon = foreignIcon(id);
-    if (!icon.isNull())
-        foreignIcons.insert(key, new QIcon(icon));
-    return icon;
+    const std::optional<QIcon> icon = foreignIcon(id);
+    if (!icon)
+        return {};
+    foreignIcons.insert(key, new QIcon(*icon));
+    return *icon;
 }
 
 QIcon MThemePrivate::findIcon(const QString &id)
