@@ -1,6 +1,9 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""links.py REPOSITORY: every relative link of the Markdown pages, and every path that they show as code, leads somewhere."""
+"""links.py REPOSITORY: every relative link of the Markdown pages, and every path that they show as code, leads somewhere.
+
+And every folder of the repository has its place in README's table of them.
+"""
 
 import pathlib
 import re
@@ -10,10 +13,12 @@ LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 FENCE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 # A path is code with one of the tree's folders in front. A pattern or a placeholder is none.
-CODE = re.compile(
-    r"`((?:benchmarks|client|cmake|daemon|docs|examples|include|interfaces|platform|scripts|simulator|src|tests|translations|viewer)"
-    r"/[\w./-]*)`"
-)
+FOLDERS = ("benchmarks client cmake daemon debian docs examples include interfaces platform scripts simulator src testing tests tools"
+           " translations viewer").split()
+CODE = re.compile(rf"`((?:{'|'.join(FOLDERS)})/[\w./-]*)`")
+LAYOUT = re.compile(r"^## Layout$(.*?)^## ", re.MULTILINE | re.DOTALL)
+# What a build makes, and the texts of the licenses, are no part of the layout.
+UNTOLD = {"build", "LICENSES"}
 
 
 def anchor(heading):
@@ -40,9 +45,17 @@ def broken(repository, page):
     ]
 
 
+def untold(repository):
+    """The folders that README's table does not name."""
+    layout = LAYOUT.search((repository / "README.md").read_text(encoding="utf-8"))[1]
+    folders = {path.name for path in repository.iterdir() if path.is_dir() and not path.name.startswith(".")}
+    return sorted(folders - UNTOLD - {path.rstrip("/") for path in CODE.findall(layout)})
+
+
 root = pathlib.Path(sys.argv[1])
 pages = [page for folder in (".", "docs") for page in sorted((root / folder).glob("*.md"))]
 if not pages:
     sys.exit(f"no pages in {root}")
 failures = [f"{page.relative_to(root)}: {link}" for page in pages for link in broken(root, page)]
+failures += [f"README.md: the layout lacks {folder}/" for folder in untold(root)]
 sys.exit("\n".join(failures) or 0)
