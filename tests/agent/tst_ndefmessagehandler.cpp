@@ -103,7 +103,7 @@ private Q_SLOTS:
     void listComesBackFromTheBusInOrder();
     void emptyListReplacesWhatWasThere();
     void handlersShareOneTracker();
-    void everyCopyCounts();
+    void copiesAreCounted();
     void trackerOutlivesItsFirstHandler();
     void dataGoesToTheBusOfTheHandler_data();
     void dataGoesToTheBusOfTheHandler();
@@ -352,7 +352,7 @@ void TestNdefMessageHandler::handlersShareOneTracker()
     QCOMPARE(ohm->calls(QStringLiteral("Subscribe")).size(), 2);
 }
 
-void TestNdefMessageHandler::everyCopyCounts()
+void TestNdefMessageHandler::copiesAreCounted()
 {
     {
         const NdefMessageHandler record = handler();

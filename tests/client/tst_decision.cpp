@@ -152,14 +152,14 @@ class TestDecision : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void isAsTheGuideSays_data();
-    void isAsTheGuideSays();
+    void decisionIsAsTheGuideSays_data();
+    void decisionIsAsTheGuideSays();
     void applicationIsOfferedOnce();
     void schemeInCapitalsIsTheSame_data();
     void schemeInCapitalsIsTheSame();
 };
 
-void TestDecision::isAsTheGuideSays_data()
+void TestDecision::decisionIsAsTheGuideSays_data()
 {
     QTest::addColumn<QByteArray>("message");
     QTest::addColumn<Circumstances>("circumstances");
@@ -180,7 +180,7 @@ void TestDecision::isAsTheGuideSays_data()
     }
 }
 
-void TestDecision::isAsTheGuideSays()
+void TestDecision::decisionIsAsTheGuideSays()
 {
     QFETCH(QByteArray, message);
     QFETCH(Circumstances, circumstances);

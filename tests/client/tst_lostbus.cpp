@@ -79,16 +79,16 @@ class TestLostBus : public QObject
 
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
-    void clientSaysSoAndFails_data();
-    void clientSaysSoAndFails();
-    void settingsSaySoAndFail_data();
-    void settingsSaySoAndFail();
-    void waitingProgramSaysSoAndFails_data();
-    void waitingProgramSaysSoAndFails();
-    void touchSaysSoAndFails();
+    void clientReportsTheLostBusAndFails_data();
+    void clientReportsTheLostBusAndFails();
+    void settingsReportTheLostBusAndFail_data();
+    void settingsReportTheLostBusAndFail();
+    void waitingProgramReportsTheLostBusAndFails_data();
+    void waitingProgramReportsTheLostBusAndFails();
+    void touchReportsTheLostBusAndFails();
 };
 
-void TestLostBus::clientSaysSoAndFails_data()
+void TestLostBus::clientReportsTheLostBusAndFails_data()
 {
     QTest::addColumn<QStringList>("face");
     QTest::addColumn<QString>("bus");
@@ -103,7 +103,7 @@ void TestLostBus::clientSaysSoAndFails_data()
     }
 }
 
-void TestLostBus::clientSaysSoAndFails()
+void TestLostBus::clientReportsTheLostBusAndFails()
 {
     QFETCH(QStringList, face);
     QFETCH(QString, bus);
@@ -128,14 +128,14 @@ void TestLostBus::clientSaysSoAndFails()
     QVERIFY2(said.endsWith(words), said.constData());
 }
 
-void TestLostBus::settingsSaySoAndFail_data()
+void TestLostBus::settingsReportTheLostBusAndFail_data()
 {
     QTest::addColumn<QString>("bus");
     QTest::newRow("system bus") << QStringLiteral("system");
     QTest::newRow("session bus") << QStringLiteral("session");
 }
 
-void TestLostBus::settingsSaySoAndFail()
+void TestLostBus::settingsReportTheLostBusAndFail()
 {
     QFETCH(QString, bus);
     Session session;
@@ -150,7 +150,7 @@ void TestLostBus::settingsSaySoAndFail()
     QVERIFY2(said.endsWith("nfc-settings: the " + bus.toUtf8() + " bus has gone\n"), said.constData());
 }
 
-void TestLostBus::waitingProgramSaysSoAndFails_data()
+void TestLostBus::waitingProgramReportsTheLostBusAndFails_data()
 {
     QTest::addColumn<QByteArray>("name");
     QTest::addColumn<QByteArray>("program");
@@ -163,7 +163,7 @@ void TestLostBus::waitingProgramSaysSoAndFails_data()
                               << QStringLiteral("--remote-control");
 }
 
-void TestLostBus::waitingProgramSaysSoAndFails()
+void TestLostBus::waitingProgramReportsTheLostBusAndFails()
 {
     QFETCH(QByteArray, name);
     QFETCH(QByteArray, program);
@@ -190,7 +190,7 @@ void TestLostBus::waitingProgramSaysSoAndFails()
     QVERIFY2(said.contains(name + ": the system bus has gone\n"), said.constData());
 }
 
-void TestLostBus::touchSaysSoAndFails()
+void TestLostBus::touchReportsTheLostBusAndFails()
 {
     Session session;
     const auto daemon = session.start(NFCD_SIM, {});

@@ -104,7 +104,7 @@ private Q_SLOTS:
     void helpIsPrinted();
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
-    void withoutBusItSaysSo();
+    void missingBusIsReported();
 
     void daemonThatIsThereIsShown();
     void absentDaemonIsOff();
@@ -171,7 +171,7 @@ void TestNfcSettings::badArgumentsAreRefused()
     QCOMPARE(settings.errors(), error);
 }
 
-void TestNfcSettings::withoutBusItSaysSo()
+void TestNfcSettings::missingBusIsReported()
 {
     const QByteArray address = qgetenv("DBUS_SYSTEM_BUS_ADDRESS");
     qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");

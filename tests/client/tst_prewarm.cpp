@@ -32,11 +32,11 @@ class TestPrewarm : public QObject
 private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
-    void nobodySeesIt();
-    void leavesNothing();
+    void prewarmedQuestionIsNeverVisible();
+    void prewarmingLeavesNoWidget();
 };
 
-void TestPrewarm::nobodySeesIt()
+void TestPrewarm::prewarmedQuestionIsNeverVisible()
 {
     const Catalogue catalogue;
     Shown shown;
@@ -45,7 +45,7 @@ void TestPrewarm::nobodySeesIt()
     QCOMPARE(shown.windows, 0);
 }
 
-void TestPrewarm::leavesNothing()
+void TestPrewarm::prewarmingLeavesNoWidget()
 {
     const Catalogue catalogue;
     prewarmQuestion();

@@ -22,8 +22,8 @@ private Q_SLOTS:
 
     void helpNeedsNoDisplay_data() { addPrograms(); }
     void helpNeedsNoDisplay();
-    void withoutDisplayItSaysSo_data() { addPrograms(); }
-    void withoutDisplayItSaysSo();
+    void missingDisplayIsReported_data() { addPrograms(); }
+    void missingDisplayIsReported();
     void badArgumentsAreRefused_data() { addPrograms(); }
     void badArgumentsAreRefused();
     void signalsEndIt_data();
@@ -72,7 +72,7 @@ void TestPrograms::helpNeedsNoDisplay()
     }
 }
 
-void TestPrograms::withoutDisplayItSaysSo()
+void TestPrograms::missingDisplayIsReported()
 {
     QFETCH(QString, program);
     QProcess process;

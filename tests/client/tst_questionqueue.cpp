@@ -78,9 +78,9 @@ private Q_SLOTS:
     void noticeWaitsForQuestions();
     void noticeMakesWayForAQuestion();
     void sameNoticeIsToldOnce();
-    void newestOfWhatGoesOnIsShown();
-    void whatGoesOnMakesWayForANotice();
-    void endedIsGone();
+    void newestTransferIsShown();
+    void transferMakesWayForANotice();
+    void endedTransferIsNotShown();
     void progressIsShownWhereItIsSeen();
     void clearLeavesNothing();
     void nothingIsShownWhilePaused();
@@ -263,7 +263,7 @@ void TestQuestionQueue::sameNoticeIsToldOnce()
     QCOMPARE(face->title(), QStringLiteral("notice"));
 }
 
-void TestQuestionQueue::newestOfWhatGoesOnIsShown()
+void TestQuestionQueue::newestTransferIsShown()
 {
     queue->begin(named(QStringLiteral("older")), {});
     const int newer = queue->begin(named(QStringLiteral("newer")), {});
@@ -273,7 +273,7 @@ void TestQuestionQueue::newestOfWhatGoesOnIsShown()
     QCOMPARE(face->title(), QStringLiteral("older"));
 }
 
-void TestQuestionQueue::whatGoesOnMakesWayForANotice()
+void TestQuestionQueue::transferMakesWayForANotice()
 {
     bool canceled = false;
     queue->begin(named(QStringLiteral("transfer")),
@@ -288,7 +288,7 @@ void TestQuestionQueue::whatGoesOnMakesWayForANotice()
     QCOMPARE(face->title(), QString());
 }
 
-void TestQuestionQueue::endedIsGone()
+void TestQuestionQueue::endedTransferIsNotShown()
 {
     const int number =
         queue->begin(named(QStringLiteral("transfer")), [](const Answer &) { QFAIL("Nobody has answered"); });

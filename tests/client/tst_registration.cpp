@@ -22,7 +22,7 @@ private Q_SLOTS:
 
     void registersWithTheDefaultAdapter();
     void takesTheRegistrationBack();
-    void takesNothingBackThatWasRefused();
+    void refusedRegistrationIsNotTakenBack();
     void refusalIsSaidAndTriedAgain();
     void pausesGrow();
     void daemonWithoutAdapterIsAskedAgain();
@@ -54,7 +54,7 @@ void TestRegistration::takesTheRegistrationBack()
     QTRY_COMPARE(daemon.calls(QStringLiteral("UnregisterUIAgent")).size(), 1);
 }
 
-void TestRegistration::takesNothingBackThatWasRefused()
+void TestRegistration::refusedRegistrationIsNotTakenBack()
 {
     FakeDaemon daemon;
     daemon.fail(QStringLiteral("RegisterUIAgent"), taken, QStringLiteral("Another one is there"));

@@ -44,7 +44,7 @@ private Q_SLOTS:
 
     void commandsAreCounted();
     void bytesAreCounted();
-    void timeIsShort();
+    void timeIsLimited();
     void lateAnswerDoesNotCount();
     void answerWithoutAByteEndsIt();
 
@@ -75,7 +75,7 @@ void TestLimitedExchange::bytesAreCounted()
     QVERIFY(exchange.isExhausted());
 }
 
-void TestLimitedExchange::timeIsShort()
+void TestLimitedExchange::timeIsLimited()
 {
     SteadyTag tag(2, 100);
     LimitedExchange exchange(tag, tag.clock());

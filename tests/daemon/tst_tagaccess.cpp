@@ -19,10 +19,10 @@ private Q_SLOTS:
     void tagsOfBothTypesAreRead();
     void cardsOfOthersGetNoCommand_data();
     void cardsOfOthersGetNoCommand();
-    void untoldCardIsAskedForItsUidAndPageThreeOnly();
-    void untoldTagIsRead();
-    void uidIsTold();
-    void randomUidIsNot();
+    void unrecognizedCardIsAskedForItsUidAndPageThreeOnly();
+    void unrecognizedTagIsRead();
+    void uidIsReported();
+    void randomUidIsNotReported();
     void tagWithoutUidIsRead();
     void otherBytesThanAMessageAreMalformed();
     void messageThatTakesTooLongIsUnsupported();
@@ -31,7 +31,7 @@ private Q_SLOTS:
     void writtenMessageIsReadBack();
     void tagThatKeepsSomethingElseHasRefused();
     void tagThatLeavesBeforeItIsReadBackIsTorn();
-    void untoldTagIsWritten();
+    void unrecognizedTagIsWritten();
     void largestMessageIsWrittenWithinTheLimits();
 
 private:
@@ -83,7 +83,7 @@ void TestTagAccess::cardsOfOthersGetNoCommand()
     QCOMPARE(exchange.commands, QByteArrayList());
 }
 
-void TestTagAccess::untoldCardIsAskedForItsUidAndPageThreeOnly()
+void TestTagAccess::unrecognizedCardIsAskedForItsUidAndPageThreeOnly()
 {
     VirtualType4 card = VirtualType4::holding(link);
     TagExchange exchange(card);
@@ -94,7 +94,7 @@ void TestTagAccess::untoldCardIsAskedForItsUidAndPageThreeOnly()
     QCOMPARE(exchange.commands, asked + asked);
 }
 
-void TestTagAccess::untoldTagIsRead()
+void TestTagAccess::unrecognizedTagIsRead()
 {
     VirtualType2 tag = VirtualType2::sticker(link);
     TagExchange exchange(tag);
@@ -103,14 +103,14 @@ void TestTagAccess::untoldTagIsRead()
     QCOMPARE(reading.contents.message, link);
 }
 
-void TestTagAccess::uidIsTold()
+void TestTagAccess::uidIsReported()
 {
     VirtualType2 tag = VirtualType2::sticker(link);
     TagExchange exchange(tag);
     QCOMPARE(read(exchange, CardKind::Type2).uid, QByteArray::fromHex("04a1b2c3d4e5f6"));
 }
 
-void TestTagAccess::randomUidIsNot()
+void TestTagAccess::randomUidIsNotReported()
 {
     VirtualType2 tag = VirtualType2::sticker(link);
     tag.setUid(QByteArray::fromHex("08010203"));
@@ -204,7 +204,7 @@ void TestTagAccess::tagThatLeavesBeforeItIsReadBackIsTorn()
     }
 }
 
-void TestTagAccess::untoldTagIsWritten()
+void TestTagAccess::unrecognizedTagIsWritten()
 {
     VirtualType2 tag = VirtualType2::sticker(link);
     TagExchange exchange(tag);

@@ -25,7 +25,7 @@ private Q_SLOTS:
     void contentAloneCountsWithoutAUid();
     void tagOnTwoReadersLiesUntilItHasLeftBoth();
     void glimpsesOfATagKeepItsTouch();
-    void glimpsesOfOthersDoNot();
+    void glimpsesOfOtherTagsDoNotKeepTheTouch();
     void openQuestionsAreCounted();
 
 private:
@@ -125,7 +125,7 @@ void TestTouchMemory::glimpsesOfATagKeepItsTouch()
     QVERIFY(!isNew("u", "a", 3800));
 }
 
-void TestTouchMemory::glimpsesOfOthersDoNot()
+void TestTouchMemory::glimpsesOfOtherTagsDoNotKeepTheTouch()
 {
     memory.leave(memory.meet("u", "a", 0).touch, 0);
     memory.glimpse("v", 1900);

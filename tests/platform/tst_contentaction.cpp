@@ -45,8 +45,8 @@ private Q_SLOTS:
     void typeHasItsApplication();
     void fileHasTheApplicationOfItsContent_data();
     void fileHasTheApplicationOfItsContent();
-    void missingFileHasNone();
-    void remoteFileHasNone();
+    void missingFileHasNoApplication();
+    void remoteFileHasNoApplication();
 
 private:
     QTemporaryDir folder;
@@ -200,13 +200,13 @@ void TestContentAction::fileHasTheApplicationOfItsContent()
     QCOMPARE(Action::defaultActionForFile(QUrl::fromLocalFile(path)).name(), application);
 }
 
-void TestContentAction::missingFileHasNone()
+void TestContentAction::missingFileHasNoApplication()
 {
     QVERIFY(!Action::defaultActionForFile(QUrl::fromLocalFile(folder.filePath(QStringLiteral("none.jpg"))))
                  .isValid());
 }
 
-void TestContentAction::remoteFileHasNone()
+void TestContentAction::remoteFileHasNoApplication()
 {
     QVERIFY(!Action::defaultActionForFile(QUrl(QStringLiteral("http://example.com/a.jpg"))).isValid());
     QVERIFY(!Action::defaultActionForFile(QUrl()).isValid());

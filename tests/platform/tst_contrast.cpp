@@ -265,8 +265,8 @@ private Q_SLOTS:
     void cleanup();
 
     void everyStyleIsLookedAt();
-    void everyPairOfTheFileCanBeTold_data() { addVariants(); }
-    void everyPairOfTheFileCanBeTold();
+    void everyPairOfColorsHasContrast_data() { addVariants(); }
+    void everyPairOfColorsHasContrast();
     void textIsPaintedWithItsContrast_data() { addVariants(); }
     void textIsPaintedWithItsContrast();
     void buttonStandsOutOnEverySide_data() { addVariants(); }
@@ -311,7 +311,7 @@ void TestContrast::everyStyleIsLookedAt()
     QCOMPARE(QSet<QString>(all.cbegin(), all.cend()), known);
 }
 
-void TestContrast::everyPairOfTheFileCanBeTold()
+void TestContrast::everyPairOfColorsHasContrast()
 {
     QFETCH(MTheme::Variant, variant);
     MTheme::instance()->setVariant(variant);

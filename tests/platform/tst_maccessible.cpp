@@ -77,7 +77,7 @@ private Q_SLOTS:
     void emptyTextAndPictureWithoutNameAreLeftOut();
     void namedPictureIsRead();
     void buttonIsPressed();
-    void disabledButtonIsNot();
+    void disabledButtonIsNotPressed();
     void switchTellsWhetherItIsOn();
     void progressTellsItsValue();
     void spinnerIsBusy();
@@ -94,7 +94,7 @@ private Q_SLOTS:
     void rectanglesAreWhereTheUserSeesThem_data();
     void rectanglesAreWhereTheUserSeesThem();
     void scrolledAwayIsNotShowing();
-    void newsArePolite();
+    void announcementsArePolite();
     void longestVariantIsSpoken();
     void foreignTextIsSpokenAsItIsDrawn();
     void deletedWhilePressed();
@@ -181,7 +181,7 @@ void TestMAccessible::buttonIsPressed()
     QVERIFY(!reader->press(QStringLiteral("Start")));
 }
 
-void TestMAccessible::disabledButtonIsNot()
+void TestMAccessible::disabledButtonIsNotPressed()
 {
     QSignalSpy clicked(&page->button, &MButton::clicked);
     page->button.setEnabled(false);
@@ -416,7 +416,7 @@ void TestMAccessible::scrolledAwayIsNotShowing()
     QVERIFY(!tree.find("push button", QStringLiteral("Bottom"))->is("showing"));
 }
 
-void TestMAccessible::newsArePolite()
+void TestMAccessible::announcementsArePolite()
 {
     window->announce(QStringLiteral("2 more questions"));
     QVERIFY(reader->hears(announcement, QStringLiteral("2 more questions")));

@@ -51,10 +51,10 @@ private Q_SLOTS:
     void init() { QTest::failOnWarning(QRegularExpression(QStringLiteral(".*"))); }
 
     void withoutPortalEverythingKeepsItsDefault();
-    void portalsAnswerCounts();
+    void answerOfThePortalIsUsed();
     void oldPortalKnowsOneDesktopOnly();
-    void changeCountsAtOnce();
-    void changeOfSomethingElseIsNoNews();
+    void changeIsFollowedAtOnce();
+    void changeOfAnotherSettingIsIgnored();
     void textStaysLegible_data();
     void textStaysLegible();
     void nonsenseIsTheDefault_data();
@@ -75,7 +75,7 @@ void TestMSystemLook::withoutPortalEverythingKeepsItsDefault()
     QCOMPARE(MLook().textScale, 1);
 }
 
-void TestMSystemLook::portalsAnswerCounts()
+void TestMSystemLook::answerOfThePortalIsUsed()
 {
     const Portal portal(all);
     QVERIFY(portal.ready);
@@ -98,7 +98,7 @@ void TestMSystemLook::oldPortalKnowsOneDesktopOnly()
     QVERIFY(look.look().highContrast);
 }
 
-void TestMSystemLook::changeCountsAtOnce()
+void TestMSystemLook::changeIsFollowedAtOnce()
 {
     const Portal portal(all);
     QVERIFY(portal.ready);
@@ -114,7 +114,7 @@ void TestMSystemLook::changeCountsAtOnce()
     QCOMPARE(look.look().textScale, 1.25);
 }
 
-void TestMSystemLook::changeOfSomethingElseIsNoNews()
+void TestMSystemLook::changeOfAnotherSettingIsIgnored()
 {
     const Portal portal(all);
     QVERIFY(portal.ready);

@@ -42,7 +42,7 @@ private Q_SLOTS:
     void noServiceIsNotOffline();
     void serviceIsNotStarted();
     void offlineIsZero();
-    void onlineIsNot();
+    void onlineIsNotOffline();
     void everyCallAsksAnew();
     void slowAnswerIsNotOfflineInTime();
     void nonsenseIsNotOffline_data();
@@ -75,7 +75,7 @@ void TestOfflineMode::offlineIsZero()
     QCOMPARE(OfflineMode().currentStatus(), 0);
 }
 
-void TestOfflineMode::onlineIsNot()
+void TestOfflineMode::onlineIsNotOffline()
 {
     ConnectionManager manager(properties, QStringLiteral("ret = {'State': 'online', 'OfflineMode': False}"));
     QVERIFY(manager.ready);

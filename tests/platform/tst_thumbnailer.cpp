@@ -99,8 +99,8 @@ private Q_SLOTS:
     void nonsenseGivesOneWarning();
     void missingServiceGivesOneWarning();
     void slowServiceDoesNotBlock();
-    void cancelledRequestIsForgotten();
-    void requestAfterACancelledOneIsAnswered();
+    void canceledRequestIsForgotten();
+    void requestAfterACanceledOneIsAnswered();
     void eachSizeIsAnswered();
     void errorOfOneSizeLeavesTheOther();
     void errorBeforeTheHandleCounts();
@@ -296,7 +296,7 @@ void TestThumbnailer::slowServiceDoesNotBlock()
     QVERIFY(timer.elapsed() < 10000);
 }
 
-void TestThumbnailer::cancelledRequestIsForgotten()
+void TestThumbnailer::canceledRequestIsForgotten()
 {
     OddService service(QStringLiteral("u"), QStringLiteral("ret = 7"));
     QVERIFY(service.ready);
@@ -318,7 +318,7 @@ void TestThumbnailer::cancelledRequestIsForgotten()
     QCOMPARE(spy[0][0].toUrl(), QUrl(second));
 }
 
-void TestThumbnailer::requestAfterACancelledOneIsAnswered()
+void TestThumbnailer::requestAfterACanceledOneIsAnswered()
 {
     OddService service(QStringLiteral("u"), countingBody);
     QVERIFY(service.ready);

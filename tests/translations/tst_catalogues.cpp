@@ -159,12 +159,12 @@ private Q_SLOTS:
     void everyNumberHasItsForm_data();
     void everyNumberHasItsForm();
     void whatCountsIsAskedForWithTheNumber_data();
-    void whatCountsIsAskedForWithTheNumber();
+    void textsWithNumbersAreAskedForWithTheirNumber();
     void formsDiffer_data();
     void formsDiffer();
     void digitsAreOfOneKind_data();
     void digitsAreOfOneKind();
-    void germanTagIsNoDay();
+    void germanWordTagMeansNoDay();
     void cancelIsOneWord_data();
     void cancelIsOneWord();
     void toolkitSpeaksTheSameLanguage_data();
@@ -313,7 +313,7 @@ void TestCatalogues::whatCountsIsAskedForWithTheNumber_data()
 }
 
 // A number that the catalogue does not get always takes the first form.
-void TestCatalogues::whatCountsIsAskedForWithTheNumber()
+void TestCatalogues::textsWithNumbersAreAskedForWithTheirNumber()
 {
     QFETCH(QString, catalogue);
     QStringList counting;
@@ -387,7 +387,7 @@ void TestCatalogues::digitsAreOfOneKind()
 }
 
 // "Dieser Tag ist leer" says that this day is empty.
-void TestCatalogues::germanTagIsNoDay()
+void TestCatalogues::germanWordTagMeansNoDay()
 {
     static const QRegularExpression day(QStringLiteral("(?<!NFC-)\\bTags?\\b"));
     const Messages messages = readCatalogue(QStringLiteral("connui-nfc_de.ts"));
