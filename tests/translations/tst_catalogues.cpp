@@ -158,7 +158,7 @@ private Q_SLOTS:
     void everyTextIsInTheTranslatorsTable();
     void everyNumberHasItsForm_data();
     void everyNumberHasItsForm();
-    void whatCountsIsAskedForWithTheNumber_data();
+    void textsWithNumbersAreAskedForWithTheirNumber_data();
     void textsWithNumbersAreAskedForWithTheirNumber();
     void formsDiffer_data();
     void formsDiffer();
@@ -307,7 +307,7 @@ void TestCatalogues::everyNumberHasItsForm()
     QVERIFY(counting > 0);
 }
 
-void TestCatalogues::whatCountsIsAskedForWithTheNumber_data()
+void TestCatalogues::textsWithNumbersAreAskedForWithTheirNumber_data()
 {
     addCatalogues();
 }
