@@ -10,9 +10,9 @@
  * of ours.
  *
  * It is one line of at most 64 characters as users see them; of a longer one the middle is left out, so that
- * a file's extension stays. What is invisible or steers how others are drawn shows as U+FFFD, and a name that
- * runs from right to left keeps to itself. An ordinary name stays as it is. Where nothing is left, \a
- * fallback stands in its place.
+ * a file's extension stays. Characters that are invisible or change how others are drawn show as U+FFFD, and
+ * a name that runs from right to left keeps to itself. An ordinary name stays as it is. Where nothing is
+ * left, \a fallback stands in its place.
  */
 QString foreignName(const QString &name, const QString &fallback);
 

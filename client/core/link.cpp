@@ -73,13 +73,13 @@ QString registrableDomain(const QString &ascii)
     QString name = ascii;
     while (name.endsWith(QLatin1Char('.')))
         name.chop(1);
-    // What is returned is a part of what is given.
+    // The result is a part of the argument.
     const QByteArray latin = name.toLatin1();
     const char *domain = psl_registrable_domain(psl_builtin(), latin.constData());
     return domain ? QString::fromLatin1(domain) : name;
 }
 
-// What stands between the slashes and the path, as it is written.
+// The text between the slashes and the path, as it is written.
 QString writtenAuthority(const QString &uri)
 {
     static const QRegularExpression authority(QStringLiteral("^[^:]*://([^/?#]*)"));

@@ -7,7 +7,7 @@
 
 #include "core/link.h"
 
-// What tags hold that are made to deceive, beside honest ones.
+// Links on tags that are made to deceive, beside honest ones.
 
 struct LinkRow
 {

@@ -129,9 +129,9 @@ QString words(const Decision &decision)
 {
     switch (decision.outcome) {
     case Decision::Refuse:
-        return QStringLiteral("told, rejected");
+        return QStringLiteral("notice, rejected");
     case Decision::AcceptEmpty:
-        return QStringLiteral("told, granted");
+        return QStringLiteral("notice, granted");
     case Decision::Forward:
         return QStringLiteral("unasked to ") + decision.applications.join(QStringLiteral(", "));
     case Decision::Ask:
