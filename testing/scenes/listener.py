@@ -45,7 +45,7 @@ class Listener(Screen):
         while True:
             self._reader.hears(json.dumps(request))
             answer = json.loads(self._reader.says())
-            # What goes while it is read is read once more.
+            # An object that goes while it is read is read again.
             if not (isinstance(answer, dict) and "error" in answer):
                 return answer
 

@@ -17,7 +17,7 @@ FOLDERS = ("benchmarks client cmake daemon debian docs examples include interfac
            " translations viewer").split()
 CODE = re.compile(rf"`((?:{'|'.join(FOLDERS)})/[\w./-]*)`")
 LAYOUT = re.compile(r"^## Layout$(.*?)^## ", re.MULTILINE | re.DOTALL)
-# What a build makes, and the texts of the licenses, are no part of the layout.
+# The folder of builds and the texts of the licenses are not part of the layout.
 UNTOLD = {"build", "LICENSES"}
 
 
