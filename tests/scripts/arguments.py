@@ -54,7 +54,9 @@ class Arguments(unittest.TestCase):
     def test_exported_search_path_leads_nowhere(self):
         # Where "cd scripts/.." would lead.
         elsewhere = self.tree.parent / "elsewhere"
-        (elsewhere / "scripts").mkdir(parents=True)
+        elsewhere.mkdir()
+        for helper in HELPERS:
+            self.stand_in(elsewhere / "scripts" / helper)
         for script in self.scripts:
             with self.subTest(script):
                 self.call(f"scripts/{script}", CDPATH=str(elsewhere))
