@@ -155,10 +155,25 @@
         <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
         <translation>This message goes to %L1 receivers.</translation>
     </message>
+    <message id="qtn_nfc_noanswer_text">
+        <source>%1 has not taken what is on the tag.</source>
+        <extracomment>%1 is the name of the application</extracomment>
+        <translation>%1 has not taken what is on the tag.</translation>
+    </message>
+    <message id="qtn_nfc_noanswer_tit">
+        <source>No answer</source>
+        <extracomment>Title: an application does not take what is on a tag</extracomment>
+        <translation>No answer</translation>
+    </message>
     <message id="qtn_nfc_number_code">
         <source>This is a service code: it can change settings of the phone or of your contract.</source>
         <extracomment>Above a phone number with a star or a hash in it</extracomment>
         <translation>This is a service code: it can change settings of the phone or of your contract.</translation>
+    </message>
+    <message id="qtn_nfc_opening_tit">
+        <source>Opening with %1…</source>
+        <extracomment>Title while an application takes what is on a tag: %1 is its name</extracomment>
+        <translation>Opening with %1…</translation>
     </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>

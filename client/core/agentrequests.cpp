@@ -27,6 +27,7 @@ AgentRequests::AgentRequests(NfcAdapter *adapter, NfcAgent *agent, QuestionQueue
     , face(face)
     , order(std::make_shared<ReplyOrder>())
     , handovers(adapter, queue, nullptr)
+    , deliveries(queue)
 {
     connectBluetooth();
     connectDeliveries();
@@ -79,7 +80,8 @@ void AgentRequests::connectDeliveries()
     connect(
         agent, &NfcAgent::dataDeliveryRequested, this,
         [this](const NdefMessageHandlerList &handlers, const QDBusObjectPath &tag, const QByteArray &data) {
-            queue->add(std::make_unique<DeliveryRequest>(adapter, handlers, tag, data,
+            const DeliveryRequest::Surroundings surroundings{adapter, &deliveries, queue->isPaused()};
+            queue->add(std::make_unique<DeliveryRequest>(surroundings, handlers, tag, data,
                                                          replyTo(tag, &NfcAgent::dataDeliveryGranted)));
         });
 }
@@ -101,7 +103,9 @@ void AgentRequests::connectSharing()
 
 void AgentRequests::tellTouch(int status)
 {
-    face->indicateTouch();
+    // Nothing is shown on a screen that is locked.
+    if (!queue->isPaused())
+        face->indicateTouch();
     if (status != NfcAgent::Ok)
         queue->tell(unreadableTagNotice());
 }

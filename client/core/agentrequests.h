@@ -8,6 +8,7 @@
 #include <QDBusObjectPath>
 #include <QObject>
 
+#include "core/deliveries.h"
 #include "core/handovers.h"
 #include "core/request.h"
 
@@ -44,6 +45,7 @@ private:
     Face *const face;
     const std::shared_ptr<ReplyOrder> order;
     Handovers handovers;
+    Deliveries deliveries;
 };
 
 #endif

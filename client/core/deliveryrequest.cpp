@@ -6,8 +6,10 @@
 
 #include <ContentAction>
 #include <NfcAdapter>
+#include <NfcPendingCall>
 
 #include "core/clientlog.h"
+#include "core/deliveries.h"
 #include "core/desktopapplication.h"
 #include "core/notices.h"
 #include "core/tagquestion.h"
@@ -15,12 +17,13 @@
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::NfcAdapter;
+using ConnUi::NfcPendingCall;
 
-DeliveryRequest::DeliveryRequest(const NfcAdapter *adapter, const NdefMessageHandlerList &handlers,
+DeliveryRequest::DeliveryRequest(const Surroundings &surroundings, const NdefMessageHandlerList &handlers,
                                  const QDBusObjectPath &tag, const QByteArray &data,
                                  const PendingReply &reply)
     : Request(Delivery, tag.path(), data, reply)
-    , adapter(adapter)
+    , surroundings(surroundings)
     , handlers(handlers)
     , tag(tag)
     , data(data)
@@ -29,6 +32,29 @@ DeliveryRequest::DeliveryRequest(const NfcAdapter *adapter, const NdefMessageHan
 void DeliveryRequest::begin()
 {
     content = readTag(data);
+    if (content.records.isEmpty() || handlers.isEmpty())
+        decideWithout();
+    else
+        findHandlerInFront();
+}
+
+void DeliveryRequest::findHandlerInFront()
+{
+    unknown = int(handlers.size());
+    for (int i = 0; i < handlers.size(); ++i) {
+        const NfcPendingCall *call = handlers[i].isRunningOnForegroundAsync();
+        connect(call, &NfcPendingCall::finished, this, [this, i](const NfcPendingCall *answered) {
+            if (answered->value().toBool() && (inFront < 0 || i < inFront))
+                inFront = i;
+            if (--unknown == 0)
+                decideWithout();
+        });
+    }
+}
+
+// What can be decided without the user.
+void DeliveryRequest::decideWithout()
+{
     decision = ::decide(content, circumstances());
     switch (decision.outcome) {
     case Decision::Ask:
@@ -56,14 +82,11 @@ Circumstances DeliveryRequest::circumstances() const
     Circumstances now;
     for (const NdefMessageHandler &handler : handlers)
         now.handlers.append(handler.applicationId());
-    const auto front =
-        std::find_if(handlers.cbegin(), handlers.cend(),
-                     [](const NdefMessageHandler &handler) { return handler.isRunningOnForeground(); });
-    if (front != handlers.cend())
-        now.inFront = int(front - handlers.cbegin());
+    now.inFront = inFront;
     if (!content.records.isEmpty() && content.records.constFirst().kind == TagRecord::Uri)
         now.desktop = ContentAction::Action::defaultActionForScheme(content.records.constFirst().text).name();
-    now.wantsToBeAsked = adapter->isConfirmationEnabled();
+    now.wantsToBeAsked = surroundings.adapter->isConfirmationEnabled();
+    now.isLocked = surroundings.isLocked;
     return now;
 }
 
@@ -105,11 +128,13 @@ void DeliveryRequest::openOnDesktop()
 
 void DeliveryRequest::forward(const QString &application)
 {
-    for (NdefMessageHandler handler : handlers) {
-        if (handler.applicationId() == application) {
-            handler.forwardData(tag, data);
-            break;
-        }
-    }
-    grant();
+    const auto handler =
+        std::find_if(handlers.cbegin(), handlers.cend(), [&application](const NdefMessageHandler &candidate) {
+            return candidate.applicationId() == application;
+        });
+    // The daemon may forget the tag once it has its answer.
+    surroundings.deliveries->deliver(*handler, tag, data, [replies = takeReplies()] {
+        for (const PendingReply &reply : replies)
+            reply.grant();
+    });
 }

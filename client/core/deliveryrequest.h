@@ -14,29 +14,43 @@ namespace ConnUi {
 class NfcAdapter;
 }
 
+class Deliveries;
+
 /** Decides about the content of a tag, and hands it over. */
 class DeliveryRequest : public Request
 {
     Q_OBJECT
 
 public:
-    DeliveryRequest(const ConnUi::NfcAdapter *adapter, const ConnUi::NdefMessageHandlerList &handlers,
+    /** What a delivery needs of others. */
+    struct Surroundings
+    {
+        const ConnUi::NfcAdapter *adapter;
+        Deliveries *deliveries;
+        bool isLocked; ///< The session was locked when it came
+    };
+
+    DeliveryRequest(const Surroundings &surroundings, const ConnUi::NdefMessageHandlerList &handlers,
                     const QDBusObjectPath &tag, const QByteArray &data, const PendingReply &reply);
 
     void begin() override;
     void decide(const Answer &answer) override;
 
 private:
+    void findHandlerInFront();
+    void decideWithout();
     Circumstances circumstances() const;
     void open(const QString &application);
     void openOnDesktop();
     void forward(const QString &application);
 
-    const ConnUi::NfcAdapter *const adapter;
+    const Surroundings surroundings;
     const ConnUi::NdefMessageHandlerList handlers;
     const QDBusObjectPath tag;
     const QByteArray data;
     TagContent content;
+    int unknown = 0;  // handlers of which it is not known yet whether they are in front
+    int inFront = -1; // the first that is
     Decision decision;
 };
 

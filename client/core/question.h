@@ -30,6 +30,7 @@ struct Question
         Invitation, ///< To touch the other device, until it is touched
         Waiting,    ///< For the other device, until it is there
         Receiving,  ///< A file, until it is here
+        Opening,    ///< Until an application has taken what is on a tag
     };
 
     /** A file that is on its way. */

@@ -158,6 +158,11 @@ void QuestionQueue::setPaused(bool pause)
     advance();
 }
 
+bool QuestionQueue::isPaused() const
+{
+    return paused;
+}
+
 qsizetype QuestionQueue::waiting() const
 {
     const bool isOngoing = std::any_of(ongoing.cbegin(), ongoing.cend(),

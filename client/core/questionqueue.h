@@ -62,6 +62,7 @@ public:
 
     /** Shows nothing, and lets nothing have its turn, while \a paused. */
     void setPaused(bool paused);
+    bool isPaused() const;
 
     /** Returns how many requests and notices wait behind what is shown. */
     qsizetype waiting() const;

@@ -49,6 +49,11 @@ void Request::join(const Request &other)
     replies += other.replies;
 }
 
+QList<PendingReply> Request::takeReplies()
+{
+    return std::exchange(replies, {});
+}
+
 void Request::grant()
 {
     for (const PendingReply &reply : std::exchange(replies, {}))

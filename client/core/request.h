@@ -79,6 +79,9 @@ protected:
     /** Replies that the user wants it. */
     void grant();
 
+    /** Leaves the replies to the caller, who gives them when this has gone. */
+    QList<PendingReply> takeReplies();
+
     const Kind kind;
     const QString target;
 

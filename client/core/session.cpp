@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/session.h"
 
+#include <utility>
+
 #include <QTimer>
 
+#include <ApplicationTracker>
 #include <NfcAgent>
 
 #include "core/agentrequests.h"
@@ -12,18 +15,19 @@
 #include "core/registration.h"
 #include "core/transfers.h"
 
+using ConnUi::ApplicationTracker;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
 
-Session::Session(Face *face, QObject *parent) : QObject(parent), face(face), queue(face)
+Session::Session(Face *face, QObject *parent)
+    : QObject(parent)
+    , face(face)
+    , queue(face)
+    , adapter(NfcAdapter::defaultAdapterAsync())
 {
-    connect(&adapter, &NfcAdapter::adapterValid, this, &Session::createAgent);
-    connect(&adapter, &NfcAdapter::adapterInvalid, this, &Session::dropAgent);
-    // A daemon that was there before the adapter is not announced.
-    if (adapter.isValid())
-        createAgent();
-    else
-        QTimer::singleShot(0, face, &Face::prepare);
+    connect(&lock, &SessionLock::changed, &queue, &QuestionQueue::setPaused);
+    connect(adapter.get(), &NfcAdapter::adapterValid, this, &Session::createAgent);
+    connect(adapter.get(), &NfcAdapter::adapterInvalid, this, &Session::dropAgent);
 }
 
 Session::~Session()
@@ -53,7 +57,7 @@ void Session::createAgent()
     agent = std::make_unique<NfcAgent>();
     // A second wall behind the bus's policy.
     agent->setDaemonOnly(true);
-    requests = std::make_unique<AgentRequests>(&adapter, agent.get(), &queue, face);
+    requests = std::make_unique<AgentRequests>(adapter.get(), agent.get(), &queue, face);
     registration = std::make_unique<Registration>(agent->path());
     connect(registration.get(), &Registration::succeeded, this, &Session::welcome);
     // Queued: the daemon gets its answer before the agent that it called goes. In the agent's name: a word
@@ -65,14 +69,13 @@ void Session::createAgent()
 void Session::welcome(const QString &adapterPath)
 {
     qCInfo(clientLog, "the daemon is here; %s is its agent", qUtf8Printable(agent->path()));
+    if (!std::exchange(isPrepared, true)) {
+        ApplicationTracker::subscribeAsync(this);
+        QTimer::singleShot(0, face, &Face::prepare);
+    }
     transfers = std::make_unique<Transfers>(adapterPath, &queue);
     connect(transfers.get(), &Transfers::hiddenChanged, this, &Session::hiddenTransfersChanged);
     Q_EMIT registeredChanged(true);
-    QTimer::singleShot(0, this, [this] {
-        if (!handler)
-            handler.emplace();
-        face->prepare();
-    });
 }
 
 void Session::dropAgent()

@@ -4,14 +4,13 @@
 #define CONNUI_CLIENT_SESSION_H
 
 #include <memory>
-#include <optional>
 
 #include <QObject>
 
-#include <NdefMessageHandler>
 #include <NfcAdapter>
 
 #include "core/questionqueue.h"
+#include "core/sessionlock.h"
 
 namespace ConnUi {
 class NfcAgent;
@@ -60,10 +59,10 @@ private:
 
     Face *const face;
     QuestionQueue queue;
-    ConnUi::NfcAdapter adapter;
-    // As long as there is one the library follows the application in front, and no tag waits for that to
-    // begin.
-    std::optional<ConnUi::NdefMessageHandler> handler;
+    SessionLock lock;
+    const std::unique_ptr<ConnUi::NfcAdapter> adapter;
+    // Once the daemon knows the agent: nothing delays that, and no tag waits for the rest.
+    bool isPrepared = false;
     std::unique_ptr<ConnUi::NfcAgent> agent;
     std::unique_ptr<AgentRequests> requests;
     std::unique_ptr<Registration> registration;

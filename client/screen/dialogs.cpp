@@ -83,6 +83,7 @@ MDialog *newMessageBox(const Question &question)
     new MLinearLayoutPolicy(new MLayout(text), Qt::Vertical);
     box->setCentralWidget(text);
     addText(box, notesOf(question), question.data);
+    box->setProgressIndicatorVisible(question.kind == Question::Opening);
     if (asks)
         box->button(M::YesButton)->setText(question.yes);
     box->button(asks ? M::NoButton : M::OkButton)->setText(question.no);
@@ -180,6 +181,7 @@ MDialog *newDialog(const Question &question)
     case Question::Disconnection:
     case Question::Notice:
     case Question::Receiving:
+    case Question::Opening:
         break;
     }
     return newMessageBox(question);

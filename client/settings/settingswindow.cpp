@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "settings/settingswindow.h"
 
+#include <utility>
+
 #include <QTimer>
 
 #include <DialogHelperWidget>
@@ -9,6 +11,7 @@
 #include <MLayout>
 #include <MLinearLayoutPolicy>
 #include <NfcAdapter>
+#include <NfcPendingCall>
 #include <NfcSettingsView>
 #include <SimpleCheckBoxLabel>
 
@@ -17,11 +20,15 @@
 
 using ConnUi::DialogHelperWidget;
 using ConnUi::NfcAdapter;
+using ConnUi::NfcPendingCall;
 using ConnUi::NfcSettingsView;
 using ConnUi::SimpleCheckBoxLabel;
 using ConnUi::SimpleSheet;
 
 namespace {
+
+// A daemon that is there has answered by then: its switch does not move under the user's finger.
+constexpr int patience = 500; // milliseconds
 
 // The view shows its switches in rows and does not hand them out.
 MButton *confirmationButton(const QGraphicsWidget *view)
@@ -64,7 +71,17 @@ void SettingsWindow::bind()
 {
     if (adapter)
         return;
-    adapter.reset(NfcAdapter::defaultAdapter());
+    adapter.reset(NfcAdapter::defaultAdapterAsync());
+    connect(adapter.get(), &NfcAdapter::adapterValid, this, [this] {
+        connect(adapter->isPoweredAsync(), &NfcPendingCall::finished, this, &SettingsWindow::showSettings);
+    });
+    QTimer::singleShot(patience, this, &SettingsWindow::showSettings);
+}
+
+void SettingsWindow::showSettings()
+{
+    if (std::exchange(showsSettings, true))
+        return;
     auto *view = new NfcSettingsView(adapter.get());
     if (MButton *confirmations = confirmationButton(view))
         new ConfirmationSwitch(confirmations, adapter.get(), view);

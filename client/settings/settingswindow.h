@@ -15,8 +15,8 @@ class NfcAdapter;
 /**
  * The NFC settings in a window of their own.
  *
- * Binding to the daemon may take as long as the bus waits for an answer; it begins when the window is on the
- * screen.
+ * It begins to bind to the daemon when the window is on the screen, and shows the settings when the daemon
+ * has answered, or after a moment.
  */
 class SettingsWindow : public MWindow
 {
@@ -31,10 +31,12 @@ protected:
 
 private:
     void bind();
+    void showSettings();
 
     // The page's view uses the adapter until it goes.
     std::unique_ptr<ConnUi::NfcAdapter> adapter;
     ConnUi::SimpleSheet page;
+    bool showsSettings = false;
 };
 
 #endif

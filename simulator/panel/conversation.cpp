@@ -54,7 +54,8 @@ Conversation::Conversation(QObject *parent) : QObject(parent)
 Conversation::~Conversation()
 {
     monitor.disconnect(this);
-    monitor.terminate();
+    // It keeps nothing that could be lost, and may hang.
+    monitor.kill();
     monitor.waitForFinished();
 }
 

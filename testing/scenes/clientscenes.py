@@ -3,8 +3,8 @@
 """The client itself: questions that wait, a daemon that leaves, a screen that turns."""
 
 from scenes import (
-    HEADSET, OTHER_HEADSET, answers, asks, decided, handler_gets, has_been_read, is_clear, scene, screen_scene,
-    text_record, uri_record)
+    HEADSET, OTHER_HEADSET, answers, asks, decided, handler_gets, handler_hears_nothing, has_been_read, is_clear, scene,
+    screen_scene, text_record, uri_record)
 
 LINK = "uri", "https://www.example.org/"
 
@@ -220,3 +220,20 @@ def activated_client(stage, step):
     handler_gets(stage, step, text_record("Welcome"))
     decided(tap, step, "granted", 0)
     step("it leaves when it is told to", stage.ends_the_activated_client)
+
+
+@scene
+def locked_session(stage, step):
+    """While the session is locked nothing is asked, and nothing goes unasked; a question comes after unlocking"""
+    session = stage.session_can_be_locked()
+    stage.client_comes_again()
+    step("the session is locked", lambda: session(True))
+    questions = stage.wire.questions
+    tap = stage.tap("text", "Welcome")
+    step("a tag touches the phone", lambda: stage.wire.hears_more_than(questions + 1, until=lambda: False))
+    handler_hears_nothing(stage, step)
+    step("the session is unlocked", lambda: session(False))
+    asks(stage, step, "now the client asks", "Text on tag", "Welcome")
+    answers(stage, step, "the user views it", "View")
+    handler_gets(stage, step, text_record("Welcome"))
+    decided(tap, step, "granted", 0)

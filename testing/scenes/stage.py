@@ -217,6 +217,13 @@ class Stage:
         bluetooth.call("/", "org.bluez.Mock", "AddAdapter", "hci0", "phone")
         bluetooth.call("/", "org.bluez.Mock", "AddDevice", "hci0", address, name)
 
+    def session_can_be_locked(self):
+        """The login manager; returns what locks the session, and unlocks it."""
+        login = self.stands_in("org.freedesktop.login1", "-t", "logind")
+        path = login.call("/org/freedesktop/login1", "org.freedesktop.DBus.Mock", "AddSession", "auto", "seat0",
+                          dbus.UInt32(os.getuid()), "user", True)
+        return lambda locked: login.call(path, "org.freedesktop.login1.Session", "SetLockedHint", locked)
+
     def tap(self, *arguments):
         """Holds something against the daemon; the actor returned leaves when the user has decided."""
         return self.start("nfctap", "nfctap", *arguments)

@@ -131,6 +131,16 @@ void FakeService::kill()
     process.waitForFinished();
 }
 
+void FakeService::suspend()
+{
+    ::kill(bus.interface()->servicePid(controlName), SIGSTOP);
+}
+
+void FakeService::resume()
+{
+    ::kill(bus.interface()->servicePid(controlName), SIGCONT);
+}
+
 bool FakeService::isOnBus() const
 {
     return bus.interface()->isServiceRegistered(serviceName);

@@ -40,6 +40,9 @@ public:
     void stop();
     /** Kills the process, as kill -9 does, and returns when the bus has noticed. */
     void kill();
+    /** Stops the process, as kill -STOP does; only resume() and kill() are left. */
+    void suspend();
+    void resume();
     /** Whether the service name is on the bus. */
     bool isOnBus() const;
     /** Has the bus start the service on demand: this fake, or another command. */

@@ -1,12 +1,17 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <malloc.h>
+
 #include <QPointer>
 #include <QTest>
 
+#include "core/deliveryrequest.h"
 #include "core/questionqueue.h"
 #include "core/replyorder.h"
 #include "core/request.h"
 #include "fakeface.h"
+
+using ConnUi::NdefMessageHandlerList;
 
 namespace {
 
@@ -85,6 +90,7 @@ private Q_SLOTS:
     void clearLeavesNothing();
     void nothingIsShownWhilePaused();
     void nothingCoversARequestThatIsNotReady();
+    void floodTakesNoMemory();
 
 private:
     void add(const QString &name, Request::Kind kind = Request::Pairing, const QString &target = {},
@@ -349,6 +355,28 @@ void TestQuestionQueue::nothingCoversARequestThatIsNotReady()
     QCOMPARE(face->title(), QStringLiteral("slow"));
     face->answer(Answer::No);
     QCOMPARE(face->history, (QStringList{QStringLiteral("slow"), QStringLiteral("quick")}));
+}
+
+void TestQuestionQueue::floodTakesNoMemory()
+{
+    constexpr size_t most = 5 * 1024 * 1024;
+    constexpr int deliveries = 1000;
+    constexpr qsizetype size = 64 * 1024;
+    add(QStringLiteral("one"));
+    const size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
+    for (int i = 0; i < deliveries - QuestionQueue::capacity; ++i)
+        QTest::ignoreMessage(QtWarningMsg, "Too many requests wait: another one is rejected");
+    for (int i = 0; i < deliveries; ++i) {
+        const QString target = QStringLiteral("/tag%1").arg(i);
+        queue->add(std::make_unique<DeliveryRequest>(
+            DeliveryRequest::Surroundings{}, NdefMessageHandlerList(), QDBusObjectPath(target),
+            QByteArray(size, char(i)) + QByteArray::number(i),
+            PendingReply(
+                order, target, [] {}, [this] { replies.append(QStringLiteral("rejected")); })));
+    }
+    QCOMPARE(replies.size(), deliveries - QuestionQueue::capacity);
+    const size_t after = mallinfo2().uordblks + mallinfo2().hblkhd;
+    QVERIFY2(after - before < most, qPrintable(QString::number(after - before)));
 }
 
 QTEST_GUILESS_MAIN(TestQuestionQueue)

@@ -6,6 +6,7 @@
 #include <QSignalSpy>
 #include <QTest>
 
+#include <NdefMessageHandler>
 #include <RadioState>
 
 #include "catalogue.h"
@@ -68,6 +69,7 @@ private Q_SLOTS:
     void lateReleaseTakesOnlyItsOwnAgent();
     void releaseTakesTheAgent();
     void applicationInFrontIsFollowedOnce();
+    void lockedSessionShowsAndForwardsNothing();
     void requestsOfOneTargetGetTheirOwnAnswers_data();
     void requestsOfOneTargetGetTheirOwnAnswers();
 
@@ -188,6 +190,37 @@ void TestSession::applicationInFrontIsFollowedOnce()
     }
     QCOMPARE(ohm.calls(QStringLiteral("Subscribe")).size(), 1);
     QCOMPARE(ohm.calls(QStringLiteral("Unsubscribe")).size(), 0);
+}
+
+void TestSession::lockedSessionShowsAndForwardsNothing()
+{
+    FakeService saver(QDBusConnection::SessionBus, QStringLiteral("org.freedesktop.ScreenSaver"));
+    saver.reply(QStringLiteral("GetActive"), {true});
+    saver.start();
+    FakeFace face;
+    FakeOhm ohm;
+    FakeHandler viewer;
+    viewer.start();
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    QTRY_COMPARE(saver.calls(QStringLiteral("GetActive")).size(), 1);
+    ask(QStringLiteral("unasked"), 0);
+    // Nobody else is told by the daemon: when this has been dealt with, so has what came before.
+    daemon.callAgent(agentPath(), QStringLiteral("NotifyTouch"),
+                     {QVariant::fromValue(target), QStringLiteral("ok")});
+    QTRY_COMPARE(daemon.replies().size(), 1);
+    QVERIFY(!face.shown);
+    QCOMPARE(face.touches, 0);
+
+    saver.emitSignal(QStringLiteral("/org/freedesktop/ScreenSaver"), saver.service(),
+                     QStringLiteral("ActiveChanged"), {false});
+    // It came while nobody was there to see it, so it is asked about.
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(face.shown->kind, Question::Text);
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 0);
+    face.answer(Answer::Yes);
+    QTRY_COMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
 }
 
 int TestSession::ask(const QString &kind, int number)
