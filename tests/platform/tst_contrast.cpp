@@ -19,9 +19,9 @@ constexpr MTheme::Variant variants[] = {MTheme::Light, MTheme::Dark, MTheme::Lig
                                         MTheme::DarkContrast};
 
 // What texts and controls lie on. A selected row and a pressed one lie on a card.
-constexpr const char *grounds[] = {"MWindow",          "MSceneWindow",      "MDialogPortrait",
-                                   "MDialogLandscape", "CommonPanel",       "CommonSmallPanel",
-                                   "Inverted",         "SimpleSheetHeader", "SimpleCheckBoxLabel"};
+constexpr const char *grounds[] = {
+    "MWindow",     "MSceneWindow",     "MDialogPortrait", "MDialogLandscape",  "MDialogBeside",
+    "CommonPanel", "CommonSmallPanel", "Inverted",        "SimpleSheetHeader", "SimpleCheckBoxLabel"};
 
 // Each with its own text on its own ground.
 constexpr const char *buttons[] = {"MButton", "CommonSingleButton", "MDialogButton", "MDialogPrimaryButton",

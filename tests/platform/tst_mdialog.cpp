@@ -113,6 +113,9 @@ private Q_SLOTS:
     void dialogInAPlainSceneTakesKeys();
     void smallWindowScrollsEverything_data();
     void smallWindowScrollsEverything();
+    void wideLowWindowHasButtonsBesideTheContents_data();
+    void wideLowWindowHasButtonsBesideTheContents();
+    void switchAccessReachesEveryButton();
     void lateClickChangesNothing();
     void buttonsMayGo_data();
     void buttonsMayGo();
@@ -907,6 +910,80 @@ void TestMDialog::smallWindowScrollsEverything()
     QVERIFY(place > 700 && no->sceneBoundingRect().bottom() < 854);
     finger.wheel({240, 600}, -120);
     QCOMPARE(no->scenePos().y(), place);
+}
+
+void TestMDialog::wideLowWindowHasButtonsBesideTheContents_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
+}
+
+void TestMDialog::wideLowWindowHasButtonsBesideTheContents()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    MWindow window;
+    window.resize(720, 360);
+    window.setLayoutDirection(direction);
+    window.show();
+    MMessageBox dialog(QStringLiteral("Title"), QStringLiteral("Text"), M::YesButton | M::NoButton);
+    dialog.appear(&window);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    const MLabel *text = visibleBelow<MLabel>(&dialog).last();
+    const MButton *yes = viewOf(&dialog, dialog.button(M::YesButton));
+    const MButton *no = viewOf(&dialog, dialog.button(M::NoButton));
+    QVERIFY(text->sceneBoundingRect().bottom() <= yes->sceneBoundingRect().top());
+    QCOMPARE(yes->scenePos().y(), no->scenePos().y());
+
+    dialog.setText(longText().repeated(20));
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    CountLayouts layouts;
+    qApp->installEventFilter(&layouts);
+    for (int i = 0; i < 10; ++i)
+        QCoreApplication::processEvents();
+    qApp->removeEventFilter(&layouts);
+    QCOMPARE(layouts.count, 0);
+    QVERIFY(no->scenePos().y() > yes->scenePos().y());
+    const QRectF card = dialog.childItems().first()->sceneBoundingRect();
+    for (const MButton *button : {yes, no}) {
+        const QRectF place = button->sceneBoundingRect();
+        QVERIFY(card.contains(place));
+        QVERIFY(direction == Qt::LeftToRight ? place.left() > text->sceneBoundingRect().right()
+                                             : place.right() < text->sceneBoundingRect().left());
+    }
+    QVERIFY(card.left() <= text->scenePos().x() && text->sceneBoundingRect().right() <= card.right());
+
+    dialog.setText(QStringLiteral("Text"));
+    QTRY_COMPARE(yes->scenePos().y(), no->scenePos().y());
+}
+
+// One key goes on, another one presses.
+void TestMDialog::switchAccessReachesEveryButton()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    constexpr int buttons = 5;
+    for (int wanted = 0; wanted < buttons; ++wanted) {
+        MMessageBox dialog(QStringLiteral("Title"), longText(), M::YesButton | M::NoButton);
+        for (const char *text : {"One", "Two", "Three"})
+            dialog.addButton(QString::fromLatin1(text));
+        dialog.appear(&window);
+        TouchDriver keys(&window);
+        QPointF before(0, 0);
+        for (int i = 0; i <= wanted; ++i) {
+            keys.key(Qt::Key_Tab);
+            const QGraphicsItem *focused = window.scene()->focusItem();
+            QCOMPARE(focused, viewOf(&dialog, dialog.buttons().at(i)));
+            // In the order in which they stand.
+            QVERIFY(focused->scenePos().y() > before.y());
+            before = focused->scenePos();
+        }
+        keys.key(Qt::Key_Space);
+        QCOMPARE(dialog.clickedButton(), dialog.buttons().at(wanted));
+        dialog.done(0);
+    }
 }
 
 void TestMDialog::lateClickChangesNothing()

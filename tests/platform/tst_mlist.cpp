@@ -445,7 +445,7 @@ void TestMList::listInDialogLeavesButtonsInReach()
         QCoreApplication::processEvents();
         const MButton *button = viewOf(&dialog, dialog.button(M::OkButton));
         QVERIFY(window.rect().contains(button->sceneBoundingRect().toRect()));
-        QVERIFY(list->sceneBoundingRect().bottom() <= button->sceneBoundingRect().top());
+        QVERIFY(!list->sceneBoundingRect().intersects(button->sceneBoundingRect()));
         QVERIFY(list->size().height() >= 144);
         QVERIFY(visibleBelow<MListItem>(list).size() <= 15);
         QCOMPARE(visibleBelow<MLabel>(list).first()->text(), QStringLiteral("0"));

@@ -12,6 +12,18 @@
 
 namespace {
 
+// Phones of several kinds, as they are held. The first two have the pictures of the API reference.
+struct Screen
+{
+    const char *suffix;
+    QSize size;
+};
+
+constexpr Screen screens[] = {
+    {"", {480, 854}},         {"-landscape", {854, 480}},   {"-360x720", {360, 720}},
+    {"-720x360", {720, 360}}, {"-1080x2400", {1080, 2400}},
+};
+
 // The texts of a language, and its direction, while it lives.
 class Language
 {
@@ -38,12 +50,11 @@ private:
     QTranslator labels;
 };
 
-QPixmap pictureOf(const Dialog &shown, const QString &language, M::Orientation orientation)
+QPixmap pictureOf(const Dialog &shown, const QString &language, QSize screen)
 {
     const Language texts(language);
     MWindow window;
-    if (orientation == M::Landscape)
-        window.resize(window.sizeHint().transposed());
+    window.resize(screen);
     const std::unique_ptr<MDialog> dialog(shown.make());
     dialog->appear(&window);
     window.show();
@@ -57,12 +68,12 @@ QList<Picture> dialogPictures(const QList<Dialog> &dialogs)
 {
     QList<Picture> pictures;
     for (const Dialog &dialog : dialogs) {
-        for (const char *language : {"en", "de", "ar"}) {
+        for (const char *language : {"en", "de", "fi", "ar"}) {
             const QString code = QLatin1String(language);
             const QString name = QStringLiteral("%1-%2").arg(dialog.name, code);
-            pictures.append({name, [=] { return pictureOf(dialog, code, M::Portrait); }});
-            pictures.append(
-                {name + QStringLiteral("-landscape"), [=] { return pictureOf(dialog, code, M::Landscape); }});
+            for (const Screen &screen : screens)
+                pictures.append({name + QLatin1String(screen.suffix),
+                                 [=, size = screen.size] { return pictureOf(dialog, code, size); }});
         }
     }
     return pictures;

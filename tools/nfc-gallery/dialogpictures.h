@@ -14,7 +14,7 @@ struct Dialog
     std::function<MDialog *()> make;
 };
 
-/** Returns the pictures of \a dialogs in portrait and landscape, in English, German and Arabic. */
+/** Returns the pictures of \a dialogs on several screens, in all languages. */
 QList<Picture> dialogPictures(const QList<Dialog> &dialogs);
 
 #endif

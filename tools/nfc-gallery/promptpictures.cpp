@@ -18,8 +18,6 @@
 #include <NfcSharingSelectionDialog>
 #include <NfcTagNotSupportedDialog>
 
-#include "dialogpictures.h"
-
 using namespace ConnUi;
 
 namespace {
@@ -97,6 +95,8 @@ Make sharing(const QStringList &resources)
     return prompt<NfcSharingPermissionDialog>(resources);
 }
 
+} // namespace
+
 QList<Dialog> promptDialogs()
 {
     constexpr unsigned int headset = 0x240404;
@@ -127,8 +127,6 @@ QList<Dialog> promptDialogs()
         {QStringLiteral("share-nothing"), sharing({})},
     };
 }
-
-} // namespace
 
 QList<Picture> promptPictures()
 {

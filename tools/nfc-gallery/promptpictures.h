@@ -3,7 +3,10 @@
 #ifndef CONNUI_GALLERY_PROMPTPICTURES_H
 #define CONNUI_GALLERY_PROMPTPICTURES_H
 
-#include "pictures.h"
+#include "dialogpictures.h"
+
+/** Returns the prompts and the question whether to share, with all contents that they may have. */
+QList<Dialog> promptDialogs();
 
 /** Returns the pictures of the prompts and of the question whether to share, each as dialogPictures() takes
  * them. */

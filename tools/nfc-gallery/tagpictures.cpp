@@ -8,8 +8,6 @@
 #include <NfcTagReadPermissionDialog>
 #include <URINDEFRecord>
 
-#include "dialogpictures.h"
-
 using ConnUi::NfcApplicationSelectionDialog;
 using ConnUi::NfcTagReadPermissionDialog;
 
@@ -49,6 +47,8 @@ Make selection(const QStringList &applications)
     return [=] { return new NfcApplicationSelectionDialog(applications, 0); };
 }
 
+} // namespace
+
 QList<Dialog> tagDialogs()
 {
     const QString menu = QStringLiteral("Menu of the day");
@@ -72,8 +72,6 @@ QList<Dialog> tagDialogs()
         {QStringLiteral("tag-selection-empty"), selection({})},
     };
 }
-
-} // namespace
 
 QList<Picture> tagPictures()
 {

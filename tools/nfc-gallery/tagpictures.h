@@ -3,11 +3,14 @@
 #ifndef CONNUI_GALLERY_TAGPICTURES_H
 #define CONNUI_GALLERY_TAGPICTURES_H
 
-#include "pictures.h"
+#include "dialogpictures.h"
+
+/** Returns the questions about each kind of content of a tag. */
+QList<Dialog> tagDialogs();
 
 /**
- * Returns the pictures of the questions about each kind of content of a tag, in portrait and landscape, in
- * English, German and Arabic.
+ * Returns the pictures of the questions about each kind of content of a tag, each as dialogPictures() takes
+ * them.
  *
  * The applications in them are those of the folder applications/; without their desktop files they have no
  * names.

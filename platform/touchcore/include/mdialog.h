@@ -17,8 +17,8 @@ class MDialogPrivate;
 /**
  * A question or a notice in front of everything else in its window: a title bar, contents and buttons.
  *
- * Contents that are higher than the screen scroll; the buttons stay in reach.
- * In a window without room for both, everything scrolls together.
+ * Contents that are higher than the screen scroll; the buttons stay in reach. In a window that is wide and
+ * too low for all, they stand beside the contents. In one without room for both, everything scrolls together.
  *
  * No button has the focus at first, and Enter presses only one whose focus is seen.
  */

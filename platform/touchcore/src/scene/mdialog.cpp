@@ -45,6 +45,8 @@ constexpr qreal pageStep = 0.8;
 constexpr qreal lineStep = 0.2;
 // The share that the buttons may take of a screen that is too small for all of them.
 constexpr qreal buttonShare = 0.6;
+// The share of the width that they may take beside the contents.
+constexpr qreal besideShare = 0.45;
 
 QString withoutMnemonic(QString text)
 {
@@ -203,22 +205,50 @@ void MDialogPrivate::beginAgain()
     guard.restart();
 }
 
+qreal MDialogPrivate::widestButton() const
+{
+    qreal widest = 0;
+    for (const MButton *view : views)
+        widest = qMax(widest, view->effectiveSizeHint(Qt::PreferredSize).width());
+    return widest;
+}
+
+MDialogPrivate::Arrangement MDialogPrivate::arrangementIn(qreal width) const
+{
+    const qreal gaps = MThemePrivate::ownStyle("MDialogButtons").spacing * (models.size() - 1);
+    qreal together = 0;
+    for (const MButton *view : views)
+        together += view->effectiveSizeHint(Qt::PreferredSize).width();
+    if (widestButton() * models.size() + gaps <= width)
+        return EqualRow;
+    return together + gaps <= width ? Row : Column;
+}
+
+qreal MDialogPrivate::buttonHeightIn(qreal width) const
+{
+    const bool column = arrangementIn(width) == Column;
+    qreal highest = 0;
+    qreal sum = MThemePrivate::ownStyle("MDialogButtons").spacing * (models.size() - 1);
+    for (const MButton *view : views) {
+        const qreal height =
+            view->effectiveSizeHint(Qt::PreferredSize, QSizeF(column ? width : -1, -1)).height();
+        highest = qMax(highest, height);
+        sum += height;
+    }
+    return column ? sum : highest;
+}
+
+qreal MDialogPrivate::bodyHeightIn(qreal width) const
+{
+    qreal left, top, right, bottom;
+    body->getContentsMargins(&left, &top, &right, &bottom);
+    return bodyArea->contentHeight(width + left + right);
+}
+
 void MDialogPrivate::arrangeButtons(qreal width)
 {
     const qreal spacing = MThemePrivate::ownStyle("MDialogButtons").spacing;
-    const qreal gaps = spacing * (models.size() - 1);
-    qreal widest = 0;
-    qreal together = 0;
-    for (MButton *view : std::as_const(views)) {
-        const qreal wanted = view->effectiveSizeHint(Qt::PreferredSize).width();
-        widest = qMax(widest, wanted);
-        together += wanted;
-    }
-    Arrangement wanted = Column;
-    if (widest * models.size() + gaps <= width)
-        wanted = EqualRow;
-    else if (together + gaps <= width)
-        wanted = Row;
+    const Arrangement wanted = arrangementIn(width);
     // A new layout asks for another round of laying out, so it is only made when it is a different one.
     if (buttonBox->layout() && wanted == arrangement && buttonBox->layout()->count() == models.size())
         return;
@@ -243,11 +273,12 @@ qreal MDialogPrivate::ringRoom()
 void MDialogPrivate::layOut()
 {
     const bool portrait = q->size().height() >= q->size().width();
-    card->setStyleName(portrait ? QStringLiteral("MDialogPortrait") : QStringLiteral("MDialogLandscape"));
+    const QString name = portrait ? QStringLiteral("MDialogPortrait") : QStringLiteral("MDialogLandscape");
     const MStyle &look = MThemePrivate::ownStyle(portrait ? "MDialogPortrait" : "MDialogLandscape");
 
     const QRectF screen = q->contentsRect();
     const qreal width = look.maximumWidth < 0 ? screen.width() : qMin(screen.width(), look.maximumWidth);
+    const qreal inner = width - look.margins.left() - look.margins.right();
     const qreal tallest = screen.height() - look.margins.top() - look.margins.bottom();
     if (screen.isEmpty())
         return;
@@ -256,11 +287,20 @@ void MDialogPrivate::layOut()
         fillBody();
         return;
     }
+    const bool beside = !whole && !portrait && isTooLow(look, tallest, inner);
+    card->setStyleName(beside ? QStringLiteral("MDialogBeside") : name);
     if (whole)
         layOutWhole(look);
+    else if (beside)
+        layOutBeside(MThemePrivate::ownStyle("MDialogBeside"));
     else
-        layOutParts(look, width - look.margins.left() - look.margins.right());
+        layOutParts(look, inner);
     guard.follow();
+}
+
+bool MDialogPrivate::isTooLow(const MStyle &look, qreal tallest, qreal inner) const
+{
+    return !models.isEmpty() && bodyHeightIn(inner) + look.spacing + buttonHeightIn(inner) > tallest;
 }
 
 bool MDialogPrivate::isTooSmall(qreal tallest, const MStyle &look) const
@@ -311,6 +351,37 @@ void MDialogPrivate::layOutParts(const MStyle &look, qreal inner)
     card->setGeometry(QRectF(qRound(left), top, width, height));
     bodyArea->setGeometry(QRectF(0, look.margins.top(), width, contents));
     const QRectF place(look.margins.left(), look.margins.top() + contents + gap, inner, buttons);
+    buttonArea->setGeometry(place.adjusted(-ringRoom(), -ringRoom(), ringRoom(), ringRoom()));
+}
+
+void MDialogPrivate::layOutBeside(const MStyle &look)
+{
+    const QRectF screen = q->contentsRect();
+    const bool mirrored = q->layoutDirection() == Qt::RightToLeft;
+    const qreal width = look.maximumWidth < 0 ? screen.width() : qMin(screen.width(), look.maximumWidth);
+    const qreal inner = width - look.margins.left() - look.margins.right();
+    const qreal tallest = screen.height() - look.margins.top() - look.margins.bottom();
+    const qreal column = qMin(widestButton(), inner * besideShare);
+    const qreal text = inner - look.spacing - column;
+    if (text <= 0)
+        return;
+    arrangeButtons(column);
+    buttonArea->setMinimumHeight(-1);
+    buttonArea->setPreferredHeight(-1);
+    const qreal room = 2 * ringRoom();
+    const qreal buttons = qMin(buttonArea->contentHeight(column + room) - room, tallest);
+    const qreal outer = look.margins.left();
+    body->setContentsMargins(mirrored ? look.spacing : outer, 0, mirrored ? outer : look.spacing, 0);
+    const qreal height = qMax(buttons, qMin(bodyHeightIn(text), tallest));
+
+    const qreal whole = height + look.margins.top() + look.margins.bottom();
+    const QPointF corner(screen.left() + (screen.width() - width) / 2,
+                         screen.top() + (screen.height() - whole) / 2);
+    card->setGeometry(QRectF(corner.toPoint(), QSizeF(width, whole)));
+    const qreal bodyWidth = outer + text + look.spacing;
+    bodyArea->setGeometry(QRectF(mirrored ? width - bodyWidth : 0, look.margins.top(), bodyWidth, height));
+    // Low enough for a thumb.
+    const QRectF place(mirrored ? outer : bodyWidth, look.margins.top() + height - buttons, column, buttons);
     buttonArea->setGeometry(place.adjusted(-ringRoom(), -ringRoom(), ringRoom(), ringRoom()));
 }
 

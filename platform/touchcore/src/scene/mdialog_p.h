@@ -25,6 +25,8 @@ class MDialogPrivate : public QObject
 {
     Q_OBJECT
 public:
+    enum Arrangement { Column, Row, EqualRow };
+
     explicit MDialogPrivate(MDialog *dialog);
 
     static MDialogPrivate *of(const MDialog *dialog) { return dialog->d.get(); }
@@ -47,6 +49,15 @@ public:
     void layOut();
     /** Gives the contents and the buttons a part of the card each. */
     void layOutParts(const MStyle &look, qreal inner);
+    /** Puts the buttons beside the contents. */
+    void layOutBeside(const MStyle &look);
+    /** Returns whether \a tallest has no room for all contents and the buttons below them. */
+    bool isTooLow(const MStyle &look, qreal tallest, qreal inner) const;
+    qreal widestButton() const;
+    /** Returns how high the buttons are where they are \a width wide together. */
+    qreal buttonHeightIn(qreal width) const;
+    /** Returns how high the contents are where they are \a width wide. */
+    qreal bodyHeightIn(qreal width) const;
     /** Lets the contents and the buttons scroll together in the whole of the dialog. */
     void layOutWhole(const MStyle &look);
     /** Returns whether \a tallest has no room for a button and as much of the contents. */
@@ -55,8 +66,7 @@ public:
     void beginAgain();
     /** Puts the buttons side by side if they fit into \a width, or below one another. */
     void arrangeButtons(qreal width);
-
-    enum Arrangement { Column, Row, EqualRow };
+    Arrangement arrangementIn(qreal width) const;
 
     MDialog *const q;
     MWidgetController *card;

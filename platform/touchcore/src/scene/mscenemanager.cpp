@@ -261,6 +261,9 @@ void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
     sceneWindows.removeOne(sceneWindow);
     sceneWindows.append(sceneWindow);
     sceneWindow->setParentItem(root);
+    // Qt follows the direction of a parent only when that changes.
+    if (!sceneWindow->testAttribute(Qt::WA_SetLayoutDirection))
+        sceneWindow->unsetLayoutDirection();
     for (int i = 0; i < sceneWindows.size(); ++i)
         sceneWindows.at(i)->setZValue(i);
     place();
