@@ -43,6 +43,12 @@ const Measurement::Goal none{0, 0};
 const Measurement::Goal exactly{1, 1};
 constexpr double millisecond = 1e6;
 
+/** Ten seconds, less in a quick run. */
+milliseconds awhile()
+{
+    return 1s * Measurement::rounds(10);
+}
+
 /** Returns whether \a condition has come true in \a time; events are handled meanwhile. */
 bool waitFor(const std::function<bool()> &condition, milliseconds time = 30s)
 {
@@ -272,7 +278,7 @@ void Bench::idle()
     // The list of readers is made once more a second after the last event.
     pass(3s);
     const qint64 before = daemon.wakings();
-    pass(10s);
+    pass(awhile());
     Measurement::print("Wakings of nfcd-pcsc in 10 s of nothing", "", "limit", 1, "nfcd-pcsc",
                        double(daemon.wakings() - before), none);
 }
@@ -350,7 +356,7 @@ void Bench::hangingCard()
         const HeldTag held(tag, {-1, 1, 1min});
         QElapsedTimer timer;
         timer.start();
-        while (timer.elapsed() < 10000) {
+        while (timer.elapsed() < awhile().count()) {
             longest = std::max(longest, daemon.answerTime());
             pass(20ms);
         }
@@ -366,7 +372,7 @@ void Bench::deadPcscd()
     PcscdProcess::die();
     QElapsedTimer timer;
     timer.start();
-    while (timer.elapsed() < 10000) {
+    while (timer.elapsed() < awhile().count()) {
         longest = std::max(longest, daemon.answerTime());
         pass(20ms);
     }
@@ -389,7 +395,7 @@ void Bench::otherProgram()
     Readers::waitForCard(0);
     auto other = std::make_unique<OtherProgram>(OtherProgram::InTransaction);
     daemon.setPowered(true);
-    pass(10s);
+    pass(awhile());
     const double begin = Measurement::now();
     other.reset();
     need(isAsked(before + 1), "a card that is let go is not read");
