@@ -71,7 +71,37 @@ def deliver(source, command):
     return (folder / "output").read_text()
 
 
+def commands(name):
+    """The commands of the handler guide under this name, as they are printed, for a shell in the folder of its files."""
+    printed = re.search(rf"^<!-- commands: {name} -->\n```sh\n(.*?)^```$", (repository / "docs/handler-guide.md").read_text(),
+                        re.MULTILINE | re.DOTALL).group(1)
+    return ["env", "-C", source, f"PATH={tools}:{programs}:/usr/bin:/bin", "sh", "-e", "-c", printed]
+
+
+def try_as_printed():
+    """Follows "Trying it" of the handler guide."""
+    tools.mkdir()
+    # Here everybody is root.
+    (tools / "sudo").write_text('#!/bin/sh\nexec "$@"\n')
+    (tools / "sudo").chmod(0o755)
+    handler = Actor("handler", commands("handler"))
+    subprocess.run(["gdbus", "wait", "--session", "org.example.Shopping"], check=True)
+    client = Actor("client", [programs / "nfc-ui", "--console"])
+    client.says("the NFC daemon is here")
+    tap = Actor("tap", commands("tag"))
+    client.says("[")
+    client.hears("shopping")
+    tap.says("granted")
+    handler.says("taken: d2")
+    client.is_dismissed()
+    # The shell waits for the program that it has started.
+    os.kill(session.call_blocking("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "GetConnectionUnixProcessID", "s",
+                                  ("org.example.Shopping",)), signal.SIGTERM)
+    handler.ends()
+
+
 session = dbus.SessionBus()
+tools = folder / "tools"
 source = folder / "source"
 fill(source)
 message = bytes([0xd2, 27, len(LIST)]) + b"application/x-shopping-list" + LIST
@@ -83,6 +113,7 @@ daemon = Actor("daemon", [programs / "nfcd-sim"])
 daemon.says("ready")
 for command in (folder / "build/shopping", f"{PYTHON} {source}/shopping.py"):
     expect(deliver(source, command).splitlines()[0], f"taken: {message.hex()}")
+try_as_printed()
 daemon.is_dismissed()
 
 daemon = Actor("daemon", [PYTHON, source / "daemon.py"])
