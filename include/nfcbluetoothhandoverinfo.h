@@ -13,6 +13,7 @@
 namespace ConnUi {
 
 class NfcBluetoothHandoverInfoPrivate;
+class NfcPendingCall;
 
 /**
  * Names the Bluetooth device at the other end of a handover.
@@ -31,7 +32,8 @@ public:
      */
     explicit NfcBluetoothHandoverInfo(const QVariant &info);
 
-    /** Gives up waiting: a device() call that is still waiting returns an invalid device. */
+    /** Gives up waiting: a device() call that is still waiting returns an invalid device, and the calls of
+     * deviceAsync() never finish. */
     ~NfcBluetoothHandoverInfo();
 
     Q_DISABLE_COPY_MOVE(NfcBluetoothHandoverInfo)
@@ -49,6 +51,14 @@ public:
      * already exists is returned immediately.
      */
     BluetoothDevice device() const;
+
+    /**
+     * Returns a call whose value is the BluetoothDevice that device() returns, and returns at once.
+     *
+     * It shares the creation that a device() or another deviceAsync() has begun. After a failure, which is
+     * logged as there, the device is invalid, the error's text is the reason, and the next call tries again.
+     */
+    NfcPendingCall *deviceAsync();
 
 private:
     NfcBluetoothHandoverInfoPrivate *d;

@@ -200,8 +200,7 @@ void NfcAdapterPrivate::startNfcServiceAsync(NfcPendingCall *call)
 {
     if (adapterBroken) {
         qWarning("NfcAdapterPrivate: nfcd starting requested, but adapter marked as broken");
-        if (call)
-            NfcPendingCallPrivate::finishLater(call, {}, NfcPendingCallPrivate::noDaemon());
+        NfcPendingCallPrivate::finishLater(call, {}, NfcPendingCallPrivate::noDaemon());
         return;
     }
     whenAnswered(BusDaemon::start(QDBusConnection::systemBus(), NfcService::name()), this,

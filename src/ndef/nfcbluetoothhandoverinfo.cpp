@@ -42,4 +42,9 @@ BluetoothDevice NfcBluetoothHandoverInfo::device() const
     return guard && guard->device ? *guard->device : BluetoothDevice();
 }
 
+NfcPendingCall *NfcBluetoothHandoverInfo::deviceAsync()
+{
+    return d->deviceAsync();
+}
+
 } // namespace ConnUi

@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include <QDBusError>
 #include <QObject>
 #include <QVariant>
 
@@ -15,6 +16,8 @@
 
 namespace ConnUi {
 
+class NfcPendingCall;
+
 class NfcBluetoothHandoverInfoPrivate : public QObject
 {
     Q_OBJECT
@@ -22,11 +25,17 @@ class NfcBluetoothHandoverInfoPrivate : public QObject
 public:
     explicit NfcBluetoothHandoverInfoPrivate(const QVariant &info);
 
+    NfcPendingCall *deviceAsync();
+
     bool creating = false;
     QVariant info;
     BluetoothHandoverData data;
     std::unique_ptr<BluetoothDevice> device;
     std::unique_ptr<BluetoothAdapter> adapter;
+    /** Whether the adapter is being looked for, while nobody waits. */
+    bool looking = false;
+    /** Why the last creation has failed. */
+    QDBusError failure;
 
 public Q_SLOTS:
     bool startCreatingDevice();
@@ -38,7 +47,10 @@ Q_SIGNALS:
     void creationFinished();
 
 private:
-    void finishCreation();
+    void lookForAdapter();
+    bool checkAdapter();
+    void createDevice();
+    void finishCreation(const QDBusError &error);
 };
 
 } // namespace ConnUi

@@ -12,6 +12,7 @@
 #include <MLinearLayoutPolicy>
 #include <MMessageBox>
 #include <OfflineMode>
+#include <PendingAnswer>
 #include <SimpleCheckBoxLabel>
 
 #include "nfcenabledialog.h"
@@ -23,6 +24,7 @@ namespace ConnUi {
 namespace {
 
 constexpr int startTimeout = 20000; // milliseconds
+constexpr int inFlightMode = 0;
 // For an adapter that waits; one that does not is not waited for here either.
 constexpr std::chrono::milliseconds longestWait(2000);
 
@@ -100,16 +102,33 @@ void NfcSettingsViewPrivate::onOffToggled(bool checked)
 
 void NfcSettingsViewPrivate::requestPower(bool checked)
 {
-    if (checked && offlineMode->currentStatus() == 0) {
-        auto *query = new NfcEnableDialog;
-        connect(query, &MDialog::finished, this, &NfcSettingsViewPrivate::offlineQueryfinished);
-        query->appear(MSceneWindow::DestroyWhenDone);
+    if (!checked) {
+        switchPower(false);
         return;
     }
-    requestedPowered = checked;
-    setPowered(checked);
-    if (checked)
+    whenFlightModeIsKnown([this](bool flightMode) {
+        if (!powerSwitch->isChecked())
+            return;
+        if (flightMode)
+            askAboutFlightMode();
+        else
+            switchPower(true);
+    });
+}
+
+void NfcSettingsViewPrivate::switchPower(bool on)
+{
+    requestedPowered = on;
+    setPowered(on);
+    if (on)
         watchStart();
+}
+
+void NfcSettingsViewPrivate::askAboutFlightMode()
+{
+    auto *query = new NfcEnableDialog;
+    connect(query, &MDialog::finished, this, &NfcSettingsViewPrivate::offlineQueryfinished);
+    query->appear(MSceneWindow::DestroyWhenDone);
 }
 
 void NfcSettingsViewPrivate::offlineQueryfinished(int result)
@@ -118,9 +137,7 @@ void NfcSettingsViewPrivate::offlineQueryfinished(int result)
         powerSwitch->setChecked(false);
         return;
     }
-    requestedPowered = true;
-    setPowered(true);
-    watchStart();
+    switchPower(true);
 }
 
 void NfcSettingsViewPrivate::confirmationToggled(bool checked)
@@ -164,6 +181,16 @@ void NfcSettingsViewPrivate::whenPowerIsKnown(const std::function<void(bool powe
     else
         connect(call, &NfcPendingCall::finished, this,
                 [then](const NfcPendingCall *answered) { then(answered->value().toBool()); });
+}
+
+void NfcSettingsViewPrivate::whenFlightModeIsKnown(const std::function<void(bool flightMode)> &then)
+{
+    if (!adapter || !adapter->isAsynchronous()) {
+        then(offlineMode->currentStatus() == inFlightMode);
+        return;
+    }
+    connect(offlineMode->currentStatusAsync(), &PendingAnswer::finished, this,
+            [then](const PendingAnswer *answer) { then(answer->value().toInt() == inFlightMode); });
 }
 
 void NfcSettingsViewPrivate::setPowered(bool on)

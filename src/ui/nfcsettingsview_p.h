@@ -50,7 +50,12 @@ private:
     /** Calls \a then with whether the adapter is switched on: at once, or when the daemon has replied. */
     void whenPowerIsKnown(const std::function<void(bool powered)> &then);
     void setPowered(bool on);
+    /** Calls \a then with whether the device is in flight mode: at once, or when the connection manager has
+     * replied. */
+    void whenFlightModeIsKnown(const std::function<void(bool flightMode)> &then);
     void requestPower(bool checked);
+    void switchPower(bool on);
+    void askAboutFlightMode();
     void watchStart();
 };
 

@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "fakebluetooth.h"
 
+#include <QTimer>
+
+#include <PendingAnswer>
+
 namespace {
 
 FakeBluetooth *fake = nullptr;
@@ -25,6 +29,18 @@ BluetoothAdapter *BluetoothAdapter::defaultAdapter()
 {
     ++fake->defaultAdapterCalls;
     return fake->hasAdapter ? new BluetoothAdapter(QString(), QString()) : nullptr;
+}
+
+PendingAnswer *BluetoothAdapter::defaultAdapterAsync(QObject *parent)
+{
+    auto *answer = new PendingAnswer(parent);
+    QTimer::singleShot(0, answer, [answer] {
+        BluetoothAdapter *adapter = defaultAdapter();
+        if (adapter)
+            adapter->setParent(answer);
+        answer->finish(QVariant::fromValue(adapter));
+    });
+    return answer;
 }
 
 BluetoothAdapter::BluetoothAdapter(const QString &, const QString &) : d(nullptr)

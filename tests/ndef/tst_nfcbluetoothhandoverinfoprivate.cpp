@@ -12,12 +12,14 @@
 #include "fakebluetooth.h"
 #include "ndef/nfcbluetoothhandoverinfo_p.h"
 #include "nfcbluetoothhandoverinfo.h"
+#include "nfcpendingcall.h"
 
 using ConnUi::BluetoothAdapter;
 using ConnUi::BluetoothDevice;
 using ConnUi::BluetoothHandoverData;
 using ConnUi::NfcBluetoothHandoverInfo;
 using ConnUi::NfcBluetoothHandoverInfoPrivate;
+using ConnUi::NfcPendingCall;
 
 namespace {
 
@@ -94,6 +96,13 @@ private Q_SLOTS:
     void deletionByTheInnerCallerEndsTheOuterWait();
     void otherEventsAreProcessedInTheWait();
     void deletionDeletesTheAdapter();
+    void callBringsTheDevice();
+    void callsShareOneCreation();
+    void callSharesTheCreationOfAWaitingCaller();
+    void failedCallTellsTheReason();
+    void callWithoutAdapterFailsAndTheNextLooksAgain();
+    void callThatWaitsMayOvertake();
+    void callsEndUnheardWithTheInfo();
 
 private:
     QVariant sentInfo;
@@ -450,6 +459,149 @@ void TestNfcBluetoothHandoverInfoPrivate::deletionDeletesTheAdapter()
     QCOMPARE(bluetooth.adapters.size(), 1);
     info.reset();
     QCOMPARE(bluetooth.adapters.size(), 0);
+}
+
+// The outcome of a call of deviceAsync(): the device's address, and the reason of a failure.
+class Ending
+{
+public:
+    explicit Ending(NfcPendingCall *call)
+    {
+        QObject::connect(
+            call, &NfcPendingCall::finished, &context,
+            [this](const NfcPendingCall *ended) {
+                ++endings;
+                address = ended->value().value<BluetoothDevice>().address();
+                reason = ended->error().message();
+            });
+    }
+
+    int endings = 0;
+    QString address;
+    QString reason;
+
+private:
+    QObject context;
+};
+
+void TestNfcBluetoothHandoverInfoPrivate::callBringsTheDevice()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.onStart = create; // inside the start, even
+    NfcBluetoothHandoverInfo info(sentInfo);
+    const Ending first(info.deviceAsync());
+    QCOMPARE(first.endings, 0);
+    QCOMPARE(bluetooth.defaultAdapterCalls, 0);
+    QTRY_COMPARE(first.endings, 1);
+    QCOMPARE(first.address, peerAddress);
+    QCOMPARE(first.reason, QString());
+
+    NfcPendingCall *second = info.deviceAsync();
+    QVERIFY(second->isFinished());
+    const Ending known(second);
+    QTRY_COMPARE(known.endings, 1);
+    QCOMPARE(known.address, peerAddress);
+    QCOMPARE(info.device().address(), peerAddress);
+    QCOMPARE(bluetooth.started.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callsShareOneCreation()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfo info(sentInfo);
+    const Ending first(info.deviceAsync());
+    const Ending second(info.deviceAsync());
+    QTRY_COMPARE(bluetooth.started.size(), 1);
+    const Ending third(info.deviceAsync());
+    create(bluetooth.adapters.constFirst());
+    QTRY_COMPARE(first.endings + second.endings + third.endings, 3);
+    QCOMPARE(first.address, peerAddress);
+    QCOMPARE(third.address, peerAddress);
+    QCOMPARE(bluetooth.started.size(), 1);
+    QCOMPARE(bluetooth.defaultAdapterCalls, 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callSharesTheCreationOfAWaitingCaller()
+{
+    FakeBluetooth bluetooth;
+    NfcBluetoothHandoverInfo info(sentInfo);
+    std::unique_ptr<Ending> ending;
+    bluetooth.onStart = [&](BluetoothAdapter *adapter) {
+        later([&info, &ending, adapter] {
+            ending = std::make_unique<Ending>(info.deviceAsync());
+            create(adapter);
+        });
+    };
+    QCOMPARE(info.device().address(), peerAddress);
+    QTRY_COMPARE(ending->endings, 1);
+    QCOMPARE(ending->address, peerAddress);
+    QCOMPARE(bluetooth.started.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::failedCallTellsTheReason()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.onStart = failLater;
+    NfcBluetoothHandoverInfo info(sentInfo);
+    QTest::ignoreMessage(QtWarningMsg, hostDown);
+    const Ending failed(info.deviceAsync());
+    QTRY_COMPARE(failed.endings, 1);
+    QCOMPARE(failed.address, QString());
+    QCOMPARE(failed.reason, QStringLiteral("Host is down"));
+
+    // Inside the start, with an adapter that is there already: heard from the event loop all the same.
+    bluetooth.onStart = create;
+    const Ending created(info.deviceAsync());
+    QTRY_COMPARE(created.endings, 1);
+    QCOMPARE(created.address, peerAddress);
+    QCOMPARE(created.reason, QString());
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callWithoutAdapterFailsAndTheNextLooksAgain()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.hasAdapter = false;
+    bluetooth.onStart = createLater;
+    NfcBluetoothHandoverInfo info(sentInfo);
+    QTest::ignoreMessage(QtWarningMsg, noAdapter);
+    const Ending failed(info.deviceAsync());
+    QTRY_COMPARE(failed.endings, 1);
+    QCOMPARE(failed.reason, QStringLiteral("There is no Bluetooth adapter"));
+
+    bluetooth.hasAdapter = true;
+    const Ending created(info.deviceAsync());
+    QTRY_COMPARE(created.endings, 1);
+    QCOMPARE(created.address, peerAddress);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callThatWaitsMayOvertake()
+{
+    FakeBluetooth bluetooth;
+    bluetooth.onStart = create;
+    NfcBluetoothHandoverInfo info(sentInfo);
+    const Ending ending(info.deviceAsync());
+    QCOMPARE(info.device().address(), peerAddress);
+    QTRY_COMPARE(bluetooth.defaultAdapterCalls, 2);
+    QTRY_COMPARE(ending.endings, 1);
+    QCOMPARE(ending.address, peerAddress);
+    QCOMPARE(bluetooth.started.size(), 1);
+    // That of the look-up has gone with its answer.
+    QTRY_COMPARE(bluetooth.adapters.size(), 1);
+}
+
+void TestNfcBluetoothHandoverInfoPrivate::callsEndUnheardWithTheInfo()
+{
+    FakeBluetooth bluetooth;
+    auto info = std::make_unique<NfcBluetoothHandoverInfo>(sentInfo);
+    const Ending looking(info->deviceAsync());
+    info.reset();
+    info = std::make_unique<NfcBluetoothHandoverInfo>(sentInfo);
+    const Ending creating(info->deviceAsync());
+    QTRY_COMPARE(bluetooth.started.size(), 1);
+    info.reset();
+    QCOMPARE(bluetooth.adapters.size(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(looking.endings + creating.endings, 0);
 }
 
 QTEST_GUILESS_MAIN(TestNfcBluetoothHandoverInfoPrivate)

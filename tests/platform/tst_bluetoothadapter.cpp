@@ -9,6 +9,7 @@
 #include <QtTest>
 
 #include <BluetoothAdapter>
+#include <PendingAnswer>
 
 #include "bluezmock.h"
 #include "devicecreation_p.h"
@@ -17,6 +18,7 @@ using namespace std::chrono_literals;
 using ConnUi::BluetoothAdapter;
 using ConnUi::BluetoothDevice;
 using ConnUi::DeviceCreation;
+using ConnUi::PendingAnswer;
 
 namespace {
 
@@ -79,6 +81,9 @@ private Q_SLOTS:
     void firstAdapterIsTheDefault();
     void poweredAdapterIsTheDefault();
     void everyDefaultAdapterIsNewAndWithoutParent();
+    void answerBringsTheDefaultAdapter();
+    void answerWithoutBlueZIsNoAdapter();
+    void nonsenseIsTheAnswersError();
     void knownDeviceIsCreatedFromTheEventLoop();
     void deviceThatAnotherAdapterKnowsIsFound();
     void adaptersOwnDeviceComesBeforeAnothers();
@@ -186,6 +191,71 @@ void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
     QVERIFY(first && second && first != second);
     QVERIFY(first->isValid() && second->isValid());
     QCOMPARE(first->parent(), nullptr);
+}
+
+void TestBluetoothAdapter::answerBringsTheDefaultAdapter()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready);
+    QObject owner;
+    QPointer<BluetoothAdapter> kept;
+    QPointer<BluetoothAdapter> left;
+    PendingAnswer *first = BluetoothAdapter::defaultAdapterAsync(&owner);
+    QCOMPARE(first->parent(), &owner);
+    QVERIFY(!first->isFinished());
+    connect(first, &PendingAnswer::finished, &owner, [&](const PendingAnswer *answer) {
+        QVERIFY(!answer->isError());
+        kept = answer->value().value<BluetoothAdapter *>();
+        kept->setParent(&owner);
+    });
+    PendingAnswer *second = BluetoothAdapter::defaultAdapterAsync();
+    QCOMPARE(second->parent(), QCoreApplication::instance());
+    const QPointer<PendingAnswer> answered = second;
+    connect(second, &PendingAnswer::finished, &owner,
+            [&](const PendingAnswer *answer) { left = answer->value().value<BluetoothAdapter *>(); });
+    QTRY_VERIFY(!answered);
+    QVERIFY(!left);
+    QVERIFY(kept && kept->isValid());
+
+    // It is one that works.
+    const Outcome outcome(kept);
+    kept->startCreatingDevice(device(QStringLiteral("nonsense")));
+    QTRY_VERIFY(!outcome.isOpen());
+    bluez.mock(QStringLiteral("RemoveAdapter"), {QStringLiteral("hci0")});
+    QTRY_VERIFY(!kept->isValid());
+}
+
+void TestBluetoothAdapter::answerWithoutBlueZIsNoAdapter()
+{
+    const ActivatableService bluez(BlueZMock::Service);
+    QVERIFY(bluez.ready);
+    QObject owner;
+    bool answered = false;
+    connect(BluetoothAdapter::defaultAdapterAsync(&owner), &PendingAnswer::finished, &owner,
+            [&](const PendingAnswer *answer) {
+                answered = true;
+                QVERIFY(!answer->isError());
+                QCOMPARE(answer->value().value<BluetoothAdapter *>(), nullptr);
+            });
+    QTRY_VERIFY(answered);
+    QVERIFY(!bluez.isStarted());
+}
+
+void TestBluetoothAdapter::nonsenseIsTheAnswersError()
+{
+    OddBlueZ bluez(QStringLiteral("as"), QStringLiteral("ret = ['org.bluez.Adapter1']"));
+    QVERIFY(bluez.ready);
+    QTest::ignoreMessage(
+        QtWarningMsg, QRegularExpression(
+                          QStringLiteral("^BluetoothAdapter: unable to find an adapter: Unexpected reply ")));
+    QObject owner;
+    QString error;
+    connect(BluetoothAdapter::defaultAdapterAsync(&owner), &PendingAnswer::finished, &owner,
+            [&](const PendingAnswer *answer) {
+                error = answer->errorName();
+                QCOMPARE(answer->value().value<BluetoothAdapter *>(), nullptr);
+            });
+    QTRY_COMPARE(error, QStringLiteral("org.freedesktop.DBus.Error.InvalidSignature"));
 }
 
 void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()

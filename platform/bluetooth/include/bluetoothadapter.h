@@ -12,6 +12,7 @@
 namespace ConnUi {
 
 class BluetoothAdapterPrivate;
+class PendingAnswer;
 
 /**
  * Gives access to a Bluetooth adapter of this device, by way of BlueZ on the system bus.
@@ -28,6 +29,16 @@ public:
      * refuses or answers nonsense there is no adapter, and one warning.
      */
     static BluetoothAdapter *defaultAdapter();
+
+    /**
+     * Returns an answer of \a parent whose value is a BluetoothAdapter *, as defaultAdapter() has it, and
+     * returns at once.
+     *
+     * The adapter belongs to the answer: whoever wants it gives it another parent before the slot ends. A
+     * BlueZ that does not answer within 5 s is too slow. A failure is logged as by defaultAdapter(), and is
+     * the answer's error; a BlueZ that is not there is no failure.
+     */
+    static PendingAnswer *defaultAdapterAsync(QObject *parent = nullptr);
 
     /** Ends all that is under way, without a signal. */
     ~BluetoothAdapter() override;

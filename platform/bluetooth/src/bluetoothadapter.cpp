@@ -5,6 +5,9 @@
 #include <utility>
 
 #include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
@@ -12,6 +15,7 @@
 #include "bluez_p.h"
 #include "bluezobjectsproxy.h"
 #include "devicecreation_p.h"
+#include "pendinganswer.h"
 #include "support/runningservice.h"
 
 namespace ConnUi {
@@ -20,7 +24,8 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr int lookTimeout = 500; // ms
+constexpr int lookTimeout = 500;       // ms
+constexpr int asyncLookTimeout = 5000; // ms
 constexpr auto creationLimit = 30s;
 constexpr QLatin1String adapterGone("The Bluetooth adapter is gone");
 
@@ -38,6 +43,14 @@ QString defaultAdapterPath(const BlueZ::Objects &objects)
             first = i.key().path();
     }
     return first;
+}
+
+QString foundAdapterPath(const QDBusPendingReply<BlueZ::Objects> &reply)
+{
+    if (!reply.isError())
+        return defaultAdapterPath(reply.value());
+    qWarning("BluetoothAdapter: unable to find an adapter: %s", qUtf8Printable(reply.error().message()));
+    return {};
 }
 
 } // namespace
@@ -78,12 +91,35 @@ BluetoothAdapter *BluetoothAdapter::defaultAdapter()
     bluez.setTimeout(lookTimeout);
     QDBusPendingReply<BlueZ::Objects> reply = bluez.GetManagedObjects();
     reply.waitForFinished();
-    if (reply.isError()) {
-        qWarning("BluetoothAdapter: unable to find an adapter: %s", qUtf8Printable(reply.error().message()));
-        return nullptr;
-    }
-    const QString path = defaultAdapterPath(reply.value());
+    const QString path = foundAdapterPath(reply);
     return path.isEmpty() ? nullptr : new BluetoothAdapter(service, path);
+}
+
+PendingAnswer *BluetoothAdapter::defaultAdapterAsync(QObject *parent)
+{
+    BlueZ::registerTypes();
+    auto *answer = new PendingAnswer(parent);
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        BlueZ::service, QStringLiteral("/"), QLatin1String(BluezObjectsProxy::staticInterfaceName()),
+        QStringLiteral("GetManagedObjects"));
+    call.setAutoStartService(false);
+    auto *watcher =
+        new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call, asyncLookTimeout), answer);
+    connect(watcher, &QDBusPendingCallWatcher::finished, answer, [answer, watcher] {
+        const QDBusPendingReply<BlueZ::Objects> reply = *watcher;
+        const QDBusError error = reply.error();
+        if (Support::isNotRunning(error)) {
+            answer->finish(QVariant::fromValue<BluetoothAdapter *>(nullptr));
+            return;
+        }
+        const QString path = foundAdapterPath(reply);
+        BluetoothAdapter *adapter =
+            path.isEmpty() ? nullptr : new BluetoothAdapter(reply.reply().service(), path);
+        if (adapter)
+            adapter->setParent(answer);
+        answer->finish(QVariant::fromValue(adapter), error.name(), error.message());
+    });
+    return answer;
 }
 
 BluetoothAdapter::BluetoothAdapter(const QString &service, const QString &path)

@@ -9,6 +9,8 @@
 
 namespace ConnUi {
 
+class PendingAnswer;
+
 /**
  * Reports whether the device is in offline (flight) mode, as the connection manager on the system bus sees
  * it.
@@ -30,6 +32,14 @@ public:
      * where the manager is too slow, refuses or answers nonsense.
      */
     int currentStatus() const;
+
+    /**
+     * Returns an answer whose value is what currentStatus() returns, and returns at once.
+     *
+     * A manager that does not answer within 2 s is too slow. A failure is logged as by currentStatus(), and
+     * is the answer's error; a manager that is not there is no failure. The answer belongs to this object.
+     */
+    PendingAnswer *currentStatusAsync();
 };
 
 } // namespace ConnUi

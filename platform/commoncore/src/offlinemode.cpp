@@ -3,10 +3,14 @@
 #include "offlinemode.h"
 
 #include <QDBusConnection>
+#include <QDBusError>
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QVariantMap>
 
 #include "connectionmanagerproxy.h"
+#include "pendinganswer.h"
 #include "support/runningservice.h"
 
 namespace ConnUi {
@@ -16,22 +20,21 @@ namespace {
 constexpr int offlineStatus = 0;
 constexpr int notOffline = 1;
 // Somewhat below the 100 ms that are promised: sending and waking up take time as well.
-constexpr int timeout = 90; // ms
+constexpr int timeout = 90;        // ms
+constexpr int asyncTimeout = 2000; // ms
 
-} // namespace
-
-OfflineMode::OfflineMode(QObject *parent) : QObject(parent) {}
-
-int OfflineMode::currentStatus() const
+QString managerName()
 {
-    const auto bus = QDBusConnection::systemBus();
-    const QString service = Support::runningService(bus, QStringLiteral("net.connman"));
-    if (service.isEmpty())
-        return notOffline;
-    ConnectionManagerProxy manager(service, QStringLiteral("/"), bus);
-    manager.setTimeout(timeout);
-    QDBusPendingReply<QVariantMap> reply = manager.GetProperties();
-    reply.waitForFinished();
+    return QStringLiteral("net.connman");
+}
+
+QString managerPath()
+{
+    return QStringLiteral("/");
+}
+
+int statusOf(const QDBusPendingReply<QVariantMap> &reply)
+{
     if (reply.isError()) {
         qWarning("OfflineMode: GetProperties returned error '%s': %s", qUtf8Printable(reply.error().name()),
                  qUtf8Printable(reply.error().message()));
@@ -43,6 +46,43 @@ int OfflineMode::currentStatus() const
         return notOffline;
     }
     return offline.toBool() ? offlineStatus : notOffline;
+}
+
+} // namespace
+
+OfflineMode::OfflineMode(QObject *parent) : QObject(parent) {}
+
+int OfflineMode::currentStatus() const
+{
+    const auto bus = QDBusConnection::systemBus();
+    const QString service = Support::runningService(bus, managerName());
+    if (service.isEmpty())
+        return notOffline;
+    ConnectionManagerProxy manager(service, managerPath(), bus);
+    manager.setTimeout(timeout);
+    QDBusPendingReply<QVariantMap> reply = manager.GetProperties();
+    reply.waitForFinished();
+    return statusOf(reply);
+}
+
+PendingAnswer *OfflineMode::currentStatusAsync()
+{
+    auto *answer = new PendingAnswer(this);
+    QDBusMessage call = QDBusMessage::createMethodCall(
+        managerName(), managerPath(), QLatin1String(ConnectionManagerProxy::staticInterfaceName()),
+        QStringLiteral("GetProperties"));
+    call.setAutoStartService(false);
+    auto *watcher =
+        new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call, asyncTimeout), answer);
+    connect(watcher, &QDBusPendingCallWatcher::finished, answer, [answer, watcher] {
+        const QDBusPendingReply<QVariantMap> reply = *watcher;
+        const QDBusError error = reply.error();
+        if (Support::isNotRunning(error))
+            answer->finish(notOffline);
+        else
+            answer->finish(statusOf(reply), error.name(), error.message());
+    });
+    return answer;
 }
 
 } // namespace ConnUi

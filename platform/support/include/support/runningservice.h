@@ -5,6 +5,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusError>
 #include <QDBusReply>
 #include <QString>
 
@@ -19,6 +20,13 @@ inline QString runningService(const QDBusConnection &bus, const QString &service
 {
     const QDBusConnectionInterface *daemon = bus.interface();
     return daemon ? daemon->serviceOwner(service).value() : service;
+}
+
+/** Returns whether \a error says that nobody has the name of a service that a call was not to start. */
+inline bool isNotRunning(const QDBusError &error)
+{
+    return error.type() == QDBusError::ServiceUnknown ||
+           error.name() == QLatin1String("org.freedesktop.DBus.Error.NameHasNoOwner");
 }
 
 } // namespace Support
