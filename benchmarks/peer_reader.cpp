@@ -160,7 +160,7 @@ public:
     /** How long its answer took, in nanoseconds. */
     double answerTime()
     {
-        return Measurement::wallTime([this] { call(QStringLiteral("GetProperties")); });
+        return Measurement::wallTime([] { call(QStringLiteral("GetProperties")); });
     }
 
     qsizetype readers() const
