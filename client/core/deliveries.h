@@ -30,7 +30,7 @@ class Deliveries : public QObject
 public:
     using HandedOver = std::function<void()>;
 
-    /** Milliseconds for which nobody is told that a handler works. */
+    /** Milliseconds before the box about a handler that works appears. */
     static constexpr int moment = 250;
     /** Milliseconds after which a handler counts as one that hangs. */
     static constexpr int patience = 5000;
@@ -51,7 +51,7 @@ private:
         bool isOnItsWay = false;
         bool isReported = false;            // handedOver has been called
         std::optional<int> shown = {};      // its number in the queue
-        std::unique_ptr<QTimer> timer = {}; // until the user is told
+        std::unique_ptr<QTimer> timer = {}; // until the next box
     };
     using Place = std::list<Delivery>::iterator;
 

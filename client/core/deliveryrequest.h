@@ -22,7 +22,7 @@ class DeliveryRequest : public Request
     Q_OBJECT
 
 public:
-    /** What a delivery needs of others. */
+    /** The objects that a delivery uses, and the state when it came. */
     struct Surroundings
     {
         const ConnUi::NfcAdapter *adapter;

@@ -22,7 +22,7 @@ constexpr QLatin1String saverService("org.freedesktop.ScreenSaver");
 constexpr QLatin1String saverPath("/org/freedesktop/ScreenSaver");
 constexpr QLatin1String properties("org.freedesktop.DBus.Properties");
 
-// Tells the answer, if there is one: neither service is started for this.
+// Hands the answer, if there is one, to answered: neither service is started for this.
 template <typename Value>
 void ask(const QDBusConnection &bus, QDBusMessage message, const QVariantList &arguments, QObject *context,
          const std::function<void(const Value &)> &answered)
@@ -75,7 +75,7 @@ void SessionLock::askManager()
 
 void SessionLock::follow(const QDBusObjectPath &session)
 {
-    // A second connection of the same would be told twice, which changes nothing.
+    // A second connection of the same would only hear the same again.
     QDBusConnection::systemBus().connect(managerService, session.path(), properties,
                                          QStringLiteral("PropertiesChanged"), this,
                                          SLOT(readHint(QString, QVariantMap)));
