@@ -206,7 +206,7 @@ void TestSession::lockedSessionShowsAndForwardsNothing()
     QTRY_VERIFY(session.isRegistered());
     QTRY_COMPARE(saver.calls(QStringLiteral("GetActive")).size(), 1);
     ask(QStringLiteral("unasked"), 0);
-    // Nobody else is told by the daemon: when this has been dealt with, so has what came before.
+    // The daemon notifies nobody else: when this has been dealt with, so has what came before.
     daemon.callAgent(agentPath(), QStringLiteral("NotifyTouch"),
                      {QVariant::fromValue(target), QStringLiteral("ok")});
     QTRY_COMPARE(daemon.replies().size(), 1);

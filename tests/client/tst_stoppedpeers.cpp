@@ -76,7 +76,7 @@ private:
 
 } // namespace
 
-/** Whoever the client speaks to may hang: its event loop turns on, and it ends when it is told to. */
+/** Any peer of the client may hang: its event loop turns on, and it ends when asked to. */
 class TestStoppedPeers : public QObject
 {
     Q_OBJECT

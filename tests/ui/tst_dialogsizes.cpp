@@ -81,7 +81,7 @@ private:
         return item->mapRectToScene(QRectF(QPointF(), static_cast<const QGraphicsWidget *>(item)->size()));
     }
 
-    // Whatever it stands in scrolls up and down, and is itself on the screen or scrolls with what is.
+    // Its parent scrolls up and down, and is itself on the screen or scrolls with its own parent.
     bool isInReach(const QGraphicsItem *item) const
     {
         const QRectF place = placeOf(item);
