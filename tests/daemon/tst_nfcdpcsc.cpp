@@ -680,6 +680,10 @@ void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime()
         QCOMPARE(answerOf(again).error, QString());
     }
     QVERIFY(exchanges > 6);
+    // Half a message would be malformed.
+    const QList<FakeCall> touches = agent->calls(touch);
+    for (const FakeCall &told : touches)
+        QCOMPARE(told.arguments.at(1).toString(), QStringLiteral("ok"));
     const QList<FakeCall> deliveries = agent->calls(delivery);
     for (const FakeCall &asked : deliveries) {
         const QByteArray bytes = asked.arguments.at(2).toByteArray();
