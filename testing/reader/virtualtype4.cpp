@@ -68,7 +68,7 @@ QByteArray VirtualType4::select(const QByteArray &command)
     const QByteArray identifier = command.mid(5);
     if (!isSelected || identifier.size() != 2)
         return notFound;
-    const quint16 file = quint16(quint8(identifier[0]) << 8 | quint8(identifier[1]));
+    const auto file = quint16(quint8(identifier[0]) << 8 | quint8(identifier[1]));
     if (!files.contains(file))
         return notFound;
     selectedFile = file;

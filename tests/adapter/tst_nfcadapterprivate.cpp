@@ -113,19 +113,19 @@ private:
     // Makes the daemon cause the signal that the current row names.
     void cause(FakeDaemon &daemon);
 
-    static NfcAdapterPrivate::Clock::time_point s_now;
+    static NfcAdapterPrivate::Clock::time_point currentTime;
     std::unique_ptr<RadioState> radio;
 };
 
-NfcAdapterPrivate::Clock::time_point TestNfcAdapterPrivate::s_now;
+NfcAdapterPrivate::Clock::time_point TestNfcAdapterPrivate::currentTime;
 
 void TestNfcAdapterPrivate::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     NfcAdapterPrivate::adapterBroken = false;
     // Time stands still until a test moves it.
-    s_now = {};
-    NfcAdapterPrivate::now = [] { return s_now; };
+    currentTime = {};
+    NfcAdapterPrivate::now = [] { return currentTime; };
     radio = std::make_unique<RadioState>(RadioState::NFC);
     radio->setEnabled(false);
 }
@@ -570,7 +570,7 @@ void TestNfcAdapterPrivate::daemonIsBrokenWhenItLivesLessThanThreeSeconds()
     QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
     QVERIFY(adapter.isValid());
 
-    s_now += std::chrono::milliseconds(life);
+    currentTime += std::chrono::milliseconds(life);
     if (broken)
         sawBroken(life);
     daemon.kill();
@@ -615,15 +615,15 @@ void TestNfcAdapterPrivate::lifeIsMeasuredFromTheLastRegistration()
     NfcAdapter adapter;
     QSignalSpy valid(&adapter, &NfcAdapter::adapterValid);
     QSignalSpy invalid(&adapter, &NfcAdapter::adapterInvalid);
-    s_now += 3000ms;
+    currentTime += 3000ms;
     daemon.stop();
     QTRY_COMPARE(invalid.count(), 1);
     QVERIFY(!NfcAdapterPrivate::adapterBroken);
 
-    s_now += 3000ms;
+    currentTime += 3000ms;
     daemon.start();
     QTRY_COMPARE(valid.count(), 1);
-    s_now += 1ms;
+    currentTime += 1ms;
     sawBroken(1);
     daemon.stop();
     QTRY_COMPARE(invalid.count(), 2);

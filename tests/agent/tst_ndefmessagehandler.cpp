@@ -284,7 +284,7 @@ void TestNdefMessageHandler::wireFormIsBusServicePathApplication()
     const QDBusMessage message = received(QVariant::fromValue(argument));
     QCOMPARE(message.signature(), QStringLiteral("(ssos)"));
 
-    const QDBusArgument wire = message.arguments().at(0).value<QDBusArgument>();
+    const auto wire = message.arguments().at(0).value<QDBusArgument>();
     wire.beginStructure();
     QCOMPARE(wire.asVariant(), QVariant(session));
     QCOMPARE(wire.asVariant(), QVariant(viewer));

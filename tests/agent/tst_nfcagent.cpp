@@ -381,7 +381,7 @@ void TestNfcAgent::sharingRequestsCarryTheInnerInfo()
 
     QTRY_COMPARE(selection.count(), 1);
     QCOMPARE(permission.at(0).at(0).toString(), QStringLiteral("bluetooth"));
-    const QDBusArgument info = permission.at(0).at(1).value<QVariant>().value<QDBusArgument>();
+    const auto info = permission.at(0).at(1).value<QVariant>().value<QDBusArgument>();
     QCOMPARE(info.currentSignature(), QStringLiteral("(os)"));
     QCOMPARE(permission.at(0).at(2).toStringList(), resources);
     QCOMPARE(selection.at(0).at(0).toString(), QStringLiteral("wifi"));
@@ -618,7 +618,7 @@ void TestNfcAgent::sharingInfoMatchesAfterTheClientReadIt()
     daemon->select("selection", agent->path(), handover(QStringLiteral("oob")));
     QTRY_VERIFY(info.isValid());
 
-    const QDBusArgument argument = info.value<QDBusArgument>();
+    const auto argument = info.value<QDBusArgument>();
     QDBusObjectPath device;
     QString text;
     argument.beginStructure();

@@ -302,7 +302,7 @@ void TestVariantContent::readingTheValueDoesNotSpoilTheMatch()
     const QVariant stored = received(handover("/a", "b"));
     const QVariant copy = stored;
     for (int i = 0; i < 3; ++i) {
-        const QDBusArgument argument = copy.value<QDBusArgument>();
+        const auto argument = copy.value<QDBusArgument>();
         QDBusObjectPath path;
         QString text;
         argument.beginStructure();

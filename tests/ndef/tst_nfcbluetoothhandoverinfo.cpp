@@ -275,7 +275,7 @@ void TestNfcBluetoothHandoverInfo::knownDeviceIsReturned()
     QVERIFY(device.isValid());
     QCOMPARE(device.address(), peerAddress);
     QCOMPARE(device.name(), QStringLiteral("Peer"));
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestNfcBluetoothHandoverInfo::addressInSmallLettersIsFound()
@@ -385,7 +385,7 @@ void TestNfcBluetoothHandoverInfo::callInTheWaitReturnsTheSameDevice()
                            });
     QCOMPARE(info.device().name(), QStringLiteral("Peer"));
     QCOMPARE(inner.name(), QStringLiteral("Peer"));
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 1);
 }
 
 QTEST_GUILESS_MAIN(TestNfcBluetoothHandoverInfo)

@@ -10,12 +10,12 @@
 // BlueZ with the adapter hci0, as it is without its experimental interfaces.
 struct BlueZMock : DBusMock
 {
-    static inline const QString Service = QStringLiteral("org.bluez");
-    static inline const QString AdapterPath = QStringLiteral("/org/bluez/hci0");
-    static inline const QString SecondAdapterPath = QStringLiteral("/org/bluez/hci1");
-    static inline const QString AdapterInterface = QStringLiteral("org.bluez.Adapter1");
+    static inline const QString busName = QStringLiteral("org.bluez");
+    static inline const QString adapterPath = QStringLiteral("/org/bluez/hci0");
+    static inline const QString secondAdapterPath = QStringLiteral("/org/bluez/hci1");
+    static inline const QString adapterInterface = QStringLiteral("org.bluez.Adapter1");
 
-    BlueZMock() : DBusMock(Service, {QStringLiteral("-t"), QStringLiteral("bluez5")})
+    BlueZMock() : DBusMock(busName, {QStringLiteral("-t"), QStringLiteral("bluez5")})
     {
         ready = waitForRegistered() &&
                 mock(QStringLiteral("AddAdapter"), {QStringLiteral("hci0"), QStringLiteral("phone")});
@@ -46,16 +46,16 @@ struct BlueZMock : DBusMock
 
     bool switchOff() const
     {
-        return call(AdapterPath, QStringLiteral("org.freedesktop.DBus.Mock"),
+        return call(adapterPath, QStringLiteral("org.freedesktop.DBus.Mock"),
                     QStringLiteral("UpdateProperties"),
-                    {AdapterInterface, QVariantMap{{QStringLiteral("Powered"), false}}})
+                    {adapterInterface, QVariantMap{{QStringLiteral("Powered"), false}}})
                    .type() == QDBusMessage::ReplyMessage;
     }
 
     bool addAdapterMethod(const QString &name, const QString &in, const QString &out,
                           const QString &body) const
     {
-        return addMethod(AdapterPath, AdapterInterface, name, in, out, body).type() ==
+        return addMethod(adapterPath, adapterInterface, name, in, out, body).type() ==
                QDBusMessage::ReplyMessage;
     }
 
@@ -68,8 +68,8 @@ struct BlueZMock : DBusMock
     bool isDiscovering() const
     {
         const QDBusReply<QVariant> reply =
-            call(AdapterPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
-                 {AdapterInterface, QStringLiteral("Discovering")});
+            call(adapterPath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                 {adapterInterface, QStringLiteral("Discovering")});
         return reply.value().toBool();
     }
 

@@ -34,7 +34,7 @@ BluetoothDevice device(const QString &address)
 struct OddBlueZ : DBusMock
 {
     explicit OddBlueZ(const QString &out, const QString &body)
-        : DBusMock(BlueZMock::Service, {BlueZMock::Service, QStringLiteral("/"), objectManager})
+        : DBusMock(BlueZMock::busName, {BlueZMock::busName, QStringLiteral("/"), objectManager})
     {
         ready = waitForRegistered() && addMethod(QStringLiteral("/"), objectManager,
                                                  QStringLiteral("GetManagedObjects"), QString(), out, body)
@@ -120,7 +120,7 @@ void TestBluetoothAdapter::noBlueZIsNoAdapter()
 
 void TestBluetoothAdapter::blueZIsNotStarted()
 {
-    const ActivatableService bluez(BlueZMock::Service);
+    const ActivatableService bluez(BlueZMock::busName);
     QVERIFY(bluez.ready);
     QCOMPARE(BluetoothAdapter::defaultAdapter(), nullptr);
     QVERIFY(!bluez.isStarted());
@@ -178,8 +178,8 @@ void TestBluetoothAdapter::poweredAdapterIsTheDefault()
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     QVERIFY(adapter);
     adapter->startCreatingDevice(device(peerAddress));
-    QTRY_COMPARE(bluez.callCount(BlueZMock::SecondAdapterPath, QStringLiteral("StartDiscovery")), 1);
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QTRY_COMPARE(bluez.callCount(BlueZMock::secondAdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::everyDefaultAdapterIsNewAndWithoutParent()
@@ -227,7 +227,7 @@ void TestBluetoothAdapter::answerBringsTheDefaultAdapter()
 
 void TestBluetoothAdapter::answerWithoutBlueZIsNoAdapter()
 {
-    const ActivatableService bluez(BlueZMock::Service);
+    const ActivatableService bluez(BlueZMock::busName);
     QVERIFY(bluez.ready);
     QObject owner;
     bool answered = false;
@@ -270,7 +270,7 @@ void TestBluetoothAdapter::knownDeviceIsCreatedFromTheEventLoop()
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QCOMPARE(outcome.failed, QStringList());
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::deviceThatAnotherAdapterKnowsIsFound()
@@ -330,8 +330,8 @@ void TestBluetoothAdapter::unknownDeviceIsConnected()
     adapter->startCreatingDevice(device(peerAddress));
     QVERIFY(outcome.isOpen());
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC New")));
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("ConnectDevice")), 1);
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("ConnectDevice")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::failureCarriesBlueZWords()
@@ -345,7 +345,7 @@ void TestBluetoothAdapter::failureCarriesBlueZWords()
     adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Host is down")));
     QCOMPARE(outcome.created, QStringList());
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::deviceThatAppearsButDoesNotConnectFails()
@@ -433,23 +433,23 @@ void TestBluetoothAdapter::runningDiscoveryIsUsed()
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(peerAddress));
-    QTRY_COMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QTRY_COMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 1);
     QVERIFY(bluez.addDevice(peerAddress));
     QTRY_COMPARE(outcome.created.size(), 1);
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StopDiscovery")), 0);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StopDiscovery")), 0);
 }
 
 void TestBluetoothAdapter::timeLimitEndsDiscovery()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready);
-    auto *creation = new DeviceCreation(BlueZMock::Service, BlueZMock::AdapterPath, peerAddress, 3s, this);
+    auto *creation = new DeviceCreation(BlueZMock::busName, BlueZMock::adapterPath, peerAddress, 3s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QSignalSpy deleted(creation, &QObject::destroyed);
     creation->start();
     QTRY_COMPARE_WITH_TIMEOUT(failed.size(), 1, 30000);
     QCOMPARE(failed.at(0).at(0).toString(), QStringLiteral("The device was not found in time"));
-    QCOMPARE(bluez.callCount(BlueZMock::AdapterPath, QStringLiteral("StartDiscovery")), 1);
+    QCOMPARE(bluez.callCount(BlueZMock::adapterPath, QStringLiteral("StartDiscovery")), 1);
     QVERIFY(!bluez.isDiscovering());
     QTRY_COMPARE(deleted.size(), 1);
 }
@@ -458,7 +458,7 @@ void TestBluetoothAdapter::timeLimitEndsASlowConnection()
 {
     BlueZMock bluez;
     QVERIFY(bluez.ready && bluez.offerConnectDevice(QStringLiteral("import time; time.sleep(20)")));
-    auto *creation = new DeviceCreation(BlueZMock::Service, BlueZMock::AdapterPath, peerAddress, 1s, this);
+    auto *creation = new DeviceCreation(BlueZMock::busName, BlueZMock::adapterPath, peerAddress, 1s, this);
     QSignalSpy failed(creation, &DeviceCreation::failed);
     QElapsedTimer timer;
     timer.start();
