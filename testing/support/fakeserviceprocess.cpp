@@ -128,7 +128,7 @@ public Q_SLOTS:
 
     void LeaveOn(const QString &member) { scripts[member].leave = true; }
 
-    QList<FakeCall> Calls() const { return calls; }
+    QList<FakeCall> Calls() { return calls; }
 
     void ClearCalls() { calls.clear(); }
 
@@ -161,7 +161,7 @@ public Q_SLOTS:
         return id;
     }
 
-    QList<FakeReply> Replies() const { return replies; }
+    QList<FakeReply> Replies() { return replies; }
 
 Q_SIGNALS:
     void Called(const QString &member);
