@@ -33,7 +33,7 @@ void Deliveries::deliver(const NdefMessageHandler &handler, const QDBusObjectPat
     const bool isBusy =
         std::any_of(deliveries.cbegin(), deliveries.cend(),
                     [&handler](const Delivery &earlier) { return earlier.handler == handler; });
-    const Place added = deliveries.insert(deliveries.end(), {handler, tag, data, handedOver});
+    const auto added = deliveries.insert(deliveries.end(), {handler, tag, data, handedOver});
     added->timer = std::make_unique<QTimer>();
     added->timer->setSingleShot(true);
     connect(added->timer.get(), &QTimer::timeout, this, [this, added] { show(added); });

@@ -40,7 +40,7 @@ QString withFewMarks(const QString &character)
     return kept;
 }
 
-QString inShort(QStringList text)
+QString inShort(const QStringList &text)
 {
     if (text.size() <= mostCharacters)
         return text.join(QString());

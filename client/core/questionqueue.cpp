@@ -167,7 +167,7 @@ qsizetype QuestionQueue::waiting() const
 {
     const bool isOngoing = std::any_of(ongoing.cbegin(), ongoing.cend(),
                                        [this](const auto &entry) { return entry.get() == shown; });
-    const auto all = qsizetype(requests.size() + notices.size());
+    const qsizetype all = qsizetype(requests.size()) + qsizetype(notices.size());
     return shown && !isOngoing ? all - 1 : all;
 }
 

@@ -32,7 +32,7 @@ std::optional<QByteArray> CardConnection::transceive(const QByteArray &command)
     if (isCanceled)
         return std::nullopt;
     QByteArray answer(MAX_BUFFER_SIZE_EXTENDED, Qt::Uninitialized);
-    DWORD length = DWORD(answer.size());
+    auto length = DWORD(answer.size());
     const SCARD_IO_REQUEST *header = protocol == SCARD_PROTOCOL_T0 ? SCARD_PCI_T0 : SCARD_PCI_T1;
     const LONG result =
         SCardTransmit(card, header, reinterpret_cast<const BYTE *>(command.constData()),

@@ -50,7 +50,7 @@ struct WatchedReader
 
 QList<QByteArray> listReaders(SCARDCONTEXT context, LONG *result)
 {
-    DWORD size = SCARD_AUTOALLOCATE;
+    auto size = SCARD_AUTOALLOCATE;
     char *names = nullptr;
     *result = SCardListReaders(context, nullptr, reinterpret_cast<char *>(&names), &size);
     if (*result == LONG(SCARD_E_NO_READERS_AVAILABLE))

@@ -20,7 +20,7 @@ public:
     using Clock = std::function<qint64()>;
 
     static constexpr int mostCommands = 300;
-    static constexpr qint64 mostBytes = 64 * 1024;
+    static constexpr qint64 mostBytes = qint64(64) * 1024;
     static constexpr qint64 mostMilliseconds = 5000;
 
     LimitedExchange(Exchange &exchange, const Clock &clock);

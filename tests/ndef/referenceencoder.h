@@ -48,7 +48,7 @@ struct Written
     {
         QByteArray result;
         QDataStream stream(&result, QIODevice::WriteOnly);
-        quint8 header = quint8(typeNameFormat());
+        auto header = quint8(typeNameFormat());
         if (messageBegin)
             header |= 0x80;
         if (messageEnd)

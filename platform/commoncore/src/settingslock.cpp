@@ -64,7 +64,7 @@ SettingsLock::~SettingsLock()
     if (file < 0)
         return;
     close(file);
-    turnOfOthers().setRemainingTime(2 * lockRetry, Qt::PreciseTimer);
+    turnOfOthers().setRemainingTime(qint64(2) * lockRetry, Qt::PreciseTimer);
 }
 
 } // namespace ConnUi

@@ -175,8 +175,11 @@ void Thumbnailer::request(QList<QUrl> &uris, QStringList &mimeTypes, bool sendPi
 {
     if (autoCancel && !sendRemainingSignals)
         d->forgetRequests();
-    d->request(uris, mimeTypes, sendPixmap, flavor.isEmpty() ? QStringLiteral("normal") : flavor,
-               scheduler.isEmpty() ? QStringLiteral("default") : scheduler, autoCancel);
+    if (flavor.isEmpty())
+        flavor = QStringLiteral("normal");
+    if (scheduler.isEmpty())
+        scheduler = QStringLiteral("default");
+    d->request(uris, mimeTypes, sendPixmap, flavor, scheduler, autoCancel);
 }
 
 } // namespace Thumbnails
