@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include <memory>
+
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusInterface>
@@ -60,8 +62,8 @@ private:
         const QDBusConnection bus = QDBusConnection::systemBus();
         QDBusInterface manager(service, QStringLiteral("/"), QStringLiteral("com.tavix.nfc.Manager"), bus);
         const QDBusReply<QDBusObjectPath> path = manager.call(QStringLiteral("DefaultAdapter"));
-        adapter.reset(
-            new QDBusInterface(service, path.value().path(), QStringLiteral("com.tavix.nfc.Adapter"), bus));
+        adapter = std::make_unique<QDBusInterface>(service, path.value().path(),
+                                                   QStringLiteral("com.tavix.nfc.Adapter"), bus);
         const auto relay = [this, bus](const char *signal, const char *slot) {
             QDBusConnection(bus).connect(service, adapter->path(), adapter->interface(),
                                          QString::fromLatin1(signal), this, slot);

@@ -165,7 +165,7 @@ public:
 
     qsizetype readers() const
     {
-        const QVariantMap properties =
+        const auto properties =
             qdbus_cast<QVariantMap>(call(QStringLiteral("GetProperties")).arguments().value(0));
         return properties.value(QStringLiteral("Readers")).toStringList().size();
     }

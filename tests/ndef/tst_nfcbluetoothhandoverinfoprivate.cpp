@@ -359,7 +359,7 @@ void TestNfcBluetoothHandoverInfoPrivate::invalidHeldDeviceIsReplacedByTheNextCr
 {
     FakeBluetooth bluetooth;
     NfcBluetoothHandoverInfoPrivate info(sentInfo);
-    info.device.reset(new BluetoothDevice);
+    info.device = std::make_unique<BluetoothDevice>();
     QVERIFY(info.startCreatingDevice());
     QVERIFY(info.creating);
     QVERIFY(!info.device);

@@ -198,7 +198,7 @@ QList<Pair> allPairs()
 class Sample
 {
 public:
-    explicit Sample(MWidgetController *widget) : widget(widget)
+    explicit Sample(MWidgetController *widget)
     {
         window.scene()->setBackgroundBrush(ground());
         window.scene()->addItem(widget);
@@ -242,7 +242,6 @@ public:
 private:
     static constexpr int space = 16;
     static constexpr int scale = 2;
-    MWidgetController *const widget;
 };
 
 void addVariants()

@@ -495,9 +495,9 @@ void TestMDialog::dialogGrowsWithItsContents()
     dialog.appear(&window);
     const qreal before = viewOf(&dialog, dialog.button(M::OkButton))->scenePos().y();
     MLabel *label = visibleBelow<MLabel>(&dialog).first();
-    const qreal short_ = label->size().height();
+    const qreal lineHeight = label->size().height();
     dialog.setText(longText());
-    QTRY_VERIFY(label->size().height() > 2 * short_);
+    QTRY_VERIFY(label->size().height() > 2 * lineHeight);
     QCOMPARE(viewOf(&dialog, dialog.button(M::OkButton))->scenePos().y(), before);
     QVERIFY(label->sceneBoundingRect().bottom() <= before);
 }
