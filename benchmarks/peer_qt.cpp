@@ -11,7 +11,6 @@
 //   peer_qt nothing    nothing; ends at once
 #include <cstdio>
 #include <cstring>
-
 #include <memory>
 
 #include <QApplication>
