@@ -79,7 +79,7 @@ void writeValue(QDataStream &out, const QVariant &value)
     const QMetaType type = value.metaType();
     out << QByteArray(type.name());
     if (type == QMetaType::fromType<QDBusArgument>()) {
-        const QDBusArgument copy = value.value<QDBusArgument>();
+        const auto copy = value.value<QDBusArgument>();
         writeElement(out, copy);
     } else if (type == QMetaType::fromType<QDBusVariant>()) {
         writeValue(out, value.value<QDBusVariant>().variant());

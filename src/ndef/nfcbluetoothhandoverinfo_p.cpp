@@ -24,7 +24,7 @@ BluetoothHandoverData readData(const QVariant &info)
     BluetoothHandoverData data;
     if (info.metaType() != QMetaType::fromType<QDBusArgument>())
         return data;
-    const QDBusArgument argument = info.value<QDBusArgument>();
+    const auto argument = info.value<QDBusArgument>();
     const bool received = argument.currentType() == QDBusArgument::StructureType;
     if (received && argument.currentSignature().startsWith(QLatin1String("(os")))
         argument >> data;
