@@ -11,6 +11,7 @@
 #include <QDBusError>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
+#include <QMap>
 #include <QMetaType>
 #include <QVariantMap>
 
@@ -53,8 +54,12 @@ bool isAuthorized(const QDBusMessage &reply)
         return false;
     const auto result = reply.arguments().constFirst().value<QDBusArgument>();
     bool authorized = false;
+    bool isChallenge = false;
+    QMap<QString, QString> details;
+    // A structure that is not read to its end is leaked.
     result.beginStructure();
-    result >> authorized;
+    result >> authorized >> isChallenge >> details;
+    result.endStructure();
     return authorized;
 }
 

@@ -53,7 +53,7 @@ void TestNfcTranslations::init()
 
 void TestNfcTranslations::cleanup()
 {
-    const auto texts = qApp->findChildren<QTranslator *>();
+    const auto texts = QCoreApplication::instance()->findChildren<QTranslator *>();
     for (QTranslator *text : texts)
         delete text;
 }
