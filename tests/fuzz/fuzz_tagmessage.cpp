@@ -22,9 +22,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     const QByteArray message(reinterpret_cast<const char *>(data), qsizetype(size));
     const TagContent content = readTag(message);
     for (const TagRecord &record : content.records) {
-        if (record.kind == TagRecord::Uri)
-            require(QString::fromUtf8(URINDEFRecord(record.payload).getURI())
-                        .contains(record.text.section(QLatin1Char(':'), 1), Qt::CaseInsensitive));
+        if (record.kind != TagRecord::Uri)
+            continue;
+        const QString uri = QString::fromUtf8(URINDEFRecord(record.payload).getURI());
+        // One without a scheme is shown as the web link that it is taken for.
+        require(record.text == QLatin1String("http://") + uri.trimmed() ||
+                uri.contains(record.text.section(QLatin1Char(':'), 1), Qt::CaseInsensitive));
     }
     require(!content.isWellFormed || !content.records.isEmpty() || message.isEmpty() || message.size() >= 3);
     require(!ndefKind(message).isNull());
