@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
     QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
 
-    // What the daemon says in its log names the program.
+    // Each line of the daemon's log names the program.
     qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
 
     QCommandLineParser parser;

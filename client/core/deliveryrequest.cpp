@@ -52,7 +52,7 @@ void DeliveryRequest::findHandlerInFront()
     }
 }
 
-// What can be decided without the user.
+// Makes the decisions that need no user.
 void DeliveryRequest::decideWithout()
 {
     decision = ::decide(content, circumstances());

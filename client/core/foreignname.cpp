@@ -66,7 +66,7 @@ bool runsFromRightToLeft(const QString &text)
 QString foreignName(const QString &name, const QString &fallback)
 {
     QString line = MLabel::drawableForeignText(name.trimmed());
-    // What isolates the number of a program's own isolates nothing here.
+    // The marks that isolate a program's own number isolate nothing here.
     for (const QChar steering : {leftToRightIsolate, popDirectionalIsolate})
         line.replace(steering, QChar::ReplacementCharacter);
     QStringList text = characters(line.simplified());

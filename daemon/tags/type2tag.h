@@ -12,8 +12,8 @@
 #include "daemon/tags/type2memory.h"
 
 /**
- * A tag of NFC Forum Type 2 (Type 2 Tag Technical Specification 1.1): pages of four bytes, in which the
- * message is a block of type, length and value.
+ * A tag of NFC Forum Type 2 (NFCForum-TS-Type-2-Tag 1.1): pages of four bytes, in which the message is a
+ * block of type, length and value.
  */
 class Type2Tag : public Tag
 {

@@ -7,7 +7,7 @@
 
 #include <QByteArray>
 
-/** The capability container of a Type 4 tag (Type 4 Tag Technical Specification 2.0, section 5.1). */
+/** The capability container of a Type 4 tag (NFCForum-TS-Type-4-Tag 2.0, section 5.1). */
 struct Type4Capabilities
 {
     /** The bytes of the container that are read: all of it up to the end of the first control block. */

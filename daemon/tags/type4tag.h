@@ -8,7 +8,7 @@
 #include "daemon/tags/type4capabilities.h"
 
 /**
- * A tag of NFC Forum Type 4 (Type 4 Tag Technical Specification 2.0): an application with files, one of which
+ * A tag of NFC Forum Type 4 (NFCForum-TS-Type-4-Tag 2.0): an application with files, one of which
  * holds the message behind its length.
  */
 class Type4Tag : public Tag

@@ -24,8 +24,7 @@ class Mailbox;
 class TagWriter;
 
 /**
- * What becomes of the cards that come to the readers: questions to the agent, handovers, written tags, or
- * nothing.
+ * Turns the cards that come to the readers into questions to the agent, handovers, written tags, or nothing.
  *
  * While the adapter is switched off no reader is held.
  */

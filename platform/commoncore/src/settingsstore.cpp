@@ -18,7 +18,7 @@ namespace {
 
 constexpr qint64 storeLimit = 1 << 20;
 
-// Where the XDG base directory specification has the user's settings. Empty when nothing names an absolute
+// The folder of the user's settings, $XDG_CONFIG_HOME or ~/.config. Empty when nothing names an absolute
 // folder; the root folder is nobody's home.
 QString configFolder()
 {
