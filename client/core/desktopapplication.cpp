@@ -2,13 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/desktopapplication.h"
 
-#include <QLibrary>
+#include <optional>
+
 #include <QUrl>
 
 #include <ContentAction>
 #include <MDesktopEntry>
+#include <mtypes.h>
 
 #include "core/clientlog.h"
+#include "support/functions.h"
 
 namespace {
 
@@ -26,38 +29,30 @@ struct Launcher
     void *(*g_desktop_app_info_new)(const char *) = nullptr;
     int (*g_app_info_launch_uris)(void *, List *, void *, void **) = nullptr;
     void (*g_object_unref)(void *) = nullptr;
-
-    bool isComplete() const { return g_desktop_app_info_new && g_app_info_launch_uris && g_object_unref; }
 };
 
-template <typename Function>
-void resolve(QLibrary &library, const char *name, Function &function)
+const Launcher *loadLauncher()
 {
-    function = reinterpret_cast<Function>(library.resolve(name));
-}
-
-Launcher loadLauncher()
-{
-    QLibrary library(QStringLiteral("libgio-2.0.so.0"));
-    Launcher launcher;
-    resolve(library, "g_desktop_app_info_new", launcher.g_desktop_app_info_new);
-    resolve(library, "g_app_info_launch_uris", launcher.g_app_info_launch_uris);
-    resolve(library, "g_object_unref", launcher.g_object_unref);
-    return launcher;
+    using Support::Symbol;
+    static const std::optional<Launcher> launcher =
+        Support::loadFunctions<Launcher>(QStringLiteral("libgio-2.0.so.0"), "Unable to start applications",
+                                         Symbol{"g_desktop_app_info_new", &Launcher::g_desktop_app_info_new},
+                                         Symbol{"g_app_info_launch_uris", &Launcher::g_app_info_launch_uris},
+                                         Symbol{"g_object_unref", &Launcher::g_object_unref});
+    return launcher ? &*launcher : nullptr;
 }
 
 bool launch(const QString &id, const QString &uri)
 {
-    static const Launcher launcher = loadLauncher();
-    void *application = launcher.isComplete()
-                            ? launcher.g_desktop_app_info_new(qUtf8Printable(id + QLatin1String(".desktop")))
-                            : nullptr;
+    const Launcher *launcher = loadLauncher();
+    void *application =
+        launcher ? launcher->g_desktop_app_info_new(qUtf8Printable(id + QLatin1String(".desktop"))) : nullptr;
     if (!application)
         return false;
     QByteArray argument = uri.toUtf8();
     List uris{argument.data(), nullptr, nullptr};
-    const bool launched = launcher.g_app_info_launch_uris(application, &uris, nullptr, nullptr);
-    launcher.g_object_unref(application);
+    const bool launched = launcher->g_app_info_launch_uris(application, &uris, nullptr, nullptr);
+    launcher->g_object_unref(application);
     return launched;
 }
 
@@ -80,6 +75,5 @@ QString applicationName(const QString &application)
 {
     const QString name =
         MDesktopEntry(QStringLiteral("/usr/share/applications/%1.desktop").arg(application)).name();
-    // U+009C stands between the same name in several lengths.
-    return name.isEmpty() ? application : name.section(QChar(0x9c), 0, 0);
+    return name.isEmpty() ? application : name.section(M::lengthVariantSeparator, 0, 0);
 }
