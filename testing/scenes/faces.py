@@ -28,6 +28,9 @@ class Terminal:
     def chooses(self, application):
         self._client.hears(application)
 
+    def cannot_choose(self, application):
+        self.chooses(application)
+
     def has_been_read(self):
         """What is only told needs no answer here."""
 
@@ -69,6 +72,13 @@ class Screen:
         self._client.says("screen: Choose application | ")
         self._client.hears(f"select {application}")
         self._client.hears("press OK")
+
+    def cannot_choose(self, application):
+        self._client.hears("press Choose another application")
+        self._client.says("screen: Choose application | ")
+        self._client.hears(f"select {application}")
+        self._client.says(f"failed: select {application}")
+        self._client.hears("escape")
 
     def has_been_read(self):
         self._client.hears("press OK")

@@ -27,7 +27,7 @@ def show(role, line):
     print(f"{role:>8} | {line}", flush=True)
 
 
-def execute(stage, line):
+def obey(stage, line):
     if re.fullmatch(r"[yYnN]|\d+|View|Discard|Call|Send|Open|Pair|Connect|Disconnect|Continue|Cancel|Close", line):
         stage.client.hears(line)
     elif line == "help":
@@ -44,7 +44,7 @@ def play(stage):
         if line == "quit":
             return
         try:
-            execute(stage, line)
+            obey(stage, line)
         except (OSError, ValueError, Unmet) as fault:
             show("demo", fault)
 

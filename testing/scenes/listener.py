@@ -76,6 +76,12 @@ class Listener(Screen):
         self.hears(application)
         self.hears("OK")
 
+    def cannot_choose(self, application):
+        self.hears("Choose another application")
+        self.asks("Choose application")
+        assert self._ask(do="press", name=application) is not True
+        self.goes_back()
+
     def has_been_read(self):
         self.hears("OK")
 

@@ -151,7 +151,7 @@ def canceled_handover(stage, step):
     is_clear(stage, step)
 
 
-@screen_scene
+@scene
 def question_during_handover(stage, step):
     """A question in the middle of a handover comes before the wait"""
     stage.daemon_is_slow()

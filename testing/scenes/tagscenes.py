@@ -302,6 +302,20 @@ def chosen_application(stage, step):
     is_clear(stage, step)
 
 
+@scene
+def application_that_is_not_offered(stage, step):
+    """An application that is not among those offered cannot be chosen, and no other gets the data instead"""
+    tap = stage.tap(*notes(stage))
+    asks(stage, step, "the first is offered", "Tag content", "Notebook")
+    for stranger in ("3", "Dialer"):
+        step(f"the user cannot choose '{stranger}'", lambda: stage.face.cannot_choose(stranger))
+        asks(stage, step, "the client still asks", "Tag content", "Notebook")
+    answers(stage, step, "the user discards it", "Discard")
+    decided(tap, step, "rejected", 1)
+    handler_hears_nothing(stage, step)
+    is_clear(stage, step)
+
+
 @screen_scene
 def reconsidered_application(stage, step):
     """Going back from the list of applications leaves the question open"""

@@ -30,6 +30,15 @@ QByteArray textTag(const QString &text)
     return QNdefMessage(record).toByteArray();
 }
 
+QByteArray notesTag()
+{
+    QNdefRecord record;
+    record.setTypeNameFormat(QNdefRecord::Mime);
+    record.setType("application/x-notes");
+    record.setPayload("notes");
+    return QNdefMessage(record).toByteArray();
+}
+
 QByteArray linkTag()
 {
     QNdefRecord record;
@@ -70,6 +79,8 @@ private Q_SLOTS:
     void releaseTakesTheAgent();
     void applicationInFrontIsFollowedOnce();
     void lockedSessionShowsAndForwardsNothing();
+    void choiceThatWasNotOfferedIsRejected_data();
+    void choiceThatWasNotOfferedIsRejected();
     void requestsOfOneTargetGetTheirOwnAnswers_data();
     void requestsOfOneTargetGetTheirOwnAnswers();
 
@@ -243,6 +254,41 @@ int TestSession::ask(const QString &kind, int number)
     if (kind == QLatin1String("unusable"))
         return deliver({}, textTag(QStringLiteral("Hello %1").arg(number)));
     return deliver({QStringLiteral("viewer")}, number == 0 ? QByteArray() : QByteArray("\xd0\x00\x00", 3));
+}
+
+void TestSession::choiceThatWasNotOfferedIsRejected_data()
+{
+    QTest::addColumn<QString>("choice");
+    QTest::newRow("another one") << QStringLiteral("stranger");
+    QTest::newRow("in capitals") << QStringLiteral("VIEWER");
+    QTest::newRow("none") << QString();
+}
+
+// Neither face lets the user choose such an application; should one ever do so, no other application gets
+// the data instead.
+void TestSession::choiceThatWasNotOfferedIsRejected()
+{
+    QFETCH(QString, choice);
+    FakeFace face;
+    FakeOhm ohm;
+    FakeHandler viewer;
+    viewer.start();
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    const QStringList offered{QStringLiteral("viewer"), QStringLiteral("other")};
+    daemon.callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
+                     {handlers(offered), QVariant::fromValue(target), notesTag()});
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(face.shown->applications, offered);
+
+    const QString warning = QStringLiteral("No application '%1' was offered").arg(choice);
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(warning));
+    face.answer(Answer::Yes, choice);
+    QTRY_COMPARE(daemon.replies().size(), 1);
+    QCOMPARE(daemon.replies()[0].error, QStringLiteral("com.tavix.nfc.UIAgent.Rejected"));
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 0);
+    QVERIFY(!face.shown);
 }
 
 void TestSession::requestsOfOneTargetGetTheirOwnAnswers_data()

@@ -95,6 +95,7 @@ private Q_SLOTS:
     void indicationBeginsAnewWhileSlidingOut();
     void bannerComesAndGoesTwice();
     void overlayMayGoInMidSlide();
+    void timerGoesWithItsOverlay();
     void wholeIndicationInRealTime();
     void bannerStaysForTwoSecondsAfterTheLastIndication();
 
@@ -400,6 +401,17 @@ void TestNfcOverlay::overlayMayGoInMidSlide()
     const QPointer<QPropertyAnimation> slideOut = banner->d->animation;
     banner.reset();
     QVERIFY(!slideOut);
+}
+
+void TestNfcOverlay::timerGoesWithItsOverlay()
+{
+    auto banner = std::make_unique<Banner>();
+    QVERIFY(banner->display());
+    const QPointer<QTimer> timer = banner->d->timer;
+    QVERIFY(timer->isActive());
+    QVERIFY(banner->overlay.findChildren<QTimer *>().contains(timer));
+    banner.reset();
+    QVERIFY(!timer);
 }
 
 void TestNfcOverlay::wholeIndicationInRealTime()
