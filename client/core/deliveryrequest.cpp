@@ -121,9 +121,8 @@ void DeliveryRequest::open(const QString &named)
 
 void DeliveryRequest::openOnDesktop()
 {
-    const TagRecord &link = content.records.constFirst();
     grant();
-    openWithApplication(ContentAction::Action::defaultActionForScheme(link.text).name(), link.text);
+    openLink(content.records.constFirst().text);
 }
 
 void DeliveryRequest::forward(const QString &application)

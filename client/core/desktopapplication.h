@@ -5,9 +5,8 @@
 
 #include <QString>
 
-/** Starts the application whose desktop file is \a id (without ".desktop") with \a uri. A failure is logged.
- */
-void openWithApplication(const QString &id, const QString &uri);
+/** Opens \a uri with the application that the desktop has for its scheme. A failure is logged. */
+void openLink(const QString &uri);
 
 /** Opens the local \a file with the application that the desktop has for it. A failure is logged. */
 void openFile(const QString &file);

@@ -19,11 +19,16 @@ void writeFile(const QString &path, const QByteArray &content)
     QCOMPARE(file.write(content), content.size());
 }
 
+QString applicationFile(const QString &id)
+{
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
+           QStringLiteral("/applications/%1.desktop").arg(id);
+}
+
 void installApplication(const QString &id, const QByteArray &program = "/bin/true",
                         const QByteArray &more = {})
 {
-    writeFile(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) +
-                  QStringLiteral("/applications/%1.desktop").arg(id),
+    writeFile(applicationFile(id),
               "[Desktop Entry]\nType=Application\nName=Test\nExec=" + program + " %u\n" + more);
 }
 
@@ -47,6 +52,8 @@ private Q_SLOTS:
     void fileHasTheApplicationOfItsContent();
     void missingFileHasNoApplication();
     void remoteFileHasNoApplication();
+    void applicationIsStartedWithTheUri();
+    void applicationThatIsGoneIsNotStarted();
 
 private:
     QTemporaryDir folder;
@@ -210,6 +217,31 @@ void TestContentAction::remoteFileHasNoApplication()
 {
     QVERIFY(!Action::defaultActionForFile(QUrl(QStringLiteral("http://example.com/a.jpg"))).isValid());
     QVERIFY(!Action::defaultActionForFile(QUrl()).isValid());
+}
+
+void TestContentAction::applicationIsStartedWithTheUri()
+{
+    const QString program = folder.filePath(QStringLiteral("writer"));
+    const QString written = folder.filePath(QStringLiteral("written"));
+    writeFile(program, "#!/bin/sh\nprintf %s \"$1\" >" + QFile::encodeName(written) + ".new\nmv " +
+                           QFile::encodeName(written) + ".new " + QFile::encodeName(written) + "\n");
+    QVERIFY(QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner));
+    installApplication(QStringLiteral("mailer"), QFile::encodeName(program));
+    const QString uri = QStringLiteral("mailto:ada@example.org?subject=a%20b");
+    QVERIFY(Action::defaultActionForScheme(uri).open(uri));
+    QTRY_VERIFY(QFile::exists(written));
+    QFile file(written);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), uri.toUtf8());
+}
+
+void TestContentAction::applicationThatIsGoneIsNotStarted()
+{
+    QVERIFY(!Action().open(QStringLiteral("mailto:")));
+    const Action action = Action::defaultActionForScheme(QStringLiteral("tel:"));
+    QVERIFY(action.isValid());
+    QVERIFY(QFile::remove(applicationFile(QStringLiteral("dialer"))));
+    QVERIFY(!action.open(QStringLiteral("tel:1")));
 }
 
 QTEST_GUILESS_MAIN(TestContentAction)

@@ -11,7 +11,7 @@
 namespace ContentAction {
 
 /**
- * Names the application that opens some content by default: the user's choice, else the system's
+ * Names and starts the application that opens some content by default: the user's choice, else the system's
  * (mimeapps.list, as freedesktop.org defines it). One whose desktop file says Hidden=true is none.
  */
 class CONTENTACTION_EXPORT Action
@@ -51,6 +51,12 @@ public:
     /** Returns the application's id, the base name of its desktop file without ".desktop"; empty when
      * invalid. */
     QString name() const;
+
+    /**
+     * Starts the application with \a uri. Returns whether that began: false when the action is invalid, the
+     * application has been removed meanwhile, or its program cannot be run. Does not wait for the program.
+     */
+    bool open(const QString &uri) const;
 
 private:
     explicit Action(const QString &name);

@@ -104,4 +104,19 @@ QString Action::name() const
     return id;
 }
 
+bool Action::open(const QString &uri) const
+{
+    const Gio *gio = Gio::load();
+    if (!gio || !isValid())
+        return false;
+    const QString desktopFile = id + QStringLiteral(".desktop");
+    const std::unique_ptr<GAppInfo, Unref> application(
+        reinterpret_cast<GAppInfo *>(gio->g_desktop_app_info_new(qUtf8Printable(desktopFile))));
+    if (!application)
+        return false;
+    QByteArray argument = uri.toUtf8();
+    GList uris{argument.data(), nullptr, nullptr};
+    return gio->g_app_info_launch_uris(application.get(), &uris, nullptr, nullptr);
+}
+
 } // namespace ContentAction

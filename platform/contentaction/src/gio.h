@@ -17,8 +17,10 @@ struct Gio
     decltype(&::g_app_info_get_default_for_type) g_app_info_get_default_for_type;
     decltype(&::g_app_info_get_default_for_uri_scheme) g_app_info_get_default_for_uri_scheme;
     decltype(&::g_app_info_get_id) g_app_info_get_id;
+    decltype(&::g_app_info_launch_uris) g_app_info_launch_uris;
     decltype(&::g_content_type_guess) g_content_type_guess;
     decltype(&::g_desktop_app_info_get_is_hidden) g_desktop_app_info_get_is_hidden;
+    decltype(&::g_desktop_app_info_new) g_desktop_app_info_new;
     decltype(&::g_file_new_for_path) g_file_new_for_path;
     decltype(&::g_file_query_default_handler) g_file_query_default_handler;
     decltype(&::g_object_unref) g_object_unref;
