@@ -6,12 +6,13 @@
 #include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 
 #include <NfcBluetoothHandoverInfo>
 
 #include "core/foreignname.h"
+#include "support/whenanswered.h"
 
 using ConnUi::NfcBluetoothHandoverInfo;
 
@@ -52,12 +53,10 @@ QString nameIn(const ManagedObjects &objects, const QString &address)
 void findPeerName(const QVariant &info, QObject *context, const std::function<void(const QString &)> &found)
 {
     const QString address = NfcBluetoothHandoverInfo(info).deviceAddress();
-    auto *watcher = new QDBusPendingCallWatcher(managedObjects(), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, address, found] {
-        const QDBusPendingReply<ManagedObjects> reply = *watcher;
-        watcher->deleteLater();
-        const QString name =
-            reply.isError() || address.isEmpty() ? QString() : nameIn(reply.value(), address);
-        found(foreignName(name, foreignName(address)));
-    });
+    Support::whenAnswered(
+        managedObjects(), context, [address, found](const QDBusPendingReply<ManagedObjects> &reply) {
+            const QString name =
+                reply.isError() || address.isEmpty() ? QString() : nameIn(reply.value(), address);
+            found(foreignName(name, foreignName(address)));
+        });
 }

@@ -4,12 +4,14 @@
 
 #include <QDBusConnection>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 
 #include "core/clientlog.h"
 #include "nfcadapterproxy.h"
 #include "nfcmanagerproxy.h"
+#include "support/whenanswered.h"
+
+using Support::whenAnswered;
 
 namespace {
 
@@ -43,10 +45,7 @@ bool Registration::isComplete() const
 void Registration::begin()
 {
     NfcManagerProxy manager(service, QStringLiteral("/"), QDBusConnection::systemBus());
-    auto *watcher = new QDBusPendingCallWatcher(manager.DefaultAdapter(), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
-        const QDBusPendingReply<QDBusObjectPath> reply = *watcher;
-        watcher->deleteLater();
+    whenAnswered(manager.DefaultAdapter(), this, [this](const QDBusPendingReply<QDBusObjectPath> &reply) {
         if (reply.isError())
             fail(reply.error());
         else
@@ -57,17 +56,15 @@ void Registration::begin()
 void Registration::registerWith(const QString &adapterPath)
 {
     NfcAdapterProxy proxy(service, adapterPath, QDBusConnection::systemBus());
-    auto *watcher = new QDBusPendingCallWatcher(proxy.RegisterUIAgent(QDBusObjectPath(agent)), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, adapterPath] {
-        const QDBusPendingReply<> reply = *watcher;
-        watcher->deleteLater();
-        if (reply.isError()) {
-            fail(reply.error());
-            return;
-        }
-        adapter = adapterPath;
-        Q_EMIT succeeded(adapterPath);
-    });
+    whenAnswered(proxy.RegisterUIAgent(QDBusObjectPath(agent)), this,
+                 [this, adapterPath](const QDBusPendingReply<> &reply) {
+                     if (reply.isError()) {
+                         fail(reply.error());
+                         return;
+                     }
+                     adapter = adapterPath;
+                     Q_EMIT succeeded(adapterPath);
+                 });
 }
 
 void Registration::fail(const QDBusError &reason)

@@ -7,9 +7,10 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
-#include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
 #include <QDBusVariant>
+
+#include "support/whenanswered.h"
 
 namespace {
 
@@ -29,10 +30,7 @@ void ask(const QDBusConnection &bus, QDBusMessage message, const QVariantList &a
 {
     message.setArguments(arguments);
     message.setAutoStartService(false);
-    auto *watcher = new QDBusPendingCallWatcher(bus.asyncCall(message), context);
-    QObject::connect(watcher, &QDBusPendingCallWatcher::finished, context, [watcher, answered] {
-        const QDBusPendingReply<Value> reply = *watcher;
-        watcher->deleteLater();
+    Support::whenAnswered(bus.asyncCall(message), context, [answered](const QDBusPendingReply<Value> &reply) {
         if (!reply.isError())
             answered(reply.value());
     });

@@ -4,13 +4,17 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 
 #include <MButton>
 #include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
+
+#include "support/whenanswered.h"
+
+using Support::whenAnswered;
 
 namespace {
 
@@ -55,15 +59,13 @@ ClientStatus::ClientStatus()
 
 void ClientStatus::read()
 {
-    auto *answer = new QDBusPendingCallWatcher(
-        call(properties, QStringLiteral("GetAll"), {QString(interfaceName)}), this);
-    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer] {
-        const QDBusPendingReply<QVariantMap> reply = *answer;
-        answer->deleteLater();
-        // An error: there is no client in this session.
-        if (!reply.isError())
-            take(reply.value());
-    });
+    whenAnswered(
+        call(properties, QStringLiteral("GetAll"), {QString(interfaceName)}), this,
+        [this](const QDBusPendingReply<QVariantMap> &reply) {
+            // An error: there is no client in this session.
+            if (!reply.isError())
+                take(reply.value());
+        });
 }
 
 void ClientStatus::forget()

@@ -7,7 +7,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QGroupBox>
 #include <QLabel>
@@ -15,6 +15,8 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include "support/whenanswered.h"
 
 namespace {
 
@@ -93,12 +95,9 @@ void TouchPanel::touch(const TouchButton &button)
     outcome->setText(QStringLiteral("%1: ...").arg(button.label));
     constexpr int noTimeLimit = std::numeric_limits<int>::max();
     const QDBusPendingCall call = QDBusConnection::systemBus().asyncCall(callOf(button), noTimeLimit);
-    auto *watcher = new QDBusPendingCallWatcher(call, this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, label = button.label] {
-        const QDBusPendingReply<QString> reply = *watcher;
+    Support::whenAnswered(call, this, [this, label = button.label](const QDBusPendingReply<QString> &reply) {
         const QString end = reply.isError() ? QStringLiteral("no daemon any more") : reply.value();
         outcome->setText(QStringLiteral("%1: %2").arg(label, end));
-        watcher->deleteLater();
     });
 }
 

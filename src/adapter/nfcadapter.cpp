@@ -14,11 +14,13 @@
 #include "adapter/nfcadapter_p.h"
 #include "bus/nfcpendingcall_p.h"
 #include "bus/nfcservice.h"
-#include "bus/whenanswered.h"
 #include "nfcadapterproxy.h"
 #include "nfcagent.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
+
+using Support::whenAnswered;
 
 namespace {
 

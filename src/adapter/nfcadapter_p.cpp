@@ -21,12 +21,14 @@
 #include "bus/busdaemon.h"
 #include "bus/nfcpendingcall_p.h"
 #include "bus/nfcservice.h"
-#include "bus/whenanswered.h"
 #include "nfcadapter.h"
 #include "nfcadapterproxy.h"
 #include "nfcmanagerproxy.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
+
+using Support::whenAnswered;
 
 namespace {
 

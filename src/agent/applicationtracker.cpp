@@ -11,9 +11,11 @@
 #include "agent/ndefmessagehandler_p.h"
 #include "applicationtrackerproxy.h"
 #include "bus/nfcpendingcall_p.h"
-#include "bus/whenanswered.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
+
+using Support::whenAnswered;
 
 namespace {
 

@@ -16,10 +16,12 @@
 #include "agent/ndefmessagehandler_p.h"
 #include "bus/busdaemon.h"
 #include "bus/nfcpendingcall_p.h"
-#include "bus/whenanswered.h"
 #include "ndefhandlerproxy.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
+
+using Support::whenAnswered;
 
 namespace {
 

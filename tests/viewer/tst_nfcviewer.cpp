@@ -117,7 +117,7 @@ void TestNfcViewer::missingDisplayIsReported()
     Viewer viewer({}, environment);
     QVERIFY(viewer.waitForFinished());
     QCOMPARE(viewer.exitCode(), 3);
-    QVERIFY(viewer.readAllStandardError().contains("nfc-viewer: no display: "));
+    QCOMPARE(viewer.readAllStandardError(), "nfc-viewer: no display\n");
 }
 
 void TestNfcViewer::versionIsPrinted()

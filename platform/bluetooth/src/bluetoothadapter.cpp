@@ -7,7 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QDBusServiceWatcher>
 
@@ -17,6 +17,7 @@
 #include "devicecreation_p.h"
 #include "pendinganswer.h"
 #include "support/runningservice.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
 
@@ -103,10 +104,8 @@ PendingAnswer *BluetoothAdapter::defaultAdapterAsync(QObject *parent)
         BlueZ::service, QStringLiteral("/"), QLatin1String(BluezObjectsProxy::staticInterfaceName()),
         QStringLiteral("GetManagedObjects"));
     call.setAutoStartService(false);
-    auto *watcher =
-        new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call, asyncLookTimeout), answer);
-    connect(watcher, &QDBusPendingCallWatcher::finished, answer, [answer, watcher] {
-        const QDBusPendingReply<BlueZ::Objects> reply = *watcher;
+    const QDBusPendingCall look = QDBusConnection::systemBus().asyncCall(call, asyncLookTimeout);
+    Support::whenAnswered(look, answer, [answer](const QDBusPendingReply<BlueZ::Objects> &reply) {
         const QDBusError error = reply.error();
         if (Support::isNotRunning(error)) {
             answer->finish(QVariant::fromValue<BluetoothAdapter *>(nullptr));

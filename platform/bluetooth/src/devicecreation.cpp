@@ -4,10 +4,11 @@
 
 #include <QDBusConnection>
 #include <QDBusError>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 
 #include "devicecreation_p.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
 
@@ -41,12 +42,12 @@ void DeviceCreation::start()
 
 void DeviceCreation::await(const QDBusPendingCall &call, const Answer &answered)
 {
-    auto *watcher = new QDBusPendingCallWatcher(call, this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, answered] {
-        watcher->deleteLater();
-        if (!finished)
-            answered(*watcher);
-    });
+    Support::whenAnswered(
+        call, this,
+        [this, answered](const QDBusPendingCall &answer) {
+            if (!finished)
+                answered(answer);
+        });
 }
 
 void DeviceCreation::look(const std::function<void()> &unknown)

@@ -5,13 +5,14 @@
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QVariantMap>
 
 #include "connectionmanagerproxy.h"
 #include "pendinganswer.h"
 #include "support/runningservice.h"
+#include "support/whenanswered.h"
 
 namespace ConnUi {
 
@@ -72,16 +73,14 @@ PendingAnswer *OfflineMode::currentStatusAsync()
         managerName(), managerPath(), QLatin1String(ConnectionManagerProxy::staticInterfaceName()),
         QStringLiteral("GetProperties"));
     call.setAutoStartService(false);
-    auto *watcher =
-        new QDBusPendingCallWatcher(QDBusConnection::systemBus().asyncCall(call, asyncTimeout), answer);
-    connect(watcher, &QDBusPendingCallWatcher::finished, answer, [answer, watcher] {
-        const QDBusPendingReply<QVariantMap> reply = *watcher;
-        const QDBusError error = reply.error();
-        if (Support::isNotRunning(error))
-            answer->finish(notOffline);
-        else
-            answer->finish(statusOf(reply), error.name(), error.message());
-    });
+    Support::whenAnswered(QDBusConnection::systemBus().asyncCall(call, asyncTimeout), answer,
+                          [answer](const QDBusPendingReply<QVariantMap> &reply) {
+                              const QDBusError error = reply.error();
+                              if (Support::isNotRunning(error))
+                                  answer->finish(notOffline);
+                              else
+                                  answer->finish(statusOf(reply), error.name(), error.message());
+                          });
     return answer;
 }
 

@@ -9,13 +9,14 @@
 
 #include <QCryptographicHash>
 #include <QDBusConnection>
-#include <QDBusPendingCallWatcher>
+#include <QDBusPendingCall>
 #include <QDBusPendingReply>
 #include <QDir>
 #include <QFile>
 #include <QPointer>
 #include <QStandardPaths>
 
+#include "support/whenanswered.h"
 #include "thumbnailer_p.h"
 
 namespace Thumbnails {
@@ -70,12 +71,8 @@ void ThumbnailerPrivate::request(const QList<QUrl> &uris, const QStringList &mim
     const quint64 id = ++lastId;
     requests.insert(id, request);
     ++callsWithoutAnswer;
-    auto *watcher = new QDBusPendingCallWatcher(
-        service.Queue(names, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u), this);
-    connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher, id] {
-        watcher->deleteLater();
-        handleQueued(id, *watcher);
-    });
+    Support::whenAnswered(service.Queue(names, mimeTypes, flavor, scheduler, autoCancel ? lastHandle : 0u),
+                          this, [this, id](const QDBusPendingCall &answer) { handleQueued(id, answer); });
 }
 
 void ThumbnailerPrivate::forgetRequests()

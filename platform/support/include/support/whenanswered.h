@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#ifndef CONNUI_WHENANSWERED_H
-#define CONNUI_WHENANSWERED_H
+#ifndef CONNUI_SUPPORT_WHENANSWERED_H
+#define CONNUI_SUPPORT_WHENANSWERED_H
 
 #include <utility>
 
@@ -9,7 +9,7 @@
 #include <QDBusPendingCallWatcher>
 #include <QObject>
 
-namespace ConnUi {
+namespace Support {
 
 /**
  * Calls \a then with the answered \a call, from the event loop, unless \a context has gone by then.
@@ -28,6 +28,6 @@ QDBusPendingCallWatcher *whenAnswered(const QDBusPendingCall &call, QObject *con
     return watcher;
 }
 
-} // namespace ConnUi
+} // namespace Support
 
 #endif

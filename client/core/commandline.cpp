@@ -1,13 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "support/commandline.h"
+#include "core/commandline.h"
 
 #include <cstdio>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
-
-namespace Support {
 
 namespace {
 
@@ -26,6 +25,19 @@ QCommandLineOption versionOption()
     return {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Print the version.")};
 }
 
+QtMessageHandler otherwise = nullptr;
+
+// The platform plugin's last word; an abort would follow.
+void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    if (type != QtFatalMsg) {
+        otherwise(type, context, message);
+        return;
+    }
+    fail(NoDisplay, QStringLiteral("no display: %1").arg(message.section(QLatin1Char('\n'), 0, 0)));
+    _exit(NoDisplay);
+}
+
 } // namespace
 
 CommandLine::CommandLine(const QString &description, const QString &synopsis) : synopsis(synopsis)
@@ -34,17 +46,16 @@ CommandLine::CommandLine(const QString &description, const QString &synopsis) : 
     parser.addOptions({helpOption(), versionOption()});
 }
 
-void CommandLine::addOption(const QString &name, const QString &description, const QString &valueName,
-                            const QString &defaultValue)
+void CommandLine::addOption(const QString &name, const QString &description)
 {
-    parser.addOption({name, description, valueName, defaultValue});
+    parser.addOption({name, description});
 }
 
 void CommandLine::answer(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
-    // An option that the parser does not know may be one of Qt's.
+    // What the parser does not know may be an option of the toolkit's.
     parser.parse(QCoreApplication::arguments());
     if (parser.isSet(helpOption()))
         parser.showHelp();
@@ -66,20 +77,23 @@ bool CommandLine::isSet(const QString &option) const
     return parser.isSet(option);
 }
 
-QStringList CommandLine::values(const QString &option) const
-{
-    return parser.values(option);
-}
-
 QString CommandLine::usage() const
 {
-    return QStringLiteral("usage: %1 %2").arg(programName(), synopsis).trimmed();
+    return QStringLiteral("usage: %1 %2").arg(programName(), synopsis);
 }
 
-int fail(int code, const QString &reason)
+int fail(ExitCode code, const QString &reason)
 {
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(programName()), qUtf8Printable(reason));
     return code;
 }
 
-} // namespace Support
+DisplayCheck::DisplayCheck()
+{
+    otherwise = qInstallMessageHandler(&endWithoutDisplay);
+}
+
+DisplayCheck::~DisplayCheck()
+{
+    qInstallMessageHandler(otherwise);
+}
