@@ -8,15 +8,16 @@
 
 #include "daemon/pcsc/pcsccontext.h"
 #include "daemon/pcsc/readerwatcher.h"
+#include "daemon/pcsc/socketfolder.h"
 
 namespace {
 
-constexpr qint64 shortestPause = 100; // ms
-constexpr qint64 longestPause = 5000;
+constexpr int timeToListen = 100; // ms, from the socket's file to a pcscd behind it
+constexpr qint64 longestPause = 5000; // ms
 
 } // namespace
 
-CardReaders::CardReaders(QObject *parent) : QObject(parent)
+CardReaders::CardReaders(qint64 firstPause, QObject *parent) : QObject(parent), firstPause(firstPause)
 {
     retry.setSingleShot(true);
     connect(&retry, &QTimer::timeout, this, &CardReaders::watch);
@@ -34,6 +35,7 @@ void CardReaders::stop()
 {
     retry.stop();
     away.invalidate();
+    folder.reset();
     watcher.reset();
     drop();
     show(Backend::Off);
@@ -80,6 +82,7 @@ void CardReaders::seeReaders(const QStringList &names)
     if (away.isValid())
         qInfo("pcscd is back");
     away.invalidate();
+    folder.reset();
     std::erase_if(readers, [&names](const auto &reader) { return !names.contains(reader.first); });
     for (const QString &name : names) {
         if (readers.count(name))
@@ -111,10 +114,19 @@ void CardReaders::endWatch(long result)
     drop();
     if (!away.isValid()) {
         away.start();
+        folder = std::make_unique<SocketFolder>();
+        connect(folder.get(), &SocketFolder::changed, this, &CardReaders::hearOfPcscd);
         qWarning("pcscd cannot be used: %s", qUtf8Printable(PcscContext::text(result)));
     }
-    retry.start(int(std::clamp(away.elapsed() / 10, shortestPause, longestPause)));
+    retry.start(int(std::max(firstPause, std::min(away.elapsed() / 10, longestPause))));
     show(result == LONG(SCARD_W_SECURITY_VIOLATION) ? Backend::Refused : Backend::Absent);
+}
+
+void CardReaders::hearOfPcscd()
+{
+    away.restart();
+    if (retry.isActive())
+        retry.start(std::min(retry.remainingTime(), timeToListen));
 }
 
 // All cards count as removed.

@@ -15,12 +15,14 @@
 #include "daemon/pcsc/reader.h"
 
 class ReaderWatcher;
+class SocketFolder;
 
 /**
  * All readers of pcscd, and the cards on them.
  *
  * Without pcscd, or when it refuses, it is tried again: after a tenth of the time that it has been away, a
- * tenth of a second at first and five seconds at most.
+ * tenth of a second at first and five seconds at most. As soon as something happens where its socket is, that
+ * begins anew, so that a pcscd that was away for long is used at once, too.
  */
 class CardReaders : public QObject
 {
@@ -34,7 +36,8 @@ public:
         Ready
     };
 
-    explicit CardReaders(QObject *parent = nullptr);
+    /** \a firstPause is the time before the second try, in milliseconds. */
+    explicit CardReaders(qint64 firstPause = 100, QObject *parent = nullptr);
     ~CardReaders() override;
 
     /** Begins to watch readers. */
@@ -68,6 +71,7 @@ private:
     void takeCard(const QString &reader, const QByteArray &atr);
     void loseCard(const QString &reader);
     void endWatch(long result);
+    void hearOfPcscd();
     void drop();
     void show(Backend backend);
 
@@ -75,8 +79,10 @@ private:
     std::map<QString, std::unique_ptr<Reader>> readers;
     std::set<QString> withCard;
     Backend shown = Backend::Off;
+    const qint64 firstPause;
     QTimer retry;
-    QElapsedTimer away;
+    QElapsedTimer away; // since pcscd went, or since something happened at its socket
+    std::unique_ptr<SocketFolder> folder; // while it is away
 };
 
 #endif

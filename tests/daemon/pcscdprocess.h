@@ -5,6 +5,7 @@
 
 #include <csignal>
 
+#include <QDir>
 #include <QFile>
 #include <QProcess>
 
@@ -20,6 +21,13 @@ inline void die()
     kill(file.readAll().trimmed().toInt(), SIGKILL);
     for (const char *left : {"/run/pcscd/pcscd.comm", "/run/pcscd/pcscd.pid"})
         QFile::remove(QString::fromLatin1(left));
+}
+
+/** Removes the folder of the socket of one that has died, as it is on a computer where none has run yet. */
+inline void loseFolder()
+{
+    if (!QDir().rmdir(QStringLiteral("/run/pcscd")))
+        qFatal("the folder is in use");
 }
 
 /** Starts it, without waiting for it; with-reader ends it. */

@@ -77,6 +77,8 @@ private Q_SLOTS:
 
     void readersThatAreLetGoAreFoundAgain();
     void pulledReaderIsNoReader();
+    void pcscdThatComesIsNotWaitedFor_data();
+    void pcscdThatComesIsNotWaitedFor();
     void deathOfPcscdIsToldOnce();
 
 private:
@@ -335,6 +337,28 @@ void TestCardReaders::pulledReaderIsNoReader()
     QTRY_COMPARE(readers->names(), (QStringList{firstReader, secondReader}));
     held = std::make_unique<HeldTag>(tag);
     QTRY_COMPARE(came.size(), 2);
+}
+
+void TestCardReaders::pcscdThatComesIsNotWaitedFor_data()
+{
+    QTest::addColumn<bool>("folderGoesToo");
+    QTest::newRow("its socket comes") << false;
+    QTest::newRow("its folder comes") << true;
+}
+
+void TestCardReaders::pcscdThatComesIsNotWaitedFor()
+{
+    QFETCH(bool, folderGoesToo);
+    constexpr qint64 hour = 3600000; // ms
+    readers = std::make_unique<CardReaders>(hour);
+    startReaders();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
+    PcscdProcess::die();
+    if (folderGoesToo)
+        PcscdProcess::loseFolder();
+    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    PcscdProcess::come();
+    QTRY_COMPARE(readers->names().size(), 2);
 }
 
 void TestCardReaders::deathOfPcscdIsToldOnce()
