@@ -12,7 +12,7 @@
 
 namespace {
 
-constexpr int timeToListen = 100; // ms, from the socket's file to a pcscd behind it
+constexpr int timeToListen = 100;     // ms, from the socket's file to a pcscd behind it
 constexpr qint64 longestPause = 5000; // ms
 
 } // namespace

@@ -81,7 +81,7 @@ private:
     Backend shown = Backend::Off;
     const qint64 firstPause;
     QTimer retry;
-    QElapsedTimer away; // since pcscd went, or since something happened at its socket
+    QElapsedTimer away;                   // since pcscd went, or since something happened at its socket
     std::unique_ptr<SocketFolder> folder; // while it is away
 };
 

@@ -11,7 +11,7 @@
 class OtherProgram
 {
 public:
-    enum How { Exclusive, InTransaction };
+    enum How { Exclusive, InTransaction, Sharing };
 
     explicit OtherProgram(How how, const char *reader = "Virtual reader 0 00 00")
     {
@@ -21,6 +21,13 @@ public:
         if (SCardConnect(context, reader, mode, SCARD_PROTOCOL_T1, &card, &protocol) != SCARD_S_SUCCESS ||
             (how == InTransaction && SCardBeginTransaction(card) != SCARD_S_SUCCESS))
             qFatal("the card cannot be had");
+    }
+
+    /** Whether somebody else has reset the card. */
+    bool findsAReset() const
+    {
+        return SCardStatus(card, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr) ==
+               LONG(SCARD_W_RESET_CARD);
     }
 
     ~OtherProgram() { SCardReleaseContext(context); }

@@ -75,6 +75,8 @@ private Q_SLOTS:
     void cardOfAnotherProgramIsTalkedToLater_data();
     void cardOfAnotherProgramIsTalkedToLater();
 
+    void cardIsSharedAndLeftWithAReset();
+
     void readersThatAreLetGoAreFoundAgain();
     void pulledReaderIsNoReader();
     void pcscdThatComesIsNotWaitedFor_data();
@@ -305,6 +307,21 @@ void TestCardReaders::cardOfAnotherProgramIsTalkedToLater()
     other.reset();
     QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), 1500);
     QCOMPARE(talk.answer(), uid);
+}
+
+void TestCardReaders::cardIsSharedAndLeftWithAReset()
+{
+    startReaders();
+    QSignalSpy came(readers.get(), &CardReaders::cardCame);
+    const HeldTag held(tag);
+    QVERIFY(came.wait());
+    // It has a connection, which an exclusive one would not be made beside.
+    const OtherProgram other(OtherProgram::Sharing);
+    UidTalk talk;
+    readers->talk(firstReader, talk.talk());
+    QTRY_VERIFY(talk.isOver());
+    QCOMPARE(talk.answer(), uid);
+    QTRY_VERIFY(other.findsAReset());
 }
 
 void TestCardReaders::readersThatAreLetGoAreFoundAgain()
