@@ -9,6 +9,7 @@
 #include "daemon/daemonservice.h"
 #include "daemon/handlerfolder.h"
 #include "daemon/pcsc/cardreaders.h"
+#include "daemon/polkitwatch.h"
 #include "daemon/tagwriter.h"
 #include "daemon/touch/touches.h"
 #include "daemon/uiagent.h"
@@ -66,6 +67,9 @@ int main(int argc, char *argv[])
             given.isEmpty() ? HandlerFolder::standardFolders(adapter.agent()->user()) : given;
         return HandlerFolder(folders).handlersFor(kind);
     });
+    // pcscd may ask polkit whether to let the daemon in.
+    const PolkitWatch polkit;
+    QObject::connect(&polkit, &PolkitWatch::changed, &readers, &CardReaders::tryAgain);
     QString reason;
     if (!service.start(&adapter, reason))
         return fail(Failed, reason);

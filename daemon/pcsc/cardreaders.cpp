@@ -41,6 +41,15 @@ void CardReaders::stop()
     show(Backend::Off);
 }
 
+void CardReaders::tryAgain()
+{
+    if (!away.isValid())
+        return;
+    away.restart();
+    if (retry.isActive())
+        retry.start(std::min(retry.remainingTime(), timeToListen));
+}
+
 CardReaders::Backend CardReaders::backend() const
 {
     return shown;
@@ -115,18 +124,11 @@ void CardReaders::endWatch(long result)
     if (!away.isValid()) {
         away.start();
         folder = std::make_unique<SocketFolder>();
-        connect(folder.get(), &SocketFolder::changed, this, &CardReaders::hearOfPcscd);
+        connect(folder.get(), &SocketFolder::changed, this, &CardReaders::tryAgain);
         qWarning("pcscd cannot be used: %s", qUtf8Printable(PcscContext::text(result)));
     }
     retry.start(int(std::max(firstPause, std::min(away.elapsed() / 10, longestPause))));
     show(result == LONG(SCARD_W_SECURITY_VIOLATION) ? Backend::Refused : Backend::Absent);
-}
-
-void CardReaders::hearOfPcscd()
-{
-    away.restart();
-    if (retry.isActive())
-        retry.start(std::min(retry.remainingTime(), timeToListen));
 }
 
 // All cards count as removed.

@@ -21,8 +21,8 @@ class SocketFolder;
  * All readers of pcscd, and the cards on them.
  *
  * Without pcscd, or when it refuses, it is tried again: after a tenth of the time that it has been away, a
- * tenth of a second at first and five seconds at most. As soon as something happens where its socket is, that
- * begins anew, so that a pcscd that was away for long is used at once, too.
+ * tenth of a second at first and five seconds at most. As soon as something happens where its socket is, or
+ * tryAgain() is called, that begins anew, so that a pcscd that was away for long is used at once, too.
  */
 class CardReaders : public QObject
 {
@@ -45,6 +45,9 @@ public:
 
     /** Lets go of all readers. */
     void stop();
+
+    /** Does not wait any longer for pcscd, if it is away: it may be back. */
+    void tryAgain();
 
     Backend backend() const;
 
@@ -71,7 +74,6 @@ private:
     void takeCard(const QString &reader, const QByteArray &atr);
     void loseCard(const QString &reader);
     void endWatch(long result);
-    void hearOfPcscd();
     void drop();
     void show(Backend backend);
 

@@ -28,25 +28,30 @@ public:
             qFatal("nobody can listen at %s", qUtf8Printable(path));
         connect(&server, &QLocalServer::newConnection, this, [this] {
             QLocalSocket *client = server.nextPendingConnection();
-            connect(client, &QLocalSocket::readyRead, this, [client] { answer(client); });
+            connect(client, &QLocalSocket::readyRead, this, [this, client] { answer(client); });
             connect(client, &QLocalSocket::disconnected, client, &QObject::deleteLater);
         });
     }
 
+    int refusals() const { return refused; }
+
 private:
-    static void answer(QLocalSocket *client)
+    void answer(QLocalSocket *client)
     {
         constexpr quint32 establishContext = 0x01;
         std::array<quint32, 5> request = {};
         while (client->bytesAvailable() >= qint64(sizeof request)) {
             client->read(reinterpret_cast<char *>(request.data()), sizeof request);
-            if (request[1] == establishContext)
+            if (request[1] == establishContext) {
                 request[4] = quint32(SCARD_W_SECURITY_VIOLATION);
+                ++refused;
+            }
             client->write(reinterpret_cast<const char *>(&request[2]), 3 * sizeof(quint32));
         }
     }
 
     QLocalServer server;
+    int refused = 0;
 };
 
 #endif

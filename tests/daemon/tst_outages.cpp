@@ -2,9 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
 
+#include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QElapsedTimer>
 #include <QRegularExpression>
+#include <QScopeGuard>
 #include <QTest>
 
 #include "agentprocess.h"
@@ -37,6 +40,8 @@ private Q_SLOTS:
     void pcscdIsKilled();
     void pcscdIsAbsent();
     void pcscdRefuses();
+    void pcscdRefusesUntilPolkitChanges_data();
+    void pcscdRefusesUntilPolkitChanges();
     void readerIsPulledWhileIdle();
     void readerIsPulledInMidRead();
     void cardHangsForTenSeconds();
@@ -141,6 +146,39 @@ void TestOutages::pcscdRefuses()
     QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
     QVERIFY(daemon.longestAnswer < longestAnswer);
     QCOMPARE(daemon.log().count(QStringLiteral("pcscd cannot be used")), 1);
+}
+
+void TestOutages::pcscdRefusesUntilPolkitChanges_data()
+{
+    QTest::addColumn<bool>("isThereBefore");
+    QTest::newRow("polkit comes") << false;
+    QTest::newRow("its rules change") << true;
+}
+
+// With news of polkit ten tries take a second, without more than ten.
+void TestOutages::pcscdRefusesUntilPolkitChanges()
+{
+    QFETCH(bool, isThereBefore);
+    const QString name = QStringLiteral("org.freedesktop.PolicyKit1");
+    QDBusConnection bus = QDBusConnection::systemBus();
+    const auto leave = qScopeGuard([&] { bus.unregisterService(name); });
+    if (isThereBefore)
+        QVERIFY(bus.registerService(name));
+    startWithAgent();
+    PcscdProcess::die();
+    auto refusing = std::make_unique<RefusingPcscd>();
+    answersFor(11s);
+    const int before = refusing->refusals();
+    if (isThereBefore)
+        bus.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
+                                            QStringLiteral("org.freedesktop.PolicyKit1.Authority"),
+                                            QStringLiteral("Changed")));
+    else
+        QVERIFY(bus.registerService(name));
+    QTRY_VERIFY(refusing->refusals() >= before + 10);
+    refusing.reset();
+    PcscdProcess::come();
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
 }
 
 void TestOutages::readerIsPulledWhileIdle()
