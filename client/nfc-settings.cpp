@@ -9,11 +9,12 @@
 #include <NfcTranslations>
 
 #include "core/buswatch.h"
-#include "core/commandline.h"
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
 #include "remote/remotecontrol.h"
 #include "settings/settingswindow.h"
+#include "support/commandline.h"
+#include "support/displaycheck.h"
 
 namespace {
 
@@ -21,7 +22,7 @@ constexpr QLatin1String remoteControl("remote-control");
 
 std::unique_ptr<QApplication> newApplication(int &argc, char *argv[])
 {
-    const DisplayCheck check;
+    const Support::DisplayCheck check;
     return std::make_unique<QApplication>(argc, argv);
 }
 
@@ -36,7 +37,7 @@ struct Remote
 
 int main(int argc, char *argv[])
 {
-    CommandLine arguments(
+    Support::CommandLine arguments(
         QStringLiteral(
             "Switches NFC, and the question before what is on a tag is opened.\n\n"
             "Exit codes: 0 closed or asked to leave, 1 no system bus, or a bus has gone, 3 no display, 64 "
@@ -54,9 +55,9 @@ int main(int argc, char *argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-settings"));
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = arguments.read())
-        return fail(BadArguments, *fault);
+        return Support::fail(Support::BadArguments, *fault);
     if (!QDBusConnection::systemBus().isConnected())
-        return fail(NoBus, QDBusConnection::systemBus().lastError().message());
+        return Support::fail(Support::NoBus, QDBusConnection::systemBus().lastError().message());
 
     termination.watch();
     const BusWatch buses;

@@ -15,13 +15,14 @@
 
 #include "console/consoleface.h"
 #include "core/buswatch.h"
-#include "core/commandline.h"
 #include "core/session.h"
 #include "core/statusadaptor.h"
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
 #include "remote/remotecontrol.h"
 #include "screen/screenface.h"
+#include "support/commandline.h"
+#include "support/displaycheck.h"
 
 namespace {
 
@@ -40,14 +41,14 @@ std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
 {
     if (wantsTerminal(argc, argv))
         return std::make_unique<QCoreApplication>(argc, argv);
-    const DisplayCheck check;
+    const Support::DisplayCheck check;
     auto application = std::make_unique<QApplication>(argc, argv);
     // It stays when the last dialog goes.
     QApplication::setQuitOnLastWindowClosed(false);
     return application;
 }
 
-void addOptions(CommandLine &arguments)
+void addOptions(Support::CommandLine &arguments)
 {
     arguments.addOption(console, QStringLiteral("Ask on the terminal."));
     arguments.addOption(
@@ -60,7 +61,7 @@ void addOptions(CommandLine &arguments)
                               "leave when it is closed."));
 }
 
-std::optional<QString> faultOf(CommandLine &arguments)
+std::optional<QString> faultOf(Support::CommandLine &arguments)
 {
     const std::optional<QString> fault = arguments.read();
     if (fault)
@@ -104,7 +105,7 @@ void tellRegistration(const Session &session, Terminal *terminal)
         });
 }
 
-int run(const CommandLine &arguments)
+int run(const Support::CommandLine &arguments)
 {
     const bool onTerminal = arguments.isSet(console);
     const bool isRemote = arguments.isSet(remoteControl);
@@ -124,7 +125,7 @@ int run(const CommandLine &arguments)
 
 int main(int argc, char *argv[])
 {
-    CommandLine arguments(
+    Support::CommandLine arguments(
         QStringLiteral(
             "The user's side of NFC: answers the questions of the NFC daemon.\n\n"
             "Exit codes: 0 input ended or asked to leave, 1 no system bus, or a bus has gone, 2 another "
@@ -137,13 +138,13 @@ int main(int argc, char *argv[])
     const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
-        return fail(BadArguments, *fault);
+        return Support::fail(Support::BadArguments, *fault);
     // Makes QtDBus register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     if (!QDBusConnection::systemBus().isConnected())
-        return fail(NoBus, QDBusConnection::systemBus().lastError().message());
+        return Support::fail(Support::NoBus, QDBusConnection::systemBus().lastError().message());
     if (!isFirstInSession())
-        return fail(AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
+        return Support::fail(Support::AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
 
     ConnUi::ContactExporter::removeLeftCopies();
     termination.watch();

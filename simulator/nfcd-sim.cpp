@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <cstdio>
+#include <optional>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
 
@@ -10,67 +9,48 @@
 #include "daemon/daemonservice.h"
 #include "simulator.h"
 #include "simulatoradaptor.h"
-
-namespace {
-
-enum ExitCode { Failed = 1, BadArguments = 64 };
-
-int fail(ExitCode code, const QString &reason)
-{
-    std::fprintf(stderr, "nfcd-sim: %s\n", qUtf8Printable(reason));
-    return code;
-}
-
-} // namespace
+#include "support/commandline.h"
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication application(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
-
-    // Each line of the daemon's log names the program.
-    qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
-
-    QCommandLineParser parser;
-    parser.setApplicationDescription(QStringLiteral(
-        "The NFC daemon com.tavix.nfc, simulated: owns its name on the system bus and does without a "
-        "reader. nfctap holds tags and devices against it."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Print this."));
-    const QCommandLineOption version = parser.addVersionOption();
-    const QCommandLineOption handlers(
-        QStringLiteral("handlers"),
+    Support::CommandLine arguments(
+        QStringLiteral(
+            "The NFC daemon com.tavix.nfc, simulated: owns its name on the system bus and does without a "
+            "reader. nfctap holds tags and devices against it.\n\n"
+            "Exit codes: 0 the bus has gone, 1 no system bus, or the name belongs to another process, 64 bad "
+            "arguments."),
+        QStringLiteral("[--handlers FOLDER]... [--handover-step MS]"));
+    const auto handlers = QStringLiteral("handlers");
+    const auto step = QStringLiteral("handover-step");
+    arguments.addOption(
+        handlers,
         QStringLiteral(
             "Read the announcement files of handler applications from <folder> (may be repeated) instead "
             "of connui-nfc/handlers in the data folders."),
         QStringLiteral("folder"));
-    const QCommandLineOption step(
-        QStringLiteral("handover-step"),
-        QStringLiteral("Let <ms> milliseconds pass between the steps of a handover."), QStringLiteral("ms"),
-        QStringLiteral("300"));
-    parser.addOptions({help, handlers, step});
+    arguments.addOption(step, QStringLiteral("Let <ms> milliseconds pass between the steps of a handover."),
+                        QStringLiteral("ms"), QStringLiteral("300"));
+    arguments.answer(argc, argv);
 
-    const bool understood = parser.parse(QCoreApplication::arguments());
-    if (parser.isSet(help))
-        parser.showHelp();
-    if (parser.isSet(version))
-        parser.showVersion();
-    if (!understood)
-        return fail(BadArguments, parser.errorText());
+    QCoreApplication application(argc, argv);
+    // Each line of the daemon's log names the program.
+    qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
+    if (const std::optional<QString> fault = arguments.read())
+        return Support::fail(Support::BadArguments, *fault);
+    const QStringList folders = arguments.values(handlers);
     bool isNumber = false;
-    const int handoverStep = parser.value(step).toInt(&isNumber);
-    const bool namelessFolder = parser.values(handlers).contains(QString());
-    if (!isNumber || handoverStep < 0 || namelessFolder || !parser.positionalArguments().isEmpty())
-        return fail(BadArguments, QStringLiteral("bad arguments; see nfcd-sim --help"));
+    const int handoverStep = arguments.values(step).constLast().toInt(&isNumber);
+    if (!isNumber || handoverStep < 0 || folders.contains(QString()))
+        return Support::fail(Support::BadArguments, arguments.usage());
 
     DaemonService service;
     Adapter adapter;
-    Simulator simulator(&adapter, parser.values(handlers), handoverStep);
+    Simulator simulator(&adapter, folders, handoverStep);
     new SimulatorAdaptor(&simulator);
     service.bus().registerObject(QStringLiteral("/com/tavix/nfc/simulator"), &simulator);
     QString reason;
     if (!service.start(&adapter, reason))
-        return fail(Failed, reason);
+        return Support::fail(Support::NoBus, reason);
     qInfo("ready");
     return application.exec();
 }

@@ -13,24 +13,27 @@
 #include <QHash>
 
 #include "conformance/conformance.h"
+#include "support/commandline.h"
 #include "tapcommand.h"
 
 namespace {
 
-enum ExitCode { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3, BadArguments = 64, OutputFailed = 74 };
+using Support::BadArguments;
+using Support::fail;
 
-int fail(ExitCode code, const QString &reason)
-{
-    std::fprintf(stderr, "nfctap: %s\n", qUtf8Printable(reason));
-    return code;
-}
+enum Outcome { Granted = 0, Rejected = 1, Canceled = 2, Nobody = 3 };
 
-// The code, unless what was printed got lost.
-int finish(ExitCode code)
+int finish(int code)
 {
     if (std::fflush(stdout) == 0 && !std::ferror(stdout))
         return code;
-    return fail(OutputFailed, QStringLiteral("cannot write: %1").arg(qt_error_string()));
+    return fail(Support::CannotWrite, QStringLiteral("cannot write: %1").arg(qt_error_string()));
+}
+
+int printVersion()
+{
+    std::printf("nfctap %s\n", CONNUI_VERSION);
+    return finish(Granted);
 }
 
 int printHelp()
@@ -44,14 +47,14 @@ int printHelp()
     std::printf(
         "\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d bad arguments,\n"
         "%d output that cannot be written.\n",
-        Granted, Rejected, Canceled, Nobody, BadArguments, OutputFailed);
+        Granted, Rejected, Canceled, Nobody, BadArguments, Support::CannotWrite);
     return finish(Granted);
 }
 
 // What the daemon says, and what that means to a script. Anything else is an error name of the client's own.
-ExitCode exitCode(const QString &outcome)
+Outcome exitCode(const QString &outcome)
 {
-    static const QHash<QString, ExitCode> codes = {
+    static const QHash<QString, Outcome> codes = {
         {QStringLiteral("granted"), Granted},   {QStringLiteral("announced"), Granted},
         {QStringLiteral("completed"), Granted}, {QStringLiteral("done"), Granted},
         {QStringLiteral("written"), Granted},   {QStringLiteral("canceled"), Canceled},
@@ -107,7 +110,7 @@ QString writingOutcome(const QString &error)
 
 int report(const QString &outcome, const QString &what)
 {
-    const ExitCode code = exitCode(outcome);
+    const Outcome code = exitCode(outcome);
     if (code == Nobody)
         return fail(code, QStringLiteral("%1: %2").arg(what, explanation(outcome)));
     std::printf("%s: %s\n", qUtf8Printable(outcome), qUtf8Printable(what));
@@ -161,6 +164,9 @@ int main(int argc, char *argv[])
     const QStringList arguments = QCoreApplication::arguments().mid(1);
     if (arguments == QStringList{QStringLiteral("--help")} || arguments == QStringList{QStringLiteral("-h")})
         return printHelp();
+    if (arguments == QStringList{QStringLiteral("--version")} ||
+        arguments == QStringList{QStringLiteral("-v")})
+        return printVersion();
     if (arguments.isEmpty())
         return fail(BadArguments, QStringLiteral("what shall be held against the daemon? See nfctap --help"));
 

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <cstdio>
+#include <optional>
+#include <utility>
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
@@ -12,41 +12,25 @@
 
 #include "application.h"
 #include "ndefhandler.h"
+#include "support/commandline.h"
+#include "support/displaycheck.h"
 #include "tagviewer.h"
-
-namespace {
-
-enum ExitCode { NoBus = 1, NoDisplay = 3 };
-
-int fail(ExitCode code, const char *reason)
-{
-    std::fprintf(stderr, "nfc-viewer: %s\n", reason);
-    return code;
-}
-
-// Qt ends a program that finds no display by SIGABRT.
-bool hasDisplay()
-{
-    return qEnvironmentVariableIsSet("QT_QPA_PLATFORM") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY") ||
-           qEnvironmentVariableIsSet("DISPLAY");
-}
-
-} // namespace
 
 int main(int argc, char *argv[])
 {
-    if (!hasDisplay())
-        return fail(NoDisplay, "no display");
+    Support::CommandLine arguments(
+        QStringLiteral("Shows what is on a tag when no other application does. The session bus starts it.\n\n"
+                       "Exit codes: 0 closed, 1 no session bus, or another nfc-viewer runs in the session, "
+                       "3 no display, 64 bad arguments."),
+        QString());
+    arguments.answer(argc, argv);
+    std::optional<Support::DisplayCheck> display(std::in_place);
     QApplication program(argc, argv);
-    QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
+    display.reset();
+    if (const std::optional<QString> fault = arguments.read())
+        return Support::fail(Support::BadArguments, *fault);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-viewer"));
     ConnUi::installTranslations();
-    QCommandLineParser arguments;
-    arguments.setApplicationDescription(
-        QStringLiteral("Shows what is on a tag when no other application does. The session bus starts it."));
-    arguments.addHelpOption();
-    arguments.addVersionOption();
-    arguments.process(program);
 
     // Has QtDBus register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
@@ -65,6 +49,6 @@ int main(int argc, char *argv[])
                          bus.registerObject(QStringLiteral("/org/orvik/m"), &applicationObject) &&
                          bus.registerService(QStringLiteral("org.connui.NfcViewer"));
     if (!isReady)
-        return fail(NoBus, "no session bus, or another one is running");
+        return Support::fail(Support::NoBus, QStringLiteral("no session bus, or another one is running"));
     return QApplication::exec();
 }

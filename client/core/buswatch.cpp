@@ -5,7 +5,7 @@
 #include <QCoreApplication>
 #include <QDBusConnection>
 
-#include "core/commandline.h"
+#include "support/commandline.h"
 
 namespace {
 
@@ -19,7 +19,8 @@ void watch(QDBusConnection bus, BusWatch *receiver, const char *slot)
 
 void end(const char *bus)
 {
-    QCoreApplication::exit(fail(NoBus, QStringLiteral("the %1 bus has gone").arg(QLatin1String(bus))));
+    QCoreApplication::exit(
+        Support::fail(Support::NoBus, QStringLiteral("the %1 bus has gone").arg(QLatin1String(bus))));
 }
 
 } // namespace

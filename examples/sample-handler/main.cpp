@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMetaType>
@@ -12,8 +13,18 @@
 int main(int argc, char *argv[])
 {
     QCoreApplication program(argc, argv);
-    // Under another name a second one runs beside the first.
-    const QString service = program.arguments().value(1, QStringLiteral("org.connui.SampleHandler"));
+    QCoreApplication::setApplicationVersion(QStringLiteral("1.0"));
+    QCommandLineParser arguments;
+    arguments.setApplicationDescription(QStringLiteral("Prints the content of the tags that it is given."));
+    arguments.addHelpOption();
+    arguments.addVersionOption();
+    arguments.addPositionalArgument(
+        QStringLiteral("service"),
+        QStringLiteral("The name on the session bus, so that a second one can run."),
+        QStringLiteral("[service]"));
+    arguments.process(program);
+    const QString service =
+        arguments.positionalArguments().value(0, QStringLiteral("org.connui.SampleHandler"));
     // Makes QtDBus register its own types now, not on its thread while a message is being read.
     QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
 

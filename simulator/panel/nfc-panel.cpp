@@ -1,21 +1,31 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <cstdio>
+#include <optional>
+#include <utility>
 
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusError>
 
 #include "panel/touchpanel.h"
+#include "support/commandline.h"
+#include "support/displaycheck.h"
 
 int main(int argc, char *argv[])
 {
+    Support::CommandLine arguments(
+        QStringLiteral("Holds tags, devices and phones against the simulated NFC daemon.\n\n"
+                       "Exit codes: 0 closed, or the bus has gone, 1 no system bus, 3 no display, 64 bad "
+                       "arguments."),
+        QString());
+    arguments.answer(argc, argv);
+    std::optional<Support::DisplayCheck> display(std::in_place);
     QApplication application(argc, argv);
-    if (!QDBusConnection::systemBus().isConnected()) {
-        std::fprintf(stderr, "nfc-panel: %s\n",
-                     qUtf8Printable(QDBusConnection::systemBus().lastError().message()));
-        return 1;
-    }
+    display.reset();
+    if (const std::optional<QString> fault = arguments.read())
+        return Support::fail(Support::BadArguments, *fault);
+    if (!QDBusConnection::systemBus().isConnected())
+        return Support::fail(Support::NoBus, QDBusConnection::systemBus().lastError().message());
     QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                                          QStringLiteral("org.freedesktop.DBus.Local"),
                                          QStringLiteral("Disconnected"), &application, SLOT(quit()));

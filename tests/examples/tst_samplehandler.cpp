@@ -11,6 +11,7 @@ class TestSampleHandler : public QObject
 
 private Q_SLOTS:
     void handlerEndsWithItsSession();
+    void helpAndVersionArePrinted();
 };
 
 void TestSampleHandler::handlerEndsWithItsSession()
@@ -29,6 +30,17 @@ void TestSampleHandler::handlerEndsWithItsSession()
     QVERIFY(handler.waitForFinished());
     QCOMPARE(handler.exitStatus(), QProcess::NormalExit);
     QCOMPARE(handler.exitCode(), 0);
+}
+
+void TestSampleHandler::helpAndVersionArePrinted()
+{
+    for (const QString &option : {QStringLiteral("--help"), QStringLiteral("--version")}) {
+        QProcess handler;
+        handler.start(QStringLiteral(SAMPLE_HANDLER), {option});
+        QVERIFY(handler.waitForFinished());
+        QCOMPARE(handler.exitCode(), 0);
+        QVERIFY(handler.readAllStandardOutput().contains("sample-handler"));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestSampleHandler)

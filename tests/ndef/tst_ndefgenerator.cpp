@@ -64,7 +64,12 @@ private:
     bool oneIn(int chances) { return below(chances) == 0; }
 
     // Around the lengths at which something changes its width, and everywhere else.
-    int length() { return oneIn(20) ? 240 + below(40) : oneIn(500) ? below(70000) : below(40); }
+    int length()
+    {
+        if (oneIn(20))
+            return 240 + below(40);
+        return oneIn(500) ? below(70000) : below(40);
+    }
 
     QString text()
     {

@@ -93,7 +93,12 @@ private:
     int below(int end) { return int(random.bounded(end)); }
 
     // Around the length at which a record becomes long, and everywhere else.
-    int length() { return below(8) == 0 ? 240 + below(40) : below(500) == 0 ? below(70000) : below(40); }
+    int length()
+    {
+        if (below(8) == 0)
+            return 240 + below(40);
+        return below(500) == 0 ? below(70000) : below(40);
+    }
 
     Content uri()
     {

@@ -38,7 +38,7 @@ class Wrappers(unittest.TestCase):
 
     def start(self, *before):
         process = subprocess.Popen(
-            [*before, SUPPORT / "with-buses", SUPPORT / "with-screen", "sh", "-c", STUBBORN],
+            [*before, SUPPORT / "with-buses", SUPPORT / "with-weston", "kiosk", "sh", "-c", STUBBORN],
             env=self.environment, stdout=subprocess.PIPE, text=True, start_new_session=True)
         self.assertEqual(process.stdout.readline(), "ready\n")
         return process

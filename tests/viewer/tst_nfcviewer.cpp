@@ -117,7 +117,7 @@ void TestNfcViewer::missingDisplayIsReported()
     Viewer viewer({}, environment);
     QVERIFY(viewer.waitForFinished());
     QCOMPARE(viewer.exitCode(), 3);
-    QCOMPARE(viewer.readAllStandardError(), "nfc-viewer: no display\n");
+    QVERIFY(viewer.readAllStandardError().contains("nfc-viewer: no display: "));
 }
 
 void TestNfcViewer::versionIsPrinted()

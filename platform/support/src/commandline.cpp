@@ -1,12 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "core/commandline.h"
+#include "support/commandline.h"
 
 #include <cstdio>
-#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QFileInfo>
+
+namespace Support {
 
 namespace {
 
@@ -25,19 +26,6 @@ QCommandLineOption versionOption()
     return {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Print the version.")};
 }
 
-QtMessageHandler otherwise = nullptr;
-
-// The platform plugin's last word; an abort would follow.
-void endWithoutDisplay(QtMsgType type, const QMessageLogContext &context, const QString &message)
-{
-    if (type != QtFatalMsg) {
-        otherwise(type, context, message);
-        return;
-    }
-    fail(NoDisplay, QStringLiteral("no display: %1").arg(message.section(QLatin1Char('\n'), 0, 0)));
-    _exit(NoDisplay);
-}
-
 } // namespace
 
 CommandLine::CommandLine(const QString &description, const QString &synopsis) : synopsis(synopsis)
@@ -46,16 +34,17 @@ CommandLine::CommandLine(const QString &description, const QString &synopsis) : 
     parser.addOptions({helpOption(), versionOption()});
 }
 
-void CommandLine::addOption(const QString &name, const QString &description)
+void CommandLine::addOption(const QString &name, const QString &description, const QString &valueName,
+                            const QString &defaultValue)
 {
-    parser.addOption({name, description});
+    parser.addOption({name, description, valueName, defaultValue});
 }
 
 void CommandLine::answer(int argc, char *argv[])
 {
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
-    // What the parser does not know may be an option of the toolkit's.
+    // An option that the parser does not know may be one of Qt's.
     parser.parse(QCoreApplication::arguments());
     if (parser.isSet(helpOption()))
         parser.showHelp();
@@ -77,23 +66,20 @@ bool CommandLine::isSet(const QString &option) const
     return parser.isSet(option);
 }
 
-QString CommandLine::usage() const
+QStringList CommandLine::values(const QString &option) const
 {
-    return QStringLiteral("usage: %1 %2").arg(programName(), synopsis);
+    return parser.values(option);
 }
 
-int fail(ExitCode code, const QString &reason)
+QString CommandLine::usage() const
+{
+    return QStringLiteral("usage: %1 %2").arg(programName(), synopsis).trimmed();
+}
+
+int fail(int code, const QString &reason)
 {
     std::fprintf(stderr, "%s: %s\n", qUtf8Printable(programName()), qUtf8Printable(reason));
     return code;
 }
 
-DisplayCheck::DisplayCheck()
-{
-    otherwise = qInstallMessageHandler(&endWithoutDisplay);
-}
-
-DisplayCheck::~DisplayCheck()
-{
-    qInstallMessageHandler(otherwise);
-}
+} // namespace Support
