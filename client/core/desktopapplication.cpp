@@ -2,10 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/desktopapplication.h"
 
+#include <functional>
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QStandardPaths>
 #include <QUrl>
 
 #include <ContentAction>
 #include <MDesktopEntry>
+#include <mtypes.h>
 
 #include "core/clientlog.h"
 
@@ -13,10 +19,54 @@ using ContentAction::Action;
 
 namespace {
 
-void open(const Action &application, const QString &uri)
+// A child would inherit the restrictions of the service, with which no browser works. systemd started the
+// service, and starts the application beside it.
+bool mayBeRestricted()
+{
+    return qEnvironmentVariableIsSet("INVOCATION_ID") &&
+           !QStandardPaths::findExecutable(QStringLiteral("systemd-run")).isEmpty() &&
+           !QStandardPaths::findExecutable(QStringLiteral("gio")).isEmpty();
+}
+
+QStringList startingArguments(const QString &desktopFile, QString uri)
+{
+    QStringList arguments{QStringLiteral("--user"), QStringLiteral("--quiet"), QStringLiteral("--collect"),
+                          QStringLiteral("--slice=app.slice")};
+    for (const char *variable : {"DISPLAY", "WAYLAND_DISPLAY", "XAUTHORITY"})
+        if (qEnvironmentVariableIsSet(variable))
+            arguments.append(QStringLiteral("--setenv=%1").arg(QLatin1String(variable)));
+    // systemd replaces variables in a command line: a link would learn what is in the environment.
+    uri.replace(u'$', QLatin1String("$$"));
+    return arguments + QStringList{QStringLiteral("--"), QStringLiteral("gio"), QStringLiteral("launch"),
+                                   desktopFile, uri};
+}
+
+void startBeside(const QString &desktopFile, const QString &uri, const std::function<void()> &otherwise)
+{
+    auto *starter = new QProcess(QCoreApplication::instance());
+    QObject::connect(starter, &QProcess::stateChanged, starter, [=](QProcess::ProcessState state) {
+        if (state != QProcess::NotRunning)
+            return;
+        starter->deleteLater();
+        if (starter->error() != QProcess::UnknownError || starter->exitCode() != 0)
+            otherwise();
+    });
+    starter->start(QStringLiteral("systemd-run"), startingArguments(desktopFile, uri));
+}
+
+void start(const Action &application, const QString &uri)
 {
     if (!application.open(uri))
         qCWarning(clientLog, "Unable to start the application '%s'", qUtf8Printable(application.name()));
+}
+
+void open(const Action &application, const QString &uri)
+{
+    const QString desktopFile = application.desktopFile();
+    if (!desktopFile.isEmpty() && mayBeRestricted())
+        startBeside(desktopFile, uri, [=] { start(application, uri); });
+    else
+        start(application, uri);
 }
 
 } // namespace
@@ -36,6 +86,5 @@ QString applicationName(const QString &application)
 {
     const QString name =
         MDesktopEntry(QStringLiteral("/usr/share/applications/%1.desktop").arg(application)).name();
-    // U+009C stands between the same name in several lengths.
-    return name.isEmpty() ? application : name.section(QChar(0x9c), 0, 0);
+    return name.isEmpty() ? application : name.section(M::lengthVariantSeparator, 0, 0);
 }

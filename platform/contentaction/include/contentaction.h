@@ -52,6 +52,10 @@ public:
      * invalid. */
     QString name() const;
 
+    /** Returns the path of the application's desktop file; empty when the action is invalid or the
+     * application has been removed meanwhile. */
+    QString desktopFile() const;
+
     /**
      * Starts the application with \a uri. Returns whether that began: false when the action is invalid, the
      * application has been removed meanwhile, or its program cannot be run. Does not wait for the program.

@@ -17,12 +17,24 @@ struct Unref
     void operator()(gpointer object) const { Gio::load()->g_object_unref(object); }
 };
 
+using Application = std::unique_ptr<GAppInfo, Unref>;
+
+// Null when the application is not installed.
+Application applicationOf(const QString &id)
+{
+    const Gio *gio = Gio::load();
+    const QByteArray desktopFile = id.toUtf8() + ".desktop";
+    return Application(gio && !id.isEmpty() ? reinterpret_cast<GAppInfo *>(
+                                                  gio->g_desktop_app_info_new(desktopFile.constData()))
+                                            : nullptr);
+}
+
 // Takes over the reference. A hidden application counts as one that is not installed, though GIO offers it.
 QString nameOf(GAppInfo *application)
 {
     if (!application)
         return QString();
-    const std::unique_ptr<GAppInfo, Unref> owner(application);
+    const Application owner(application);
     if (Gio::load()->g_desktop_app_info_get_is_hidden(reinterpret_cast<GDesktopAppInfo *>(application)))
         return QString();
     QString id = QString::fromUtf8(Gio::load()->g_app_info_get_id(application));
@@ -104,19 +116,22 @@ QString Action::name() const
     return id;
 }
 
+QString Action::desktopFile() const
+{
+    const Application application = applicationOf(id);
+    return application ? QFile::decodeName(Gio::load()->g_desktop_app_info_get_filename(
+                             reinterpret_cast<GDesktopAppInfo *>(application.get())))
+                       : QString();
+}
+
 bool Action::open(const QString &uri) const
 {
-    const Gio *gio = Gio::load();
-    if (!gio || !isValid())
-        return false;
-    const QString desktopFile = id + QStringLiteral(".desktop");
-    const std::unique_ptr<GAppInfo, Unref> application(
-        reinterpret_cast<GAppInfo *>(gio->g_desktop_app_info_new(qUtf8Printable(desktopFile))));
+    const Application application = applicationOf(id);
     if (!application)
         return false;
     QByteArray argument = uri.toUtf8();
     GList uris{argument.data(), nullptr, nullptr};
-    return gio->g_app_info_launch_uris(application.get(), &uris, nullptr, nullptr);
+    return Gio::load()->g_app_info_launch_uris(application.get(), &uris, nullptr, nullptr);
 }
 
 } // namespace ContentAction

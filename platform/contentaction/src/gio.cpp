@@ -16,6 +16,7 @@ const Gio *Gio::load()
         Symbol{"g_app_info_get_id", &Gio::g_app_info_get_id},
         Symbol{"g_app_info_launch_uris", &Gio::g_app_info_launch_uris},
         Symbol{"g_content_type_guess", &Gio::g_content_type_guess},
+        Symbol{"g_desktop_app_info_get_filename", &Gio::g_desktop_app_info_get_filename},
         Symbol{"g_desktop_app_info_get_is_hidden", &Gio::g_desktop_app_info_get_is_hidden},
         Symbol{"g_desktop_app_info_new", &Gio::g_desktop_app_info_new},
         Symbol{"g_file_new_for_path", &Gio::g_file_new_for_path},

@@ -19,6 +19,7 @@ struct Gio
     decltype(&::g_app_info_get_id) g_app_info_get_id;
     decltype(&::g_app_info_launch_uris) g_app_info_launch_uris;
     decltype(&::g_content_type_guess) g_content_type_guess;
+    decltype(&::g_desktop_app_info_get_filename) g_desktop_app_info_get_filename;
     decltype(&::g_desktop_app_info_get_is_hidden) g_desktop_app_info_get_is_hidden;
     decltype(&::g_desktop_app_info_new) g_desktop_app_info_new;
     decltype(&::g_file_new_for_path) g_file_new_for_path;
