@@ -63,7 +63,8 @@ def _bury():
 class Wrapper:
     """Runs a command, with servers beside it. A descendant that outlives its parent becomes the wrapper's."""
 
-    def __init__(self):
+    def __init__(self, patience=PATIENCE):
+        self._patience = patience
         self._servers = []
 
     def __enter__(self):
@@ -79,14 +80,14 @@ class Wrapper:
         _listen(signal.SIG_IGN)
         for server in self._servers:
             server.terminate()
-        self._leave_alone(PATIENCE if not ended else 0)
+        self._leave_alone(self._patience if not ended else 0)
         for number in (signal.SIGTERM, signal.SIGKILL):
             for process in _descendants():
                 try:
                     os.kill(process, number)
                 except ProcessLookupError:
                     pass
-            self._leave_alone(PATIENCE)
+            self._leave_alone(self._patience)
         if kind is Ended:
             sys.exit(128 + ended.args[0])
 

@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """wrappers.py SUPPORT: ends the wrappers of the folder SUPPORT in every way, and looks for what they leave."""
 
+import itertools
 import os
 import pathlib
 import signal
@@ -14,6 +15,8 @@ import uuid
 SUPPORT = pathlib.Path(sys.argv.pop())
 # One process leaves its parents, one ignores that it is asked to leave; then the wrappers are to be ended.
 STUBBORN = "setsid sleep 1000 & (trap '' TERM HUP; sleep 1001) & echo ready; sleep 1002"
+# Goes before another wrapper.
+READER = (SUPPORT.parent / "reader" / "with-reader", "none")
 ASK_BUS = ["dbus-send", "--print-reply", "--dest=org.freedesktop.DBus", "/", "org.freedesktop.DBus.GetId"]
 
 
@@ -48,25 +51,26 @@ class Wrappers(unittest.TestCase):
         self.assertEqual(os.listdir(self.folder), [])
 
     def test_signal_to_the_wrapper_leaves_nothing(self):
-        for number in (signal.SIGHUP, signal.SIGTERM):
-            with self.subTest(number.name), self.start() as process:
+        for number, before in itertools.product((signal.SIGHUP, signal.SIGTERM), ((), READER)):
+            with self.subTest(number.name, before=before), self.start(*before) as process:
                 process.send_signal(number)
                 self.assertEqual(process.wait(), 128 + number)
                 self.expect_nothing_left()
 
     def test_signal_to_the_group_leaves_nothing(self):
-        for number in (signal.SIGHUP, signal.SIGTERM):
-            with self.subTest(number.name), self.start() as process:
+        for number, before in itertools.product((signal.SIGHUP, signal.SIGTERM), ((), READER)):
+            with self.subTest(number.name, before=before), self.start(*before) as process:
                 os.killpg(process.pid, number)
                 self.assertEqual(process.wait(), 128 + number)
                 self.expect_nothing_left()
 
     def test_killed_parent_leaves_nothing(self):
-        with self.start("sh", "-c", '"$@"; true', "sh") as process:
-            process.kill()
-            # The wrapper holds the other end for as long as it runs.
-            self.assertEqual(process.stdout.read(), "")
-            self.expect_nothing_left()
+        for before in ((), READER):
+            with self.subTest(before=before), self.start("sh", "-c", '"$@"; true', "sh", *before) as process:
+                process.kill()
+                # The wrapper holds the other end for as long as it runs.
+                self.assertEqual(process.stdout.read(), "")
+                self.expect_nothing_left()
 
     def test_ended_command_leaves_nothing(self):
         done = subprocess.run([SUPPORT / "with-buses", "sh", "-c", "setsid sleep 1000 & exit 7"],
@@ -87,6 +91,8 @@ class Wrappers(unittest.TestCase):
                 with self.subTest(name, bus=bus):
                     subprocess.run([SUPPORT / "with-buses", ASK_BUS[0], bus, *ASK_BUS[1:]], env=self.environment,
                                    check=True, stdout=subprocess.DEVNULL)
+            with self.subTest(name, reader=True):
+                subprocess.run([*READER, "sh", "-c", 'echo >"$CONNUI_READER/written"'], env=self.environment, check=True)
 
     def test_name_that_is_too_long_is_named(self):
         folder = pathlib.Path(self.folder, "x" * 100)
@@ -97,6 +103,7 @@ class Wrappers(unittest.TestCase):
         self.assertEqual(done.returncode, 1)
         self.assertEqual(done.stderr, f"with-buses: TMPDIR is too long for sockets: {folder}\n")
         self.assertEqual(os.listdir(folder), [])
+        subprocess.run([*READER, "true"], env=self.environment, check=True)
 
 
 if __name__ == "__main__":
