@@ -37,12 +37,14 @@ int main(int argc, char *argv[])
     qSetMessagePattern(QStringLiteral("%{appname}: %{message}"));
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);
+    const QStringList given = arguments.values(handlers);
+    if (given.contains(QString()))
+        return Support::fail(Support::BadArguments, arguments.usage());
 
     DaemonService service;
     Adapter adapter;
     auto *writer = new TagWriter(&adapter);
     CardReaders readers;
-    const QStringList given = arguments.values(handlers);
     const Touches touches(&adapter, writer, &readers, [&](const QString &kind) {
         const QStringList folders =
             given.isEmpty() ? HandlerFolder::standardFolders(adapter.agent()->user()) : given;
