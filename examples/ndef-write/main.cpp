@@ -65,6 +65,9 @@ int writeToTag(const QByteArray &message)
 int main(int argc, char **argv)
 {
     QCoreApplication application(argc, argv);
+    // Makes QtDBus register its own types before its thread starts: it may still read when the program ends,
+    // and types that were registered later are gone by then.
+    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
     QCommandLineParser arguments;
     arguments.addOption(
         {QStringLiteral("o"), QStringLiteral("Write the message to <file>."), QStringLiteral("file")});
