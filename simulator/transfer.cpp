@@ -31,7 +31,7 @@ void Transfer::takeStep()
     remainder += rate % stepsPerSecond;
     const quint64 arrived = rate / stepsPerSecond + remainder / stepsPerSecond;
     remainder %= stepsPerSecond;
-    transferred += std::min(arrived, size - transferred);
+    transferred += std::min({arrived, size - transferred, cancelAfter - transferred});
     Q_EMIT progressed(transferred);
     if (transferred >= cancelAfter) {
         cancel();

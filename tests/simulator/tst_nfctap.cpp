@@ -23,6 +23,8 @@ private Q_SLOTS:
 
     void badArgumentsAreRefused_data();
     void badArgumentsAreRefused();
+    void fileThatCannotBeATagIsNamed_data();
+    void fileThatCannotBeATagIsNamed();
     void lineFeedDoesNotHideInAnArgument_data();
     void lineFeedDoesNotHideInAnArgument();
     void helpListsEveryCommand();
@@ -53,6 +55,8 @@ private Q_SLOTS:
     void outcomeOfATransferIsPrinted_data();
     void outcomeOfATransferIsPrinted();
     void everyStepOfATransferIsReported();
+    void senderGivesUpAfterSoManyBytes_data();
+    void senderGivesUpAfterSoManyBytes();
     void slowTransferTakesItsTime();
     void receivedFileIsNamed();
     void canceledTransferEnds();
@@ -168,6 +172,22 @@ void TestNfcTap::badArgumentsAreRefused()
     QCOMPARE(tap.output(), QString());
 }
 
+void TestNfcTap::fileThatCannotBeATagIsNamed_data()
+{
+    QTest::addColumn<QString>("error");
+    QTest::newRow("/dev/zero") << QStringLiteral("/dev/zero is too large: a tag holds at most 1048576 bytes");
+    QTest::newRow("/proc/self/mem") << QStringLiteral("cannot read /proc/self/mem: Input/output error");
+    QTest::newRow("/missing") << QStringLiteral("cannot read /missing: No such file or directory");
+}
+
+void TestNfcTap::fileThatCannotBeATagIsNamed()
+{
+    QFETCH(QString, error);
+    Tap tap({QStringLiteral("message"), QString::fromLatin1(QTest::currentDataTag())});
+    QCOMPARE(tap.exitCode(), 64);
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: %1\n").arg(error));
+}
+
 void TestNfcTap::lineFeedDoesNotHideInAnArgument_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -252,6 +272,11 @@ void TestNfcTap::switchedOffAdapterNoticesNothing()
     Tap tap({QStringLiteral("text"), QStringLiteral("Hello")});
     QCOMPARE(tap.exitCode(), 3);
     QCOMPARE(tap.errors(), QStringLiteral("nfctap: tag with text 'Hello': the adapter is switched off\n"));
+    TransferNews news;
+    Tap file({QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1"), QStringLiteral("1000")});
+    QCOMPARE(file.exitCode(), 3);
+    QCOMPARE(file.errors(), QStringLiteral("nfctap: file a of 1 bytes: the adapter is switched off\n"));
+    QCOMPARE(news.lines, QStringList());
     QCOMPARE(client.members(), QStringList());
     QCOMPARE(Tap({QStringLiteral("power"), QStringLiteral("on")}).exitCode(), 0);
     QCOMPARE(Tap({QStringLiteral("text"), QStringLiteral("Hello")}).exitCode(), 0);
@@ -591,6 +616,32 @@ void TestNfcTap::everyStepOfATransferIsReported()
     const QStringList all = {QStringLiteral("0 a of 250 from Ada's phone"), QStringLiteral("0 at 100 of 250"),
                              QStringLiteral("0 at 200 of 250"), QStringLiteral("0 at 250 of 250"),
                              QStringLiteral("0 completed ''")};
+    QTRY_COMPARE(news.lines, all);
+}
+
+void TestNfcTap::senderGivesUpAfterSoManyBytes_data()
+{
+    QTest::addColumn<QString>("bytes");
+    QTest::addColumn<QStringList>("progress");
+    QTest::newRow("at once") << QStringLiteral("0") << QStringList{QStringLiteral("0 at 0 of 1000")};
+    QTest::newRow("within a step") << QStringLiteral("150")
+                                   << QStringList{QStringLiteral("0 at 100 of 1000"),
+                                                  QStringLiteral("0 at 150 of 1000")};
+}
+
+void TestNfcTap::senderGivesUpAfterSoManyBytes()
+{
+    QFETCH(QString, bytes);
+    QFETCH(QStringList, progress);
+    daemon.start();
+    AgentProcess client;
+    QCOMPARE(client.registerAgent().error, QString());
+    TransferNews news;
+    Tap tap({QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1000"), QStringLiteral("1000"),
+             QStringLiteral("--cancel-after"), bytes});
+    QCOMPARE(tap.exitCode(), 2);
+    const QStringList all = QStringList{QStringLiteral("0 a of 1000 from Ada's phone")} + progress +
+                            QStringList{QStringLiteral("0 canceled ''")};
     QTRY_COMPARE(news.lines, all);
 }
 
