@@ -2,6 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """Tags: what is asked about them, and who gets what they hold."""
 
+from actor import Unmet
 from scenes import (
     HEADSET, answers, asks, decided, external_record, goes_back, handler_gets, handler_hears_nothing, has_been_read, is_clear,
     is_dialed, mime_record, scene, screen_scene, terminal_scene, text_record, uri_record, wants_to_be_asked)
@@ -14,6 +15,12 @@ TRACKER_PATH = "/com/tavix/ApplicationTracker"
 
 def notes(stage, content=b"\x00\x01\x02"):
     return "mime", "application/x-notes", stage.file("notes", content)
+
+
+def lacks(lines, word):
+    for line in lines:
+        if word in line.lower():
+            raise Unmet(f"it was said: {line}")
 
 
 def handler_is_in_front(stage):
@@ -432,6 +439,20 @@ def told_tag_that_nobody_takes(stage, step):
         has_been_read(stage, step)
         decided(tap, step, "rejected", 1)
         is_clear(stage, step)
+
+
+@scene
+def told_nothing_untrue(stage, step):
+    """Nobody says that a handler has what it has not taken"""
+    tap = stage.tap("uri", "https://www.example.org/nfc")
+    asks(stage, step, "the client asks", "Web link on tag")
+    step("the handler dies", stage.handler.is_killed)
+    answers(stage, step, "the user views the link", "View")
+    decided(tap, step, "granted", 0)
+    step("the client says that nobody took it",
+         lambda: stage.client.says("Calling NDEFData() for the handler fails: org.freedesktop.DBus.Error."))
+    is_clear(stage, step)
+    step("and nothing else", lambda: lacks(stage.client.lines, "delivered"))
 
 
 @terminal_scene

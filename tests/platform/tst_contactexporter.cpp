@@ -267,6 +267,10 @@ void TestContactExporter::nameIsRead_data()
         << QStringLiteral("van der Harten");
     QTest::newRow("ISO-8859-1") << card("2.1", "N;CHARSET=ISO-8859-1:M\xe4kel\xe4;Veikko\r\n")
                                 << QStringLiteral("Veikko") << QStringLiteral(u"M\u00e4kel\u00e4");
+    // Without the charset it would be another letter in UTF-8.
+    QTest::newRow("ISO-8859-1 that looks like UTF-8")
+        << card("2.1", "N;CHARSET=ISO-8859-1:\xc3\xa4;Veikko\r\n") << QStringLiteral("Veikko")
+        << QStringLiteral(u"\u00c3\u00a4");
     QTest::newRow("Windows-1251")
         << card("2.1", "N;CHARSET=windows-1251:\xc8\xe2\xe0\xed\xee\xe2;\xcf\xb8\xf2\xf0\r\n")
         << QStringLiteral(u"\u041f\u0451\u0442\u0440")
@@ -338,6 +342,21 @@ void TestContactExporter::exportedCardIsRead_data()
                               " ;Raleigh;NC;27613-3502;U.S.A.", "TEL;TYPE=VOICE,MSG,WORK:+1-919-676-9515",
                               "EMAIL;TYPE=INTERNET,PREF:Frank_Dawson@Lotus.com"}))
         << QStringLiteral("Frank Dawson") << QString() << false;
+    QTest::newRow("3.0, whole card")
+        << card("3.0", lines({"FN:Tim Howes", "ORG:Netscape Communications Corp.",
+                              "ADR;TYPE=WORK:;;501 E. Middlefield Rd.;Mountain View;", " CA; 94043;U.S.A.",
+                              "TEL;TYPE=VOICE,MSG,WORK:+1-415-937-3419", "TEL;TYPE=FAX,WORK:+1-415-528-4164",
+                              "EMAIL;TYPE=INTERNET:howes@netscape.com"}))
+        << QStringLiteral("Tim Howes") << QString() << false;
+    QTest::newRow("3.0, nickname") << card("3.0", "NICKNAME:Robbie\r\n") << QStringLiteral("Robbie")
+                                   << QString() << false;
+    QTest::newRow("3.0, organization with its units")
+        << card("3.0", "ORG:ABC\\, Inc.;North American Division;Marketing\r\n") << QStringLiteral("ABC, Inc.")
+        << QString() << false;
+    QTest::newRow("3.0, agent elsewhere")
+        << card("3.0", lines({"AGENT;VALUE=uri:", " CID:JQPUBLIC.part3.960129T083020.xyzMail@host3.com",
+                              "EMAIL;TYPE=internet,pref:jane_doe@abc.com"}))
+        << QStringLiteral("jane_doe@abc.com") << QString() << false;
     QTest::newRow("3.0, photo elsewhere and agent")
         << card("3.0",
                 lines({"PHOTO;VALUE=uri:http://www.abc.com/pub/photos/jqpublic.gif",
@@ -347,6 +366,25 @@ void TestContactExporter::exportedCardIsRead_data()
     QTest::newRow("4.0, prefix in the sorting")
         << card("4.0", "N;SORT-AS=\"Harten,Rene\":van der Harten;Rene,J.;Sir;R.D.O.N.\r\n")
         << QStringLiteral("Rene J.") << QStringLiteral("van der Harten") << false;
+    QTest::newRow("4.0, sorted by another form")
+        << card("4.0", lines({"FN:Rene van der Harten",
+                              "N;SORT-AS=\"Harten Rene\":van der Harten;Rene;J.;Sir;R.D.O.N."}))
+        << QStringLiteral("Rene") << QStringLiteral("van der Harten") << false;
+    QTest::newRow("4.0, identified properties")
+        << card("4.0",
+                lines({"UID:urn:uuid:4fbe8971-0bc3-424c-9c26-36c3e1eff6b1", "FN;PID=1.1:J. Doe",
+                       "N:Doe;J.;;;", "EMAIL;PID=1.1:jdoe@example.com", "EMAIL;PID=2.1:boss@example.com",
+                       "EMAIL;PID=2.2:ceo@example.com", "TEL;PID=1.1;VALUE=uri:tel:+1-555-555-5555",
+                       "CLIENTPIDMAP:1;urn:uuid:53e374d9-337e-4727-8803-a1e9c14e0556",
+                       "CLIENTPIDMAP:2;urn:uuid:1f762d2b-03c4-4a83-9a03-75ff658a6eee"}))
+        << QStringLiteral("J.") << QStringLiteral("Doe") << false;
+    QTest::newRow("4.0, group of others")
+        << card("4.0", lines({"KIND:group", "FN:The Doe family",
+                              "MEMBER:urn:uuid:03a0e51f-d1aa-4385-8a53-e29025acd8af"}))
+        << QStringLiteral("The Doe family") << QString() << false;
+    QTest::newRow("4.0, organization")
+        << card("4.0", "ORG;SORT-AS=\"ABC\":ABC\\, Inc.;North American Division;Marketing\r\n")
+        << QStringLiteral("ABC, Inc.") << QString() << false;
     QTest::newRow("4.0, name in two languages")
         << card("4.0", lines({"N;ALTID=1;LANGUAGE=jp:\xe5\xb1\xb1\xe7\x94\xb0;\xe5\xa4\xaa\xe9\x83\x8e;;;",
                               "N;ALTID=1;LANGUAGE=en:Yamada;Taro;;;"}))
