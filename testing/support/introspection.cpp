@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "introspection.h"
 
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QFile>
 #include <QXmlStreamReader>
 
 QStringList Introspection::members(const QByteArray &data, const QString &interface)
@@ -35,4 +38,18 @@ QStringList Introspection::members(const QByteArray &data, const QString &interf
         }
     }
     return members;
+}
+
+QStringList Introspection::publishedMembers(const QString &interface)
+{
+    QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
+    return file.open(QFile::ReadOnly) ? members(file.readAll(), interface) : QStringList();
+}
+
+QStringList Introspection::daemonMembers(const QString &path, const QString &interface)
+{
+    const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
+        QStringLiteral("com.tavix.nfc"), path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
+        QStringLiteral("Introspect")));
+    return members(reply.arguments().value(0).toString().toUtf8(), interface);
 }

@@ -16,6 +16,12 @@ namespace Introspection {
  */
 QStringList members(const QByteArray &data, const QString &interface);
 
+/** The members of \a interface in its file of the folder interfaces; none without such a file. */
+QStringList publishedMembers(const QString &interface);
+
+/** The members of \a interface that an object of the NFC daemon says it has. */
+QStringList daemonMembers(const QString &path, const QString &interface);
+
 } // namespace Introspection
 
 #endif

@@ -180,15 +180,9 @@ void TestNfcdPcsc::interfacesAreAsPublished()
     QFETCH(QString, path);
     const QString interface = QString::fromLatin1(QTest::currentDataTag());
     daemon.start();
-    const QDBusMessage reply = QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
-        QStringLiteral("com.tavix.nfc"), path, QStringLiteral("org.freedesktop.DBus.Introspectable"),
-        QStringLiteral("Introspect")));
-    QFile file(QStringLiteral(INTERFACES "/%1.xml").arg(interface));
-    QVERIFY(file.open(QFile::ReadOnly));
-    const QStringList published = Introspection::members(file.readAll(), interface);
+    const QStringList published = Introspection::publishedMembers(interface);
     QVERIFY(!published.isEmpty());
-    QCOMPARE(Introspection::members(reply.arguments().constFirst().toString().toUtf8(), interface),
-             published);
+    QCOMPARE(Introspection::daemonMembers(path, interface), published);
 }
 
 void TestNfcdPcsc::secondDaemonLeaves()
@@ -205,6 +199,7 @@ void TestNfcdPcsc::badArgumentsAreRefused_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::newRow("unknown option") << QStringList{QStringLiteral("--reader")};
+    QTest::newRow("folder without a name") << QStringList{QStringLiteral("--handlers"), QString()};
     QTest::newRow("argument") << QStringList{QStringLiteral("reader")};
 }
 
@@ -215,6 +210,7 @@ void TestNfcdPcsc::badArgumentsAreRefused()
     program.start(QStringLiteral(NFCD_PCSC), arguments);
     QVERIFY(program.waitForFinished());
     QCOMPARE(program.exitCode(), 64);
+    QVERIFY(program.readAllStandardError().startsWith("nfcd-pcsc: "));
 }
 
 void TestNfcdPcsc::helpIsPrinted()
