@@ -14,8 +14,8 @@ namespace ConnUi {
 /**
  * Asks whether to switch NFC on: finishes with M::YesButton, M::NoButton or, dismissed, M::CancelButton.
  *
- * In flight mode the question mentions it. The constructor reads the mode once, which may block on the
- * connection manager on the system bus for up to 200 ms.
+ * In flight mode the question mentions it. The constructor without an argument reads the mode once, which may
+ * block on the connection manager on the system bus for up to 200 ms.
  *
  * The caller decides about the meaning of a result. NfcSettingsView leaves NFC off for M::CancelButton alone
  * and switches it on for M::NoButton as well.
@@ -29,6 +29,10 @@ class CONNUI_NFC_EXPORT NfcEnableDialog : public MMessageBox
 public:
     /** Makes the question for the mode the phone is in now. May wait up to 200 ms. */
     NfcEnableDialog();
+
+    /** Makes the question for a mode that the caller knows, from OfflineMode::currentStatusAsync(). Never
+     * waits. */
+    explicit NfcEnableDialog(bool inFlightMode);
 
     /** Returns the question's title for the mode the phone is in now. May wait up to 100 ms. */
     virtual QString title() const;

@@ -15,6 +15,16 @@ bool isInFlightMode()
     return OfflineMode().currentStatus() == 0;
 }
 
+QString titleFor(bool inFlightMode)
+{
+    return inFlightMode ? qtTrId("qtn_nfc_start_flightmode_tit") : qtTrId("qtn_nfc_enablenfc_tit");
+}
+
+QString textFor(bool inFlightMode)
+{
+    return inFlightMode ? qtTrId("qtn_nfc_start_flightmode") : qtTrId("qtn_nfc_enablenfc_text");
+}
+
 } // namespace
 
 NfcEnableDialog::NfcEnableDialog() : MMessageBox(QString(), M::YesButton | M::NoButton)
@@ -23,14 +33,20 @@ NfcEnableDialog::NfcEnableDialog() : MMessageBox(QString(), M::YesButton | M::No
     setText(NfcEnableDialog::text());
 }
 
+NfcEnableDialog::NfcEnableDialog(bool inFlightMode) : MMessageBox(QString(), M::YesButton | M::NoButton)
+{
+    setTitle(titleFor(inFlightMode));
+    setText(textFor(inFlightMode));
+}
+
 QString NfcEnableDialog::title() const
 {
-    return isInFlightMode() ? qtTrId("qtn_nfc_start_flightmode_tit") : qtTrId("qtn_nfc_enablenfc_tit");
+    return titleFor(isInFlightMode());
 }
 
 QString NfcEnableDialog::text() const
 {
-    return isInFlightMode() ? qtTrId("qtn_nfc_start_flightmode") : qtTrId("qtn_nfc_enablenfc_text");
+    return textFor(isInFlightMode());
 }
 
 } // namespace ConnUi

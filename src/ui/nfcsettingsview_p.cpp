@@ -126,7 +126,8 @@ void NfcSettingsViewPrivate::switchPower(bool on)
 
 void NfcSettingsViewPrivate::askAboutFlightMode()
 {
-    auto *query = new NfcEnableDialog;
+    // A page that does not wait has just learned the mode.
+    auto *query = adapter && adapter->isAsynchronous() ? new NfcEnableDialog(true) : new NfcEnableDialog;
     connect(query, &MDialog::finished, this, &NfcSettingsViewPrivate::offlineQueryfinished);
     query->appear(MSceneWindow::DestroyWhenDone);
 }

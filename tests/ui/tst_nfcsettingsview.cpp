@@ -904,6 +904,8 @@ void TestNfcSettingsView::asynchronousPageDoesNotWaitForTheConnectionManager()
     flight.release(QStringLiteral("GetProperties"));
     QTRY_COMPARE(page.dialogs().size(), 1);
     QVERIFY(qobject_cast<NfcEnableDialog *>(page.dialogs().constFirst()));
+    QCOMPARE(page.dialogs().constFirst()->title(), qtTrId("qtn_nfc_start_flightmode_tit"));
+    QCOMPARE(flight.calls(QStringLiteral("GetProperties")).size(), 2);
     QCOMPARE(stateWritten(daemon), QVariantList());
 }
 

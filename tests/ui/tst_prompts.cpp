@@ -110,6 +110,7 @@ private Q_SLOTS:
     void everyTextIsTranslated();
     void enablingAsksAccordingToFlightMode();
     void enablingDoesNotFollowLaterFlightMode();
+    void enablingDoesNotAskForAModeThatIsKnown();
     void enablingAsksAsUsualWhenTheModeIsUnknown();
     void errorTypesAreKnownToQt();
 
@@ -310,6 +311,19 @@ void TestPrompts::enablingDoesNotFollowLaterFlightMode()
     QCoreApplication::processEvents();
     QCOMPARE(shownTexts<MLabel>(shown.dialog.data()), before);
     QCOMPARE(manager.members(), QStringList());
+}
+
+void TestPrompts::enablingDoesNotAskForAModeThatIsKnown()
+{
+    FakeService manager(QDBusConnection::SystemBus, QStringLiteral("net.connman"));
+    manager.start();
+    const NfcEnableDialog usual(false);
+    QCOMPARE(usual.MMessageBox::title(), qtTrId("qtn_nfc_enablenfc_tit"));
+    QCOMPARE(usual.MMessageBox::text(), qtTrId("qtn_nfc_enablenfc_text"));
+    const NfcEnableDialog inFlightMode(true);
+    QCOMPARE(inFlightMode.MMessageBox::title(), qtTrId("qtn_nfc_start_flightmode_tit"));
+    QCOMPARE(inFlightMode.MMessageBox::text(), qtTrId("qtn_nfc_start_flightmode"));
+    QCOMPARE(manager.calls().size(), 0);
 }
 
 void TestPrompts::enablingAsksAsUsualWhenTheModeIsUnknown()
