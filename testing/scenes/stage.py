@@ -27,6 +27,8 @@ HANDLERS = [
 class Stage:
     """Starts the programs that every scene needs, and ends all of them with the scene."""
 
+    loop_watch = None  # The library that ends a program which waits for another in its event loop
+
     def __init__(self, programs, heard=None, face=Terminal):
         self.programs = pathlib.Path(programs).resolve()
         self._face = face
@@ -141,9 +143,15 @@ class Stage:
         shutil.copy(self.programs.parent / "system-services/com.tavix.nfc.service", self._activation_file())
 
     def start(self, role, program, *arguments, **environment):
+        if self.loop_watch and program in ("nfc-ui", "nfc-settings"):
+            environment |= self._watched()
         actor = Actor(role, [self.programs / program, *arguments], self._heard, environment)
         self._actors.append(actor)
         return actor
+
+    def _watched(self):
+        options = os.environ.get("ASAN_OPTIONS", "")
+        return {"LD_PRELOAD": str(self.loop_watch), "ASAN_OPTIONS": f"{options}:verify_asan_link_order=0"}
 
     def daemon_comes(self):
         self._daemon_with_handover_step(self._face.handover_step)

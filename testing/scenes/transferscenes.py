@@ -107,6 +107,7 @@ def two_files(stage, step):
     second = stage.tap("receive", "two.txt", FIVE_MEGABYTES, "100")
     asks(stage, step, "the second sheet comes above it", "two.txt")
     step("the daemon is killed with -9", lambda: stage.daemon.is_killed())
+    step("the client notices", lambda: stage.client.says("the NFC daemon has left"))
     is_clear(stage, step)
     decided(first, step, "the daemon has died", 3)
     decided(second, step, "the daemon has died", 3)
