@@ -35,7 +35,6 @@ QString statusName(TagStatus status)
 {
     switch (status) {
     case TagStatus::Done:
-    case TagStatus::Empty:
         return QStringLiteral("ok");
     case TagStatus::Malformed:
         return QStringLiteral("malformed-content");
@@ -144,11 +143,7 @@ void Touches::loseCard(const QString &reader)
 void Touches::giveUp(const QString &reader)
 {
     qWarning("the card on %s does not answer", qUtf8Printable(reader));
-    const VisitPointer visit = visits.value(reader);
-    if (!visit)
-        return;
-    visit->isGivenUp = true;
-    if (writing && writing->visit == visit)
+    if (writing && writing->visit == visits.value(reader))
         finishWriting(writing, {CardKind::Type2, {}, {TagStatus::Refused, {}}});
 }
 
@@ -204,7 +199,7 @@ void Touches::finishWriting(const WritingPointer &finished, const TagReading &re
 
 void Touches::meetTag(const VisitPointer &visit, const TagReading &reading)
 {
-    if (visit->isGivenUp || !adapter->isPowered() || reading.kind == CardKind::Foreign)
+    if (!adapter->isPowered() || reading.kind == CardKind::Foreign)
         return;
     const TagStatus status = reading.contents.status;
     if (status == TagStatus::Gone) {

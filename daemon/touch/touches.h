@@ -46,7 +46,6 @@ private:
     struct Visit
     {
         bool hasLeft = false;
-        bool isGivenUp = false;
         int touch = -1; // once it has been read
     };
     using VisitPointer = std::shared_ptr<Visit>;

@@ -18,7 +18,8 @@ public:
         DWORD protocol = 0;
         SCardEstablishContext(SCARD_SCOPE_SYSTEM, nullptr, nullptr, &context);
         const DWORD mode = how == Exclusive ? SCARD_SHARE_EXCLUSIVE : SCARD_SHARE_SHARED;
-        if (SCardConnect(context, reader, mode, SCARD_PROTOCOL_T1, &card, &protocol) != SCARD_S_SUCCESS ||
+        constexpr DWORD anyProtocol = SCARD_PROTOCOL_T0 | SCARD_PROTOCOL_T1;
+        if (SCardConnect(context, reader, mode, anyProtocol, &card, &protocol) != SCARD_S_SUCCESS ||
             (how == InTransaction && SCardBeginTransaction(card) != SCARD_S_SUCCESS))
             qFatal("the card cannot be had");
     }

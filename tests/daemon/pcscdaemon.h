@@ -4,6 +4,8 @@
 #define CONNUI_TESTS_PCSCDAEMON_H
 
 #include <algorithm>
+#include <csignal>
+#include <sys/types.h>
 
 #include <QDBusArgument>
 #include <QDBusConnection>
@@ -42,6 +44,9 @@ public:
         process.waitForFinished();
         QVERIFY(QTest::qWaitFor([] { return !isOnBus(); }, 30000));
     }
+
+    /** Stops it where it is, or lets it go on. */
+    void setStopped(bool isStopped) { ::kill(pid_t(process.processId()), isStopped ? SIGSTOP : SIGCONT); }
 
     static bool isOnBus()
     {

@@ -5,6 +5,7 @@
 #include <QDBusArgument>
 #include <QDBusObjectPath>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QScopeGuard>
@@ -16,6 +17,7 @@
 #include "foreigncard.h"
 #include "heldtag.h"
 #include "introspection.h"
+#include "otherprogram.h"
 #include "pcscdaemon.h"
 #include "readers.h"
 #include "virtualtype2.h"
@@ -83,6 +85,7 @@ private Q_SLOTS:
     void tagGetsNoCommandWhenNobodyCanBeAsked();
 
     void flappingTagIsAskedAboutOnce();
+    void tagThatIsOnlyGlimpsedIsNotAskedAboutAgain();
     void tagWithARandomUidIsKnownByItsMessage();
     void undecidedTouchGoesOn();
     void tagThatComesLaterIsAskedAboutAgain();
@@ -101,6 +104,7 @@ private Q_SLOTS:
     void tagThatCannotBeWrittenIsTold();
     void tornTagIsEmptyAndTold();
     void messageWaitsWhenTheTagLeavesUntouched();
+    void messageWaitsWhenAnotherProgramHasTheTag();
     void tagThatLeavesAtAnyExchangeIsWrittenNextTime_data();
     void tagThatLeavesAtAnyExchangeIsWrittenNextTime();
     void foreignCardDoesNotEndTheWriting();
@@ -332,13 +336,19 @@ void TestNfcdPcsc::foreignCardGetsNoCommand()
     QFETCH(QByteArray, atr);
     startWithAgent();
     ForeignCard card(atr);
-    HeldTag held(unhurried(card), 0);
+    // The other program is first.
+    daemon.setStopped(true);
+    const HeldTag held(card, 0);
+    Readers::waitForCard(0);
+    const OtherProgram other(OtherProgram::Sharing);
+    daemon.setStopped(false);
     QTRY_VERIFY(daemon.log().contains(QStringLiteral("is left alone: ") + QString::fromLatin1(atr.toHex())));
     // Time for a command: a tag that comes later has had its question.
     VirtualType2 tag = VirtualType2::sticker(webLink);
-    const HeldTag later(unhurried(tag), 1);
+    const HeldTag later(tag, 1);
     QTRY_COMPARE(calls(delivery), 1);
     QCOMPARE(held.commands(), 0);
+    QVERIFY(!other.findsAReset());
     QCOMPARE(calls(touch), 1);
 }
 
@@ -373,6 +383,30 @@ void TestNfcdPcsc::flappingTagIsAskedAboutOnce()
     QTRY_COMPARE(calls(delivery), 2);
     QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
     QCOMPARE(calls(touch), 2);
+}
+
+void TestNfcdPcsc::tagThatIsOnlyGlimpsedIsNotAskedAboutAgain()
+{
+    startWithAgent();
+    agent->release(delivery);
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    {
+        const HeldTag held(tag);
+        QTRY_COMPARE(calls(delivery), 1);
+    }
+    // For longer than a touch is remembered.
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 2500) {
+        const HeldTag held(unhurried(tag), {2, -1, {}});
+        QTRY_VERIFY(held.commands() >= 3);
+    }
+    const HeldTag held(unhurried(tag));
+    QTRY_VERIFY(held.commands() >= 3);
+    VirtualType2 other = VirtualType2::sticker(text);
+    const HeldTag last(unhurried(other), 1);
+    QTRY_COMPARE(calls(touch), 2);
+    QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
 }
 
 void TestNfcdPcsc::tagWithARandomUidIsKnownByItsMessage()
@@ -633,6 +667,27 @@ void TestNfcdPcsc::messageWaitsWhenTheTagLeavesUntouched()
     }
     const HeldTag held(unhurried(tag));
     QCOMPARE(answerOf(call).error, QString());
+}
+
+void TestNfcdPcsc::messageWaitsWhenAnotherProgramHasTheTag()
+{
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    {
+        // The other program is first.
+        daemon.setStopped(true);
+        const HeldTag held(tag);
+        Readers::waitForCard(0);
+        const OtherProgram other(OtherProgram::InTransaction);
+        daemon.setStopped(false);
+        // The daemon's second one is for the card.
+        QTRY_COMPARE(Readers::connectionsToPcscd(), 3);
+        QCOMPARE(held.commands(), 0);
+    }
+    const HeldTag held(unhurried(tag));
+    QCOMPARE(answerOf(call).error, QString());
+    QVERIFY(tag.memory.contains(text));
 }
 
 void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime_data()
