@@ -10,12 +10,14 @@
 
 namespace {
 
+constexpr int longEnough = 20000; // milliseconds: less than the 25 seconds that a D-Bus call waits
+
 struct Kill
 {
     void operator()(QProcess *process) const
     {
         process->kill();
-        process->waitForFinished();
+        process->waitForFinished(longEnough);
         delete process;
     }
 };
@@ -120,7 +122,7 @@ void TestLostBus::clientReportsTheLostBusAndFails()
 
     // In the middle of a question.
     session.kill(bus);
-    QVERIFY(client->waitForFinished());
+    QVERIFY(client->waitForFinished(longEnough));
     QCOMPARE(client->exitStatus(), QProcess::NormalExit);
     QCOMPARE(client->exitCode(), 1);
     // Last: the platform plugin has its say before.
@@ -143,7 +145,7 @@ void TestLostBus::settingsReportTheLostBusAndFail()
     QVERIFY(says(settings.get(), "(NFC): off]"));
 
     session.kill(bus);
-    QVERIFY(settings->waitForFinished());
+    QVERIFY(settings->waitForFinished(longEnough));
     QCOMPARE(settings->exitStatus(), QProcess::NormalExit);
     QCOMPARE(settings->exitCode(), 1);
     const QByteArray said = settings->readAllStandardError();
@@ -183,7 +185,7 @@ void TestLostBus::waitingProgramReportsTheLostBusAndFails()
     QVERIFY(says(monitor.get(), "member=DefaultAdapter"));
 
     session.kill(QStringLiteral("system"));
-    QVERIFY(waiting->waitForFinished());
+    QVERIFY(waiting->waitForFinished(longEnough));
     QCOMPARE(waiting->exitStatus(), QProcess::NormalExit);
     QCOMPARE(waiting->exitCode(), 1);
     const QByteArray said = waiting->readAllStandardError();
@@ -203,7 +205,7 @@ void TestLostBus::touchReportsTheLostBusAndFails()
     QVERIFY(says(client.get(), "Headset"));
 
     session.kill(QStringLiteral("system"));
-    QVERIFY(tap->waitForFinished());
+    QVERIFY(tap->waitForFinished(longEnough));
     QCOMPARE(tap->exitCode(), 3);
     QCOMPARE(tap->readAllStandardError(), "nfctap: pairing with Headset (00:11:22:33:44:55): no simulated "
                                           "daemon: Not connected to D-Bus server\n");

@@ -1,16 +1,25 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <csignal>
 #include <functional>
 #include <memory>
+#include <sys/stat.h>
+#include <utility>
 
+#include <QApplication>
 #include <QDBusVariant>
+#include <QDir>
 #include <QElapsedTimer>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
 #include <QProcess>
+#include <QStandardPaths>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
+#include <MDialog>
+#include <MWindow>
 #include <NdefMessageHandler>
 #include <RadioState>
 
@@ -20,6 +29,7 @@
 #include "fakeface.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
+#include "screen/screenface.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -48,6 +58,76 @@ QVariant viewer()
     argument.endArray();
     return QVariant::fromValue(argument);
 }
+
+MDialog *shownDialog()
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (const QWidget *widget : widgets) {
+        const auto *window = qobject_cast<const MWindow *>(widget);
+        const QList<QGraphicsItem *> items =
+            window && window->isVisible() ? window->scene()->items() : QList<QGraphicsItem *>();
+        for (QGraphicsItem *item : items)
+            if (auto *dialog = qobject_cast<MDialog *>(item->toGraphicsObject()))
+                return dialog;
+    }
+    return nullptr;
+}
+
+/** A program whose event loop turns while it answers what it is told. */
+class Program
+{
+public:
+    Program(const QString &program, const QStringList &arguments) { process.start(program, arguments); }
+
+    /** Returns whether the program says \a text, now or later. */
+    bool says(const QByteArray &text)
+    {
+        while (!said.contains(text)) {
+            if (!process.waitForReadyRead(longEnough))
+                return false;
+            said += process.readAllStandardOutput();
+        }
+        said.remove(0, said.indexOf(text) + text.size());
+        return true;
+    }
+
+    void hears(const QByteArray &line) { process.write(line + '\n'); }
+
+    /** Returns how many milliseconds the program takes to answer; the limit, when it does not. */
+    qint64 answerTime()
+    {
+        QElapsedTimer clock;
+        clock.start();
+        hears("press nothing");
+        return says(": press nothing\n") ? clock.elapsed() : longEnough;
+    }
+
+    QProcess process;
+
+private:
+    QByteArray said;
+};
+
+/** Everybody whom the programs speak to beside the daemon, its handlers and the policy daemon, stopped. */
+class HungPeers
+{
+public:
+    HungPeers()
+    {
+        for (FakeService *peer : {&manager, &bluez, &login, &saver, &thumbnails}) {
+            peer->start();
+            peer->suspend();
+        }
+    }
+
+private:
+    FakeService manager{QDBusConnection::SystemBus, QStringLiteral("net.connman")};
+    FakeService bluez{QDBusConnection::SystemBus, QStringLiteral("org.bluez")};
+    FakeService login{QDBusConnection::SystemBus, QStringLiteral("org.freedesktop.login1")};
+    FakeService saver{QDBusConnection::SessionBus, QStringLiteral("org.freedesktop.ScreenSaver")};
+    FakeService thumbnails{QDBusConnection::SessionBus,
+                           QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1")};
+};
 
 /** Notices when the event loop does not turn. */
 class Heartbeat : public QObject
@@ -90,14 +170,19 @@ private Q_SLOTS:
     void policyDaemon();
     void handler();
     void bluetooth();
+    void thumbnailer();
+    void contactStore();
+    void connectionManager();
     void screenLock();
     void programEnds_data();
     void programEnds();
+    void busyClientEnds();
 
 private:
-    QString agentPath();
+    int callAgent(const QString &member, const QVariantList &arguments);
     int deliver(const QString &target);
     int pair(const QString &target);
+    int share(const QString &resource);
 
     std::unique_ptr<FakeDaemon> daemon;
     std::unique_ptr<FakeOhm> ohm;
@@ -120,24 +205,32 @@ void TestStoppedPeers::init()
     ohm->start();
 }
 
-QString TestStoppedPeers::agentPath()
+int TestStoppedPeers::callAgent(const QString &member, const QVariantList &arguments)
 {
-    return qdbus_cast<QDBusObjectPath>(
-               daemon->calls(QStringLiteral("RegisterUIAgent")).constLast().arguments[0])
-        .path();
+    const FakeCall registration = daemon->calls(QStringLiteral("RegisterUIAgent")).constLast();
+    const QString path = qdbus_cast<QDBusObjectPath>(registration.arguments[0]).path();
+    return daemon->call(registration.sender, path, QStringLiteral("com.tavix.nfc.UIAgent"), member,
+                        arguments);
 }
 
 int TestStoppedPeers::deliver(const QString &target)
 {
-    return daemon->callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
-                             {viewer(), QVariant::fromValue(QDBusObjectPath(target)), textTag()});
+    return callAgent(QStringLiteral("RequestNDEFDataDelivery"),
+                     {viewer(), QVariant::fromValue(QDBusObjectPath(target)), textTag()});
 }
 
 int TestStoppedPeers::pair(const QString &target)
 {
-    return daemon->callAgent(agentPath(), QStringLiteral("RequestBTPairing"),
-                             {QVariant::fromValue(QDBusObjectPath(target)), QStringLiteral("00:11"),
-                              QStringLiteral("Headset"), 0u, QString()});
+    return callAgent(QStringLiteral("RequestBTPairing"),
+                     {QVariant::fromValue(QDBusObjectPath(target)), QStringLiteral("00:11"),
+                      QStringLiteral("Headset"), 0u, QString()});
+}
+
+int TestStoppedPeers::share(const QString &resource)
+{
+    return callAgent(
+        QStringLiteral("RequestSharingPermission"),
+        {QStringLiteral("bluetooth"), QVariant::fromValue(QDBusVariant(QString())), QStringList{resource}});
 }
 
 void TestStoppedPeers::daemonThatNeverAnswered()
@@ -222,10 +315,79 @@ void TestStoppedPeers::bluetooth()
     QTRY_VERIFY(session.isRegistered());
     bluez.suspend();
     const Heartbeat heart;
-    daemon->callAgent(agentPath(), QStringLiteral("RequestSharingSelection"),
-                      {QStringLiteral("bluetooth"), QVariant::fromValue(QDBusVariant(QString()))});
+    callAgent(QStringLiteral("RequestSharingSelection"),
+              {QStringLiteral("bluetooth"), QVariant::fromValue(QDBusVariant(QString()))});
     QTRY_COMPARE(face.title(), QStringLiteral("Choose what to share"));
     QVERIFY2(heart.longestGap < bound, qPrintable(QString::number(heart.longestGap)));
+}
+
+void TestStoppedPeers::thumbnailer()
+{
+    FakeService service(QDBusConnection::SessionBus,
+                        QStringLiteral("org.freedesktop.thumbnails.Thumbnailer1"));
+    service.reply(QStringLiteral("Queue"), {1u});
+    service.start();
+    const QTemporaryDir folder;
+    const QString picture = folder.filePath(QStringLiteral("beach.png"));
+    QVERIFY(QImage(8, 8, QImage::Format_RGB32).save(picture));
+    ScreenFace face;
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    share(picture);
+    QTRY_COMPARE(service.calls(QStringLiteral("Queue")).size(), 1);
+    QTRY_VERIFY(shownDialog());
+    shownDialog()->reject();
+    QTRY_COMPARE(daemon->replies().size(), 1);
+    QTRY_VERIFY(!shownDialog());
+
+    // The next question uses what the first has loaded.
+    service.suspend();
+    const Heartbeat heart;
+    share(picture);
+    QTRY_VERIFY(shownDialog());
+    QTRY_VERIFY(heart.beats > 20);
+    shownDialog()->reject();
+    QTRY_COMPARE(daemon->replies().size(), 2);
+    QVERIFY2(heart.longestGap < bound, qPrintable(QString::number(heart.longestGap)));
+}
+
+// The card is a pipe, into which nobody writes.
+void TestStoppedPeers::contactStore()
+{
+    const QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + QStringLiteral("/contacts");
+    const QString card = folder + QStringLiteral("/1.vcf");
+    QVERIFY(QDir().mkpath(folder));
+    QCOMPARE(mkfifo(QFile::encodeName(card).constData(), 0600), 0);
+    FakeFace face;
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    const Heartbeat heart;
+    const QString warning = QStringLiteral("ContactExporter: unable to read %1: not a file").arg(card);
+    QTest::ignoreMessage(QtWarningMsg, qPrintable(warning));
+    share(QStringLiteral("contact:1"));
+    QTRY_COMPARE(daemon->replies().size(), 1);
+    QVERIFY(!daemon->replies()[0].error.isEmpty());
+    QTRY_COMPARE(face.title(), qtTrId("qtn_nfc_share_fail_tit"));
+    QVERIFY2(heart.longestGap < bound, qPrintable(QString::number(heart.longestGap)));
+}
+
+void TestStoppedPeers::connectionManager()
+{
+    FakeService manager(QDBusConnection::SystemBus, QStringLiteral("net.connman"));
+    manager.start();
+    manager.suspend();
+    daemon->setState(QStringLiteral("off"));
+    Program settings(QStringLiteral(NFC_SETTINGS), {QStringLiteral("--remote-control")});
+    QVERIFY(settings.says("(NFC): off]"));
+    settings.hears("press Near Field Communication (NFC)");
+    QVERIFY(settings.says("done: press Near Field Communication (NFC)"));
+    for (int i = 0; i < 5; ++i) {
+        const qint64 time = settings.answerTime();
+        QVERIFY2(time < bound, qPrintable(QString::number(time)));
+    }
+    settings.process.terminate();
+    QVERIFY(settings.process.waitForFinished(longEnough));
 }
 
 void TestStoppedPeers::screenLock()
@@ -249,29 +411,57 @@ void TestStoppedPeers::programEnds_data()
 {
     QTest::addColumn<QString>("program");
     QTest::addColumn<QStringList>("arguments");
-    QTest::newRow("nfc-ui") << QStringLiteral(NFC_UI) << QStringList{QStringLiteral("--console")};
-    QTest::newRow("nfc-settings") << QStringLiteral(NFC_SETTINGS)
-                                  << QStringList{QStringLiteral("--remote-control")};
+    QTest::addColumn<int>("signal");
+    const QStringList remote{QStringLiteral("--remote-control")};
+    for (const auto &[name, number] :
+         {std::pair("asked to", SIGTERM), std::pair("terminal closed", SIGHUP)}) {
+        QTest::addRow("nfc-ui on the terminal, %s", name)
+            << QStringLiteral(NFC_UI) << QStringList{QStringLiteral("--console")} << number;
+        QTest::addRow("nfc-ui, %s", name) << QStringLiteral(NFC_UI) << remote << number;
+        QTest::addRow("nfc-settings, %s", name) << QStringLiteral(NFC_SETTINGS) << remote << number;
+    }
 }
 
-// The daemon and the policy daemon hang. A program that waited for either would take 25 seconds.
+// All peers hang from the beginning. A program that waited for one of them would take 25 seconds.
 void TestStoppedPeers::programEnds()
 {
     QFETCH(QString, program);
     QFETCH(QStringList, arguments);
+    QFETCH(int, signal);
+    const HungPeers peers;
     daemon->suspend();
     ohm->suspend();
-    QProcess process;
-    process.start(program, arguments);
-    QVERIFY(process.waitForStarted());
+    Program started(program, arguments);
+    QVERIFY(started.process.waitForStarted());
     // It answers, so its event loop turns.
-    process.write("press nothing\n");
-    QVERIFY(process.waitForReadyRead(longEnough));
-    process.terminate();
-    QVERIFY(process.waitForFinished(longEnough));
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QCOMPARE(process.exitCode(), 0);
+    started.hears("press nothing");
+    QVERIFY(started.process.waitForReadyRead(longEnough));
+    QCOMPARE(kill(pid_t(started.process.processId()), signal), 0);
+    QVERIFY(started.process.waitForFinished(longEnough));
+    QCOMPARE(started.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(started.process.exitCode(), 0);
 }
 
-QTEST_GUILESS_MAIN(TestStoppedPeers)
+// The handler hangs while it takes what is on a tag, then everything else with a question open.
+void TestStoppedPeers::busyClientEnds()
+{
+    FakeHandler handler;
+    handler.start();
+    Program client(QStringLiteral(NFC_UI), {QStringLiteral("--remote-control")});
+    QVERIFY(client.says("the NFC daemon is here"));
+    handler.suspend();
+    deliver(QStringLiteral("/tag"));
+    QVERIFY(client.says("Opening with viewer"));
+    pair(QStringLiteral("/headset"));
+    QVERIFY(client.says("Pair with Headset?"));
+    const HungPeers peers;
+    daemon->suspend();
+    ohm->suspend();
+    client.process.terminate();
+    QVERIFY(client.process.waitForFinished(longEnough));
+    QCOMPARE(client.process.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(client.process.exitCode(), 0);
+}
+
+QTEST_MAIN(TestStoppedPeers)
 #include "tst_stoppedpeers.moc"
