@@ -345,7 +345,7 @@ void TestMAccessible::pressSelectsARow()
     QVERIFY(reader->hears(QStringLiteral("object:state-changed:selected"), QStringLiteral("Browser")));
     list->setFocus(Qt::TabFocusReason);
     QVERIFY(reader->hears(focused, QStringLiteral("Browser")));
-    QTest::keyClick(window->viewport(), Qt::Key_Up);
+    TouchDriver(window.get()).key(Qt::Key_Up);
     QVERIFY(reader->hears(focused, QStringLiteral("Notes")));
 }
 

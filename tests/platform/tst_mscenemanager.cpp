@@ -187,6 +187,7 @@ void TestMSceneManager::twoWindowsMayShareAManager()
     MWindow *left = firstGoesFirst ? second.get() : first.get();
     QCOMPARE(bool(dialog.scene()), firstGoesFirst);
     left->resize(320, 480);
+    QCOMPARE(manager.visibleSceneSize(), firstGoesFirst ? QSize(320, 480) : QSize(480, 854));
     TouchDriver finger(left);
     finger.tap(QPointF(5, 5)).key(Qt::Key_Tab).key(Qt::Key_Escape);
     QVERIFY(!dialog.scene());

@@ -133,17 +133,24 @@ void TestMScrollArea::wheelEndsAFlick()
 
 void TestMScrollArea::areaThatWasHiddenStartsAfresh_data()
 {
+    QTest::addColumn<bool>("flicked");
     QTest::addColumn<bool>("removed");
-    QTest::newRow("hidden") << false;
-    QTest::newRow("out of its scene") << true;
+    QTest::newRow("dragged, hidden") << false << false;
+    QTest::newRow("dragged, out of its scene") << false << true;
+    QTest::newRow("flicked, hidden") << true << false;
+    QTest::newRow("flicked, out of its scene") << true << true;
 }
 
 void TestMScrollArea::areaThatWasHiddenStartsAfresh()
 {
+    QFETCH(bool, flicked);
     QFETCH(bool, removed);
     ShownArea shown;
-    shown.finger.press(low).move({240, 600});
-    QCOMPARE(shown.state(), QScroller::Dragging);
+    if (flicked)
+        shown.finger.flick(low, high);
+    else
+        shown.finger.press(low).move({240, 600});
+    QCOMPARE(shown.state(), flicked ? QScroller::Scrolling : QScroller::Dragging);
     if (removed) {
         shown.window.scene()->removeItem(shown.area);
         shown.window.scene()->addItem(shown.area);
@@ -153,7 +160,9 @@ void TestMScrollArea::areaThatWasHiddenStartsAfresh()
     }
     QCOMPARE(shown.state(), QScroller::Inactive);
     const qreal before = shown.area->position();
-    shown.finger.lift().tap({240, 200});
+    if (!flicked)
+        shown.finger.lift();
+    shown.finger.tap({240, 200});
     QCOMPARE(shown.area->position(), before);
 }
 
