@@ -46,7 +46,8 @@ public:
      * Has the job that is under way end as soon as pcscd lets it: for who talks it is as if the card had
      * gone.
      *
-     * An answer of the card that is under way is waited for, a transaction that cannot begin is not.
+     * An answer of the card that is under way is waited for, a transaction that cannot begin is not. pcscd
+     * does not let go of who connects to a card that is in another one's transaction, until that ends.
      */
     void interrupt();
 

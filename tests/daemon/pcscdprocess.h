@@ -30,6 +30,12 @@ inline void loseFolder()
         qFatal("the folder is in use");
 }
 
+inline void makeFolder()
+{
+    if (!QDir().mkdir(QStringLiteral("/run/pcscd")))
+        qFatal("the folder is there");
+}
+
 /** Starts it, without waiting for it; with-reader ends it. */
 inline void come()
 {

@@ -359,13 +359,16 @@ void TestCardReaders::pulledReaderIsNoReader()
 void TestCardReaders::pcscdThatComesIsNotWaitedFor_data()
 {
     QTest::addColumn<bool>("folderGoesToo");
-    QTest::newRow("its socket comes") << false;
-    QTest::newRow("its folder comes") << true;
+    QTest::addColumn<bool>("folderComesBefore");
+    QTest::newRow("its socket comes") << false << false;
+    QTest::newRow("its folder comes") << true << false;
+    QTest::newRow("its folder comes, and its socket later") << true << true;
 }
 
 void TestCardReaders::pcscdThatComesIsNotWaitedFor()
 {
     QFETCH(bool, folderGoesToo);
+    QFETCH(bool, folderComesBefore);
     constexpr qint64 hour = 3600000; // ms
     readers = std::make_unique<CardReaders>(hour);
     startReaders();
@@ -374,6 +377,11 @@ void TestCardReaders::pcscdThatComesIsNotWaitedFor()
     if (folderGoesToo)
         PcscdProcess::loseFolder();
     QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    if (folderComesBefore) {
+        PcscdProcess::makeFolder();
+        // Longer than a try takes.
+        QTest::qWait(500);
+    }
     PcscdProcess::come();
     QTRY_COMPARE(readers->names().size(), 2);
 }

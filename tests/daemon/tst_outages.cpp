@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <memory>
+#include <winscard.h>
 
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -11,16 +12,26 @@
 #include <QTest>
 
 #include "agentprocess.h"
+#include "failingpcscd.h"
 #include "heldtag.h"
 #include "otherprogram.h"
 #include "pcscdaemon.h"
 #include "pcscdprocess.h"
 #include "privatebus.h"
 #include "readers.h"
-#include "refusingpcscd.h"
 #include "virtualtype2.h"
 
 using namespace std::chrono_literals;
+
+namespace {
+
+/** One that lets nobody in, as it does when polkit says so. */
+std::unique_ptr<FailingPcscd> refusingPcscd()
+{
+    return std::make_unique<FailingPcscd>(FailingPcscd::EstablishContext, LONG(SCARD_W_SECURITY_VIOLATION));
+}
+
+} // namespace
 
 /**
  * What can go wrong around the daemon.
@@ -137,7 +148,7 @@ void TestOutages::pcscdRefuses()
 {
     startWithAgent();
     PcscdProcess::die();
-    auto refusing = std::make_unique<RefusingPcscd>();
+    auto refusing = refusingPcscd();
     QTRY_COMPARE(daemon.backend(), QStringLiteral("refused"));
     answersFor(5s);
     QCOMPARE(daemon.backend(), QStringLiteral("refused"));
@@ -166,16 +177,16 @@ void TestOutages::pcscdRefusesUntilPolkitChanges()
         QVERIFY(bus.registerService(name));
     startWithAgent();
     PcscdProcess::die();
-    auto refusing = std::make_unique<RefusingPcscd>();
+    auto refusing = refusingPcscd();
     answersFor(11s);
-    const int before = refusing->refusals();
+    const int before = refusing->failures();
     if (isThereBefore)
         bus.send(QDBusMessage::createSignal(QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
                                             QStringLiteral("org.freedesktop.PolicyKit1.Authority"),
                                             QStringLiteral("Changed")));
     else
         QVERIFY(bus.registerService(name));
-    QTRY_VERIFY(refusing->refusals() >= before + 10);
+    QTRY_VERIFY(refusing->failures() >= before + 10);
     refusing.reset();
     PcscdProcess::come();
     QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, atOnce);
