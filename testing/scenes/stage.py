@@ -143,7 +143,7 @@ class Stage:
         shutil.copy(self.programs.parent / "system-services/com.tavix.nfc.service", self._activation_file())
 
     def start(self, role, program, *arguments, **environment):
-        if self.loop_watch and program in ("nfc-ui", "nfc-settings"):
+        if self.loop_watch and program in ("nfc-ui", "nfc-settings", "nfc-panel"):
             environment |= self._watched()
         actor = Actor(role, [self.programs / program, *arguments], self._heard, environment)
         self._actors.append(actor)

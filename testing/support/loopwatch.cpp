@@ -6,9 +6,9 @@
 // - A call through QtDBus whose reply the main thread waits for, while the event loop runs, aborts the
 // program. The bus
 //   itself may be waited for: QtDBus asks it for the owner of a name when a proxy is made.
-// - The environment variable CONNUI_LOOP_GAPS names a file, to which every time between two turns of that
-// loop is
-//   added, a line in milliseconds. The first is the time from the start to the first turn.
+// - With the environment variable CONNUI_LOOP_GAPS it only measures: to the file of that name, a dot and the
+//   process's id it adds every time between two turns of that loop, a line in milliseconds. The first is the
+//   time from the start to the first turn.
 
 #include <atomic>
 #include <chrono>
@@ -18,6 +18,7 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <poll.h>
+#include <string>
 #include <unistd.h>
 
 #include <QMutex>
@@ -56,8 +57,9 @@ bool isEventLoop(const void *caller)
 
 std::FILE *gaps()
 {
-    static const char *const path = std::getenv("CONNUI_LOOP_GAPS");
-    static std::FILE *const file = path ? std::fopen(path, "a") : nullptr;
+    static const char *const prefix = std::getenv("CONNUI_LOOP_GAPS");
+    static const std::string path = std::string(prefix ? prefix : "") + '.' + std::to_string(getpid());
+    static std::FILE *const file = prefix ? std::fopen(path.c_str(), "a") : nullptr;
     return file;
 }
 
@@ -85,7 +87,7 @@ Function *original(const char *name)
 // After the wait: only then QtDBus has sent the call, and it has sent none since.
 void refuseWait()
 {
-    if (QThread::currentThread()->loopLevel() == 0 || lastCallWasToTheBus)
+    if (gaps() || QThread::currentThread()->loopLevel() == 0 || lastCallWasToTheBus)
         return;
     std::fputs("loop-watch: the event loop has waited for the reply to a D-Bus call\n", stderr);
     void *frames[32];

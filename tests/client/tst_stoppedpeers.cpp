@@ -73,7 +73,7 @@ MDialog *shownDialog()
     return nullptr;
 }
 
-/** A program whose event loop turns while it answers what it is told. */
+/** A program that answers commands, so that its event loop turns while it does. */
 class Program
 {
 public:
