@@ -3,6 +3,7 @@
 #include <atomic>
 #include <chrono>
 #include <memory>
+#include <winscard.h>
 
 #include <QElapsedTimer>
 #include <QRegularExpression>
@@ -12,6 +13,7 @@
 #include "daemon/pcsc/cardreaders.h"
 #include "daemon/tags/cardcommand.h"
 #include "daemon/tags/exchange.h"
+#include "failingpcscd.h"
 #include "heldtag.h"
 #include "otherprogram.h"
 #include "pcscdprocess.h"
@@ -381,6 +383,8 @@ void TestCardReaders::pcscdThatComesIsNotWaitedFor()
         PcscdProcess::makeFolder();
         // Longer than a try takes.
         QTest::qWait(500);
+        const FailingPcscd refusing(FailingPcscd::EstablishContext, LONG(SCARD_W_SECURITY_VIOLATION));
+        QTRY_VERIFY(refusing.failures() > 0);
     }
     PcscdProcess::come();
     QTRY_COMPARE(readers->names().size(), 2);
