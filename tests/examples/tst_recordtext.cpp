@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
+
 #include <QNdefNfcTextRecord>
 #include <QNdefNfcUriRecord>
 #include <QTest>
@@ -16,6 +18,7 @@ private Q_SLOTS:
 
     void textStaysInItsLine_data();
     void textStaysInItsLine();
+    void uriStaysInItsLine_data();
     void uriStaysInItsLine();
     void typeStaysInItsLine();
 };
@@ -53,14 +56,29 @@ void TestRecordText::textStaysInItsLine()
     QCOMPARE(recordText(record), QStringLiteral("text '%1'").arg(shown));
 }
 
+void TestRecordText::uriStaysInItsLine_data()
+{
+    QTest::addColumn<QByteArray>("rest");
+    QTest::newRow("line feed") << QByteArray("\n");
+    QTest::newRow("terminal command") << QByteArray("\x1B[2J");
+    // These are shown as letters are, whether they were encoded or not.
+    QTest::newRow("terminal command of one character") << QByteArray("\xC2\x9B");
+    QTest::newRow("encoded terminal command of one character") << QByteArray("%C2%9B");
+    QTest::newRow("right to left override") << QByteArray("\xE2\x80\xAE");
+    QTest::newRow("encoded line separator") << QByteArray("%E2%80%A8");
+}
+
 void TestRecordText::uriStaysInItsLine()
 {
+    QFETCH(QByteArray, rest);
     QNdefNfcUriRecord record;
-    record.setPayload(QByteArray(1, '\0') + "https://a.org/\x1B[2J\n");
+    record.setPayload(QByteArray(1, '\0') + "https://a.org/" + rest);
     const QString line = recordText(record);
     QVERIFY2(line.startsWith(QStringLiteral("uri https://a.org/")), qUtf8Printable(line));
-    QVERIFY(!line.contains(u'\x1B'));
-    QVERIFY(!line.contains(u'\n'));
+    const auto isShown = [](QChar character) {
+        return character.isPrint() && character.category() != QChar::Separator_Line;
+    };
+    QVERIFY2(std::all_of(line.cbegin(), line.cend(), isShown), qUtf8Printable(line));
 }
 
 void TestRecordText::typeStaysInItsLine()

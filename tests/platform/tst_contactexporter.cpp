@@ -241,6 +241,8 @@ void TestContactExporter::nameIsRead_data()
         << QStringLiteral("Veikko") << QStringLiteral(u"M\u00e4kel\u00e4");
     QTest::newRow("short form of the encoding") << card("2.1", "N;QUOTED-PRINTABLE:=41ho;Veikko\r\n")
                                                 << QStringLiteral("Veikko") << QStringLiteral("Aho");
+    QTest::newRow("colon between quotation marks") << card("4.0", "N;SORT-AS=\"a:b\":Virtanen;Aino;;;\r\n")
+                                                   << QStringLiteral("Aino") << QStringLiteral("Virtanen");
     QTest::newRow("given name only") << card("3.0", "N:;Aino;;;\r\n") << QStringLiteral("Aino") << QString();
     QTest::newRow("family name only")
         << card("3.0", "N:Virtanen\r\n") << QString() << QStringLiteral("Virtanen");
