@@ -39,15 +39,15 @@ int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
         QStringLiteral(
-            "Switches NFC, and the question before what is on a tag is opened.\n\n"
-            "Exit codes: 0 closed or asked to leave, 1 no system bus, or a bus has gone, 3 no display, 64 "
-            "bad arguments."),
+            "Switches NFC on and off, and chooses whether the content of a tag is opened without a "
+            "question.\n\n"
+            "Exit codes: 0 closed, or a signal, 1 no system bus, or a bus disconnected, 3 no display, 64 "
+            "invalid arguments."),
         QStringLiteral("[--remote-control]"));
-    arguments.addOption(
-        remoteControl,
-        QStringLiteral(
-            "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
-            "escape, close, turn ANGLE, picture FILE. For demos and tests."));
+    arguments.addOption(remoteControl,
+                        QStringLiteral("Report on standard output what the screen shows, and take commands "
+                                       "from standard input: press TEXT, "
+                                       "escape, close, turn ANGLE, picture FILE. For demos and tests."));
     arguments.answer(argc, argv);
 
     TerminationSignals termination;

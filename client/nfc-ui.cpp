@@ -53,12 +53,12 @@ void addOptions(Support::CommandLine &arguments)
     arguments.addOption(console, QStringLiteral("Ask on the terminal."));
     arguments.addOption(
         remoteControl,
-        QStringLiteral(
-            "Tell on standard output what is on the screen, and do what standard input says: press TEXT, "
-            "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
-    arguments.addOption(
-        phone, QStringLiteral("Show everything in a window of a phone's size, which is always there; "
-                              "leave when it is closed."));
+        QStringLiteral("Report on standard output what the screen shows, and take commands from standard "
+                       "input: press TEXT, "
+                       "select TEXT, escape, close, turn ANGLE, picture FILE. For demos and tests."));
+    arguments.addOption(phone,
+                        QStringLiteral("Show everything in a permanent window of a phone's size, and exit "
+                                       "when it is closed."));
 }
 
 std::optional<QString> faultOf(Support::CommandLine &arguments)
@@ -127,9 +127,9 @@ int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
         QStringLiteral(
-            "The user's side of NFC: answers the questions of the NFC daemon.\n\n"
-            "Exit codes: 0 input ended or asked to leave, 1 no system bus, or a bus has gone, 2 another "
-            "nfc-ui runs in this session, 3 no display, 64 bad arguments."),
+            "Asks the user what the NFC daemon has to ask, and answers the daemon.\n\n"
+            "Exit codes: 0 end of input, or a signal, 1 no system bus, or a bus disconnected, 2 another "
+            "nfc-ui runs in this session, 3 no display, 64 invalid arguments."),
         QStringLiteral("[--console | [--phone] [--remote-control]]"));
     addOptions(arguments);
     arguments.answer(argc, argv);

@@ -20,8 +20,8 @@ int main(int argc, char *argv[])
         QStringLiteral(
             "The NFC daemon com.tavix.nfc for the contactless readers of this computer: owns its name on "
             "the system bus, and reads and writes tags through pcscd.\n\n"
-            "Exit codes: 0 the bus has gone, 1 no system bus, or the name belongs to another process, 64 bad "
-            "arguments."),
+            "Exit codes: 0 the bus disconnected, 1 no system bus, or the name belongs to another process, 64 "
+            "invalid arguments."),
         QStringLiteral("[--handlers FOLDER]..."));
     const auto handlers = QStringLiteral("handlers");
     arguments.addOption(

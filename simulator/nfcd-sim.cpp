@@ -14,11 +14,11 @@
 int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
-        QStringLiteral(
-            "The NFC daemon com.tavix.nfc, simulated: owns its name on the system bus and does without a "
-            "reader. nfctap holds tags and devices against it.\n\n"
-            "Exit codes: 0 the bus has gone, 1 no system bus, or the name belongs to another process, 64 bad "
-            "arguments."),
+        QStringLiteral("Simulates the NFC daemon com.tavix.nfc: owns its name on the system bus and needs no "
+                       "reader. nfctap holds tags and devices against it.\n\n"
+                       "Exit codes: 0 the bus disconnected, 1 no system bus, or the name belongs to another "
+                       "process, 64 invalid "
+                       "arguments."),
         QStringLiteral("[--handlers FOLDER]... [--handover-step MS]"));
     const auto handlers = QStringLiteral("handlers");
     const auto step = QStringLiteral("handover-step");
@@ -28,7 +28,7 @@ int main(int argc, char *argv[])
             "Read the announcement files of handler applications from <folder> (may be repeated) instead "
             "of connui-nfc/handlers in the data folders."),
         QStringLiteral("folder"));
-    arguments.addOption(step, QStringLiteral("Let <ms> milliseconds pass between the steps of a handover."),
+    arguments.addOption(step, QStringLiteral("Wait <ms> milliseconds between the steps of a handover."),
                         QStringLiteral("ms"), QStringLiteral("300"));
     arguments.answer(argc, argv);
 

@@ -39,15 +39,16 @@ int printVersion()
 int printHelp()
 {
     std::printf("Usage: nfctap COMMAND [ARGUMENT...]\n"
-                "Holds something against the simulated NFC daemon and prints what the user decided.\n\n");
+                "Holds a tag, a device or a phone against the simulated NFC daemon, and prints the user's "
+                "decision.\n\n");
     for (const TapCommand &command : TapCommand::all()) {
         const QByteArray usage = QByteArray(command.name) + ' ' + command.synopsis;
         std::printf("  %-26s %s\n", usage.constData(), command.help);
     }
-    std::printf(
-        "\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d bad arguments,\n"
-        "%d output that cannot be written.\n",
-        Granted, Rejected, Canceled, Nobody, BadArguments, Support::CannotWrite);
+    std::printf("\nExit codes: %d granted, %d rejected, %d canceled, %d no agent or no daemon, %d invalid "
+                "arguments,\n"
+                "%d output that cannot be written.\n",
+                Granted, Rejected, Canceled, Nobody, BadArguments, Support::CannotWrite);
     return finish(Granted);
 }
 
@@ -168,7 +169,7 @@ int main(int argc, char *argv[])
         arguments == QStringList{QStringLiteral("-v")})
         return printVersion();
     if (arguments.isEmpty())
-        return fail(BadArguments, QStringLiteral("what shall be held against the daemon? See nfctap --help"));
+        return fail(BadArguments, QStringLiteral("no command; see nfctap --help"));
 
     const TapCommand *command = TapCommand::named(arguments.first());
     if (!command)

@@ -55,7 +55,7 @@ std::optional<Tap> mimeTag(const QStringList &arguments, QString &fault)
     static const QRegularExpression mimeType(
         QRegularExpression::anchoredPattern(QStringLiteral("[^\\s/]+/[^\\s/]+")));
     if (!mimeType.match(arguments[0]).hasMatch()) {
-        fault = QStringLiteral("'%1' is no MIME type").arg(arguments[0]);
+        fault = QStringLiteral("'%1' is not a MIME type").arg(arguments[0]);
         return std::nullopt;
     }
     const std::optional<QByteArray> data = contents(arguments[1], fault);
@@ -82,7 +82,7 @@ std::optional<Tap> blankTag(const QStringList &arguments, QString &fault)
     bool isNumber = false;
     const uint room = arguments[0].toUInt(&isNumber);
     if (!isNumber) {
-        fault = QStringLiteral("'%1' is no number of bytes").arg(arguments[0]);
+        fault = QStringLiteral("'%1' is not a number of bytes").arg(arguments[0]);
         return std::nullopt;
     }
     return Tap{Tap::Touch,
@@ -131,7 +131,7 @@ std::optional<Tap> device(const QString &method, const QString &purpose, const Q
     static const QRegularExpression address(
         QRegularExpression::anchoredPattern(QStringLiteral("([0-9A-Fa-f]{2}:){5}[0-9A-Fa-f]{2}")));
     if (!address.match(arguments[0]).hasMatch()) {
-        fault = QStringLiteral("'%1' is no Bluetooth address").arg(arguments[0]);
+        fault = QStringLiteral("'%1' is not a Bluetooth address").arg(arguments[0]);
         return std::nullopt;
     }
     bool isNumber = false;
@@ -202,7 +202,7 @@ std::optional<quint64> number(const QString &argument, const QString &what, QStr
     const quint64 value = argument.toULongLong(&isNumber);
     if (isNumber)
         return value;
-    fault = QStringLiteral("'%1' is no number of %2").arg(argument, what);
+    fault = QStringLiteral("'%1' is not a number of %2").arg(argument, what);
     return std::nullopt;
 }
 
@@ -247,7 +247,7 @@ std::optional<Tap> hang(const QStringList &arguments, QString &fault)
     bool isNumber = false;
     const uint seconds = arguments[0].toUInt(&isNumber);
     if (!isNumber) {
-        fault = QStringLiteral("'%1' is no number of seconds").arg(arguments[0]);
+        fault = QStringLiteral("'%1' is not a number of seconds").arg(arguments[0]);
         return std::nullopt;
     }
     return Tap{Tap::Touch,
@@ -272,27 +272,27 @@ const QList<TapCommand> &TapCommand::all()
 {
     static const QList<TapCommand> commands = {
         {"uri", "URI", "a tag with a URI", 1, 1, uriTag},
-        {"text", "TEXT", "a tag with a plain text", 1, 1, textTag},
+        {"text", "TEXT", "a tag with plain text", 1, 1, textTag},
         {"mime", "TYPE FILE", "a tag with the file's content, of that MIME type", 2, 2, mimeTag},
-        {"message", "FILE.ndef", "a tag with the file as its NDEF bytes", 1, 1, dumpedTag},
+        {"message", "FILE.ndef", "a tag with the bytes of the file as its message", 1, 1, dumpedTag},
         {"unsupported", "", "a tag that the reader cannot read", 0, 0, unsupportedTag},
-        {"malformed", "", "a tag whose content is no NDEF message", 0, 0, malformedTag},
-        {"empty", "", "a tag with nothing on it", 0, 0, emptyTag},
-        {"blank", "ROOM", "an empty tag with room for so many bytes, which can be written", 1, 1, blankTag},
-        {"write", "TAG...", "write a tag, as in: write uri URI; needs no simulator", 1, any, writing},
+        {"malformed", "", "a tag whose content is not an NDEF message", 0, 0, malformedTag},
+        {"empty", "", "a tag without content", 0, 0, emptyTag},
+        {"blank", "ROOM", "a writable empty tag for messages of up to ROOM bytes", 1, 1, blankTag},
+        {"write", "TAG...", "write a tag, for example: write uri URI; with any daemon", 1, any, writing},
         {"pair", "ADDR NAME COD [PIN]", "a Bluetooth device to pair with", 3, 4, pairing},
         {"connect", "ADDR NAME COD", "a Bluetooth device to connect to", 3, 3, connection},
         {"disconnect", "ADDR NAME COD", "a Bluetooth device to disconnect from", 3, 3, disconnection},
         {"share-permission", "FILE...", "a phone that gets these files, or contact:ID", 1, any, sharing},
-        {"share-selection", "", "a phone that gets what is yet to be selected", 0, 0, selection},
-        {"handover", "CARRIER", "a phone that goes on over CARRIER (bluetooth)", 1, 1, handover},
+        {"share-selection", "", "a phone that gets files which the user selects", 0, 0, selection},
+        {"handover", "CARRIER", "a phone that continues over CARRIER (bluetooth)", 1, 1, handover},
         {"receive", "NAME SIZE RATE [--cancel-after BYTES]",
          "a phone that sends a file of SIZE bytes, RATE bytes a second", 3, 5, reception},
         {"power", "on|off", "switch the adapter", 1, 1, power},
-        {"release", "", "let the daemon release its agent", 0, 0, release},
-        {"hang", "SECONDS", "let the daemon answer nothing for so long", 1, 1, hang},
-        {"crash", "", "let the daemon die", 0, 0, crash},
-        {"conformance", "", "check any daemon against what is asked of one", 0, 0, conformance},
+        {"release", "", "make the daemon release its agent", 0, 0, release},
+        {"hang", "SECONDS", "make the daemon hang for that long", 1, 1, hang},
+        {"crash", "", "make the daemon die", 0, 0, crash},
+        {"conformance", "", "check whether the daemon, any daemon, follows the protocol", 0, 0, conformance},
     };
     return commands;
 }

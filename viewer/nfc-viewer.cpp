@@ -19,9 +19,10 @@
 int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
-        QStringLiteral("Shows what is on a tag when no other application does. The session bus starts it.\n\n"
-                       "Exit codes: 0 closed, 1 no session bus, or another nfc-viewer runs in the session, "
-                       "3 no display, 64 bad arguments."),
+        QStringLiteral(
+            "Shows the content of a tag when no other application does. The session bus starts it.\n\n"
+            "Exit codes: 0 closed, 1 no session bus, or another nfc-viewer runs in the session, "
+            "3 no display, 64 invalid arguments."),
         QString());
     arguments.answer(argc, argv);
     std::optional<Support::DisplayCheck> display(std::in_place);

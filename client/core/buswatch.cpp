@@ -20,7 +20,7 @@ void watch(QDBusConnection bus, BusWatch *receiver, const char *slot)
 void end(const char *bus)
 {
     QCoreApplication::exit(
-        Support::fail(Support::NoBus, QStringLiteral("the %1 bus has gone").arg(QLatin1String(bus))));
+        Support::fail(Support::NoBus, QStringLiteral("the %1 bus disconnected").arg(QLatin1String(bus))));
 }
 
 } // namespace

@@ -6,8 +6,8 @@
 #include <QObject>
 
 /**
- * Ends the application with NoBus when the system bus or the session bus has gone: a program never gets Qt's
- * shared connections back.
+ * Ends the application with NoBus when the system bus or the session bus disconnects: a program never gets
+ * Qt's shared connections back.
  */
 class BusWatch : public QObject
 {

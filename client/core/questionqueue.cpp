@@ -56,7 +56,7 @@ void QuestionQueue::add(std::unique_ptr<Request> request)
     makeRoomFor(*request);
     if (std::count_if(requests.cbegin(), requests.cend(),
                       [this](const auto &entry) { return isWaiting(*entry); }) >= capacity) {
-        qCWarning(clientLog, "Too many requests wait: another one is rejected");
+        qCWarning(clientLog, "Too many requests are waiting: rejecting another one");
         request->reject();
         return;
     }
@@ -267,7 +267,7 @@ void QuestionQueue::dropStale()
             ++entry;
             continue;
         }
-        qCWarning(clientLog, "A request has waited for too long: it is rejected");
+        qCWarning(clientLog, "A request has waited for too long and is rejected");
         (*entry)->request->reject();
         remove(requests, entry->get());
         entry = requests.cbegin();

@@ -91,7 +91,7 @@ void Session::dropAgent()
     agent.reset();
     if (!wasRegistered)
         return;
-    qCInfo(clientLog, "the daemon has no agent here any more");
+    qCInfo(clientLog, "the daemon has released the agent");
     Q_EMIT registeredChanged(false);
     Q_EMIT hiddenTransfersChanged(0);
 }

@@ -125,7 +125,7 @@ void Touches::takeCard(const QString &reader, const QByteArray &atr)
     } else if (adapter->agent() || adapter->currentHandover()) {
         read(reader, visit, kind);
     } else {
-        qInfo("nobody can be asked about the tag on %s", qUtf8Printable(reader));
+        qInfo("no client can be asked about the tag on %s", qUtf8Printable(reader));
     }
 }
 

@@ -14,9 +14,10 @@
 int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
-        QStringLiteral("Holds tags, devices and phones against the simulated NFC daemon.\n\n"
-                       "Exit codes: 0 closed, or the bus has gone, 1 no system bus, 3 no display, 64 bad "
-                       "arguments."),
+        QStringLiteral(
+            "Holds tags, devices and phones against the simulated NFC daemon.\n\n"
+            "Exit codes: 0 closed, or the bus disconnected, 1 no system bus, 3 no display, 64 invalid "
+            "arguments."),
         QString());
     arguments.answer(argc, argv);
     std::optional<Support::DisplayCheck> display(std::in_place);

@@ -100,7 +100,7 @@ void TestLostBus::clientReportsTheLostBusAndFails_data()
     for (const QStringList &face : faces) {
         for (const QString &bus : {QStringLiteral("system"), QStringLiteral("session")}) {
             QTest::addRow("%s, %s bus", qPrintable(face.constFirst()), qPrintable(bus))
-                << face << bus << "nfc-ui: the " + bus.toUtf8() + " bus has gone\n";
+                << face << bus << "nfc-ui: the " + bus.toUtf8() + " bus disconnected\n";
         }
     }
 }
@@ -149,7 +149,7 @@ void TestLostBus::settingsReportTheLostBusAndFail()
     QCOMPARE(settings->exitStatus(), QProcess::NormalExit);
     QCOMPARE(settings->exitCode(), 1);
     const QByteArray said = settings->readAllStandardError();
-    QVERIFY2(said.endsWith("nfc-settings: the " + bus.toUtf8() + " bus has gone\n"), said.constData());
+    QVERIFY2(said.endsWith("nfc-settings: the " + bus.toUtf8() + " bus disconnected\n"), said.constData());
 }
 
 void TestLostBus::waitingProgramReportsTheLostBusAndFails_data()
@@ -189,7 +189,7 @@ void TestLostBus::waitingProgramReportsTheLostBusAndFails()
     QCOMPARE(waiting->exitStatus(), QProcess::NormalExit);
     QCOMPARE(waiting->exitCode(), 1);
     const QByteArray said = waiting->readAllStandardError();
-    QVERIFY2(said.contains(name + ": the system bus has gone\n"), said.constData());
+    QVERIFY2(said.contains(name + ": the system bus disconnected\n"), said.constData());
 }
 
 void TestLostBus::touchReportsTheLostBusAndFails()

@@ -195,7 +195,7 @@ void TestQuestionQueue::tooManyAreRejectedAtOnce()
     for (int i = 0; i <= QuestionQueue::capacity; ++i)
         add(QString::number(i));
     QCOMPARE(face->waiting, QuestionQueue::capacity);
-    QTest::ignoreMessage(QtWarningMsg, "Too many requests wait: another one is rejected");
+    QTest::ignoreMessage(QtWarningMsg, "Too many requests are waiting: rejecting another one");
     add(QStringLiteral("too many"));
     QCOMPARE(replies, QStringList{QStringLiteral("rejected too many")});
     QCOMPARE(face->waiting, QuestionQueue::capacity);
@@ -208,7 +208,7 @@ void TestQuestionQueue::staleRequestIsRejectedUnseen()
     time = QuestionQueue::patience - 1;
     add(QStringLiteral("fresh"));
     time = QuestionQueue::patience;
-    QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long: it is rejected");
+    QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long and is rejected");
     QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
     face->answer(Answer::No);
     QCOMPARE(face->title(), QStringLiteral("fresh"));
@@ -219,7 +219,7 @@ void TestQuestionQueue::shownRequestDoesNotGetStale()
     add(QStringLiteral("shown"));
     add(QStringLiteral("old"));
     time = 10 * QuestionQueue::patience;
-    QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long: it is rejected");
+    QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long and is rejected");
     QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
     QCOMPARE(face->title(), QStringLiteral("shown"));
 }
@@ -365,7 +365,7 @@ void TestQuestionQueue::floodTakesNoMemory()
     add(QStringLiteral("one"));
     const size_t before = mallinfo2().uordblks + mallinfo2().hblkhd;
     for (int i = 0; i < deliveries - QuestionQueue::capacity; ++i)
-        QTest::ignoreMessage(QtWarningMsg, "Too many requests wait: another one is rejected");
+        QTest::ignoreMessage(QtWarningMsg, "Too many requests are waiting: rejecting another one");
     for (int i = 0; i < deliveries; ++i) {
         const QString target = QStringLiteral("/tag%1").arg(i);
         queue->add(std::make_unique<DeliveryRequest>(

@@ -357,8 +357,8 @@ void TestNfcdPcsc::tagGetsNoCommandWhenNobodyCanBeAsked()
     daemon.startWithReaders();
     VirtualType2 tag = VirtualType2::sticker(webLink);
     HeldTag held(unhurried(tag), 0);
-    QTRY_VERIFY(
-        daemon.log().contains(QStringLiteral("nobody can be asked about the tag on Virtual reader 0 00 00")));
+    QTRY_VERIFY(daemon.log().contains(
+        QStringLiteral("no client can be asked about the tag on Virtual reader 0 00 00")));
     agent = std::make_unique<AgentProcess>();
     agent->hold(delivery);
     QCOMPARE(agent->registerAgent().error, QString());

@@ -18,12 +18,12 @@ QString programName()
 
 QCommandLineOption helpOption()
 {
-    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Print this.")};
+    return {{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help and exit.")};
 }
 
 QCommandLineOption versionOption()
 {
-    return {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Print the version.")};
+    return {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Show the version and exit.")};
 }
 
 } // namespace
