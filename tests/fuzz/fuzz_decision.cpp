@@ -11,7 +11,7 @@
 
 namespace {
 
-// One record with the input as its payload: most bytes are no message.
+// One record with the input as its payload: most bytes are not a message.
 QByteArray record(char format, const QByteArray &type, const QByteArray &payload)
 {
     QByteArray message(1, char(0xc0 | format));

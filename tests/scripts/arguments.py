@@ -16,7 +16,7 @@ FIRST = "scripts/install-deps"
 TOOLS = ("cmake", "dpkg-buildpackage", "debootstrap", "apt-get", "rm")
 # Of their own kind: the first takes any arguments of a command, the other is the first thing that the rest does.
 HELPERS = ("ctest-options", "install-deps")
-# What a script has to be given to begin its work.
+# Arguments without which a script does not begin its work.
 NEEDED = {"portable": ["bookworm"]}
 # Those that install nothing.
 WITHOUT_WORK = ("words",)
@@ -32,7 +32,7 @@ class Arguments(unittest.TestCase):
         self.stand_in(self.tree / FIRST)
         for tool in TOOLS:
             self.stand_in(self.tree / "tools" / tool)
-        # Who has one needs no namespace.
+        # Neither a namespace nor its root is needed to see where a script begins.
         self.write(self.tree / "tools" / "unshare", 'while [ "$1" != -- ]; do shift; done; shift; exec "$@"')
         self.write(self.tree / "tools" / "id", "echo 0")
         self.scripts = sorted(path.name for path in (self.tree / "scripts").iterdir()
