@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <array>
 #include <memory>
 
 #include <QProcess>
@@ -131,14 +132,22 @@ void TestNdefWrite::messageIsWrittenOntoATag()
     QCOMPARE(program.readAllStandardError(), "ndef-write: The tag is too small\n");
 }
 
-// QtDBus's thread reads until the very end, of one run in four for long enough to meddle.
+// QtDBus's thread reads until the very end, for longer where several programs run at once and the call has
+// failed.
 void TestNdefWrite::nothingIsSaidWhileTheProgramEnds()
 {
     FakeService daemon(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
     daemon.start();
-    for (int i = 0; i < 30; ++i) {
-        run({QStringLiteral("--to-tag"), QStringLiteral("tel:12345")});
-        QCOMPARE(program.readAllStandardError(), "");
+    daemon.fail(QStringLiteral("WriteNdef"), QStringLiteral("com.tavix.nfc.Error.TooSmall"),
+                QStringLiteral("The tag is too small"));
+    for (int i = 0; i < 15; ++i) {
+        std::array<QProcess, 6> programs;
+        for (QProcess &one : programs)
+            one.start(QStringLiteral(NDEF_WRITE), {QStringLiteral("--to-tag"), QStringLiteral("tel:12345")});
+        for (QProcess &one : programs) {
+            QVERIFY(one.waitForFinished());
+            QCOMPARE(one.readAllStandardError(), "ndef-write: The tag is too small\n");
+        }
     }
 }
 
