@@ -8,7 +8,7 @@
 //   itself may be waited for: QtDBus asks it for the owner of a name when a proxy is made.
 // - With the environment variable CONNUI_LOOP_GAPS it only measures: to the file of that name, a dot and the
 //   process's id it adds every time between two turns of that loop, a line in milliseconds. The first is the
-//   time from the start to the first turn.
+//   time from the start to the first turn. Time in which other processes had the processors does not count.
 
 #include <atomic>
 #include <chrono>
@@ -35,7 +35,25 @@ using Clock = std::chrono::steady_clock;
 
 constexpr double shortest = 1; // milliseconds: shorter gaps are not worth a line
 
-Clock::time_point lastTurn = Clock::now();
+// The time so far in which this thread could have run, and had no processor.
+std::chrono::nanoseconds delayed()
+{
+    unsigned long long delay = 0;
+    if (std::FILE *file = std::fopen("/proc/thread-self/schedstat", "r")) {
+        if (std::fscanf(file, "%*u %llu", &delay) != 1)
+            delay = 0;
+        std::fclose(file);
+    }
+    return std::chrono::nanoseconds(delay);
+}
+
+struct Turn
+{
+    Clock::time_point time = Clock::now();
+    std::chrono::nanoseconds delay = delayed();
+};
+
+Turn lastTurn;
 std::atomic<bool> lastCallWasToTheBus = false; // set on QtDBus's own thread
 
 bool isMainThread()
@@ -65,8 +83,12 @@ std::FILE *gaps()
 
 void beginWait()
 {
-    const std::chrono::duration<double, std::milli> gap = Clock::now() - lastTurn;
-    if (!gaps() || gap.count() < shortest)
+    if (!gaps())
+        return;
+    const Turn now;
+    const std::chrono::duration<double, std::milli> gap =
+        now.time - lastTurn.time - (now.delay - lastTurn.delay);
+    if (gap.count() < shortest)
         return;
     std::fprintf(gaps(), "%.1f\n", gap.count());
     std::fflush(gaps());
@@ -111,8 +133,8 @@ int watchedPoll(pollfd *descriptors, nfds_t count, int timeout)
     if (isTurn)
         beginWait();
     const int ready = wait(descriptors, count, timeout);
-    if (isTurn)
-        lastTurn = Clock::now();
+    if (isTurn && gaps())
+        lastTurn = Turn();
     return ready;
 }
 
@@ -123,8 +145,8 @@ int watchedPpoll(pollfd *descriptors, nfds_t count, const timespec *timeout, con
     if (isTurn)
         beginWait();
     const int ready = wait(descriptors, count, timeout, signals);
-    if (isTurn)
-        lastTurn = Clock::now();
+    if (isTurn && gaps())
+        lastTurn = Turn();
     return ready;
 }
 
