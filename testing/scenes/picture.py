@@ -4,6 +4,7 @@
 """Takes a moving picture of the demo on the current X screen: a phone number is held against the phone, and called."""
 
 import argparse
+import os
 import pathlib
 import subprocess
 import tempfile
@@ -43,7 +44,7 @@ def main():
     parser.add_argument("programs", help="the folder with nfcd-sim, nfc-ui, nfc-panel and sample-handler")
     parser.add_argument("picture", help="the file to write, a GIF")
     arguments = parser.parse_args()
-    folder = tempfile.TemporaryDirectory()
+    folder = tempfile.TemporaryDirectory(dir=os.environ["HOME"])
     frames = [pathlib.Path(folder.name, f"{i}.png") for i in range(3)]
     with folder, Stage(arguments.programs, face=Phone) as stage:
         stage.start("panel", "nfc-panel")

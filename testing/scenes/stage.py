@@ -37,7 +37,8 @@ class Stage:
         self.face = None
         self._has_activated_client = False
         self._session_bus = dbus.bus.BusConnection(dbus.bus.BUS_SESSION)
-        self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.")
+        # with-buses removes the folder of a scene that is ended.
+        self._folder = tempfile.TemporaryDirectory(prefix="connui-scene.", dir=os.environ["HOME"])
         self._announce_handler()
         self._announce_dialer()
 
