@@ -235,6 +235,11 @@
         <extracomment>Label of the switch in the settings</extracomment>
         <translation variants="yes"><lengthvariant>Vor dem Öffnen von Inhalten eines NFC-Tags fragen</lengthvariant><lengthvariant>Vor dem Öffnen fragen</lengthvariant></translation>
     </message>
+    <message id="qtn_nfc_sett_more_time">
+        <source>More time before a question can be answered</source>
+        <extracomment>Label of the switch in the settings: buttons take longer to accept a press</extracomment>
+        <translation variants="yes"><lengthvariant>Mehr Zeit, bevor eine Frage beantwortet werden kann</lengthvariant><lengthvariant>Mehr Zeit bei Fragen</lengthvariant></translation>
+    </message>
     <message id="qtn_nfc_settings_tit">
         <source>NFC settings</source>
         <extracomment>Title of the settings program's window</extracomment>

@@ -235,6 +235,11 @@
         <extracomment>Label of the switch in the settings</extracomment>
         <translation variants="yes"><lengthvariant>Kysy ennen tunnisteen sisällön avaamista</lengthvariant><lengthvariant>Kysy ennen avaamista</lengthvariant></translation>
     </message>
+    <message id="qtn_nfc_sett_more_time">
+        <source>More time before a question can be answered</source>
+        <extracomment>Label of the switch in the settings: buttons take longer to accept a press</extracomment>
+        <translation variants="yes"><lengthvariant>Enemmän aikaa, ennen kuin kysymykseen voi vastata</lengthvariant><lengthvariant>Enemmän aikaa kysymyksille</lengthvariant></translation>
+    </message>
     <message id="qtn_nfc_settings_tit">
         <source>NFC settings</source>
         <extracomment>Title of the settings program's window</extracomment>

@@ -11,8 +11,8 @@
 #include <MWindow>
 #include <NfcFileReceiveSheet>
 
+#include "core/inputdelay.h"
 #include "screen/dialogs.h"
-#include "screen/inputdelay.h"
 #include "screen/prewarm.h"
 
 using ConnUi::NfcFileReceiveSheet;

@@ -15,8 +15,9 @@
 #include <NfcSettingsView>
 #include <SimpleCheckBoxLabel>
 
+#include "core/inputdelay.h"
 #include "settings/clientstatus.h"
-#include "settings/confirmationswitch.h"
+#include "settings/storedswitch.h"
 
 using ConnUi::DialogHelperWidget;
 using ConnUi::NfcAdapter;
@@ -44,6 +45,16 @@ MButton *confirmationButton(const QGraphicsWidget *view)
                 return button;
     }
     return nullptr;
+}
+
+// Some users need more time to see what they are asked.
+SimpleCheckBoxLabel *newDelayRow()
+{
+    auto *button = new MButton;
+    auto *row = new SimpleCheckBoxLabel(button, qtTrId("qtn_nfc_sett_more_time"), MButton::switchType);
+    QObject::connect(button, &MButton::toggled, button, &setInputDelayLonger);
+    new StoredSwitch(button, &isInputDelayLonger, row);
+    return row;
 }
 
 } // namespace
@@ -84,10 +95,12 @@ void SettingsWindow::showSettings()
         return;
     auto *view = new NfcSettingsView(adapter.get());
     if (MButton *confirmations = confirmationButton(view))
-        new ConfirmationSwitch(confirmations, adapter.get(), view);
+        new StoredSwitch(
+            confirmations, [adapter = adapter.get()] { return adapter->isConfirmationEnabled(); }, view);
     auto *content = new MWidget;
     auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
     policy->addItem(view);
+    policy->addItem(newDelayRow());
     policy->addItem(new ClientStatus);
     page.setCentralWidget(new DialogHelperWidget(content));
 }

@@ -8,12 +8,14 @@
 #include <QProcess>
 #include <QtTest>
 
+#include <ConnectivitySettings>
 #include <NfcAdapter>
 #include <RadioState>
 
 #include "fakedaemon.h"
 #include "fakeservice.h"
 
+using ConnUi::ConnectivitySettings;
 using ConnUi::NfcAdapter;
 using ConnUi::RadioState;
 namespace {
@@ -24,6 +26,8 @@ const auto off = QStringLiteral("[Near Field Communication (NFC): off]");
 const auto busy = QStringLiteral("[Near Field Communication (NFC): on, busy]");
 const auto on = QStringLiteral("[Near Field Communication (NFC): on]");
 const auto asksNever = QStringLiteral("[Ask before opening what is on a tag: off]");
+const auto moreTime = QStringLiteral("More time before a question can be answered");
+const auto questionDelay = QStringLiteral("nfc_question_delay");
 const auto pressNfc = QStringLiteral("press Near Field Communication (NFC)");
 
 QString lockFile()
@@ -129,8 +133,10 @@ private Q_SLOTS:
     void everyPressInTheFlightModeQuestionSwitchesOn_data();
     void everyPressInTheFlightModeQuestionSwitchesOn();
 
+    void settingThatCannotBeStoredGoesBack_data();
     void settingThatCannotBeStoredGoesBack();
     void settingStoredElsewhereAppears();
+    void questionsMayTakeLonger();
     void clientThatIsNotAskedIsTold();
     void filesThatArriveCanBeShown();
 
@@ -146,6 +152,7 @@ void TestNfcSettings::init()
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     RadioState(RadioState::NFC).setEnabled(false);
     NfcAdapter().setConfirmationEnabled(false);
+    ConnectivitySettings(1).set(questionDelay, {});
 }
 
 // Also after a test that has failed half way.
@@ -332,17 +339,25 @@ void TestNfcSettings::everyPressInTheFlightModeQuestionSwitchesOn()
     QCOMPARE(settings.errors(), QString());
 }
 
+void TestNfcSettings::settingThatCannotBeStoredGoesBack_data()
+{
+    QTest::addColumn<QString>("row");
+    QTest::newRow("confirmations") << QStringLiteral("Ask before opening what is on a tag");
+    QTest::newRow("time") << moreTime;
+}
+
 void TestNfcSettings::settingThatCannotBeStoredGoesBack()
 {
+    QFETCH(QString, row);
     // A folder in the lock's place, as permissions do not stop root.
     QVERIFY(QFile::remove(lockFile()));
     QVERIFY(QDir().mkdir(lockFile()));
     Settings settings;
-    QVERIFY(settings.shows(asksNever));
-    settings.say(QStringLiteral("press Ask before opening what is on a tag"));
+    QVERIFY(settings.shows(QStringLiteral("[%1: off]").arg(row)));
+    settings.say(QStringLiteral("press ") + row);
     QVERIFY(settings.shows(QStringLiteral("The change could not be stored | The setting stays as it was.")));
     settings.say(QStringLiteral("press OK"));
-    QVERIFY(settings.shows(asksNever));
+    QVERIFY(settings.shows(QStringLiteral("[%1: off]").arg(row)));
 }
 
 void TestNfcSettings::settingStoredElsewhereAppears()
@@ -354,6 +369,27 @@ void TestNfcSettings::settingStoredElsewhereAppears()
     QVERIFY(settings.shows(QStringLiteral("[Ask before opening what is on a tag: on]")));
     adapter.setConfirmationEnabled(false);
     QVERIFY(settings.shows(asksNever));
+}
+
+void TestNfcSettings::questionsMayTakeLonger()
+{
+    const auto isOff = QStringLiteral("[%1: off]").arg(moreTime);
+    const auto isOn = QStringLiteral("[%1: on]").arg(moreTime);
+    ConnectivitySettings stored(1);
+    Settings settings;
+    QVERIFY(settings.shows(isOff));
+    settings.say(QStringLiteral("press ") + moreTime);
+    QVERIFY(settings.shows(isOn));
+    QCOMPARE(stored.get(questionDelay), QVariant(qlonglong(3000)));
+    settings.say(QStringLiteral("press ") + moreTime);
+    QVERIFY(settings.shows(isOff));
+    QCOMPARE(stored.get(questionDelay), QVariant());
+    // The time that a phone maker or another program has chosen.
+    stored.set(questionDelay, 1500);
+    QVERIFY(settings.shows(isOn));
+    QCOMPARE(stored.get(questionDelay), QVariant(qlonglong(1500)));
+    stored.set(questionDelay, 500);
+    QVERIFY(settings.shows(isOff));
 }
 
 void TestNfcSettings::clientThatIsNotAskedIsTold()

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -19,6 +20,7 @@
 
 #include "catalogue.h"
 #include "shownwidgets.h"
+#include "tabkey.h"
 #include "ui/nfcfilereceivesheet_p.h"
 
 using namespace ConnUi;
@@ -105,6 +107,8 @@ private Q_SLOTS:
     void thumbnailIsFoundByItsPath();
     void cancelButtonCancels();
     void doneButtonOnlyClosesTheSheet();
+    void keyboardReachesEveryButtonFromTopToBottom();
+    void switchAccessPressesEveryButton();
 
     void sizesHaveUnits_data();
     void sizesHaveUnits();
@@ -312,6 +316,38 @@ void TestNfcFileReceiveSheet::doneButtonOnlyClosesTheSheet()
     button->click();
     QCOMPARE(shown.sheet.sceneManager(), nullptr);
     QCOMPARE(canceled, QList<QVariantList>());
+}
+
+void TestNfcFileReceiveSheet::keyboardReachesEveryButtonFromTopToBottom()
+{
+    Shown shown;
+    QVERIFY(QTest::qWaitForWindowActive(&shown.window));
+    QCoreApplication::processEvents();
+    QList<QGraphicsItem *> fromTop = asItems(shownWidgets<MButton>(&shown.sheet));
+    QCOMPARE(fromTop.size(), 2);
+    QCOMPARE(itemsInFocusOrder(&shown.window, Qt::Key_Tab), fromTop);
+    std::reverse(fromTop.begin(), fromTop.end());
+    shown.sheet.setFocus();
+    QCOMPARE(itemsInFocusOrder(&shown.window, Qt::Key_Backtab), fromTop);
+}
+
+// One key goes on, another one presses.
+void TestNfcFileReceiveSheet::switchAccessPressesEveryButton()
+{
+    Shown shown;
+    QVERIFY(QTest::qWaitForWindowActive(&shown.window));
+    QSignalSpy canceled(&shown.sheet, &NfcFileReceiveSheet::transferCanceled);
+    const auto press = [&shown] { QTest::keyClick(shown.window.viewport(), Qt::Key_Space); };
+    const auto goOn = [&shown] { QTest::keyClick(shown.window.viewport(), Qt::Key_Tab); };
+    goOn();
+    goOn();
+    press();
+    QCOMPARE(canceled.size(), 1);
+    QVERIFY(shown.sheet.sceneManager());
+    goOn();
+    press();
+    QVERIFY(!shown.sheet.sceneManager());
+    QCOMPARE(canceled.size(), 1);
 }
 
 void TestNfcFileReceiveSheet::sizesHaveUnits_data()

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
 #include <memory>
 
 #include <QElapsedTimer>
@@ -26,6 +27,7 @@
 #include "catalogue.h"
 #include "fakedaemon.h"
 #include "shownwidgets.h"
+#include "tabkey.h"
 
 using namespace ConnUi;
 
@@ -147,6 +149,8 @@ private Q_SLOTS:
     void cleanup();
 
     void rowsAreNamed();
+    void keyboardReachesEverySwitchFromTopToBottom();
+    void switchAccessTogglesEverySwitch();
     void switchShowsThePower_data();
     void switchShowsThePower();
     void showingThePowerAsksForNothing();
@@ -229,6 +233,34 @@ void TestNfcSettingsView::rowsAreNamed()
     qreal bottom = -1;
     page.view->layout()->getContentsMargins(&left, &top, &right, &bottom);
     QCOMPARE((QList<qreal>{left, top, right, bottom}), (QList<qreal>{0, 0, 0, 0}));
+}
+
+void TestNfcSettingsView::keyboardReachesEverySwitchFromTopToBottom()
+{
+    Page page(nullptr);
+    page.sheet.setRejectButtonText(QStringLiteral("Done"));
+    QVERIFY(QTest::qWaitForWindowActive(&page.window));
+    QCoreApplication::processEvents();
+    QList<QGraphicsItem *> fromTop = asItems(shownWidgets<MButton>(&page.sheet));
+    QCOMPARE(fromTop.size(), 3);
+    QCOMPARE(itemsInFocusOrder(&page.window, Qt::Key_Tab), fromTop);
+    std::reverse(fromTop.begin(), fromTop.end());
+    page.sheet.setFocus();
+    QCOMPARE(itemsInFocusOrder(&page.window, Qt::Key_Backtab), fromTop);
+}
+
+// One key goes on, another one presses.
+void TestNfcSettingsView::switchAccessTogglesEverySwitch()
+{
+    Page page(nullptr);
+    QVERIFY(QTest::qWaitForWindowActive(&page.window));
+    for (const MButton *wanted : {page.power, page.confirmation}) {
+        QTest::keyClick(page.window.viewport(), Qt::Key_Tab);
+        QTest::keyClick(page.window.viewport(), Qt::Key_Space);
+        QVERIFY(wanted->isChecked());
+        QTest::keyClick(page.window.viewport(), Qt::Key_Space);
+        QVERIFY(!wanted->isChecked());
+    }
 }
 
 void TestNfcSettingsView::switchShowsThePower_data()

@@ -9,4 +9,10 @@
  */
 int inputDelay();
 
+/** Returns whether that is more than the usual 500 milliseconds. Reads a file. */
+bool isInputDelayLonger();
+
+/** Stores 3 seconds, or that the user wants nothing but the usual. Writes a file. */
+void setInputDelayLonger(bool isLonger);
+
 #endif

@@ -1,13 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include "settings/confirmationswitch.h"
+#include "settings/storedswitch.h"
 
 #include <QSignalBlocker>
 
 #include <MMessageBox>
-#include <NfcAdapter>
-
-using ConnUi::NfcAdapter;
 
 namespace {
 
@@ -15,27 +12,27 @@ constexpr int interval = 1000; // milliseconds: the store does not announce what
 
 } // namespace
 
-ConfirmationSwitch::ConfirmationSwitch(MButton *button, const NfcAdapter *adapter, QObject *parent)
+StoredSwitch::StoredSwitch(MButton *button, const std::function<bool()> &isStored, QObject *parent)
     : QObject(parent)
     , button(button)
-    , adapter(adapter)
+    , isStored(isStored)
 {
-    // After the view has stored it.
-    connect(button, &MButton::toggled, this, &ConfirmationSwitch::check);
-    connect(&timer, &QTimer::timeout, this, &ConfirmationSwitch::follow);
+    connect(button, &MButton::toggled, this, &StoredSwitch::check);
+    connect(&timer, &QTimer::timeout, this, &StoredSwitch::follow);
+    follow();
     timer.start(interval);
 }
 
-void ConfirmationSwitch::follow()
+void StoredSwitch::follow()
 {
     // Not stored once more: somebody else may be about to change it.
     const QSignalBlocker blocker(button);
-    button->setChecked(adapter->isConfirmationEnabled());
+    button->setChecked(isStored());
 }
 
-void ConfirmationSwitch::check(bool wanted)
+void StoredSwitch::check(bool wanted)
 {
-    if (adapter->isConfirmationEnabled() == wanted)
+    if (isStored() == wanted)
         return;
     follow();
     auto *box =
