@@ -85,6 +85,7 @@ private Q_SLOTS:
     void questionWithoutTitleIsCalledByItsFirstText();
     void whatStandsBelowAQuestionIsOutOfReach();
     void questionTakesTheFocusAndGivesItBack();
+    void questionInABackgroundWindowIsAnnounced_data();
     void questionInABackgroundWindowIsAnnounced();
     void answeredQuestionIsGone();
     void rowsKnowTheirPlaces();
@@ -279,14 +280,27 @@ void TestMAccessible::questionTakesTheFocusAndGivesItBack()
     QVERIFY(reader->hears(focused, QStringLiteral("Airplane")));
 }
 
+void TestMAccessible::questionInABackgroundWindowIsAnnounced_data()
+{
+    QTest::addColumn<M::StandardButtons>("buttons");
+    QTest::addColumn<int>("politeness");
+    QTest::newRow("question") << M::StandardButtons(M::YesButton | M::NoButton) << 2;
+    QTest::newRow("notice") << M::StandardButtons(M::OkButton) << 1;
+}
+
 void TestMAccessible::questionInABackgroundWindowIsAnnounced()
 {
+    QFETCH(M::StandardButtons, buttons);
+    QFETCH(int, politeness);
     MWindow other;
     other.show();
-    MMessageBox box(QStringLiteral("Pair?"), QStringLiteral("The headset wants to connect."), M::OkButton);
+    MMessageBox box(QStringLiteral("Pair?"), QStringLiteral("The headset wants to connect."), buttons);
     QVERIFY(!other.isActiveWindow());
     box.appear(&other);
     QVERIFY(reader->hears(announcement, QStringLiteral("Pair?\nThe headset wants to connect.")));
+    for (const SpokenEvent &event : reader->events())
+        if (event.type == announcement)
+            QCOMPARE(event.detail, politeness);
 }
 
 void TestMAccessible::answeredQuestionIsGone()

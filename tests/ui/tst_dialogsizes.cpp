@@ -19,6 +19,7 @@
 namespace {
 
 constexpr int smallestTarget = 48;
+constexpr qreal smallestGap = 8; // Between two targets
 constexpr qreal tolerance = 1;
 constexpr qreal ring = 6; // that an area has room for round its buttons
 
@@ -62,7 +63,7 @@ public:
         if (buttons.isEmpty())
             return QStringLiteral("no button");
         for (const MButton *button : buttons)
-            if (isCut(button) || !isInReach(button) || !isLargeEnough(button) || overlaps(button, buttons))
+            if (isCut(button) || !isInReach(button) || !isLargeEnough(button) || isTooClose(button, buttons))
                 return QStringLiteral("button out of reach: ") + button->text();
         return beginsOnTheScreen(labels) ? QString() : QStringLiteral("The question begins off the screen");
     }
@@ -113,12 +114,14 @@ private:
         return widget->size().width() >= smallestTarget && widget->size().height() >= smallestTarget;
     }
 
-    static bool overlaps(const MButton *button, const QList<MButton *> &others)
+    static bool isTooClose(const MButton *button, const QList<MButton *> &others)
     {
         return std::any_of(
             others.cbegin(), others.cend(),
             [button](const MButton *other) {
-                return other != button && placeOf(other).intersects(placeOf(button));
+                constexpr qreal gap = smallestGap - tolerance / 2;
+                return other != button &&
+                       placeOf(other).adjusted(-gap, -gap, gap, gap).intersects(placeOf(button));
             });
     }
 

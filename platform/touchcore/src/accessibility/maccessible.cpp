@@ -99,11 +99,14 @@ void MAccessible::introduce(QGraphicsWidget *sceneWindow)
     tell(sceneWindow, QAccessible::ObjectShow);
     QWidget *view = viewOf(sceneWindow);
     // A screen reader speaks name and description when it follows the focus.
-    if (!QAccessible::isActive() || !view || sceneWindow->hasFocus() || !qobject_cast<MDialog *>(sceneWindow))
+    const auto *dialog = qobject_cast<MDialog *>(sceneWindow);
+    if (!QAccessible::isActive() || !view || sceneWindow->hasFocus() || !dialog)
         return;
     const QAccessibleInterface *question = QAccessible::queryAccessibleInterface(sceneWindow);
     const QStringList words{question->text(QAccessible::Name), question->text(QAccessible::Description)};
-    announce(view, words.join(QLatin1Char('\n')).trimmed(), Assertive);
+    // A notice with nothing to choose lets others finish first.
+    announce(view, words.join(QLatin1Char('\n')).trimmed(),
+             dialog->buttons().size() > 1 ? Assertive : Polite);
 }
 
 bool MAccessible::speaks(const QGraphicsWidget *widget)
