@@ -181,6 +181,16 @@ QList<QPair<const char *, std::function<MDialog *(const QString &)>>> places()
     };
 }
 
+// Returns the text that a question about a link shows.
+QString shownOf(const QString &scheme, const QString &rest)
+{
+    if (scheme.startsWith(QStringLiteral("http")))
+        return scheme + u':' + rest;
+    if (scheme == QStringLiteral("tel") || scheme == QStringLiteral("callto"))
+        return rest;
+    return scheme == QStringLiteral("sms") ? QStringLiteral("/a") : QStringLiteral("Open with Opener?");
+}
+
 } // namespace
 
 class TestHostileInput : public QObject
@@ -239,11 +249,7 @@ void TestHostileInput::linkIsShownOrItsApplicationNamed()
         const QString rest = QStringLiteral("//user@example.org:1/a?b=c#d");
         const Shown shown(uriOf((scheme + u':' + rest).toUtf8()));
         const QString all = shown.texts().join(u'|');
-        const bool isNumber = scheme == QStringLiteral("tel") || scheme == QStringLiteral("callto");
-        const QString expected = scheme.startsWith(QStringLiteral("http")) ? scheme + u':' + rest
-                                 : isNumber                                ? rest
-                                 : scheme == QStringLiteral("sms")         ? QStringLiteral("/a")
-                                                                   : QStringLiteral("Open with Opener?");
+        const QString expected = shownOf(scheme, rest);
         QVERIFY2(all.contains(expected), qPrintable(scheme + QStringLiteral(": ") + all));
     }
 }

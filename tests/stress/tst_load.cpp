@@ -130,22 +130,28 @@ public:
             QVariant::fromValue(QDBusVariant(QVariantMap{{QStringLiteral("number"), number}}));
         switch (number % 6) {
         case 0:
-            return ask(agent, QStringLiteral("RequestBTPairing"),
-                       {device, address, QStringLiteral("Headset"), 0x240404U, QStringLiteral("0000")});
+            ask(agent, QStringLiteral("RequestBTPairing"),
+                {device, address, QStringLiteral("Headset"), 0x240404U, QStringLiteral("0000")});
+            break;
         case 1:
-            return ask(agent, QStringLiteral("RequestBTConnection"),
-                       {device, address, QStringLiteral("Headset"), 0x240404U});
+            ask(agent, QStringLiteral("RequestBTConnection"),
+                {device, address, QStringLiteral("Headset"), 0x240404U});
+            break;
         case 2:
-            return ask(agent, QStringLiteral("RequestBTDisconnection"),
-                       {device, address, QStringLiteral("Headset"), 0x240404U});
+            ask(agent, QStringLiteral("RequestBTDisconnection"),
+                {device, address, QStringLiteral("Headset"), 0x240404U});
+            break;
         case 3:
-            return ask(agent, QStringLiteral("RequestNDEFDataDelivery"),
-                       {noHandlers(), device, QByteArray(100, 'x')});
+            ask(agent, QStringLiteral("RequestNDEFDataDelivery"),
+                {noHandlers(), device, QByteArray(100, 'x')});
+            break;
         case 4:
-            return ask(agent, QStringLiteral("RequestSharingPermission"),
-                       {QStringLiteral("bluetooth"), info, QStringList(QStringLiteral("/a"))});
+            ask(agent, QStringLiteral("RequestSharingPermission"),
+                {QStringLiteral("bluetooth"), info, QStringList(QStringLiteral("/a"))});
+            break;
         default:
-            return ask(agent, QStringLiteral("RequestSharingSelection"), {QStringLiteral("bluetooth"), info});
+            ask(agent, QStringLiteral("RequestSharingSelection"), {QStringLiteral("bluetooth"), info});
+            break;
         }
     }
 
