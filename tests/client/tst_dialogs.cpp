@@ -1,10 +1,12 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
 #include <memory>
 
 #include <QImage>
 #include <QNdefMessage>
 #include <QTest>
+#include <QTextLayout>
 
 #include <MButton>
 #include <MButtonModel>
@@ -238,6 +240,22 @@ void TestDialogs::nameLeavesOurSentencesAlone_data()
     QTest::newRow("blanks") << QString(1000, QChar(0x2003));
 }
 
+// Returns where each character of a line begins, from its left.
+QList<qreal> placesIn(const QString &text)
+{
+    QTextLayout layout(text);
+    QTextOption fromTheLeft(Qt::AlignLeft);
+    fromTheLeft.setTextDirection(Qt::LeftToRight);
+    layout.setTextOption(fromTheLeft);
+    layout.beginLayout();
+    const QTextLine line = layout.createLine();
+    layout.endLayout();
+    QList<qreal> places;
+    for (int i = 0; i < text.size(); ++i)
+        places.append(line.cursorToX(i));
+    return places;
+}
+
 // The sentences of ours are drawn, to the pixel, as they are beside a plain name.
 void TestDialogs::nameLeavesOurSentencesAlone()
 {
@@ -259,6 +277,11 @@ void TestDialogs::nameLeavesOurSentencesAlone()
     QVERIFY2(title.startsWith(QStringLiteral("Pair with ")) && title.endsWith(QLatin1Char('?')) &&
                  !title.contains(QLatin1Char('\n')),
              qPrintable(title));
+    // The name stays between our words: they begin the line, and the question mark ends it.
+    const QList<qreal> places = placesIn(title);
+    const qsizetype before = QStringLiteral("Pair with ").size();
+    QCOMPARE(places.first(before), placesIn(plain->title()).first(before));
+    QCOMPARE(*std::max_element(places.cbegin(), places.cend()), places.constLast());
 }
 
 void TestDialogs::textOfATagIsForeign()
