@@ -167,7 +167,11 @@ qsizetype QuestionQueue::waiting() const
 {
     const bool isOngoing = std::any_of(ongoing.cbegin(), ongoing.cend(),
                                        [this](const auto &entry) { return entry.get() == shown; });
-    const qsizetype all = qsizetype(requests.size()) + qsizetype(notices.size());
+    // A request that is being handled without a question does not wait for the user.
+    const auto questions = std::count_if(requests.cbegin(), requests.cend(), [](const auto &entry) {
+        return !entry->hasBegun || entry->isReady;
+    });
+    const qsizetype all = qsizetype(questions) + qsizetype(notices.size());
     return shown && !isOngoing ? all - 1 : all;
 }
 

@@ -351,7 +351,9 @@ void TestQuestionQueue::nothingCoversARequestThatIsNotReady()
     add(QStringLiteral("quick"));
     queue->tell(named(QStringLiteral("notice")));
     QCOMPARE(face->title(), QString());
+    QCOMPARE(face->waiting, 2);
     slow->ask();
+    QCOMPARE(face->waiting, 2);
     QCOMPARE(face->title(), QStringLiteral("slow"));
     face->answer(Answer::No);
     QCOMPARE(face->history, (QStringList{QStringLiteral("slow"), QStringLiteral("quick")}));
