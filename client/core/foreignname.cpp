@@ -72,7 +72,10 @@ QString foreignName(const QString &name, const QString &fallback)
     QStringList text = characters(line.simplified());
     for (QString &character : text)
         character = withFewMarks(character);
-    const QString shortened = inShort(text);
+    QString shortened = inShort(text);
+    // QTextBoundaryFinder tells characters apart by those around them, which have changed.
+    while (characters(shortened).size() > mostCharacters)
+        shortened = inShort(characters(shortened));
     if (shortened.isEmpty())
         return fallback;
     return runsFromRightToLeft(shortened) ? firstStrongIsolate + shortened + popDirectionalIsolate

@@ -18,6 +18,7 @@ private Q_SLOTS:
     void hostileNameIsMadeFit();
     void longNameKeepsItsEnds_data();
     void longNameKeepsItsEnds();
+    void lengthHoldsWhereTheEndsMeet();
 };
 
 void TestForeignName::ordinaryNameStays_data()
@@ -132,6 +133,21 @@ void TestForeignName::longNameKeepsItsEnds()
     while (finder.toNextBoundary() > 0)
         ++count;
     QCOMPARE(count, 64);
+}
+
+// Whether U+180F is a character of its own depends on the characters before it.
+void TestForeignName::lengthHoldsWhereTheEndsMeet()
+{
+    const QByteArray name = QByteArray::fromBase64(
+        "cMIrv8KAjOGgjx3C9fL19eHh/////////xOgjyH18vX1JfXhoI/19fX19eGAjOGgjx3C9fL19eHh/////////xOgjy"
+        "H18vX1JfXhoI/19fX19eHhoI+t9fXCrcKt4aCPAw319QEAMmS/wq3hoI+dwvX84aCP9fX19eGgjx3CXcKtIOGgj631"
+        "9cKtwq3hoI8DDfX1AQAyZL/CreGgj53C9fzhoI/19fX14aCPHcJdwq0grQ==");
+    const QString fit = foreignName(QString::fromUtf8(name), QString());
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, fit);
+    int characters = 0;
+    while (finder.toNextBoundary() > 0)
+        ++characters;
+    QVERIFY2(characters <= 64, QByteArray::number(characters));
 }
 
 QTEST_APPLESS_MAIN(TestForeignName)
