@@ -95,14 +95,14 @@ void TestBluetoothTags::grantedPairingIsDone()
     QVERIFY(bluez.ready && bluez.addDevice(address));
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(pairing), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(pairing), 1, Readers::patience);
     const FakeCall told = agent->calls(QStringLiteral("NotifyTouch")).constFirst();
     const QVariantList asked = agent->calls(pairing).constFirst().arguments;
     QCOMPARE(told.arguments.at(1).toString(), QStringLiteral("ok"));
     QCOMPARE(asked.at(0).value<QDBusObjectPath>().path(),
              QStringLiteral("/com/tavix/nfc/device/dev_00_1A_7D_DA_71_13"));
     QCOMPARE(asked.mid(1), (QVariantList{address, QStringLiteral("Ada headset"), 0x240404U, QString()}));
-    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(bluez.callCount(devicePath, QStringLiteral("Connect")), 1, Readers::patience);
     QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 1);
     const QDBusReply<QVariant> trusted =
         bluez.call(devicePath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
@@ -119,11 +119,11 @@ void TestBluetoothTags::refusedPairingIsNot()
     agent->fail(pairing, QStringLiteral("com.tavix.nfc.UIAgent.Rejected"), QString());
     {
         const HeldTag held(tag);
-        QTRY_COMPARE(calls(pairing), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(pairing), 1, Readers::patience);
     }
     VirtualType2 other = VirtualType2::sticker(QByteArray::fromHex("d1010455036f7267"));
     const HeldTag next(other);
-    QTRY_COMPARE(calls(QStringLiteral("RequestNDEFDataDelivery")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("RequestNDEFDataDelivery")), 1, Readers::patience);
     QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 0);
 }
 
@@ -133,12 +133,12 @@ void TestBluetoothTags::deviceThatBluezHasNotHeardOfIsLookedFor()
     QVERIFY(bluez.ready);
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(pairing), 1);
-    QTRY_VERIFY(bluez.isDiscovering());
+    QTRY_COMPARE_WITH_TIMEOUT(calls(pairing), 1, Readers::patience);
+    QTRY_VERIFY_WITH_TIMEOUT(bluez.isDiscovering(), Readers::patience);
     QVERIFY(bluez.addDevice(address));
-    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(bluez.callCount(devicePath, QStringLiteral("Connect")), 1, Readers::patience);
     QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 1);
-    QTRY_VERIFY(!bluez.isDiscovering());
+    QTRY_VERIFY_WITH_TIMEOUT(!bluez.isDiscovering(), Readers::patience);
 }
 
 void TestBluetoothTags::pairedDeviceIsConnected()
@@ -155,11 +155,11 @@ void TestBluetoothTags::pairedDeviceIsConnected()
         QDBusMessage::ReplyMessage);
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(QStringLiteral("RequestBTConnection")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("RequestBTConnection")), 1, Readers::patience);
     // Under the name that the user knows it by.
     QCOMPARE(agent->calls(QStringLiteral("RequestBTConnection")).constFirst().arguments.mid(1),
              (QVariantList{address, QStringLiteral("Peer"), 0x200404U}));
-    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(bluez.callCount(devicePath, QStringLiteral("Connect")), 1, Readers::patience);
     QCOMPARE(bluez.callCount(devicePath, QStringLiteral("Pair")), 0);
 }
 
@@ -171,8 +171,9 @@ void TestBluetoothTags::connectedDeviceIsDisconnected()
     QVERIFY(bluez.mock(QStringLiteral("ConnectDevice"), {QStringLiteral("hci0"), address}));
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(QStringLiteral("RequestBTDisconnection")), 1);
-    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Disconnect")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("RequestBTDisconnection")), 1, Readers::patience);
+    QTRY_COMPARE_WITH_TIMEOUT(bluez.callCount(devicePath, QStringLiteral("Disconnect")), 1,
+                              Readers::patience);
 }
 
 void TestBluetoothTags::failureIsSaid()
@@ -184,13 +185,14 @@ void TestBluetoothTags::failureIsSaid()
     // BlueZ knows better by the time of the grant.
     agent->hold(QStringLiteral("RequestBTConnection"));
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(QStringLiteral("RequestBTConnection")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("RequestBTConnection")), 1, Readers::patience);
     QCOMPARE(
         bluez.call(devicePath, QStringLiteral("org.bluez.Device1"), QStringLiteral("Connect"), {}).type(),
         QDBusMessage::ReplyMessage);
     agent->release(QStringLiteral("RequestBTConnection"));
-    QTRY_VERIFY(
-        daemon.log().contains(QStringLiteral("Bluetooth device 00:1A:7D:DA:71:13: Already Connected\n")));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        daemon.log().contains(QStringLiteral("Bluetooth device 00:1A:7D:DA:71:13: Already Connected\n")),
+        Readers::patience);
 }
 
 void TestBluetoothTags::withoutBluetoothTheTagIsOneLikeAnyOther_data()
@@ -210,7 +212,7 @@ void TestBluetoothTags::withoutBluetoothTheTagIsOneLikeAnyOther()
     }
     startWithAgent();
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(QStringLiteral("RequestNDEFDataDelivery")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("RequestNDEFDataDelivery")), 1, Readers::patience);
     QCOMPARE(
         agent->calls(QStringLiteral("RequestNDEFDataDelivery")).constFirst().arguments.at(2).toByteArray(),
         headset());
@@ -225,15 +227,15 @@ void TestBluetoothTags::otherTouchMeanwhileIsTheSame()
     agent->hold(pairing);
     {
         const HeldTag held(tag);
-        QTRY_COMPARE(calls(pairing), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(pairing), 1, Readers::patience);
     }
     QTest::qWait(2500);
     {
         HeldTag again(tag);
-        QTRY_VERIFY(again.commands() > 3);
+        QTRY_VERIFY_WITH_TIMEOUT(again.commands() > 3, Readers::patience);
     }
     agent->release(pairing);
-    QTRY_COMPARE(bluez.callCount(devicePath, QStringLiteral("Connect")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(bluez.callCount(devicePath, QStringLiteral("Connect")), 1, Readers::patience);
     QCOMPARE(calls(pairing), 1);
 }
 
@@ -249,7 +251,7 @@ void TestBluetoothTags::handoverIsServedByTheNextTag()
                  .error,
              QString());
     const HeldTag held(tag);
-    QTRY_COMPARE(calls(QStringLiteral("HandoverCompleted")), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(QStringLiteral("HandoverCompleted")), 1, Readers::patience);
     QCOMPARE(agent->members().filter(QStringLiteral("Handover")),
              (QStringList{QStringLiteral("HandoverStarted"), QStringLiteral("HandoverCarrierSelected"),
                           QStringLiteral("HandoverCompleted")}));

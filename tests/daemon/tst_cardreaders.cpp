@@ -109,7 +109,7 @@ void TestCardReaders::cleanup()
 void TestCardReaders::startReaders()
 {
     readers->start();
-    QTRY_COMPARE(readers->names(), (QStringList{firstReader, secondReader}));
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names(), (QStringList{firstReader, secondReader}), Readers::patience);
 }
 
 void TestCardReaders::readersAreFound()
@@ -125,7 +125,7 @@ void TestCardReaders::cardComesWithItsAnswerToReset()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     const HeldTag held(tag, 1);
-    QTRY_COMPARE(came, (QList<QVariantList>{{secondReader, tag.atr()}}));
+    QTRY_COMPARE_WITH_TIMEOUT(came, (QList<QVariantList>{{secondReader, tag.atr()}}), Readers::patience);
 }
 
 void TestCardReaders::cardThatLeavesIsMissed()
@@ -135,10 +135,10 @@ void TestCardReaders::cardThatLeavesIsMissed()
     QSignalSpy left(readers.get(), &CardReaders::cardLeft);
     {
         const HeldTag held(tag);
-        QTRY_COMPARE(came.size(), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(came.size(), 1, Readers::patience);
         QCOMPARE(left.size(), 0);
     }
-    QTRY_COMPARE(left, (QList<QVariantList>{{firstReader}}));
+    QTRY_COMPARE_WITH_TIMEOUT(left, (QList<QVariantList>{{firstReader}}), Readers::patience);
 }
 
 void TestCardReaders::cardsInQuickSuccessionAreAllSeen()
@@ -148,12 +148,12 @@ void TestCardReaders::cardsInQuickSuccessionAreAllSeen()
     QSignalSpy left(readers.get(), &CardReaders::cardLeft);
     constexpr int cards = 20;
     auto held = std::make_unique<HeldTag>(tag);
-    QTRY_COMPARE(came.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 1, Readers::patience);
     for (int i = 2; i <= cards; ++i) {
         // The one waits at the door when the other leaves.
         auto next = std::make_unique<HeldTag>(tag);
         held = std::move(next);
-        QTRY_COMPARE(came.size(), i);
+        QTRY_COMPARE_WITH_TIMEOUT(came.size(), i, Readers::patience);
         QCOMPARE(left.size(), i - 1);
     }
 }
@@ -166,7 +166,7 @@ void TestCardReaders::cardThatLiesThereAtFirstIsTalkedTo()
     connect(readers.get(), &CardReaders::cardCame, this,
             [&](const QString &reader) { readers->talk(reader, talk.talk()); });
     readers->start();
-    QTRY_COMPARE(talk.answer(), uid);
+    QTRY_COMPARE_WITH_TIMEOUT(talk.answer(), uid, Readers::patience);
 }
 
 void TestCardReaders::cardIsTalkedTo()
@@ -174,10 +174,10 @@ void TestCardReaders::cardIsTalkedTo()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     HeldTag held(tag);
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     UidTalk talk;
     readers->talk(firstReader, talk.talk());
-    QTRY_VERIFY(talk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), Readers::patience);
     QCOMPARE(talk.answer(), uid);
     QCOMPARE(held.commands(), 1);
 }
@@ -188,16 +188,16 @@ void TestCardReaders::cardsOnTwoReadersAreTalkedToAtOnce()
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     const HeldTag slow(tag, {-1, 0, 3s}, 0);
     const HeldTag quick(otherTag, 1);
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
     UidTalk slowTalk;
     UidTalk quickTalk;
     readers->talk(firstReader, slowTalk.talk());
-    QTRY_COMPARE(slow.commands(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(slow.commands(), 1, Readers::patience);
     readers->talk(secondReader, quickTalk.talk());
-    QTRY_VERIFY(quickTalk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(quickTalk.isOver(), Readers::patience);
     QCOMPARE(quickTalk.answer(), uid);
     QVERIFY(!slowTalk.isOver());
-    QTRY_VERIFY(slowTalk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(slowTalk.isOver(), Readers::patience);
     QCOMPARE(slowTalk.answer(), uid);
 }
 
@@ -209,18 +209,18 @@ void TestCardReaders::cardThatLeavesWhileTalkedToIsGone()
     UidTalk talk;
     {
         const HeldTag held(tag, {0, -1, {}});
-        QVERIFY(came.wait());
+        QVERIFY(came.wait(Readers::patience));
         readers->talk(firstReader, talk.talk());
-        QTRY_VERIFY(talk.isOver());
+        QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), Readers::patience);
         QCOMPARE(talk.answer(), QByteArray());
     }
-    QTRY_COMPARE(left.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(left.size(), 1, Readers::patience);
 
     const HeldTag held(tag);
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
     UidTalk next;
     readers->talk(firstReader, next.talk());
-    QTRY_COMPARE(next.answer(), uid);
+    QTRY_COMPARE_WITH_TIMEOUT(next.answer(), uid, Readers::patience);
 }
 
 void TestCardReaders::stoppedTalkSendsNothingMore()
@@ -228,7 +228,7 @@ void TestCardReaders::stoppedTalkSendsNothingMore()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     HeldTag held(tag, {-1, 0, 500ms});
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     std::atomic<int> answers = 0;
     std::atomic<bool> isOver = false;
     readers->talk(firstReader, [&](Exchange &card) {
@@ -236,9 +236,9 @@ void TestCardReaders::stoppedTalkSendsNothingMore()
             ++answers;
         isOver = true;
     });
-    QTRY_COMPARE(held.commands(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(held.commands(), 1, Readers::patience);
     readers->endTalk(firstReader);
-    QTRY_VERIFY(isOver.load());
+    QTRY_VERIFY_WITH_TIMEOUT(isOver.load(), Readers::patience);
     QCOMPARE(answers.load(), 0);
     QCOMPARE(held.commands(), 1);
 }
@@ -249,7 +249,7 @@ void TestCardReaders::cardThatHangsIsGivenUp()
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     QSignalSpy gaveUp(readers.get(), &CardReaders::gaveUp);
     auto held = std::make_unique<HeldTag>(tag, HeldTag::Fate{-1, 0, 1min});
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     UidTalk talk;
     QElapsedTimer time;
     time.start();
@@ -260,13 +260,13 @@ void TestCardReaders::cardThatHangsIsGivenUp()
     QVERIFY(!talk.isOver());
 
     held.reset();
-    QTRY_VERIFY(talk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), Readers::patience);
     QCOMPARE(talk.answer(), QByteArray());
     held = std::make_unique<HeldTag>(tag);
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
     UidTalk next;
     readers->talk(firstReader, next.talk());
-    QTRY_COMPARE(next.answer(), uid);
+    QTRY_COMPARE_WITH_TIMEOUT(next.answer(), uid, Readers::patience);
     QCOMPARE(gaveUp.size(), 1);
 }
 
@@ -275,13 +275,13 @@ void TestCardReaders::nobodyWaitsForACardThatHangs()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     const HeldTag held(tag, {-1, 0, 4s});
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     UidTalk talk;
     readers->talk(firstReader, talk.talk());
-    QTRY_COMPARE(held.commands(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(held.commands(), 1, Readers::patience);
     readers.reset();
     QVERIFY(!talk.isOver());
-    QTRY_VERIFY(talk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), Readers::patience);
     QCOMPARE(talk.answer(), QByteArray());
 }
 
@@ -298,7 +298,7 @@ void TestCardReaders::cardOfAnotherProgramIsTalkedToLater()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     HeldTag held(tag);
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     auto other = std::make_unique<OtherProgram>(OtherProgram::How(how));
     UidTalk talk;
     readers->talk(firstReader, talk.talk());
@@ -316,14 +316,14 @@ void TestCardReaders::cardIsSharedAndLeftWithAReset()
     startReaders();
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     const HeldTag held(tag);
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     // It has a connection, which an exclusive one would not be made beside.
     const OtherProgram other(OtherProgram::Sharing);
     UidTalk talk;
     readers->talk(firstReader, talk.talk());
-    QTRY_VERIFY(talk.isOver());
+    QTRY_VERIFY_WITH_TIMEOUT(talk.isOver(), Readers::patience);
     QCOMPARE(talk.answer(), uid);
-    QTRY_VERIFY(other.findsAReset());
+    QTRY_VERIFY_WITH_TIMEOUT(other.findsAReset(), Readers::patience);
 }
 
 void TestCardReaders::readersThatAreLetGoAreFoundAgain()
@@ -332,13 +332,13 @@ void TestCardReaders::readersThatAreLetGoAreFoundAgain()
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     QSignalSpy left(readers.get(), &CardReaders::cardLeft);
     startReaders();
-    QTRY_COMPARE(came.size(), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 1, Readers::patience);
     readers->stop();
     QCOMPARE(left.size(), 1);
     QCOMPARE(readers->names(), QStringList());
     QCOMPARE(readers->backend(), CardReaders::Backend::Off);
     startReaders();
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
 }
 
 void TestCardReaders::pulledReaderIsNoReader()
@@ -347,15 +347,15 @@ void TestCardReaders::pulledReaderIsNoReader()
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     QSignalSpy left(readers.get(), &CardReaders::cardLeft);
     auto held = std::make_unique<HeldTag>(tag);
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     auto pulled = std::make_unique<PulledReader>();
     held.reset();
-    QTRY_COMPARE(readers->names(), QStringList{secondReader});
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names(), QStringList{secondReader}, Readers::patience);
     QCOMPARE(left.size(), 1);
     pulled.reset();
-    QTRY_COMPARE(readers->names(), (QStringList{firstReader, secondReader}));
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names(), (QStringList{firstReader, secondReader}), Readers::patience);
     held = std::make_unique<HeldTag>(tag);
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
 }
 
 void TestCardReaders::pcscdThatComesIsNotWaitedFor_data()
@@ -378,16 +378,16 @@ void TestCardReaders::pcscdThatComesIsNotWaitedFor()
     PcscdProcess::die();
     if (folderGoesToo)
         PcscdProcess::loseFolder();
-    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->backend(), CardReaders::Backend::Absent, Readers::patience);
     if (folderComesBefore) {
         PcscdProcess::makeFolder();
         // Longer than a try takes.
         QTest::qWait(500);
         const FailingPcscd refusing(FailingPcscd::EstablishContext, LONG(SCARD_W_SECURITY_VIOLATION));
-        QTRY_VERIFY(refusing.failures() > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(refusing.failures() > 0, Readers::patience);
     }
     PcscdProcess::come();
-    QTRY_COMPARE(readers->names().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names().size(), 2, Readers::patience);
 }
 
 void TestCardReaders::deathOfPcscdIsToldOnce()
@@ -396,23 +396,23 @@ void TestCardReaders::deathOfPcscdIsToldOnce()
     QSignalSpy left(readers.get(), &CardReaders::cardLeft);
     QSignalSpy came(readers.get(), &CardReaders::cardCame);
     auto held = std::make_unique<HeldTag>(tag);
-    QVERIFY(came.wait());
+    QVERIFY(came.wait(Readers::patience));
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
     PcscdProcess::die();
-    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->backend(), CardReaders::Backend::Absent, Readers::patience);
     QCOMPARE(readers->names(), QStringList());
     QCOMPARE(left.size(), 1);
     // Several tries, none of which is worth a word.
     QTest::qWait(2000);
     held.reset();
     PcscdProcess::come();
-    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Ready);
-    QTRY_COMPARE(readers->names().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->backend(), CardReaders::Backend::Ready, Readers::patience);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names().size(), 2, Readers::patience);
     const HeldTag next(tag);
-    QTRY_COMPARE(came.size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(came.size(), 2, Readers::patience);
     PcscdProcess::die();
     QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
-    QTRY_COMPARE(readers->backend(), CardReaders::Backend::Absent);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->backend(), CardReaders::Backend::Absent, Readers::patience);
 }
 
 QTEST_GUILESS_MAIN(TestCardReaders)

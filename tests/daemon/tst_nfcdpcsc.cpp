@@ -251,7 +251,7 @@ void TestNfcdPcsc::messageIsDelivered()
     VirtualType2 type2 = VirtualType2::sticker(webLink);
     VirtualType4 type4 = VirtualType4::holding(webLink);
     const HeldTag held(isType4 ? static_cast<VirtualTag &>(type4) : type2, reader);
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     const QVariantList told = agent->calls(touch).constFirst().arguments;
     const QVariantList asked = agent->calls(delivery).constFirst().arguments;
     QCOMPARE(told.at(1).toString(), QStringLiteral("ok"));
@@ -273,7 +273,7 @@ void TestNfcdPcsc::handlersAreOffered()
     startWithAgent();
     VirtualType2 tag = VirtualType2::sticker(webLink);
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     const auto offered =
         qdbus_cast<QList<Handler>>(agent->calls(delivery).constFirst().arguments.constFirst());
     QCOMPARE(offered.size(), 1);
@@ -285,7 +285,7 @@ void TestNfcdPcsc::emptyTagIsDeliveredWithoutBytes()
     startWithAgent();
     VirtualType2 tag = VirtualType2::formatted(QByteArray::fromHex("0300fe"));
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), QByteArray());
     QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), QStringLiteral("ok"));
 }
@@ -315,7 +315,7 @@ void TestNfcdPcsc::faultyTagIsAnnounced()
     VirtualType2 tag(memory);
     ForeignCard card(atr);
     HeldTag held(atr.isEmpty() ? static_cast<VirtualTag &>(tag) : card);
-    QTRY_COMPARE(calls(touch), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(touch), 1, Readers::patience);
     QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), status);
     QCOMPARE(calls(delivery), 0);
     if (!atr.isEmpty())
@@ -342,11 +342,13 @@ void TestNfcdPcsc::foreignCardGetsNoCommand()
     Readers::waitForCard(0);
     const OtherProgram other(OtherProgram::Sharing);
     daemon.setStopped(false);
-    QTRY_VERIFY(daemon.log().contains(QStringLiteral("is left alone: ") + QString::fromLatin1(atr.toHex())));
+    QTRY_VERIFY_WITH_TIMEOUT(
+        daemon.log().contains(QStringLiteral("is left alone: ") + QString::fromLatin1(atr.toHex())),
+        Readers::patience);
     // Time for a command: a tag that comes later has had its question.
     VirtualType2 tag = VirtualType2::sticker(webLink);
     const HeldTag later(tag, 1);
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(held.commands(), 0);
     QVERIFY(!other.findsAReset());
     QCOMPARE(calls(touch), 1);
@@ -357,14 +359,15 @@ void TestNfcdPcsc::tagGetsNoCommandWhenNobodyCanBeAsked()
     daemon.startWithReaders();
     VirtualType2 tag = VirtualType2::sticker(webLink);
     HeldTag held(unhurried(tag), 0);
-    QTRY_VERIFY(daemon.log().contains(
-        QStringLiteral("no client can be asked about the tag on Virtual reader 0 00 00")));
+    QTRY_VERIFY_WITH_TIMEOUT(daemon.log().contains(QStringLiteral(
+                                 "no client can be asked about the tag on Virtual reader 0 00 00")),
+                             Readers::patience);
     agent = std::make_unique<AgentProcess>();
     agent->hold(delivery);
     QCOMPARE(agent->registerAgent().error, QString());
     VirtualType2 other = VirtualType2::sticker(text);
     const HeldTag later(unhurried(other), 1);
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(held.commands(), 0);
 }
 
@@ -375,12 +378,12 @@ void TestNfcdPcsc::flappingTagIsAskedAboutOnce()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     for (int i = 0; i < 20; ++i) {
         HeldTag held(unhurried(tag), {i % 4 == 3 ? 2 : -1, -1, {}});
-        QTRY_VERIFY(held.commands() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
     }
     VirtualType2 other = VirtualType2::sticker(text);
     other.setUid(QByteArray::fromHex("04010203040506"));
     const HeldTag last(unhurried(other));
-    QTRY_COMPARE(calls(delivery), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 2, Readers::patience);
     QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
     QCOMPARE(calls(touch), 2);
 }
@@ -392,20 +395,20 @@ void TestNfcdPcsc::tagThatIsOnlyGlimpsedIsNotAskedAboutAgain()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         const HeldTag held(tag);
-        QTRY_COMPARE(calls(delivery), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     }
     // For longer than a touch is remembered.
     QElapsedTimer timer;
     timer.start();
     while (timer.elapsed() < 2500) {
         const HeldTag held(unhurried(tag), {2, -1, {}});
-        QTRY_VERIFY(held.commands() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
     }
     const HeldTag held(unhurried(tag));
-    QTRY_VERIFY(held.commands() >= 3);
+    QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
     VirtualType2 other = VirtualType2::sticker(text);
     const HeldTag last(unhurried(other), 1);
-    QTRY_COMPARE(calls(touch), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(touch), 2, Readers::patience);
     QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
 }
 
@@ -417,12 +420,12 @@ void TestNfcdPcsc::tagWithARandomUidIsKnownByItsMessage()
     for (int i = 0; i < 5; ++i) {
         tag.setUid(QByteArray::fromHex("080102") + char(i));
         HeldTag held(unhurried(tag));
-        QTRY_VERIFY(held.commands() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
     }
     VirtualType2 other = VirtualType2::sticker(text);
     other.setUid(QByteArray::fromHex("08010203"));
     const HeldTag last(unhurried(other));
-    QTRY_COMPARE(calls(delivery), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 2, Readers::patience);
     QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
 }
 
@@ -432,16 +435,16 @@ void TestNfcdPcsc::undecidedTouchGoesOn()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         const HeldTag held(unhurried(tag));
-        QTRY_COMPARE(calls(delivery), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     }
     QTest::qWait(2500);
     {
         HeldTag held(unhurried(tag));
-        QTRY_VERIFY(held.commands() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
     }
     VirtualType2 other = VirtualType2::sticker(text);
     const HeldTag last(unhurried(other));
-    QTRY_COMPARE(calls(delivery), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 2, Readers::patience);
     QCOMPARE(agent->calls(delivery).at(1).arguments.at(2).toByteArray(), text);
 }
 
@@ -452,11 +455,11 @@ void TestNfcdPcsc::tagThatComesLaterIsAskedAboutAgain()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         const HeldTag held(unhurried(tag));
-        QTRY_COMPARE(calls(delivery), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     }
     QTest::qWait(2500);
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 2, Readers::patience);
 }
 
 void TestNfcdPcsc::otherMessageIsAskedAboutAtOnce()
@@ -466,11 +469,11 @@ void TestNfcdPcsc::otherMessageIsAskedAboutAtOnce()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         const HeldTag held(unhurried(tag));
-        QTRY_COMPARE(calls(delivery), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     }
     tag.memory = VirtualType2::sticker(text).memory;
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 2, Readers::patience);
 }
 
 void TestNfcdPcsc::touchThatNobodyDecidedIsAskedAboutAgain()
@@ -479,12 +482,12 @@ void TestNfcdPcsc::touchThatNobodyDecidedIsAskedAboutAgain()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         const HeldTag held(unhurried(tag));
-        QTRY_COMPARE(calls(delivery), 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     }
     agent = std::make_unique<AgentProcess>(QStringLiteral("org.connui.test.NextClient"));
-    QTRY_COMPARE(agent->registerAgent().error, QString());
+    QTRY_COMPARE_WITH_TIMEOUT(agent->registerAgent().error, QString(), Readers::patience);
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
 }
 
 void TestNfcdPcsc::questionsAreLimited()
@@ -494,14 +497,14 @@ void TestNfcdPcsc::questionsAreLimited()
     for (int i = 0; i < 20; ++i) {
         tag.setUid(QByteArray::fromHex("040102030405") + char(i));
         HeldTag held(unhurried(tag));
-        QTRY_VERIFY(held.commands() >= 3);
-        QTRY_COMPARE(calls(delivery), std::min(i + 1, 16));
+        QTRY_VERIFY_WITH_TIMEOUT(held.commands() >= 3, Readers::patience);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), std::min(i + 1, 16), Readers::patience);
     }
     agent->release(delivery);
-    QTRY_COMPARE(calls(delivery), 16);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 16, Readers::patience);
     tag.setUid(QByteArray::fromHex("04aaaaaaaaaaaa"));
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 17);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 17, Readers::patience);
 }
 
 void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsReadNextTime_data()
@@ -520,10 +523,10 @@ void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsReadNextTime()
         const std::unique_ptr<VirtualTag> tag = tagHolding(isType4, message);
         {
             HeldTag torn(unhurried(*tag), {i, -1, {}});
-            QTRY_COMPARE(torn.commands(), i + 1);
+            QTRY_COMPARE_WITH_TIMEOUT(torn.commands(), i + 1, Readers::patience);
         }
         HeldTag held(unhurried(*tag));
-        QTRY_COMPARE(calls(delivery), i + 1);
+        QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), i + 1, Readers::patience);
         QCOMPARE(agent->calls(delivery).constLast().arguments.at(2).toByteArray(), message);
         exchanges = held.commands();
     }
@@ -544,11 +547,11 @@ void TestNfcdPcsc::switchedOffDaemonHoldsNoReader()
         Readers::waitForCard(0);
         QCOMPARE(held.commands(), 0);
     }
-    QTRY_COMPARE(Readers::connectionsToPcscd(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 0, Readers::patience);
     daemon.setPowered(true);
-    QTRY_COMPARE(daemon.readers().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, Readers::patience);
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
 }
 
 void TestNfcdPcsc::switchingOffEndsTheReading()
@@ -557,15 +560,15 @@ void TestNfcdPcsc::switchingOffEndsTheReading()
     VirtualType2 tag = VirtualType2::sticker(webLink);
     {
         HeldTag held(unhurried(tag), {-1, 1, 1s});
-        QTRY_COMPARE(held.commands(), 2);
+        QTRY_COMPARE_WITH_TIMEOUT(held.commands(), 2, Readers::patience);
         daemon.setPowered(false);
-        QTRY_COMPARE(Readers::connectionsToPcscd(), 0);
+        QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 0, Readers::patience);
         QCOMPARE(held.commands(), 2);
     }
     daemon.setPowered(true);
-    QTRY_COMPARE(daemon.readers().size(), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(daemon.readers().size(), 2, Readers::patience);
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(calls(touch), 1);
 }
 
@@ -592,15 +595,15 @@ void TestNfcdPcsc::writtenMessageIsReadBack()
     const QByteArray memory = isType4 ? type4.files.value(VirtualType4::messageFile) : type2.memory;
     QVERIFY(memory.contains(text));
     // It is announced, but nobody needs to be asked; not even when it flaps.
-    QTRY_COMPARE(calls(touch), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(touch), 1, Readers::patience);
     QCOMPARE(agent->calls(touch).constFirst().arguments.at(1).toString(), QStringLiteral("ok"));
     {
         HeldTag again(unhurried(tag));
-        QTRY_VERIFY(again.commands() >= 3);
+        QTRY_VERIFY_WITH_TIMEOUT(again.commands() >= 3, Readers::patience);
     }
     VirtualType2 other = VirtualType2::sticker(webLink);
     const HeldTag last(unhurried(other));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), webLink);
 }
 
@@ -650,7 +653,7 @@ void TestNfcdPcsc::tornTagIsEmptyAndTold()
         QCOMPARE(answerOf(call).error, QStringLiteral("com.tavix.nfc.Error.Removed"));
     }
     const HeldTag held(unhurried(tag));
-    QTRY_COMPARE(calls(delivery), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(calls(delivery), 1, Readers::patience);
     QCOMPARE(agent->calls(delivery).constFirst().arguments.at(2).toByteArray(), QByteArray());
 }
 
@@ -661,7 +664,7 @@ void TestNfcdPcsc::messageWaitsWhenTheTagLeavesUntouched()
     const int call = write(text);
     for (int i = 0; i < 2; ++i) {
         HeldTag held(unhurried(tag), {i, -1, {}});
-        QTRY_COMPARE(held.commands(), i + 1);
+        QTRY_COMPARE_WITH_TIMEOUT(held.commands(), i + 1, Readers::patience);
         held.leave();
         QVERIFY(tag.memory.contains(webLink));
     }
@@ -682,7 +685,7 @@ void TestNfcdPcsc::messageWaitsWhenAnotherProgramHasTheTag()
         const OtherProgram other(OtherProgram::InTransaction);
         daemon.setStopped(false);
         // The daemon's second one is for the card.
-        QTRY_COMPARE(Readers::connectionsToPcscd(), 3);
+        QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 3, Readers::patience);
         QCOMPARE(held.commands(), 0);
     }
     const HeldTag held(unhurried(tag));
@@ -715,7 +718,7 @@ void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime()
         const int call = write(text);
         {
             HeldTag torn(unhurried(*tag), {i, -1, {}});
-            QTRY_COMPARE(torn.commands(), i + 1);
+            QTRY_COMPARE_WITH_TIMEOUT(torn.commands(), i + 1, Readers::patience);
         }
         QString error;
         {
@@ -750,7 +753,7 @@ void TestNfcdPcsc::foreignCardDoesNotEndTheWriting()
     {
         ForeignCard card(QByteArray::fromHex("3b6500002063cb6800"));
         HeldTag held(unhurried(card));
-        QTRY_VERIFY(daemon.log().contains(QStringLiteral("is left alone")));
+        QTRY_VERIFY_WITH_TIMEOUT(daemon.log().contains(QStringLiteral("is left alone")), Readers::patience);
         QCOMPARE(held.commands(), 0);
     }
     const HeldTag held(unhurried(tag));
