@@ -44,7 +44,19 @@ class Actor:
 
     def says(self, *texts):
         """Waits for a line with these texts in this order, after those that were waited for before; returns it."""
-        wanted = re.compile(".*".join(map(re.escape, texts)))
+        return self._says(".*".join(map(re.escape, texts)), texts)
+
+    def says_one_of(self, *texts):
+        """Waits for a line with any of these texts, after those that were waited for before; returns it."""
+        return self._says("|".join(map(re.escape, texts)), texts)
+
+    def forget(self):
+        """Takes all that was said so far for waited for."""
+        with self._news:
+            self._read = len(self.lines)
+
+    def _says(self, pattern, texts):
+        wanted = re.compile(pattern)
         with self._news:
             self._news.wait_for(lambda: self._next(wanted) is not None or self._ended, PATIENCE)
             found = self._next(wanted)

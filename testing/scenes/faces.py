@@ -41,8 +41,14 @@ class Terminal:
         """Goes with its client."""
 
     def is_clear(self):
+        nothing = "there is nothing to answer"
+        self._client.forget()
         self._client.hears("?")
-        self._client.says("there is nothing to answer")
+        # A question that is over is printed again by a client that has not heard so yet, and then withdrawn.
+        if nothing not in self._client.says_one_of(nothing, "["):
+            self._client.says("withdrawn")
+            self._client.hears("?")
+            self._client.says(nothing)
 
     def indicates_touch(self):
         self._client.says("something touched")
