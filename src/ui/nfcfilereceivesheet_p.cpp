@@ -151,6 +151,7 @@ MWidgetController *NfcFileReceiveSheetPrivate::newTimePanel()
 {
     timeLabel = newLabel(QStringLiteral("CommonSubTitle"));
     timeLabel->setAlignment(Qt::AlignTop);
+    timeLabel->setWordWrap(true);
 
     auto *row = newLayout(Qt::Horizontal);
     row->addItem(timeLabel);

@@ -41,6 +41,18 @@ protected:
     }
 };
 
+// Ends with last.
+QGraphicsWidget *newHighContent(MButton *last)
+{
+    auto *content = new MWidget;
+    auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
+    auto *filling = new MWidget;
+    filling->setMinimumHeight(1000);
+    policy->addItem(filling);
+    policy->addItem(last);
+    return content;
+}
+
 MButton *rejectButton(const SimpleSheet &sheet)
 {
     for (QGraphicsItem *item : sheet.childItems()) {
@@ -68,6 +80,8 @@ private Q_SLOTS:
     void buttonClosesTheSheet();
     void contentLiesBelowTheHeader_data();
     void contentLiesBelowTheHeader();
+    void contentThatDoesNotFitScrolls();
+    void pageKeysScrollTheContentWhateverHasTheFocus();
     void sheetTakesItsContentAlong();
 };
 
@@ -194,6 +208,48 @@ void TestSimpleSheet::contentLiesBelowTheHeader()
     QCOMPARE(button.center().x() > page.center().x(), direction == Qt::LeftToRight);
     // The content stands at the top, not in the middle of what is left.
     QVERIFY(geometry(sheet.label).bottom() < page.center().y());
+}
+
+void TestSimpleSheet::contentThatDoesNotFitScrolls()
+{
+    MWindow window;
+    window.resize(320, 200);
+    SimpleSheet sheet;
+    sheet.setRejectButtonText(QStringLiteral("Done"));
+    auto *last = new MButton(QStringLiteral("last"));
+    sheet.setCentralWidget(newHighContent(last));
+    sheet.appear(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QCOMPARE(sheet.size(), QSizeF(320, 200));
+    const auto place = [](const QGraphicsWidget *widget) { return widget->mapRectToScene(widget->rect()); };
+    QTRY_VERIFY(place(last).top() >= 1000);
+    const QRectF header = place(rejectButton(sheet));
+    last->setFocus(Qt::TabFocusReason);
+    QVERIFY(place(&sheet).contains(place(last)));
+    QVERIFY(place(last).top() >= header.bottom());
+    QCOMPARE(place(rejectButton(sheet)), header);
+}
+
+void TestSimpleSheet::pageKeysScrollTheContentWhateverHasTheFocus()
+{
+    MWindow window;
+    window.resize(320, 200);
+    SimpleSheet sheet;
+    sheet.setRejectButtonText(QStringLiteral("Done"));
+    auto *last = new MButton(QStringLiteral("last"));
+    sheet.setCentralWidget(newHighContent(last));
+    sheet.appear(&window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    const QList<QGraphicsWidget *> focused{&sheet, rejectButton(sheet), last};
+    for (QGraphicsWidget *widget : focused) {
+        widget->setFocus(Qt::OtherFocusReason);
+        QTest::keyClick(window.viewport(), Qt::Key_PageUp);
+        const qreal before = last->scenePos().y();
+        QTest::keyClick(window.viewport(), Qt::Key_PageDown);
+        QVERIFY(last->scenePos().y() < before);
+    }
 }
 
 void TestSimpleSheet::sheetTakesItsContentAlong()

@@ -3,18 +3,32 @@
 #include <memory>
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QtTest>
 
+#include <DialogHelperWidget>
 #include <MButton>
 #include <MLabel>
+#include <MLayout>
+#include <MLinearLayoutPolicy>
 #include <MList>
 #include <MTheme>
 #include <MWindow>
+#include <NfcFileReceiveSheet>
+#include <NfcSettingsView>
+#include <SimpleCheckBoxLabel>
+#include <SimpleSheet>
 
 #include "catalogue.h"
 #include "promptpictures.h"
 #include "tagpictures.h"
+
+using ConnUi::DialogHelperWidget;
+using ConnUi::NfcFileReceiveSheet;
+using ConnUi::NfcSettingsView;
+using ConnUi::SimpleCheckBoxLabel;
+using ConnUi::SimpleSheet;
 
 namespace {
 
@@ -26,6 +40,9 @@ constexpr qreal ring = 6; // that an area has room for round its buttons
 // From the smallest to the largest phone, and held the other way.
 constexpr QSize sizes[] = {{320, 480}, {360, 720}, {480, 854}, {1080, 2400},
                            {480, 320}, {720, 360}, {854, 480}, {2400, 1080}};
+
+// Where a sheet does not fit, and where it does.
+constexpr QSize sheetSizes[] = {{320, 480}, {360, 720}, {480, 854}, {480, 320}, {720, 360}};
 
 template <typename Widget>
 QList<Widget *> visibleBelow(const QGraphicsItem *root)
@@ -42,17 +59,31 @@ QList<Widget *> visibleBelow(const QGraphicsItem *root)
     return found;
 }
 
-/** Returns the text of the first widget of \a root that is cut off or out of reach on \a screen, or nothing.
- */
+const QGraphicsItem *areaAround(const QGraphicsItem *item)
+{
+    for (const QGraphicsItem *around = item->parentItem(); around; around = around->parentItem())
+        if (around->flags() & QGraphicsItem::ItemClipsChildrenToShape)
+            return around;
+    return nullptr;
+}
+
+QRectF placeOf(const QGraphicsItem *item)
+{
+    return item->mapRectToScene(QRectF(QPointF(), static_cast<const QGraphicsWidget *>(item)->size()));
+}
+
+/** Finds what is cut off or out of reach on a screen. */
 class Check
 {
 public:
-    Check(const MDialog *dialog, QSize size)
+    /** Checks \a dialog, a dialog or a sheet, on a screen of \a size; its parts lie within \a card. */
+    Check(const MSceneWindow *dialog, const QGraphicsItem *card, QSize size)
         : dialog(dialog)
         , screen(QPointF(), size)
-        , card(placeOf(dialog->childItems().constFirst()))
+        , card(placeOf(card))
     {}
 
+    /** Returns the text of the first such widget, or nothing. */
     QString fault() const
     {
         const QList<MLabel *> labels = visibleBelow<MLabel>(dialog);
@@ -69,19 +100,6 @@ public:
     }
 
 private:
-    static const QGraphicsItem *areaAround(const QGraphicsItem *item)
-    {
-        for (const QGraphicsItem *around = item->parentItem(); around; around = around->parentItem())
-            if (around->flags() & QGraphicsItem::ItemClipsChildrenToShape)
-                return around;
-        return nullptr;
-    }
-
-    static QRectF placeOf(const QGraphicsItem *item)
-    {
-        return item->mapRectToScene(QRectF(QPointF(), static_cast<const QGraphicsWidget *>(item)->size()));
-    }
-
     // Its parent scrolls up and down, and is itself on the screen or scrolls with its own parent.
     bool isInReach(const QGraphicsItem *item) const
     {
@@ -135,10 +153,67 @@ private:
         return place.top() >= seen.top() - tolerance && place.top() + smallestTarget / 2.0 <= seen.bottom();
     }
 
-    const MDialog *dialog;
+    const MSceneWindow *dialog;
     const QRectF screen;
     const QRectF card;
 };
+
+// A layout may take several rounds.
+void layOut()
+{
+    for (int i = 0; i < 5; ++i)
+        QCoreApplication::processEvents();
+}
+
+bool isSeen(const QGraphicsItem *item, QSize screen)
+{
+    QRectF seen(QPointF(), screen);
+    for (const QGraphicsItem *area = areaAround(item); area; area = areaAround(area))
+        seen &= placeOf(area);
+    return seen.adjusted(-tolerance, -tolerance, tolerance, tolerance).contains(placeOf(item));
+}
+
+// As nfc-settings shows them.
+SimpleSheet *newSettings()
+{
+    auto *page = new SimpleSheet;
+    page->setTitle(qtTrId("qtn_nfc_settings_tit"));
+    page->setRejectButtonText(qtTrId("qtn_comm_command_done"));
+    auto *content = new MWidget;
+    auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
+    policy->addItem(new NfcSettingsView(nullptr));
+    policy->addItem(
+        new SimpleCheckBoxLabel(new MButton, qtTrId("qtn_nfc_sett_more_time"), MButton::switchType));
+    page->setCentralWidget(new DialogHelperWidget(content));
+    return page;
+}
+
+SimpleSheet *newReceiveSheet()
+{
+    auto *sheet = new NfcFileReceiveSheet;
+    sheet->setRemoteDeviceName(QStringLiteral("Anna's phone"));
+    sheet->setFileName(QStringLiteral("Holiday.jpeg"));
+    sheet->setThumbnailImage(QStringLiteral("icon-m-content-note-inverse"));
+    // The second report shows the time that is left, if there is time between them.
+    sheet->setProgress({}, 1, 5000000);
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < 2) {}
+    sheet->setProgress({}, 2000000, 5000000);
+    return sheet;
+}
+
+void addScreens(const QList<QSize> &screens, const QList<qreal> &textScales)
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QSize>("screen");
+    QTest::addColumn<qreal>("textScale");
+    for (const char *language : {"en", "de", "fi", "ar"})
+        for (const QSize &screen : screens)
+            for (const qreal textScale : textScales)
+                QTest::addRow("%s %dx%d %g", language, screen.width(), screen.height(), textScale)
+                    << QString::fromLatin1(language) << screen << textScale;
+}
 
 } // namespace
 
@@ -152,6 +227,10 @@ private Q_SLOTS:
 
     void everyDialogFitsEveryScreen_data();
     void everyDialogFitsEveryScreen();
+    void everySheetFitsEveryScreen_data();
+    void everySheetFitsEveryScreen();
+    void keyboardBringsEveryButtonOfASheetIntoSight_data();
+    void keyboardBringsEveryButtonOfASheetIntoSight();
 };
 
 void TestDialogSizes::initTestCase()
@@ -171,14 +250,7 @@ void TestDialogSizes::cleanup()
 
 void TestDialogSizes::everyDialogFitsEveryScreen_data()
 {
-    QTest::addColumn<QString>("language");
-    QTest::addColumn<QSize>("screen");
-    QTest::addColumn<qreal>("textScale");
-    for (const char *language : {"en", "de", "fi", "ar"})
-        for (const QSize &screen : sizes)
-            for (const qreal textScale : {0.85, 1.0, 2.0})
-                QTest::addRow("%s %dx%d %g", language, screen.width(), screen.height(), textScale)
-                    << QString::fromLatin1(language) << screen << textScale;
+    addScreens({std::begin(sizes), std::end(sizes)}, {0.85, 1, 2});
 }
 
 void TestDialogSizes::everyDialogFitsEveryScreen()
@@ -196,12 +268,67 @@ void TestDialogSizes::everyDialogFitsEveryScreen()
         const std::unique_ptr<MDialog> dialog(shown.make());
         dialog->appear(&window);
         window.show();
-        // A layout may take several rounds.
-        for (int i = 0; i < 5; ++i)
-            QCoreApplication::processEvents();
-        const QString fault = Check(dialog.get(), screen).fault();
+        layOut();
+        const QString fault = Check(dialog.get(), dialog->childItems().constFirst(), screen).fault();
         if (!fault.isEmpty())
             QFAIL(qPrintable(shown.name + QStringLiteral(": ") + fault.left(80)));
+    }
+}
+
+void TestDialogSizes::everySheetFitsEveryScreen_data()
+{
+    addScreens({std::begin(sheetSizes), std::end(sheetSizes)}, {1, 2});
+}
+
+void TestDialogSizes::everySheetFitsEveryScreen()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, screen);
+    QFETCH(qreal, textScale);
+    const Catalogue catalogue(language);
+    QApplication::setLayoutDirection(QLocale(language).textDirection());
+    MTheme::instance()->setTextScale(textScale);
+    for (const auto &make : {&newSettings, &newReceiveSheet}) {
+        MWindow window;
+        window.resize(screen);
+        const std::unique_ptr<SimpleSheet> sheet(make());
+        sheet->appear(&window);
+        window.show();
+        layOut();
+        const QString fault = Check(sheet.get(), sheet.get(), screen).fault();
+        if (!fault.isEmpty())
+            QFAIL(qPrintable(sheet->title() + QStringLiteral(": ") + fault.left(80)));
+    }
+}
+
+void TestDialogSizes::keyboardBringsEveryButtonOfASheetIntoSight_data()
+{
+    everySheetFitsEveryScreen_data();
+}
+
+void TestDialogSizes::keyboardBringsEveryButtonOfASheetIntoSight()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, screen);
+    QFETCH(qreal, textScale);
+    const Catalogue catalogue(language);
+    QApplication::setLayoutDirection(QLocale(language).textDirection());
+    MTheme::instance()->setTextScale(textScale);
+    for (const auto &make : {&newSettings, &newReceiveSheet}) {
+        MWindow window;
+        window.resize(screen);
+        const std::unique_ptr<SimpleSheet> sheet(make());
+        sheet->appear(&window);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        layOut();
+        const QList<MButton *> buttons = visibleBelow<MButton>(sheet.get());
+        QVERIFY(buttons.size() > 1);
+        for (const MButton *button : buttons) {
+            QTest::keyClick(window.viewport(), Qt::Key_Tab);
+            QCOMPARE(window.scene()->focusItem(), button);
+            QVERIFY2(isSeen(button, screen), qPrintable(sheet->title() + button->text()));
+        }
     }
 }
 

@@ -15,7 +15,8 @@ namespace ConnUi {
 class SimpleSheetPrivate;
 
 /**
- * A page that fills the window: a header with a title and a button that closes the page, and content below.
+ * A page that fills the window: a header with a title and a button that closes the page, and content below,
+ * which scrolls where it does not fit.
  *
  * A derived class makes the content in createContent(), which runs once: at the first ensureContent(), at the
  * latest just before the sheet appears. A derived class whose own functions need the content calls
@@ -54,6 +55,7 @@ protected:
     virtual void createContent();
 
     void aboutToAppear() override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     const std::unique_ptr<SimpleSheetPrivate> d;

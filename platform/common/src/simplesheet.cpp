@@ -4,19 +4,23 @@
 
 #include <utility>
 
+#include <QGraphicsScene>
+#include <QKeyEvent>
+
 #include <MButton>
 #include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
+#include <MScrollView>
 
 #include "simplesheet_p.h"
 
 namespace ConnUi {
 
 SimpleSheetPrivate::SimpleSheetPrivate(SimpleSheet *sheet)
-    : layout(new MLayout(sheet))
-    , title(new MLabel)
+    : title(new MLabel)
     , rejectButton(new MButton)
+    , content(new MScrollView)
 {
     auto *header = new MWidgetController;
     header->setStyleName(QStringLiteral("SimpleSheetHeader"));
@@ -30,9 +34,10 @@ SimpleSheetPrivate::SimpleSheetPrivate(SimpleSheet *sheet)
     rowPolicy->addItem(rejectButton, Qt::AlignVCenter);
     row->setStretchFactor(title, 1);
 
-    auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
+    auto *policy = new MLinearLayoutPolicy(new MLayout(sheet), Qt::Vertical);
     policy->setSpacing(0);
     policy->addItem(header);
+    policy->addItem(content);
     policy->addStretch();
 }
 
@@ -67,15 +72,12 @@ void SimpleSheet::setRejectButtonText(const QString &text)
 
 QGraphicsWidget *SimpleSheet::centralWidget() const
 {
-    return d->content;
+    return d->content->widget();
 }
 
 void SimpleSheet::setCentralWidget(QGraphicsWidget *widget)
 {
-    delete std::exchange(d->content, widget);
-    // Between the header and the stretch.
-    if (widget)
-        d->layout->insertItem(1, widget);
+    d->content->setWidget(widget);
 }
 
 void SimpleSheet::ensureContent()
@@ -89,6 +91,14 @@ void SimpleSheet::createContent() {}
 void SimpleSheet::aboutToAppear()
 {
     ensureContent();
+}
+
+void SimpleSheet::keyPressEvent(QKeyEvent *event)
+{
+    MSceneWindow::keyPressEvent(event);
+    // The page keys move the content also while something else has the focus.
+    if (!event->isAccepted() && scene())
+        scene()->sendEvent(d->content, event);
 }
 
 } // namespace ConnUi

@@ -5,8 +5,7 @@
 
 class MButton;
 class MLabel;
-class MLayout;
-class QGraphicsWidget;
+class MScrollView;
 
 namespace ConnUi {
 
@@ -17,10 +16,9 @@ class SimpleSheetPrivate
 public:
     explicit SimpleSheetPrivate(SimpleSheet *sheet);
 
-    MLayout *layout;
     MLabel *title;
     MButton *rejectButton;
-    QGraphicsWidget *content = nullptr;
+    MScrollView *content;
     bool contentMade = false;
 };
 

@@ -40,8 +40,7 @@ constexpr Standard standardButtons[] = {
     {M::CancelButton, M::RejectRole, QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel")},
 };
 
-// A part of the body that is seen at once, so that keys do not jump over lines.
-constexpr qreal pageStep = 0.8;
+// The part of the body seen at once that an arrow key moves.
 constexpr qreal lineStep = 0.2;
 // The share that the buttons may take of a screen that is too small for all of them.
 constexpr qreal buttonShare = 0.6;
@@ -541,10 +540,10 @@ void MDialog::keyPressEvent(QKeyEvent *event)
     const qreal from = d->bodyArea->position();
     switch (event->key()) {
     case Qt::Key_PageDown:
-        d->bodyArea->scrollTo(from + page * pageStep);
+        d->bodyArea->scrollTo(from + page * MScrollArea::pageStep);
         return;
     case Qt::Key_PageUp:
-        d->bodyArea->scrollTo(from - page * pageStep);
+        d->bodyArea->scrollTo(from - page * MScrollArea::pageStep);
         return;
     case Qt::Key_Down:
         if (d->bodyArea->scrollTo(from + page * lineStep))

@@ -13,6 +13,9 @@ class MScrollArea : public MWidget
 {
     Q_OBJECT
 public:
+    /** The part of the height that a page key moves, so that it does not jump over lines. */
+    static constexpr qreal pageStep = 0.8;
+
     explicit MScrollArea(QGraphicsWidget *content, QGraphicsItem *parent = nullptr);
     ~MScrollArea() override;
 
