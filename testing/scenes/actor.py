@@ -50,6 +50,20 @@ class Actor:
         """Waits for a line with any of these texts, after those that were waited for before; returns it."""
         return self._says("|".join(map(re.escape, texts)), texts)
 
+    def says_last(self, prefix, text):
+        """Waits until the newest line with this prefix goes on with the text, whenever it was said."""
+        def newest():
+            return next((i for i in reversed(range(len(self.lines))) if self.lines[i].startswith(prefix)), None)
+
+        def is_said():
+            return newest() is not None and self.lines[newest()] == prefix + text
+
+        with self._news:
+            self._news.wait_for(lambda: is_said() or self._ended, PATIENCE)
+            if not is_said():
+                raise Unmet(f"{self.role} did not say {prefix + text} last: {self.lines[-5:]}")
+            self._read = max(self._read, newest() + 1)
+
     def forget(self):
         """Takes all that was said so far for waited for."""
         with self._news:

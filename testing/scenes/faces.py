@@ -96,7 +96,8 @@ class Screen:
         """Goes with its client."""
 
     def is_clear(self):
-        self._client.says("screen: nothing")
+        # A client that has shown nothing yet may have said so before it found the daemon.
+        self._client.says_last("screen: ", "nothing")
 
     def indicates_touch(self):
         self._client.says("banner: turned by 0")

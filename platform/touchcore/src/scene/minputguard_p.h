@@ -48,6 +48,8 @@ public:
     bool isSeen() const { return seenSince.has_value(); }
     /** Returns whether the buttons look inactive. */
     bool isWaiting() const { return wanted > 0 && !ripe; }
+    /** Returns whether the buttons have been drawn as active ones. */
+    bool isActive() const { return activeSince.has_value(); }
     /** Returns whether \a event, any of the scene's, counts. */
     bool takes(const QEvent *event) const;
 
