@@ -300,7 +300,10 @@ void TestOutages::busGoes()
     QProcess program;
     program.setProcessEnvironment(bus.environment(QStringLiteral("DBUS_SYSTEM_BUS_ADDRESS")));
     program.start(QStringLiteral(NFCD_PCSC), QStringList());
-    QTRY_COMPARE(Readers::connectionsToPcscd(), 1);
+    QByteArray log;
+    const auto isReady = [&] { return (log += program.readAllStandardError()).contains(": ready\n"); };
+    QTRY_VERIFY_WITH_TIMEOUT(isReady(), Readers::patience);
+    QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 1, Readers::patience);
     bus.end();
     QVERIFY(program.waitForFinished(atOnce));
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
