@@ -30,7 +30,7 @@ Question received()
 
 } // namespace
 
-// What a user who does not see the screen hears of the client.
+// Listens to the client as a user does who does not see the screen.
 class TestClientSpeech : public QObject
 {
     Q_OBJECT
