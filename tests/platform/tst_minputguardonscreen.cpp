@@ -136,6 +136,8 @@ void TestMInputGuardOnScreen::doubleTapAnswersOneOfTwoQuestions()
     QTRY_VERIFY_WITH_TIMEOUT(MDialogPrivate::of(&first)->guard.isSeen(), patience);
     clock.time += delay;
     QTRY_VERIFY_WITH_TIMEOUT(first.isActive(), patience);
+    // The window may have got another size since.
+    xdotool(moveTo(first.place(*window)));
     xdotool({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("2"),
              QStringLiteral("--delay"), QStringLiteral("80"), QStringLiteral("1")});
     QTRY_COMPARE_WITH_TIMEOUT(clock.count, 2, patience);
@@ -182,6 +184,7 @@ void TestMInputGuardOnScreen::tapAfterTheDelayAnswers()
     question.appear(window.get());
     xdotool(moveTo(question.place(*window)));
     QTRY_VERIFY_WITH_TIMEOUT(question.isActive(), patience);
+    xdotool(moveTo(question.place(*window)));
     xdotool({QStringLiteral("click"), QStringLiteral("1")});
     QTRY_COMPARE_WITH_TIMEOUT(question.result(), int(M::YesButton), patience);
 }
