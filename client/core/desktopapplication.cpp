@@ -45,7 +45,8 @@ void startBeside(const QString &desktopFile, const QString &uri, const std::func
 {
     auto *starter = new QProcess(QCoreApplication::instance());
     QObject::connect(starter, &QProcess::stateChanged, starter, [=](QProcess::ProcessState state) {
-        if (state != QProcess::NotRunning)
+        // A client that leaves meanwhile ends this process, and starts nothing in its place.
+        if (state != QProcess::NotRunning || QCoreApplication::closingDown())
             return;
         starter->deleteLater();
         if (starter->error() != QProcess::UnknownError || starter->exitCode() != 0)
