@@ -73,7 +73,7 @@ QString foreignName(const QString &name, const QString &fallback)
     for (QString &character : text)
         character = withFewMarks(character);
     QString shortened = inShort(text);
-    // QTextBoundaryFinder tells characters apart by those around them, which have changed.
+    // The characters around one decide where QTextBoundaryFinder sees its limits, and they have changed.
     while (characters(shortened).size() > mostCharacters)
         shortened = inShort(characters(shortened));
     if (shortened.isEmpty())
