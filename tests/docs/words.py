@@ -22,6 +22,7 @@ CASES = (
     ("page.md", "How many are waiting? Tell the user, who cannot tell apart bytes that are not a message.", 0),
     ("page.md", "Bytes that are no message", 1),
     ("page.md", "There are no messages", 0),
+    ("page.md", "<<<<<<< HEAD\nRead the handover.\n=======\nPass the handover on.\n>>>>>>> 0123456 (Hand over)", 3),
     ("page.md", "The D-Bus library hangs.", 1),
     ("code.cpp", "int person = 0; // the person", 1),
     ("code.cpp", "int person = 0; // tell() fails", 0),
