@@ -31,6 +31,7 @@ include(ECMGenerateHeaders)
 include(ECMSetupVersion)
 include(ConnUiHardening)
 include(ConnUiLibrary)
+include(ConnUiMetainfo)
 include(ConnUiProxy)
 
 # Who links a library sees its public headers only.

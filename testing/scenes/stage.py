@@ -79,8 +79,12 @@ class Stage:
     def _announce_handler(self):
         handlers = pathlib.Path(os.environ["XDG_DATA_HOME"], "connui-nfc", "handlers")
         handlers.mkdir(parents=True, exist_ok=True)
+        icons = pathlib.Path(os.environ["XDG_DATA_HOME"], "icons", "hicolor", "scalable", "apps")
+        icons.mkdir(parents=True, exist_ok=True)
         for announcement in HANDLERS:
             shutil.copy(announcement, handlers)
+            if announcement.with_suffix(".svg").exists():
+                shutil.copy(announcement.with_suffix(".svg"), icons)
         # Only a folder of the demo's own may be written to.
         applications = os.environ.get("CONNUI_OWN_APPLICATIONS")
         for announcement in HANDLERS if applications else []:
