@@ -4,6 +4,7 @@
 
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -20,7 +21,9 @@ HELPERS = ("ctest-options", "install-deps")
 NEEDED = {"portable": ["bookworm"]}
 # Those that install nothing.
 WITHOUT_WORK = ("words",)
-FUZZER = "tests/fuzz/fuzz_theme.cpp"
+FUZZERS = ("tests/fuzz/fuzz_theme.cpp", "tests/fuzz/fuzz_tagdialog.cpp")
+# A call of a script on a page: in a line of its own, or within a paragraph.
+PRINTED = re.compile(r"(?:^ {4}|`)((?:[A-Z_]+=\S+ )*scripts/([a-z-]+)(?![\w.-])[^`\n#]*)", re.MULTILINE)
 
 
 class Arguments(unittest.TestCase):
@@ -40,8 +43,9 @@ class Arguments(unittest.TestCase):
 
     @staticmethod
     def fuzzer(tree):
-        (tree / FUZZER).parent.mkdir(parents=True)
-        (tree / FUZZER).touch()
+        for name in FUZZERS:
+            (tree / name).parent.mkdir(parents=True, exist_ok=True)
+            (tree / name).touch()
 
     @staticmethod
     def write(path, text):
@@ -82,6 +86,16 @@ class Arguments(unittest.TestCase):
         for script in self.scripts:
             with self.subTest(script):
                 self.call(f"scripts/{script}", *NEEDED.get(script, []), CDPATH=str(elsewhere))
+                self.expect_work_in_the_tree(script)
+
+    def test_calls_on_pages_begin_their_work(self):
+        calls = {call for page in [*TREE.glob("*.md"), *TREE.glob("docs/*.md")]
+                 for call in PRINTED.findall(page.read_text(encoding="utf-8")) if call[1] in self.scripts}
+        self.assertGreater(len(calls), len(self.scripts))
+        # With this option it neither installs nor builds.
+        for call, script in sorted(call for call in calls if " --built " not in call[0]):
+            with self.subTest(call):
+                self.call("sh", "-c", call)
                 self.expect_work_in_the_tree(script)
 
     def test_script_works_from_every_folder(self):
