@@ -116,9 +116,21 @@
         <translation variants="yes"><lengthvariant>الاتصال قريب المدى (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing continues over Bluetooth.</source>
-        <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
-        <translation>تستمر المشاركة عبر البلوتوث.</translation>
+        <source>Sharing with %1 continues over Bluetooth.</source>
+        <extracomment>Notice: the handover is complete; %1 is the name of the other device</extracomment>
+        <translation>تستمر المشاركة مع %1 عبر البلوتوث.</translation>
+    </message>
+    <message id="qtn_nfc_hours" numerus="yes">
+        <source>%Ln hours</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln ساعة</numerusform>
+            <numerusform>ساعة واحدة</numerusform>
+            <numerusform>ساعتان</numerusform>
+            <numerusform>%Ln ساعات</numerusform>
+            <numerusform>%Ln ساعة</numerusform>
+            <numerusform>%Ln ساعة</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_link_disguised">
         <source>This link is suspicious: it is written so that its destination is unclear.</source>
@@ -150,10 +162,29 @@
         <extracomment>Above a text message</extracomment>
         <translation>لا تظهر هذه الرسالة كاملة.</translation>
     </message>
-    <message id="qtn_nfc_message_receivers">
+    <message id="qtn_nfc_message_receivers" numerus="yes">
         <source>This message goes to %L1 receivers.</source>
         <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
-        <translation>عدد مستلمي هذه الرسالة: %L1</translation>
+        <translation>
+            <numerusform>تذهب هذه الرسالة إلى %L1 مستلم.</numerusform>
+            <numerusform>تذهب هذه الرسالة إلى مستلم واحد (%L1).</numerusform>
+            <numerusform>تذهب هذه الرسالة إلى مستلمين اثنين (%L1).</numerusform>
+            <numerusform>تذهب هذه الرسالة إلى %L1 مستلمين.</numerusform>
+            <numerusform>تذهب هذه الرسالة إلى %L1 مستلمًا.</numerusform>
+            <numerusform>تذهب هذه الرسالة إلى %L1 مستلم.</numerusform>
+        </translation>
+    </message>
+    <message id="qtn_nfc_minutes" numerus="yes">
+        <source>%Ln minutes</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln دقيقة</numerusform>
+            <numerusform>دقيقة واحدة</numerusform>
+            <numerusform>دقيقتان</numerusform>
+            <numerusform>%Ln دقائق</numerusform>
+            <numerusform>%Ln دقيقة</numerusform>
+            <numerusform>%Ln دقيقة</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
         <source>%1 has not taken what is on the tag.</source>
@@ -164,6 +195,11 @@
         <source>No answer</source>
         <extracomment>Title: an application does not take what is on a tag</extracomment>
         <translation>لا رد</translation>
+    </message>
+    <message id="qtn_nfc_number">
+        <source>Phone number</source>
+        <extracomment>Above a phone number, in the question about it</extracomment>
+        <translation>رقم هاتف</translation>
     </message>
     <message id="qtn_nfc_number_code">
         <source>This is a service code: it can change settings of the phone or of your contract.</source>
@@ -195,6 +231,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>هل تريد الاقتران بـ %1؟</translation>
     </message>
+    <message id="qtn_nfc_receive_amount">
+        <source>%L1 of %2</source>
+        <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
+        <translation>‏%L1 من %2</translation>
+    </message>
     <message id="qtn_nfc_received_tit">
         <source>File received</source>
         <extracomment>Title: a file has arrived completely</extracomment>
@@ -214,6 +255,18 @@
         <source>Receiving file</source>
         <extracomment>Title of the sheet</extracomment>
         <translation>جارٍ استلام ملف</translation>
+    </message>
+    <message id="qtn_nfc_seconds" numerus="yes">
+        <source>%Ln seconds</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln ثانية</numerusform>
+            <numerusform>ثانية واحدة</numerusform>
+            <numerusform>ثانيتان</numerusform>
+            <numerusform>%Ln ثوانٍ</numerusform>
+            <numerusform>%Ln ثانية</numerusform>
+            <numerusform>%Ln ثانية</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_selecttoshare_contact_text">
         <source>Choose the contact to share, then touch the other device again.</source>
@@ -292,15 +345,15 @@
         <extracomment>Why nothing is sent</extracomment>
         <translation>لا يوجد ما يُرسل.</translation>
     </message>
+    <message id="qtn_nfc_share_receiver">
+        <source>To %1</source>
+        <extracomment>Below the question whether to share: %1 is the name of the device that gets it</extracomment>
+        <translation>إلى %1</translation>
+    </message>
     <message id="qtn_nfc_share_tit">
         <source>Share by touch?</source>
         <extracomment>Title: sharing</extracomment>
         <translation>هل تريد المشاركة باللمس؟</translation>
-    </message>
-    <message id="qtn_nfc_share_to_tit">
-        <source>Send to %1?</source>
-        <extracomment>Title: %1 is the device that gets it</extracomment>
-        <translation>هل تريد الإرسال إلى %1؟</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
         <source>NFC is not available</source>
@@ -326,6 +379,11 @@
         <source>The change could not be stored</source>
         <extracomment>Title: a setting was not stored</extracomment>
         <translation>تعذّر حفظ التغيير</translation>
+    </message>
+    <message id="qtn_nfc_store_link">
+        <source>Leads to the application store</source>
+        <extracomment>Above a link into the application store</extracomment>
+        <translation>يؤدي إلى متجر التطبيقات</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>
@@ -504,10 +562,17 @@
         <extracomment>Heading of a link that was on a tag</extracomment>
         <translation>رابط</translation>
     </message>
-    <message id="qtn_nfc_viewer_more">
-        <source>Not shown here: %1 more</source>
-        <extracomment>%1 is the number of further contents of the tag</extracomment>
-        <translation>غير معروض هنا: %1 أخرى</translation>
+    <message id="qtn_nfc_viewer_more" numerus="yes">
+        <source>Not shown here: %L1 more</source>
+        <extracomment>%L1 is the number of further contents of the tag</extracomment>
+        <translation>
+            <numerusform>غير معروض هنا: %L1 محتوى آخر</numerusform>
+            <numerusform>غير معروض هنا: محتوى واحد آخر (%L1)</numerusform>
+            <numerusform>غير معروض هنا: محتويان آخران (%L1)</numerusform>
+            <numerusform>غير معروض هنا: %L1 محتويات أخرى</numerusform>
+            <numerusform>غير معروض هنا: %L1 محتوى آخر</numerusform>
+            <numerusform>غير معروض هنا: %L1 محتوى آخر</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_viewer_not_saved">
         <source>Could not be saved</source>
@@ -547,7 +612,7 @@
     <message id="qtn_nfc_viewer_tit">
         <source>On the tag</source>
         <extracomment>Title of the window that shows the contents of a tag</extracomment>
-        <translation>على الوسم</translation>
+        <translation>على العلامة</translation>
     </message>
     <message id="qtn_nfc_viewer_type">
         <source>Type</source>

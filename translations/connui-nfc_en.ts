@@ -116,9 +116,17 @@
         <translation variants="yes"><lengthvariant>Near Field Communication (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing continues over Bluetooth.</source>
-        <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
-        <translation>Sharing continues over Bluetooth.</translation>
+        <source>Sharing with %1 continues over Bluetooth.</source>
+        <extracomment>Notice: the handover is complete; %1 is the name of the other device</extracomment>
+        <translation>Sharing with %1 continues over Bluetooth.</translation>
+    </message>
+    <message id="qtn_nfc_hours" numerus="yes">
+        <source>%Ln hours</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln hour</numerusform>
+            <numerusform>%Ln hours</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_link_disguised">
         <source>This link is suspicious: it is written so that its destination is unclear.</source>
@@ -150,10 +158,21 @@
         <extracomment>Above a text message</extracomment>
         <translation>Not all of this message is shown.</translation>
     </message>
-    <message id="qtn_nfc_message_receivers">
+    <message id="qtn_nfc_message_receivers" numerus="yes">
         <source>This message goes to %L1 receivers.</source>
         <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
-        <translation>This message goes to %L1 receivers.</translation>
+        <translation>
+            <numerusform>This message goes to %L1 receiver.</numerusform>
+            <numerusform>This message goes to %L1 receivers.</numerusform>
+        </translation>
+    </message>
+    <message id="qtn_nfc_minutes" numerus="yes">
+        <source>%Ln minutes</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln minute</numerusform>
+            <numerusform>%Ln minutes</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
         <source>%1 has not taken what is on the tag.</source>
@@ -164,6 +183,11 @@
         <source>No answer</source>
         <extracomment>Title: an application does not take what is on a tag</extracomment>
         <translation>No answer</translation>
+    </message>
+    <message id="qtn_nfc_number">
+        <source>Phone number</source>
+        <extracomment>Above a phone number, in the question about it</extracomment>
+        <translation>Phone number</translation>
     </message>
     <message id="qtn_nfc_number_code">
         <source>This is a service code: it can change settings of the phone or of your contract.</source>
@@ -195,6 +219,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>Pair with %1?</translation>
     </message>
+    <message id="qtn_nfc_receive_amount">
+        <source>%L1 of %2</source>
+        <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
+        <translation>%L1 of %2</translation>
+    </message>
     <message id="qtn_nfc_received_tit">
         <source>File received</source>
         <extracomment>Title: a file has arrived completely</extracomment>
@@ -214,6 +243,14 @@
         <source>Receiving file</source>
         <extracomment>Title of the sheet</extracomment>
         <translation>Receiving file</translation>
+    </message>
+    <message id="qtn_nfc_seconds" numerus="yes">
+        <source>%Ln seconds</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln second</numerusform>
+            <numerusform>%Ln seconds</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_selecttoshare_contact_text">
         <source>Choose the contact to share, then touch the other device again.</source>
@@ -288,15 +325,15 @@
         <extracomment>Why nothing is sent</extracomment>
         <translation>There is nothing to send.</translation>
     </message>
+    <message id="qtn_nfc_share_receiver">
+        <source>To %1</source>
+        <extracomment>Below the question whether to share: %1 is the name of the device that gets it</extracomment>
+        <translation>To %1</translation>
+    </message>
     <message id="qtn_nfc_share_tit">
         <source>Share by touch?</source>
         <extracomment>Title: sharing</extracomment>
         <translation>Share by touch?</translation>
-    </message>
-    <message id="qtn_nfc_share_to_tit">
-        <source>Send to %1?</source>
-        <extracomment>Title: %1 is the device that gets it</extracomment>
-        <translation>Send to %1?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
         <source>NFC is not available</source>
@@ -322,6 +359,11 @@
         <source>The change could not be stored</source>
         <extracomment>Title: a setting was not stored</extracomment>
         <translation>The change could not be stored</translation>
+    </message>
+    <message id="qtn_nfc_store_link">
+        <source>Leads to the application store</source>
+        <extracomment>Above a link into the application store</extracomment>
+        <translation>Leads to the application store</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>
@@ -496,10 +538,13 @@
         <extracomment>Heading of a link that was on a tag</extracomment>
         <translation>Link</translation>
     </message>
-    <message id="qtn_nfc_viewer_more">
-        <source>Not shown here: %1 more</source>
-        <extracomment>%1 is the number of further contents of the tag</extracomment>
-        <translation>Not shown here: %1 more</translation>
+    <message id="qtn_nfc_viewer_more" numerus="yes">
+        <source>Not shown here: %L1 more</source>
+        <extracomment>%L1 is the number of further contents of the tag</extracomment>
+        <translation>
+            <numerusform>Not shown here: %L1 more</numerusform>
+            <numerusform>Not shown here: %L1 more</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_viewer_not_saved">
         <source>Could not be saved</source>

@@ -116,9 +116,17 @@
         <translation variants="yes"><lengthvariant>Lähikenttäviestintä (NFC)</lengthvariant><lengthvariant>NFC</lengthvariant></translation>
     </message>
     <message id="qtn_nfc_handover_text">
-        <source>Sharing continues over Bluetooth.</source>
-        <extracomment>Notice below the name of a peer: the handover is complete</extracomment>
-        <translation>Jakaminen jatkuu Bluetoothin kautta.</translation>
+        <source>Sharing with %1 continues over Bluetooth.</source>
+        <extracomment>Notice: the handover is complete; %1 is the name of the other device</extracomment>
+        <translation>Jakaminen laitteen %1 kanssa jatkuu Bluetoothin kautta.</translation>
+    </message>
+    <message id="qtn_nfc_hours" numerus="yes">
+        <source>%Ln hours</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln tunti</numerusform>
+            <numerusform>%Ln tuntia</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_link_disguised">
         <source>This link is suspicious: it is written so that its destination is unclear.</source>
@@ -150,10 +158,21 @@
         <extracomment>Above a text message</extracomment>
         <translation>Viestistä ei näytetä kaikkea.</translation>
     </message>
-    <message id="qtn_nfc_message_receivers">
+    <message id="qtn_nfc_message_receivers" numerus="yes">
         <source>This message goes to %L1 receivers.</source>
         <extracomment>Above a text message: %L1 is a number greater than one</extracomment>
-        <translation>Viestillä on %L1 vastaanottajaa.</translation>
+        <translation>
+            <numerusform>Viestillä on %L1 vastaanottaja.</numerusform>
+            <numerusform>Viestillä on %L1 vastaanottajaa.</numerusform>
+        </translation>
+    </message>
+    <message id="qtn_nfc_minutes" numerus="yes">
+        <source>%Ln minutes</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln minuutti</numerusform>
+            <numerusform>%Ln minuuttia</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
         <source>%1 has not taken what is on the tag.</source>
@@ -165,6 +184,11 @@
         <extracomment>Title: an application does not take what is on a tag</extracomment>
         <translation>Ei vastausta</translation>
     </message>
+    <message id="qtn_nfc_number">
+        <source>Phone number</source>
+        <extracomment>Above a phone number, in the question about it</extracomment>
+        <translation>Puhelinnumero</translation>
+    </message>
     <message id="qtn_nfc_number_code">
         <source>This is a service code: it can change settings of the phone or of your contract.</source>
         <extracomment>Above a phone number with a star or a hash in it</extracomment>
@@ -173,7 +197,7 @@
     <message id="qtn_nfc_opening_tit">
         <source>Opening with %1…</source>
         <extracomment>Title while an application takes what is on a tag: %1 is its name</extracomment>
-        <translation>Avataan: %1…</translation>
+        <translation>Avataan sovelluksella %1…</translation>
     </message>
     <message id="qtn_nfc_pair">
         <source>Pair</source>
@@ -195,6 +219,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>Muodostetaanko pari laitteen %1 kanssa?</translation>
     </message>
+    <message id="qtn_nfc_receive_amount">
+        <source>%L1 of %2</source>
+        <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
+        <translation>%L1, yhteensä %2</translation>
+    </message>
     <message id="qtn_nfc_received_tit">
         <source>File received</source>
         <extracomment>Title: a file has arrived completely</extracomment>
@@ -214,6 +243,14 @@
         <source>Receiving file</source>
         <extracomment>Title of the sheet</extracomment>
         <translation>Vastaanotetaan tiedostoa</translation>
+    </message>
+    <message id="qtn_nfc_seconds" numerus="yes">
+        <source>%Ln seconds</source>
+        <extracomment>Spoken, not shown: part of the time that a file still takes to arrive</extracomment>
+        <translation>
+            <numerusform>%Ln sekunti</numerusform>
+            <numerusform>%Ln sekuntia</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_selecttoshare_contact_text">
         <source>Choose the contact to share, then touch the other device again.</source>
@@ -253,7 +290,7 @@
     <message id="qtn_nfc_sett_unregistered">
         <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
-        <translation>Tunnisteita koskevia kysymyksiä ei voi näyttää tässä: NFC-palvelu ei hyväksy tätä istuntoa.</translation>
+        <translation>Tunnisteita koskevia kysymyksiä ei voi näyttää tässä istunnossa: NFC-palvelu ei hyväksy sitä.</translation>
     </message>
     <message id="qtn_nfc_share_contact">
         <source>The device you touched gets the contact %1 %2.</source>
@@ -288,15 +325,15 @@
         <extracomment>Why nothing is sent</extracomment>
         <translation>Lähetettävää ei ole.</translation>
     </message>
+    <message id="qtn_nfc_share_receiver">
+        <source>To %1</source>
+        <extracomment>Below the question whether to share: %1 is the name of the device that gets it</extracomment>
+        <translation>Vastaanottaja: %1</translation>
+    </message>
     <message id="qtn_nfc_share_tit">
         <source>Share by touch?</source>
         <extracomment>Title: sharing</extracomment>
         <translation>Jaetaanko koskettamalla?</translation>
-    </message>
-    <message id="qtn_nfc_share_to_tit">
-        <source>Send to %1?</source>
-        <extracomment>Title: %1 is the device that gets it</extracomment>
-        <translation>Lähetetäänkö laitteeseen %1?</translation>
     </message>
     <message id="qtn_nfc_startfail_tit">
         <source>NFC is not available</source>
@@ -322,6 +359,11 @@
         <source>The change could not be stored</source>
         <extracomment>Title: a setting was not stored</extracomment>
         <translation>Muutosta ei voitu tallentaa</translation>
+    </message>
+    <message id="qtn_nfc_store_link">
+        <source>Leads to the application store</source>
+        <extracomment>Above a link into the application store</extracomment>
+        <translation>Johtaa sovelluskauppaan</translation>
     </message>
     <message id="qtn_nfc_tags_app_txt">
         <source>Open with %1?</source>
@@ -449,7 +491,7 @@
     <message id="qtn_nfc_unnamed_device">
         <source>unnamed device</source>
         <extracomment>In place of the name of a device that has none</extracomment>
-        <translation>nimetön laite</translation>
+        <translation>(nimetön)</translation>
     </message>
     <message id="qtn_nfc_viewer_address">
         <source>Address</source>
@@ -496,10 +538,13 @@
         <extracomment>Heading of a link that was on a tag</extracomment>
         <translation>Linkki</translation>
     </message>
-    <message id="qtn_nfc_viewer_more">
-        <source>Not shown here: %1 more</source>
-        <extracomment>%1 is the number of further contents of the tag</extracomment>
-        <translation>Lisäksi %1, joita ei näytetä</translation>
+    <message id="qtn_nfc_viewer_more" numerus="yes">
+        <source>Not shown here: %L1 more</source>
+        <extracomment>%L1 is the number of further contents of the tag</extracomment>
+        <translation>
+            <numerusform>Lisäksi %L1, jota ei näytetä</numerusform>
+            <numerusform>Lisäksi %L1, joita ei näytetä</numerusform>
+        </translation>
     </message>
     <message id="qtn_nfc_viewer_not_saved">
         <source>Could not be saved</source>

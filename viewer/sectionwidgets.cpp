@@ -118,8 +118,8 @@ QGraphicsWidget *newSectionWidgets(const QList<Section> &sections)
         policy->addItem(newLabel(qtTrId("qtn_nfc_viewer_nothing"), "CommonQueryText"));
     for (const Section &section : sections.first(std::min(sections.size(), mostSections)))
         addSection(policy, section);
-    if (sections.size() > mostSections)
-        policy->addItem(
-            newLabel(qtTrId("qtn_nfc_viewer_more").arg(sections.size() - mostSections), "CommonQueryText"));
+    const qsizetype more = sections.size() - mostSections;
+    if (more > 0)
+        policy->addItem(newLabel(qtTrId("qtn_nfc_viewer_more", int(more)).arg(more), "CommonQueryText"));
     return widget;
 }

@@ -2,11 +2,16 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "console/consoleface.h"
 
+#include <memory>
 #include <utility>
 
+#include <QFileInfo>
 #include <QMetaObject>
+#include <QTemporaryFile>
 
+#include "core/contactcard.h"
 #include "core/desktopapplication.h"
+#include "core/foreignname.h"
 #include "core/terminal.h"
 
 namespace {
@@ -23,6 +28,15 @@ QString buttons(const Question &question)
         if (!label.isEmpty())
             labels.append(QStringLiteral("[%1]").arg(label));
     return labels.join(QLatin1Char(' '));
+}
+
+// A card stands for its name, as it does in the dialog about one.
+QString foreignText(const Question &question)
+{
+    if (question.kind != Question::ContactCard)
+        return question.data;
+    const std::unique_ptr<QTemporaryFile> file = cardFile(question.content.payload);
+    return foreignName(nameOnCard(QFileInfo(file->fileName())), QString());
 }
 
 } // namespace
@@ -53,8 +67,9 @@ void ConsoleFace::printQuestion() const
     terminal->print(question->title);
     for (const QString &note : question->notes)
         terminal->print(note);
-    if (!question->data.isEmpty())
-        for (const QString &line : question->data.split(QLatin1Char('\n')))
+    const QString data = foreignText(*question);
+    if (!data.isEmpty())
+        for (const QString &line : data.split(QLatin1Char('\n')))
             terminal->print(QStringLiteral("> ") + line);
     int number = 0;
     for (const QString &application : question->applications)

@@ -42,8 +42,9 @@ void Handovers::wait(const QString &carrier)
 void Handovers::tellPeer(const QVariant &info)
 {
     clear();
-    findPeerName(info, this,
-                 [this](const QString &name) { queue->tell(notice(name, qtTrId("qtn_nfc_handover_text"))); });
+    findPeerName(info, this, [this](const QString &name) {
+        queue->tell(notice(qtTrId("qtn_nfc_waiting_dialog_tit"), qtTrId("qtn_nfc_handover_text").arg(name)));
+    });
 }
 
 void Handovers::show(const Question &notice, const QuestionQueue::Answered &answered)

@@ -10,6 +10,7 @@
 
 #include <ContactExporter>
 
+#include "core/contactcard.h"
 #include "core/foreignname.h"
 #include "core/notices.h"
 #include "core/peername.h"
@@ -35,10 +36,7 @@ QString localFile(const QString &resource)
 QString contactName(const QString &contact)
 {
     const std::unique_ptr<QTemporaryFile> card(ContactExporter::createContactCardFile(contact));
-    QString first;
-    QString second;
-    ContactExporter::resolveContactInfo(QFileInfo(card->fileName()), first, second);
-    const QString name = QStringLiteral("%1 %2").arg(first, second).trimmed();
+    const QString name = nameOnCard(QFileInfo(card->fileName()));
     return name.isEmpty() && card->size() > 0 ? contact : name;
 }
 
@@ -94,7 +92,8 @@ void SharingRequest::askFor(const QString &peer)
     question.kind = kind == Sharing ? Question::Sharing : Question::Selection;
     question.no = qtTrId("qtn_comm_cancel");
     if (kind == Sharing) {
-        question.title = qtTrId("qtn_nfc_share_to_tit").arg(peer);
+        question.title = qtTrId("qtn_nfc_share_tit");
+        question.notes.append(qtTrId("qtn_nfc_share_receiver").arg(peer));
         QStringList names;
         for (const QString &resource : resources)
             names.append(foreignName(nameOf(resource)));

@@ -102,12 +102,12 @@ QStringList phoneNotes(const QString &uri)
 {
     const QString scheme = schemeOf(uri);
     if (scheme == QLatin1String("tel") || scheme == QLatin1String("callto"))
-        return isServiceCode(uri) ? QStringList(qtTrId("qtn_nfc_number_code")) : QStringList();
+        return {isServiceCode(uri) ? qtTrId("qtn_nfc_number_code") : qtTrId("qtn_nfc_number")};
     if (scheme != QLatin1String("sms"))
         return {};
     QStringList notes;
     if (receivers(uri) > 1)
-        notes.append(qtTrId("qtn_nfc_message_receivers").arg(qint64(receivers(uri))));
+        notes.append(qtTrId("qtn_nfc_message_receivers", int(receivers(uri))).arg(receivers(uri)));
     if (!isShownWhole(uri))
         notes.append(qtTrId("qtn_nfc_message_more"));
     return notes;
@@ -119,6 +119,8 @@ QStringList recordNotes(const TagRecord &record)
         return linkNotes(*record.link);
     if (record.kind == TagRecord::Uri)
         return phoneNotes(record.text);
+    if (record.kind == TagRecord::StoreLink)
+        return {qtTrId("qtn_nfc_store_link")};
     return record.kind == TagRecord::Other ? QStringList(typeNote(record)) : QStringList();
 }
 

@@ -23,7 +23,7 @@
 #include <NfcTagReadPermissionDialog>
 #include <URINDEFRecord>
 
-#include "core/clientlog.h"
+#include "core/contactcard.h"
 
 using ConnUi::NfcFileSendDialog;
 using ConnUi::NfcFileSendPendingDialog;
@@ -64,12 +64,20 @@ int placeBelowTitle(const QGraphicsLinearLayout *layout)
     return layout->count();
 }
 
+void insertLabel(QGraphicsLinearLayout *layout, int place, MLabel *label)
+{
+    layout->insertItem(place, label);
+    // Assistive technology reads siblings in their order, not by their places.
+    if (place + 1 < layout->count())
+        label->stackBefore(layout->itemAt(place + 1)->graphicsItem());
+}
+
 // Our own sentences stand directly below the title, where nothing can push them off the screen.
 void addText(MDialog *dialog, const QString &notes, const QString &data)
 {
     QGraphicsLinearLayout *layout = layoutOf(dialog);
     if (!notes.isEmpty())
-        layout->insertItem(placeBelowTitle(layout), newLabel(notes, false));
+        insertLabel(layout, placeBelowTitle(layout), newLabel(notes, false));
     if (!data.isEmpty())
         layout->addItem(newLabel(data, true));
 }
@@ -84,6 +92,7 @@ MDialog *newMessageBox(const Question &question)
     box->setCentralWidget(text);
     addText(box, notesOf(question), question.data);
     box->setProgressIndicatorVisible(question.kind == Question::Opening);
+    box->setNotice(question.kind == Question::Notice);
     if (asks)
         box->button(M::YesButton)->setText(question.yes);
     box->button(asks ? M::NoButton : M::OkButton)->setText(question.no);
@@ -107,13 +116,10 @@ MDialog *newLinkDialog(const Question &question)
     return new NfcTagReadPermissionDialog(&record, notesOf(question));
 }
 
-// A dialog about a card's file owns it: readable for this user alone, and gone with the dialog.
+// A dialog about a card's file owns it, so that the file is gone with the dialog.
 MDialog *newCardDialog(const Question &question)
 {
-    auto file = std::make_unique<QTemporaryFile>();
-    const QByteArray &card = question.content.payload;
-    if (!file->open() || file->write(card) != card.size() || !file->flush())
-        qCWarning(clientLog, "Unable to keep the tag's content: %s", qUtf8Printable(file->errorString()));
+    std::unique_ptr<QTemporaryFile> file = cardFile(question.content.payload);
     auto *dialog =
         new NfcTagReadPermissionDialog(QStringLiteral("text/x-vcard"), QFileInfo(file->fileName()));
     file.release()->setParent(dialog);
@@ -134,14 +140,14 @@ MDialog *newTagDialog(const Question &question)
 MDialog *newSharingDialog(const Question &question)
 {
     auto *dialog = new NfcSharingPermissionDialog(question.resources);
-    dialog->setTitle(question.title);
     dialog->button(M::YesButton)->setText(question.yes);
     dialog->button(M::NoButton)->setText(question.no);
     // One thing is named by the dialog itself, as it is called.
-    if (question.resources.size() > 1)
-        addText(dialog, {}, question.data);
-    else if (auto *sentence = dynamic_cast<MLabel *>(layoutOf(dialog)->itemAt(layoutOf(dialog)->count() - 1)))
+    const bool isOne = question.resources.size() == 1;
+    auto *sentence = dynamic_cast<MLabel *>(layoutOf(dialog)->itemAt(layoutOf(dialog)->count() - 1));
+    if (isOne && sentence)
         sentence->setText(qtTrId("qtn_nfc_share_img").arg(question.data));
+    addText(dialog, notesOf(question), isOne ? QString() : question.data);
     return dialog;
 }
 

@@ -5,9 +5,13 @@
 #include <algorithm>
 #include <limits>
 
+#include <QAccessible>
 #include <QGraphicsLinearLayout>
+#include <QLocale>
 #include <QObject>
 #include <QString>
+#include <QStringList>
+#include <QTime>
 
 #include <DialogHelperWidget>
 #include <MButton>
@@ -161,7 +165,10 @@ MWidgetController *NfcFileReceiveSheetPrivate::newTimePanel()
 void NfcFileReceiveSheetPrivate::showSize(quint64 transferred, quint64 total)
 {
     const Size size = inUnit(transferred, total);
-    sizeLabel->setText(QStringLiteral("%L1/%2").arg(size.transferred).arg(qtTrId(size.unit).arg(size.total)));
+    const QString all = qtTrId(size.unit).arg(size.total);
+    sizeLabel->setText(QStringLiteral("%L1/%2").arg(size.transferred).arg(all));
+    if (QAccessible::isActive())
+        sizeLabel->setAccessibleName(qtTrId("qtn_nfc_receive_amount").arg(size.transferred).arg(all));
     showProgress(progress, size);
 }
 
@@ -205,7 +212,22 @@ void NfcFileReceiveSheetPrivate::setTimeRemaining(const QTime &time)
         return;
     }
     const QString format = time.hour() < 1 ? QStringLiteral("mm:ss") : QStringLiteral("h:mm:ss");
-    timeLabel->setText(qtTrId("qtn_nfc_receive_time_remaining").arg(time.toString(format)));
+    const QString text = qtTrId("qtn_nfc_receive_time_remaining");
+    timeLabel->setText(text.arg(time.toString(format)));
+    if (QAccessible::isActive())
+        timeLabel->setAccessibleName(text.arg(spokenDuration(time)));
+}
+
+QString NfcFileReceiveSheetPrivate::spokenDuration(const QTime &time)
+{
+    QStringList parts;
+    if (time.hour() > 0)
+        parts.append(qtTrId("qtn_nfc_hours", time.hour()));
+    if (time.minute() > 0)
+        parts.append(qtTrId("qtn_nfc_minutes", time.minute()));
+    if (time.hour() == 0 && (time.second() > 0 || parts.isEmpty()))
+        parts.append(qtTrId("qtn_nfc_seconds", time.second()));
+    return QLocale().createSeparatedList(parts);
 }
 
 } // namespace ConnUi

@@ -29,6 +29,8 @@ public:
     void addReport(qint64 elapsed, quint64 before, quint64 transferred, quint64 total);
     float calculateMedianSpeed(float speed);
     void setTimeRemaining(const QTime &time);
+    /** Returns \a time in words: digits with colons between them would be spoken as a time of day. */
+    static QString spokenDuration(const QTime &time);
 
     NfcFileReceiveSheet *sheet;
     MLabel *senderLabel = nullptr;

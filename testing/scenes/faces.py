@@ -9,6 +9,7 @@ class Terminal:
     name = "on the terminal"
     handover_step = 50  # Milliseconds that the daemon takes for each step of a handover
     options = ["--console"]
+    card_files = []  # The modes of the files that a question about a contact card needs
 
     def __init__(self, client):
         self._client = client
@@ -60,6 +61,7 @@ class Screen:
     name = "on the screen"
     handover_step = 50
     options = ["--remote-control"]
+    card_files = ["0o600"]
 
     def __init__(self, client):
         self._client = client

@@ -71,13 +71,13 @@ def shared_picture(stage, step):
     decided(selection, step, "granted", 0)
     asks(stage, step, "and is asked to touch the other phone", "Touch to share")
     permission = stage.tap("share-permission", stage.file("beach.txt", b"sun and sand"))
-    asks(stage, step, "the other phone is here: may it have the file?", f"Send to {PEER}?", "beach.txt")
+    asks(stage, step, "the other phone is here: may it have the file?", "Share by touch?", f"To {PEER}", "beach.txt")
     answers(stage, step, "the user sends it", "Send")
     decided(permission, step, "granted", 0)
     handover = stage.tap("handover", "bluetooth")
     asks(stage, step, "the client waits for the other phone", "Sharing", WAITING)
     decided(handover, step, "completed", 0)
-    asks(stage, step, "the phones are connected", PEER, "Sharing continues over Bluetooth.")
+    asks(stage, step, "the phones are connected", f"Sharing with {PEER} continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)
 
@@ -87,7 +87,7 @@ def shared_card(stage, step):
     """A contact is shared by its name"""
     stage.contact(7, b"BEGIN:VCARD\r\nVERSION:3.0\r\nN:Byron;Ada;;;\r\nFN:Ada Byron\r\nEND:VCARD\r\n")
     tap = stage.tap("share-permission", "contact:7")
-    asks(stage, step, "the contact is named", "Send to", "Ada Byron")
+    asks(stage, step, "the contact is named", "Share by touch?", "Ada Byron")
     answers(stage, step, "the user sends it", "Send")
     decided(tap, step, "granted", 0)
     is_clear(stage, step)
@@ -98,7 +98,7 @@ def shared_files(stage, step):
     """Three files are shared at once, and all of them are named"""
     files = [stage.file(name, b"x") for name in ("one.txt", "two.txt", "three.txt")]
     tap = stage.tap("share-permission", *files)
-    asks(stage, step, "they are named", "Send to", "one.txt", "two.txt", "three.txt")
+    asks(stage, step, "they are named", "Share by touch?", "one.txt", "two.txt", "three.txt")
     goes_back(stage, step)
     decided(tap, step, "rejected", 1)
     is_clear(stage, step)
@@ -162,7 +162,7 @@ def question_during_handover(stage, step):
     answers(stage, step, "the user pairs", "Pair")
     decided(pairing, step, "granted", 0)
     decided(handover, step, "completed", 0)
-    asks(stage, step, "then the handover is complete", "Sharing continues over Bluetooth.")
+    asks(stage, step, "then the handover is complete", f"Sharing with {PEER} continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)
 
@@ -172,11 +172,12 @@ def named_peer(stage, step):
     """The phone that gets something is named as Bluetooth knows it"""
     stage.bluetooth_comes(PEER, "Ada's phone")
     permission = stage.tap("share-permission", stage.file("beach.txt", b"sun and sand"))
-    asks(stage, step, "the title says who gets the file", "Send to Ada's phone?", "beach.txt")
+    asks(stage, step, "the question says who gets the file", "Share by touch?", "To Ada's phone",
+         "beach.txt")
     answers(stage, step, "the user sends it", "Send")
     decided(permission, step, "granted", 0)
     handover = stage.tap("handover", "bluetooth")
     decided(handover, step, "completed", 0)
-    asks(stage, step, "the phones are connected, by name", "Ada's phone", "Sharing continues over Bluetooth.")
+    asks(stage, step, "the phones are connected, by name", "Sharing with Ada's phone continues over Bluetooth.")
     has_been_read(stage, step)
     is_clear(stage, step)

@@ -42,6 +42,9 @@ private Q_SLOTS:
     void cleanupTestCase();
 
     void finishedTransferIsHeard();
+    void finishedTransferInterruptsNobody();
+    void ourSentencesAreHeardFirst_data();
+    void ourSentencesAreHeardFirst();
     void errorIsHeard();
     void waitingCountIsAnnouncedPolitely();
 
@@ -92,6 +95,51 @@ void TestClientSpeech::finishedTransferIsHeard()
     QVERIFY(tree.find("dialog")->description.contains(QStringLiteral("Holiday.jpeg")));
     QVERIFY(tree.find("dialog")->description.contains(QStringLiteral("Anna's phone")));
     QCOMPARE(tree.names("push button"), QStringList({question.yes, question.no}));
+}
+
+// The user is in another window, and may be listening to something.
+void TestClientSpeech::finishedTransferInterruptsNobody()
+{
+    QWidget other;
+    other.show();
+    other.activateWindow();
+    QApplication::setActiveWindow(&other);
+    QTRY_VERIFY(!window->isActiveWindow());
+    (void)reader->events();
+    const Question question = received();
+    face->show(question);
+    const QString told =
+        QStringList{question.title, question.notes.constFirst(), question.data}.join(QLatin1Char('\n'));
+    QVERIFY(reader->hears(announcement, told));
+    const QList<SpokenEvent> events = reader->events();
+    for (const SpokenEvent &event : events)
+        if (event.type == announcement)
+            QCOMPARE(event.detail, polite);
+}
+
+void TestClientSpeech::ourSentencesAreHeardFirst_data()
+{
+    QTest::addColumn<Question::Kind>("kind");
+    QTest::newRow("text") << Question::Text;
+    QTest::newRow("sharing") << Question::Sharing;
+}
+
+// As they are seen: a long text of somebody else does not keep the user from them.
+void TestClientSpeech::ourSentencesAreHeardFirst()
+{
+    QFETCH(Question::Kind, kind);
+    Question question;
+    question.kind = kind;
+    question.notes.append(QStringLiteral("Our sentence"));
+    question.data = QStringLiteral("Their text");
+    question.resources.append(QStringLiteral("/their.text"));
+    question.yes = qtTrId("qtn_comm_send");
+    question.no = qtTrId("qtn_comm_cancel");
+    face->show(question);
+    QVERIFY(reader->hears(focused, reader->tree().find("dialog")->name));
+    const QString description = reader->tree().find("dialog")->description;
+    QVERIFY2(description.startsWith(QStringLiteral("Our sentence\n")), qUtf8Printable(description));
+    QVERIFY2(description.contains(QStringLiteral("Their text")), qUtf8Printable(description));
 }
 
 void TestClientSpeech::errorIsHeard()

@@ -283,18 +283,23 @@ void TestMAccessible::questionTakesTheFocusAndGivesItBack()
 void TestMAccessible::questionInABackgroundWindowIsAnnounced_data()
 {
     QTest::addColumn<M::StandardButtons>("buttons");
+    QTest::addColumn<bool>("isNotice");
     QTest::addColumn<int>("politeness");
-    QTest::newRow("question") << M::StandardButtons(M::YesButton | M::NoButton) << 2;
-    QTest::newRow("notice") << M::StandardButtons(M::OkButton) << 1;
+    QTest::newRow("question") << M::StandardButtons(M::YesButton | M::NoButton) << false << 2;
+    QTest::newRow("notice") << M::StandardButtons(M::OkButton) << false << 1;
+    QTest::newRow("notice with a choice") << M::StandardButtons(M::YesButton | M::NoButton) << true << 1;
 }
 
 void TestMAccessible::questionInABackgroundWindowIsAnnounced()
 {
     QFETCH(M::StandardButtons, buttons);
+    QFETCH(bool, isNotice);
     QFETCH(int, politeness);
     MWindow other;
     other.show();
     MMessageBox box(QStringLiteral("Pair?"), QStringLiteral("The headset wants to connect."), buttons);
+    box.setNotice(isNotice);
+    QCOMPARE(box.isNotice(), isNotice);
     QVERIFY(!other.isActiveWindow());
     box.appear(&other);
     QVERIFY(reader->hears(announcement, QStringLiteral("Pair?\nThe headset wants to connect.")));

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void fingerThatLeavesDoesNotPress();
     void keysPress_data();
     void keysPress();
+    void heldKeyPressesOnce();
     void disabledButtonDoesNothing();
     void slotMayDeleteButton_data();
     void slotMayDeleteButton();
@@ -162,6 +163,23 @@ void TestMButton::keysPress()
     QSignalSpy clicked(button, &MButton::clicked);
     TouchDriver(&window).key(key);
     QCOMPARE(clicked.count(), presses);
+}
+
+void TestMButton::heldKeyPressesOnce()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    auto *button = new MButton;
+    button->setViewType(MButton::switchType);
+    window.scene()->addItem(button);
+    TouchDriver keys(&window);
+    keys.key(Qt::Key_Tab);
+    QSignalSpy toggled(button, &MButton::toggled);
+    keys.key(Qt::Key_Space);
+    for (int i = 0; i < 30; ++i)
+        keys.key(Qt::Key_Space, true);
+    QCOMPARE(toggled.count(), 1);
+    QVERIFY(button->isChecked());
 }
 
 void TestMButton::disabledButtonDoesNothing()

@@ -105,6 +105,10 @@ private Q_SLOTS:
     void overriddenDoneKeepsDialogOpen();
     void escapeAndBackDismiss_data();
     void escapeAndBackDismiss();
+    void heldKeyRefusesOneQuestion_data();
+    void heldKeyRefusesOneQuestion();
+    void repeatThatIsNotMarkedRefusesNothing();
+    void buttonIsPressedOnceHoweverLongItIsHeld();
     void closingWindowDismissesNewestFirst();
     void finishedIsEmittedOnce();
     void appearingAgainResetsButtonAndResult();
@@ -282,6 +286,81 @@ void TestMDialog::escapeAndBackDismiss()
     QCOMPARE(finished.first().first().toInt(), canceled);
     QVERIFY(!dialog.clickedButton());
     QVERIFY(window.isVisible());
+}
+
+void TestMDialog::heldKeyRefusesOneQuestion_data()
+{
+    escapeAndBackDismiss_data();
+}
+
+// Users who cannot let go at once refuse what they have seen.
+void TestMDialog::heldKeyRefusesOneQuestion()
+{
+    QFETCH(Qt::Key, key);
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog first(M::OkButton);
+    MDialog second(M::OkButton);
+    connect(&first, &MDialog::finished, this, [&] { second.appear(&window); });
+    first.appear(&window);
+    TouchDriver keys(&window);
+    keys.key(key);
+    for (int i = 0; i < 30; ++i)
+        keys.key(key, true);
+    QCOMPARE(first.result(), canceled);
+    QCOMPARE(second.result(), 0);
+    QVERIFY(second.isVisible());
+    QVERIFY(window.isVisible());
+    keys.key(key);
+    QCOMPARE(second.result(), canceled);
+}
+
+void TestMDialog::repeatThatIsNotMarkedRefusesNothing()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog first(M::OkButton);
+    MDialog second(M::OkButton);
+    connect(&first, &MDialog::finished, this, [&] { second.appear(&window); });
+    first.appear(&window);
+    const auto send = [&](QEvent::Type type, quint64 time) {
+        QKeyEvent event(type, Qt::Key_Escape, Qt::NoModifier);
+        event.setTimestamp(time);
+        QCoreApplication::sendEvent(window.windowHandle(), &event);
+    };
+    send(QEvent::KeyPress, 1000);
+    for (quint64 time = 1500; time < 2500; time += 40) {
+        send(QEvent::KeyRelease, time);
+        send(QEvent::KeyPress, time);
+    }
+    QCOMPARE(first.result(), canceled);
+    QCOMPARE(second.result(), 0);
+    send(QEvent::KeyRelease, 2500);
+    send(QEvent::KeyPress, 2600);
+    QCOMPARE(second.result(), canceled);
+}
+
+void TestMDialog::buttonIsPressedOnceHoweverLongItIsHeld()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    const auto buttons = M::YesButton | M::NoButton;
+    MMessageBox first(QStringLiteral("Pair?"), longText(), buttons);
+    MMessageBox second(QStringLiteral("Call?"), longText(), buttons);
+    connect(&first, &MDialog::finished, this, [&] { second.appear(&window); });
+    first.appear(&window);
+    QCoreApplication::processEvents();
+    TouchDriver finger(&window);
+    finger.press(finger.at(viewOf(&first, first.button(M::YesButton))));
+    for (int minute = 0; minute < 60; ++minute) {
+        finger.wait(60000);
+        QCoreApplication::processEvents();
+        QCOMPARE(first.result(), 0);
+    }
+    finger.lift();
+    QCOMPARE(first.result(), int(M::YesButton));
+    QCOMPARE(second.result(), 0);
+    QVERIFY(second.isVisible());
 }
 
 void TestMDialog::closingWindowDismissesNewestFirst()

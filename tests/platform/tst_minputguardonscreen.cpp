@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <QKeyEvent>
 #include <QProcess>
 
 #include <MMessageBox>
@@ -48,12 +49,15 @@ public:
             time += step;
             ++count;
         }
+        if (event->type() == QEvent::KeyPress)
+            lastKey = static_cast<const QKeyEvent *>(event)->key();
         return false;
     }
 
     const int step;
     qint64 time = 0;
     int count = 0;
+    int lastKey = 0;
 };
 
 class Question : public MMessageBox
@@ -85,10 +89,15 @@ private Q_SLOTS:
     void fingerTappingTenTimesASecondAnswersNothing();
     void doubleTapAnswersOneOfTwoQuestions();
     void heldEnterAnswersNothing();
+    void keyThatIsHeldAnswersOneQuestion_data();
+    void keyThatIsHeldAnswersOneQuestion();
+    void fingerThatRestsAnswersOneQuestion();
     void tapsOnAFrozenDialogAnswerNothing();
     void tapAfterTheDelayAnswers();
 
 private:
+    void letGo(const QString &key, const InputClock &clock);
+
     std::unique_ptr<MWindow> window;
 };
 
@@ -101,6 +110,15 @@ void TestMInputGuardOnScreen::init()
     if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
         window->activateWindow();
     QTRY_VERIFY_WITH_TIMEOUT(window->isActiveWindow(), patience);
+}
+
+// Qt takes the next press of a key for a repeat of the last one whose release no window has got: another key
+// arrives behind the release.
+void TestMInputGuardOnScreen::letGo(const QString &key, const InputClock &clock)
+{
+    xdotool({QStringLiteral("keyup"), key});
+    xdotool({QStringLiteral("key"), QStringLiteral("a")});
+    QTRY_COMPARE_WITH_TIMEOUT(clock.lastKey, int(Qt::Key_A), patience);
 }
 
 // A finger that types on what was there before.
@@ -156,9 +174,64 @@ void TestMInputGuardOnScreen::heldEnterAnswersNothing()
     viewOf(&question, question.button(M::YesButton))->setFocus(Qt::TabFocusReason);
     const int before = clock.count;
     QTRY_VERIFY_WITH_TIMEOUT(clock.count >= before + 30, patience);
-    xdotool({QStringLiteral("keyup"), QStringLiteral("Return")});
+    letGo(QStringLiteral("Return"), clock);
     QCOMPARE(question.result(), 0);
     QVERIFY(question.isVisible());
+}
+
+void TestMInputGuardOnScreen::keyThatIsHeldAnswersOneQuestion_data()
+{
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<int>("answer");
+    QTest::newRow("Return") << QStringLiteral("Return") << int(M::YesButton);
+    QTest::newRow("Escape") << QStringLiteral("Escape") << int(M::CancelButton);
+}
+
+// The X server repeats a key that stays down.
+void TestMInputGuardOnScreen::keyThatIsHeldAnswersOneQuestion()
+{
+    QFETCH(QString, key);
+    QFETCH(int, answer);
+    InputClock clock(0);
+    Question first;
+    Question second;
+    first.setInputDelay(0);
+    second.setInputDelay(0);
+    connect(&first, &MDialog::finished, this, [&] {
+        second.appear(window.get());
+        viewOf(&second, second.button(M::YesButton))->setFocus(Qt::TabFocusReason);
+    });
+    first.appear(window.get());
+    viewOf(&first, first.button(M::YesButton))->setFocus(Qt::TabFocusReason);
+    xdotool({QStringLiteral("keydown"), key});
+    QTRY_VERIFY_WITH_TIMEOUT(clock.count >= 30, patience);
+    letGo(key, clock);
+    QCOMPARE(first.result(), answer);
+    QCOMPARE(second.result(), 0);
+    QVERIFY(second.isVisible());
+}
+
+// Letting go is what counts, whenever that is.
+void TestMInputGuardOnScreen::fingerThatRestsAnswersOneQuestion()
+{
+    InputClock clock(0);
+    Question first;
+    Question second;
+    connect(&first, &MDialog::finished, this, [&] { second.appear(window.get()); });
+    first.appear(window.get());
+    QTRY_VERIFY_WITH_TIMEOUT(MDialogPrivate::of(&first)->guard.isSeen(), patience);
+    clock.time += delay;
+    QTRY_VERIFY_WITH_TIMEOUT(first.isActive(), patience);
+    xdotool(moveTo(first.place(*window)));
+    xdotool({QStringLiteral("mousedown"), QStringLiteral("1")});
+    QTRY_COMPARE_WITH_TIMEOUT(clock.count, 1, patience);
+    clock.time += 3600000;
+    QCoreApplication::processEvents();
+    QCOMPARE(first.result(), 0);
+    xdotool({QStringLiteral("mouseup"), QStringLiteral("1")});
+    QTRY_COMPARE_WITH_TIMEOUT(first.result(), int(M::YesButton), patience);
+    QCOMPARE(second.result(), 0);
+    QVERIFY(second.isVisible());
 }
 
 void TestMInputGuardOnScreen::tapsOnAFrozenDialogAnswerNothing()

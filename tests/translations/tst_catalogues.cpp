@@ -115,7 +115,7 @@ QStringList usedIds(const QString &pattern = QStringLiteral("\"(qtn_[^\"]*)\""))
     return sorted;
 }
 
-// %1, %2 and so on, each as often as it is there, whatever their order.
+// %1, %2, %L1, %n and so on, each as often as it is there, whatever their order.
 QStringList placeholders(const QString &text)
 {
     static const QRegularExpression placeholder(QStringLiteral("%L?[0-9n]+"));
@@ -125,6 +125,13 @@ QStringList placeholders(const QString &text)
         found.append(matches.next().captured());
     found.sort();
     return found;
+}
+
+// One or, where a language has a form for it, two.
+bool isForOneNumber(const Message &message, qsizetype form)
+{
+    constexpr qsizetype formsWithDual = 6;
+    return message.forms.size() == formsWithDual ? form == 1 || form == 2 : form == 0;
 }
 
 void addCatalogues()
@@ -153,6 +160,7 @@ private Q_SLOTS:
     void sourceIsTheEnglishText();
     void noPlaceholderIsLost_data();
     void noPlaceholderIsLost();
+    void everyCountingTextHasForms();
     void lengthVariantsGoFromLongToShort_data();
     void lengthVariantsGoFromLongToShort();
     void everyTextIsInTheTranslatorsTable();
@@ -165,6 +173,8 @@ private Q_SLOTS:
     void digitsAreOfOneKind_data();
     void digitsAreOfOneKind();
     void germanWordTagMeansNoDay();
+    void oneThingHasOneWord_data();
+    void oneThingHasOneWord();
     void cancelIsOneWord_data();
     void cancelIsOneWord();
     void toolkitSpeaksTheSameLanguage_data();
@@ -246,9 +256,31 @@ void TestCatalogues::noPlaceholderIsLost()
 {
     QFETCH(QString, catalogue);
     const Messages messages = readCatalogue(catalogue);
-    for (const Message &message : messages)
-        for (const QString &variant : message.variants + message.forms)
-            QVERIFY2(placeholders(variant) == placeholders(message.source), qUtf8Printable(variant));
+    for (const Message &message : messages) {
+        const QStringList expected = placeholders(message.source);
+        for (const QString &variant : message.variants)
+            QVERIFY2(placeholders(variant) == expected, qUtf8Printable(variant));
+        for (qsizetype form = 0; form < message.forms.size(); ++form) {
+            const QStringList found = placeholders(message.forms[form]);
+            // Qt puts a number into %Ln where there is one: "two hours" need not be written with a digit.
+            const bool isInWords = found.isEmpty() && expected == QStringList(QStringLiteral("%Ln"));
+            QVERIFY2(found == expected || (isInWords && isForOneNumber(message, form)),
+                     qUtf8Printable(message.forms[form]));
+        }
+    }
+}
+
+// Words after a number depend on the number. Units of sizes do not.
+void TestCatalogues::everyCountingTextHasForms()
+{
+    static const QStringList sizes = {
+        QStringLiteral("qtn_comm_gigabytes"), QStringLiteral("qtn_comm_kilobytes"),
+        QStringLiteral("qtn_comm_megabytes"), QStringLiteral("qtn_nfc_receive_amount")};
+    const Messages messages = readCatalogue(QStringLiteral("connui-nfc_en.ts"));
+    for (auto message = messages.begin(); message != messages.end(); ++message)
+        if (message->source.contains(QStringLiteral("%L")))
+            QVERIFY2(!message->forms.isEmpty() || sizes.contains(message.key()),
+                     qUtf8Printable(message.key()));
 }
 
 void TestCatalogues::lengthVariantsGoFromLongToShort_data()
@@ -394,6 +426,51 @@ void TestCatalogues::germanWordTagMeansNoDay()
     for (const Message &message : messages)
         for (const QString &text : message.variants + message.forms)
             QVERIFY2(!text.contains(day), qUtf8Printable(text));
+}
+
+void TestCatalogues::oneThingHasOneWord_data()
+{
+    QTest::addColumn<QString>("language");
+    QTest::addColumn<QString>("thing"); // as the English text names it
+    QTest::addColumn<QString>("word");  // the part of the language's word that never changes
+    const auto add = [](const char *language, const char *thing, const char *word) {
+        QTest::addRow("%s, %s", language, thing)
+            << QString::fromLatin1(language) << QString::fromLatin1(thing) << QString::fromUtf8(word);
+    };
+    add("de", "\\btags?\\b", "NFC-Tag");
+    add("de", "\\btouch", "berühr");
+    add("de", "\\bpair\\b", "koppeln");
+    add("de", "\\bshar(e|ing)\\b", "teilen");
+    add("de", "\\bapplications?\\b", "Anwendung");
+    add("fi", "\\btags?\\b", "tunniste");
+    add("fi", "\\btouch", "koske");
+    add("fi", "\\bpair\\b", "pari");
+    add("fi", "\\bshar(e|ing)\\b", "ja(ka|et|a )");
+    add("fi", "\\bapplications?\\b", "sovellu");
+    add("ar", "\\btags?\\b", "علام");
+    add("ar", "\\btouch", "لمس");
+    add("ar", "\\bpair\\b", "اقتران");
+    add("ar", "\\bshar(e|ing)\\b", "مشارك");
+    add("ar", "\\bapplications?\\b", "تطبيق");
+}
+
+// A text that names a thing of the glossary in English names it in the other language, with that one word.
+void TestCatalogues::oneThingHasOneWord()
+{
+    QFETCH(QString, language);
+    QFETCH(QString, thing);
+    QFETCH(QString, word);
+    const QRegularExpression named(thing, QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpression wanted(word, QRegularExpression::CaseInsensitiveOption);
+    const Messages messages = readCatalogue(QStringLiteral("connui-nfc_%1.ts").arg(language));
+    int times = 0;
+    for (const Message &message : messages) {
+        if (!message.source.contains(named))
+            continue;
+        ++times;
+        QVERIFY2(message.text().contains(wanted), qUtf8Printable(message.text()));
+    }
+    QVERIFY(times > 1);
 }
 
 void TestCatalogues::cancelIsOneWord_data()

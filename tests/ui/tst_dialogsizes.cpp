@@ -328,6 +328,10 @@ void TestDialogSizes::keyboardBringsEveryButtonOfASheetIntoSight()
             QTest::keyClick(window.viewport(), Qt::Key_Tab);
             QCOMPARE(window.scene()->focusItem(), button);
             QVERIFY2(isSeen(button, screen), qPrintable(sheet->title() + button->text()));
+            // A switch is seen with what it is for.
+            const QGraphicsItem *row = qobject_cast<SimpleCheckBoxLabel *>(button->parentWidget());
+            if (row && placeOf(row).height() <= placeOf(areaAround(row)).height())
+                QVERIFY2(isSeen(row, screen), qPrintable(button->accessibleName()));
         }
     }
 }

@@ -125,6 +125,8 @@ private Q_SLOTS:
     void reportWithoutNewsLeavesTheTime();
     void timeIsWrittenByItsLength_data();
     void timeIsWrittenByItsLength();
+    void timeIsSpokenInWords_data();
+    void timeIsSpokenInWords();
     void invalidTimeIsLogged();
 
     void progressOfAShownSheetTellsTheTimeLeft();
@@ -559,6 +561,28 @@ void TestNfcFileReceiveSheet::timeIsWrittenByItsLength()
     Calculation calculation;
     calculation.d.setTimeRemaining(time);
     QCOMPARE(calculation.d.timeLabel->text(), text);
+}
+
+void TestNfcFileReceiveSheet::timeIsSpokenInWords_data()
+{
+    QTest::addColumn<QTime>("time");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("none") << QTime(0, 0) << QStringLiteral("0 seconds");
+    QTest::newRow("a second") << QTime(0, 0, 1) << QStringLiteral("1 second");
+    QTest::newRow("a minute") << QTime(0, 1, 0) << QStringLiteral("1 minute");
+    QTest::newRow("nearly an hour") << QTime(0, 59, 59) << QStringLiteral("59 minutes and 59 seconds");
+    QTest::newRow("an hour") << QTime(1, 0) << QStringLiteral("1 hour");
+    QTest::newRow("hours") << QTime(4, 51, 39) << QStringLiteral("4 hours and 51 minutes");
+}
+
+void TestNfcFileReceiveSheet::timeIsSpokenInWords()
+{
+    QFETCH(QTime, time);
+    QFETCH(QString, text);
+    const QLocale before;
+    const auto restore = qScopeGuard([before] { QLocale::setDefault(before); });
+    QLocale::setDefault(QLocale(QLocale::English));
+    QCOMPARE(NfcFileReceiveSheetPrivate::spokenDuration(time), text);
 }
 
 void TestNfcFileReceiveSheet::invalidTimeIsLogged()

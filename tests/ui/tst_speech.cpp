@@ -317,11 +317,21 @@ void TestSpeech::arrivingFileIsFollowed()
     const QStringList labels = tree.names("label");
     QVERIFY(labels.contains(text("qtn_nfc_receive_text").arg(QStringLiteral("Anna's phone"))));
     QVERIFY(labels.contains(QStringLiteral("Holiday.jpeg")));
+    QVERIFY(labels.contains(QStringLiteral("2 of 5 MB")));
+    QVERIFY(labels.filter(QStringLiteral(" remaining")).isEmpty());
     QCOMPARE(tree.find("progress bar")->name, text("qtn_nfc_receive_tit"));
     QCOMPARE(tree.find("progress bar")->value, QList<double>({0, 5, 2}));
     sheet.setProgress(QString(), 3000000, 5000000);
     QVERIFY(reader->hears(QStringLiteral("object:property-change:accessible-value"),
                           text("qtn_nfc_receive_tit")));
+    // The time that is left is known once some has passed, and has no colon in it.
+    const auto remaining = [this] {
+        return reader->tree().names("label").filter(QStringLiteral(" remaining"));
+    };
+    quint64 received = 3000000;
+    QTRY_VERIFY((sheet.setProgress(QString(), ++received, 5000000), remaining().size() == 1));
+    static const QRegularExpression inWords(QStringLiteral("^\\d+ (hour|minute|second)[^:]* remaining$"));
+    QVERIFY2(remaining().constFirst().contains(inWords), qUtf8Printable(remaining().constFirst()));
 
     QSignalSpy canceled(&sheet, &NfcFileReceiveSheet::transferCanceled);
     QVERIFY(reader->press(text("qtn_comm_cancel")));

@@ -30,6 +30,7 @@ class QUENZOTOUCHCORE_EXPORT MDialog : public MSceneWindow
     Q_PROPERTY(
         bool progressIndicatorVisible READ isProgressIndicatorVisible WRITE setProgressIndicatorVisible)
     Q_PROPERTY(int inputDelay READ inputDelay WRITE setInputDelay)
+    Q_PROPERTY(bool notice READ isNotice WRITE setNotice)
 public:
     /** Makes a dialog without a title that has \a buttons. */
     explicit MDialog(M::StandardButtons buttons = M::NoStandardButton);
@@ -70,6 +71,15 @@ public:
      * everything counts at once.
      */
     void setInputDelay(int milliseconds);
+
+    /** Returns whether the dialog was said to be a notice, false by default. */
+    bool isNotice() const;
+    /**
+     * Says that the user need not answer, although there is a choice of buttons: assistive technology
+     * announces a \a notice in a background window when it has finished speaking, and interrupts itself for a
+     * question. A dialog with at most one button is announced as a notice in any case.
+     */
+    void setNotice(bool notice);
 
     /**
      * Returns the buttons: first the standard ones, Ok before Cancel and Yes before No, then the added ones

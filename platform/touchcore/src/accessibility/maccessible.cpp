@@ -104,9 +104,8 @@ void MAccessible::introduce(QGraphicsWidget *sceneWindow)
         return;
     const QAccessibleInterface *question = QAccessible::queryAccessibleInterface(sceneWindow);
     const QStringList words{question->text(QAccessible::Name), question->text(QAccessible::Description)};
-    // A notice with nothing to choose lets others finish first.
-    announce(view, words.join(QLatin1Char('\n')).trimmed(),
-             dialog->buttons().size() > 1 ? Assertive : Polite);
+    const bool asks = dialog->buttons().size() > 1 && !dialog->isNotice();
+    announce(view, words.join(QLatin1Char('\n')).trimmed(), asks ? Assertive : Polite);
 }
 
 bool MAccessible::speaks(const QGraphicsWidget *widget)

@@ -453,6 +453,16 @@ void MDialog::setInputDelay(int milliseconds)
     d->guard.setDelay(milliseconds);
 }
 
+bool MDialog::isNotice() const
+{
+    return d->notice;
+}
+
+void MDialog::setNotice(bool notice)
+{
+    d->notice = notice;
+}
+
 QList<MButtonModel *> MDialog::buttons() const
 {
     return d->models;

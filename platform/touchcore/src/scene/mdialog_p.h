@@ -89,6 +89,7 @@ public:
     MInputGuard guard{this};
     bool whole = false; ///< Too small for parts that scroll by themselves
     bool busy = false;
+    bool notice = false;
     bool done = false;
     int result = 0;
 };

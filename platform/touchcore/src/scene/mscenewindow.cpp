@@ -120,12 +120,15 @@ void MSceneWindow::keyPressEvent(QKeyEvent *event)
     const int key = event->key();
     const auto way =
         std::find_if(std::begin(ways), std::end(ways), [key](const Way &way) { return way.key == key; });
-    if (key == Qt::Key_Escape || key == Qt::Key_Back)
-        dismiss();
-    else if (way != std::end(ways) && d->manager)
+    if (key == Qt::Key_Escape || key == Qt::Key_Back) {
+        // A key that is held refuses the question that the user saw, and not those behind it.
+        if (!event->isAutoRepeat())
+            dismiss();
+    } else if (way != std::end(ways) && d->manager) {
         MSceneManagerPrivate::of(d->manager)->moveFocus(way->direction);
-    else
+    } else {
         event->ignore();
+    }
 }
 
 void MSceneWindow::mousePressEvent(QGraphicsSceneMouseEvent *event)

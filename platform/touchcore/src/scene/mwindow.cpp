@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QGraphicsWidget>
+#include <QKeyEvent>
 #include <QWindow>
 
 #include <MSceneManager>
@@ -98,6 +99,20 @@ void MWindowPrivate::setOnDisplay(bool now)
         q->enterDisplayEvent();
 }
 
+// An X server repeats a key by releasing and pressing it at one time. Qt marks the pair only where both have
+// arrived when it looks at the first of them.
+bool MWindowPrivate::isUnmarkedRepeat(const QEvent *event)
+{
+    if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
+        return false;
+    const auto *key = static_cast<const QKeyEvent *>(event);
+    if (event->type() == QEvent::KeyPress)
+        return !key->isAutoRepeat() && key->key() == releasedKey && key->timestamp() == releasedAt;
+    releasedKey = key->key();
+    releasedAt = key->timestamp();
+    return false;
+}
+
 MWindow::MWindow(QWidget *parent) : MWindow(new MSceneManager, parent) {}
 
 MWindow::MWindow(MSceneManager *manager, QWidget *parent)
@@ -167,6 +182,8 @@ bool MWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == windowHandle() && event->type() == QEvent::Expose && windowHandle()->isExposed())
         d->setOnDisplay(true);
+    if (watched == windowHandle() && d->isUnmarkedRepeat(event))
+        return true;
     return QGraphicsView::eventFilter(watched, event);
 }
 
@@ -192,7 +209,7 @@ void MWindow::keyPressEvent(QKeyEvent *event)
     const QPointer<MWindow> self(this);
     QGraphicsView::keyPressEvent(event);
     const bool back = event->key() == Qt::Key_Escape || event->key() == Qt::Key_Back;
-    if (!self || event->isAccepted() || !back || !d->isHost())
+    if (!self || event->isAccepted() || !back || event->isAutoRepeat() || !d->isHost())
         return;
     if (MSceneWindow *front = MSceneManagerPrivate::of(d->manager)->front()) {
         event->accept();

@@ -36,6 +36,10 @@ public:
     void uncover();
     /** Closes the scene windows of this window as without a press. */
     void dismissAll();
+    /**
+     * Returns whether \a event, the next one of the window, repeats a key that stays down without saying so.
+     */
+    bool isUnmarkedRepeat(const QEvent *event);
 
     MWindow *const q;
     QPointer<MSceneManager> manager;
@@ -45,6 +49,9 @@ public:
 
 private:
     bool takesSceneWindows() const;
+
+    int releasedKey = 0;
+    quint64 releasedAt = 0; // milliseconds, as the events have them
 };
 
 #endif

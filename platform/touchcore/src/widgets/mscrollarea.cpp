@@ -68,13 +68,23 @@ void MScrollArea::reveal(qreal top, qreal bottom)
         scrollTo(qMin(top, bottom - size().height()));
 }
 
+void MScrollArea::reveal(const QGraphicsItem *item)
+{
+    const QRectF place = mapRectFromItem(item, item->boundingRect());
+    reveal(place.top() + offset, place.bottom() + offset);
+}
+
 void MScrollArea::revealInAll(const QGraphicsItem *item)
 {
+    const auto *row = dynamic_cast<const MWidgetController *>(item->parentItem());
     for (QGraphicsItem *around = item->parentItem(); around; around = around->parentItem()) {
-        if (auto *area = dynamic_cast<MScrollArea *>(around)) {
-            const QRectF place = area->mapRectFromItem(item, item->boundingRect());
-            area->reveal(place.top() + area->offset, place.bottom() + area->offset);
-        }
+        auto *area = dynamic_cast<MScrollArea *>(around);
+        if (!area)
+            continue;
+        // The label of a control stands beside it.
+        if (row && row->size().height() <= area->size().height())
+            area->reveal(row);
+        area->reveal(item);
     }
 }
 

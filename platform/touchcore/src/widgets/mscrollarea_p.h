@@ -33,7 +33,9 @@ public:
     bool scrollTo(qreal position);
     /** Moves the contents so that what lies between \a top and \a bottom of them is seen. */
     void reveal(qreal top, qreal bottom);
-    /** Moves the contents of every area around \a item so that it is seen. */
+    /** Moves the contents so that \a item, which is one of them, is seen. */
+    void reveal(const QGraphicsItem *item);
+    /** Moves the contents of every area around \a item so that it is seen, with the row that it stands in. */
     static void revealInAll(const QGraphicsItem *item);
 
 Q_SIGNALS:
