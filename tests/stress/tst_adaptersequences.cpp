@@ -499,7 +499,7 @@ void TestAdapterSequences::bindingIsAsItsModel()
 {
     // Everyday: always the same sequences.
     if (!qEnvironmentVariableIsSet("RC_PARAMS"))
-        qputenv("RC_PARAMS", amount(0, 1) ? "max_success=10000" : "max_success=150 seed=1");
+        qputenv("RC_PARAMS", amount(0, 1) ? "max_success=10000" : "max_success=300 seed=1");
     FakeDaemon daemon;
 
     QVERIFY(rc::check("a binding is as its model", [&daemon] {
