@@ -475,7 +475,7 @@
     </message>
     <message id="qtn_nfc_touched">
         <source>NFC touch</source>
-        <extracomment>Spoken, not shown: the banner of a touch has appeared</extracomment>
+        <extracomment>Spoken when the banner of a touch has appeared, and shown as a notification where there can be no banner</extracomment>
         <translation>NFC-kosketus</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">

@@ -4,11 +4,7 @@
 
 #include <utility>
 
-#include <QApplication>
-
 #include <MDialog>
-#include <MSceneManager>
-#include <MWindow>
 #include <NfcFileReceiveSheet>
 
 #include "core/inputdelay.h"
@@ -16,23 +12,6 @@
 #include "screen/prewarm.h"
 
 using ConnUi::NfcFileReceiveSheet;
-using ConnUi::NfcOverlay;
-
-namespace {
-
-// As the window that the user looks at is turned.
-M::OrientationAngle angleInFront(const NfcOverlay &overlay)
-{
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (const QWidget *widget : widgets) {
-        const auto *window = qobject_cast<const MWindow *>(widget);
-        if (window && window != &overlay && window->isVisible())
-            return window->sceneManager()->orientationAngle();
-    }
-    return overlay.sceneManager()->orientationAngle();
-}
-
-} // namespace
 
 ScreenFace::ScreenFace() = default;
 
@@ -48,6 +27,7 @@ void ScreenFace::show(const Question &question)
     else
         showDialog(question);
     shown->appear(MSceneWindow::DestroyWhenDone);
+    touch.questionAppeared();
 }
 
 void ScreenFace::showDialog(const Question &question)
@@ -108,15 +88,11 @@ void ScreenFace::setProgress(quint64 received, quint64 size)
 
 void ScreenFace::indicateTouch()
 {
-    if (!overlay)
-        overlay.emplace();
-    overlay->sceneManager()->setOrientationAngle(angleInFront(*overlay));
-    overlay->showIndication();
+    touch.show();
 }
 
 void ScreenFace::prepare()
 {
-    if (!overlay)
-        overlay.emplace();
+    touch.prepare();
     prewarmQuestion();
 }

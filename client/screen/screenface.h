@@ -3,14 +3,12 @@
 #ifndef CONNUI_CLIENT_SCREENFACE_H
 #define CONNUI_CLIENT_SCREENFACE_H
 
-#include <optional>
-
 #include <QPointer>
 
 #include <MSceneWindow>
-#include <NfcOverlay>
 
 #include "core/face.h"
+#include "screen/touchindication.h"
 #include "screen/waitingbadge.h"
 
 /** Asks in dialogs on the screen. */
@@ -36,8 +34,7 @@ private:
 
     QPointer<MSceneWindow> shown; // a dialog or a sheet
     WaitingBadge badge;
-    // Made when there is a daemon that may want it, and kept.
-    std::optional<ConnUi::NfcOverlay> overlay;
+    TouchIndication touch;
 };
 
 #endif

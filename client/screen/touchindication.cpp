@@ -1,0 +1,154 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include "screen/touchindication.h"
+
+#include <algorithm>
+#include <limits>
+
+#include <QApplication>
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusPendingReply>
+#include <QGraphicsScene>
+#include <QPropertyAnimation>
+#include <QSequentialAnimationGroup>
+
+#include <MButton>
+#include <MLabel>
+#include <MSceneManager>
+#include <MWindow>
+
+#include "support/whenanswered.h"
+
+using ConnUi::IndicationItem;
+using ConnUi::NfcOverlay;
+
+namespace {
+
+// In milliseconds.
+constexpr int questionFollows = 500;
+constexpr int shownFor = 2000;
+constexpr int slideTime = 200;
+
+constexpr QLatin1String notifications("org.freedesktop.Notifications");
+
+// Wayland has no windows above others, except by protocols that not all compositors speak.
+bool canBeAbove()
+{
+    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+// The one that the user looks at.
+MWindow *windowInFront(const QWidget *except = nullptr)
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *window = qobject_cast<MWindow *>(widget);
+        if (window && window != except && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+QPropertyAnimation *newSlide(IndicationItem *banner, float from, float to)
+{
+    auto *slide = new QPropertyAnimation(banner, "visibilityFactor");
+    slide->setDuration(slideTime);
+    slide->setStartValue(from);
+    slide->setEndValue(to);
+    return slide;
+}
+
+// Whether something to read or to press lies below the banner.
+bool coversWords(const IndicationItem &banner)
+{
+    const QList<QGraphicsItem *> below = banner.scene()->items(banner.sceneBoundingRect());
+    return std::any_of(below.cbegin(), below.cend(), [](QGraphicsItem *item) {
+        const QGraphicsObject *object = item->toGraphicsObject();
+        return qobject_cast<const MLabel *>(object) || qobject_cast<const MButton *>(object);
+    });
+}
+
+} // namespace
+
+TouchIndication::TouchIndication()
+{
+    awaitingQuestion.setSingleShot(true);
+    awaitingQuestion.setInterval(questionFollows);
+    connect(&awaitingQuestion, &QTimer::timeout, this, &TouchIndication::notify);
+}
+
+TouchIndication::~TouchIndication()
+{
+    delete banner;
+}
+
+void TouchIndication::prepare()
+{
+    if (!overlay && canBeAbove())
+        overlay.emplace();
+}
+
+void TouchIndication::show()
+{
+    if (canBeAbove())
+        showAbove();
+    else if (MWindow *window = windowInFront())
+        slideInto(window);
+    else
+        awaitingQuestion.start();
+}
+
+void TouchIndication::questionAppeared()
+{
+    if (!awaitingQuestion.isActive())
+        return;
+    awaitingQuestion.stop();
+    slideInto(windowInFront());
+}
+
+void TouchIndication::showAbove()
+{
+    prepare();
+    if (const MWindow *window = windowInFront(&*overlay))
+        overlay->sceneManager()->setOrientationAngle(window->sceneManager()->orientationAngle());
+    overlay->showIndication();
+}
+
+void TouchIndication::slideInto(MWindow *window)
+{
+    delete banner;
+    banner = new IndicationItem;
+    // A tap is for what the banner covers.
+    banner->setAcceptedMouseButtons(Qt::NoButton);
+    banner->setZValue(std::numeric_limits<qreal>::max());
+    window->scene()->addItem(banner);
+    banner->setOrientationAngle(window->sceneManager()->orientationAngle());
+    // The user decides meanwhile, and has to see about what.
+    connect(window->scene(), &QGraphicsScene::changed, banner,
+            [shown = banner.data()] { shown->setVisible(!coversWords(*shown)); });
+    auto *slides = new QSequentialAnimationGroup(banner);
+    slides->addAnimation(newSlide(banner, 0.0F, 1.0F));
+    slides->addPause(shownFor - slideTime);
+    slides->addAnimation(newSlide(banner, 1.0F, -0.1F));
+    connect(slides, &QSequentialAnimationGroup::finished, banner, &QObject::deleteLater);
+    slides->start();
+    window->announce(qtTrId("qtn_nfc_touched"));
+}
+
+void TouchIndication::notify()
+{
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(notifications, QStringLiteral("/org/freedesktop/Notifications"),
+                                       notifications, QStringLiteral("Notify"));
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("nfc-ui")},
+                            {QStringLiteral("transient"), true}};
+    call << QStringLiteral("nfc-ui") << notification << QStringLiteral("nfc-ui") << qtTrId("qtn_nfc_touched")
+         << QString() << QStringList() << hints << shownFor;
+    // A desktop without notifications goes on without them.
+    Support::whenAnswered(QDBusConnection::sessionBus().asyncCall(call), this,
+                          [this](const QDBusPendingReply<uint> &reply) {
+                              if (!reply.isError())
+                                  notification = reply.value();
+                          });
+}
