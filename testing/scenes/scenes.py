@@ -108,11 +108,12 @@ def decided(tap, step, outcome, code):
     step(f"nfctap says: {outcome} (exit code {code})", ends)
 
 
-def switches(stage, step, words, row, state):
-    """Opens the settings, touches a switch there and closes them again."""
+def switches(stage, step, words, row, state, then=lambda: None):
+    """Opens the settings, touches a switch there and closes them again, when that has come about."""
     settings = stage.settings_come()
     settings.hears(f"press {row}")
     step(words, lambda: settings.says(f"[{row}: {state}]"))
+    then()
     settings.hears_the_end()
     settings.leaves()
 

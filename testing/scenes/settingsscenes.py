@@ -10,9 +10,9 @@ POWER = "Near Field Communication (NFC)"
 @screen_scene
 def switched_power(stage, step):
     """NFC is switched off and on in the settings"""
-    switches(stage, step, "the user switches NFC off", POWER, "off")
+    switches(stage, step, "the user switches NFC off", POWER, "off", lambda: stage.power_is("off"))
     decided(stage.tap("text", "Welcome"), step, "the adapter is switched off", 3)
-    switches(stage, step, "and on again", POWER, "on")
+    switches(stage, step, "and on again", POWER, "on", lambda: stage.power_is("on"))
     tap = stage.tap("text", "Welcome")
     handler_gets(stage, step, text_record("Welcome"))
     decided(tap, step, "granted", 0)
@@ -51,6 +51,7 @@ def refused_in_flight_mode(stage, step):
     step("the phone asks again", lambda: settings.says("screen: Flight mode is on | "))
     step("the user insists", lambda: settings.hears("press Yes"))
     step("NFC is on", lambda: settings.says(f"[{POWER}: on]"))
+    stage.power_is("on")
     tap = stage.tap("text", "Welcome")
     handler_gets(stage, step, text_record("Welcome"))
     decided(tap, step, "granted", 0)

@@ -208,6 +208,18 @@ class Stage:
         """The folder of the client's temporary files."""
         return pathlib.Path(self._folder.name, "client")
 
+    def power_is(self, state):
+        """Waits until the daemon's adapter has this state: a switch shows the user's wish before it is met."""
+        bus = dbus.bus.BusConnection(dbus.bus.BUS_SYSTEM)
+        manager = dbus.Interface(bus.get_object("com.tavix.nfc", "/"), "com.tavix.nfc.Manager")
+        adapter = dbus.Interface(bus.get_object("com.tavix.nfc", manager.DefaultAdapter()), "com.tavix.nfc.Adapter")
+        end = time.monotonic() + PATIENCE
+        while adapter.GetProperties()["State"] != state:
+            if time.monotonic() > end:
+                raise Unmet(f"the adapter is not {state}")
+            time.sleep(0.02)
+        bus.close()
+
     def settings_come(self):
         """Opens the settings; the actor returned has them on its screen."""
         settings = self.start("settings", "nfc-settings", "--remote-control")
