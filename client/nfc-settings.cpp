@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusError>
+#include <QIcon>
 
 #include <NfcTranslations>
 
@@ -53,6 +54,7 @@ int main(int argc, char *argv[])
     TerminationSignals termination;
     const std::unique_ptr<QApplication> application = newApplication(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-settings"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-settings")));
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);

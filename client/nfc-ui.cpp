@@ -8,6 +8,7 @@
 #include <QDBusError>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QIcon>
 
 #include <ContactExporter>
 #include <MWindow>
@@ -45,6 +46,7 @@ std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
     auto application = std::make_unique<QApplication>(argc, argv);
     // It stays when the last dialog goes.
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-ui")));
     return application;
 }
 
@@ -113,6 +115,9 @@ int run(const Support::CommandLine &arguments)
     const std::unique_ptr<Terminal> terminal =
         onTerminal || isRemote ? std::make_unique<Terminal>() : nullptr;
     const auto control = isRemote ? std::make_unique<RemoteControl>(terminal.get()) : nullptr;
+    // The title of the windows that questions open.
+    if (!onTerminal && !window)
+        QGuiApplication::setApplicationDisplayName(qtTrId("qtn_nfc_touched"));
     const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get());
     Session session(face.get());
     const StatusAdaptor status(&session);
@@ -136,6 +141,7 @@ int main(int argc, char *argv[])
 
     TerminationSignals termination;
     const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
+    QGuiApplication::setDesktopFileName(QStringLiteral("nfc-ui"));
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
         return Support::fail(Support::BadArguments, *fault);

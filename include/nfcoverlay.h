@@ -15,7 +15,9 @@ class NfcOverlayPrivate;
  * Indicates a touch for two seconds by a banner that slides in from the edge that is on top for the user.
  *
  * It is a separate translucent window that never takes the focus, masked to the banner's strip so that the
- * rest of the screen stays usable. Follows the orientation of its scene manager. Does nothing until
+ * rest of the screen stays usable. On X11 it is as large as the screen. Follows the orientation of its scene
+ * manager, whose angles are those of a screen that is wide at angle 0. Where the compositor turns the screen,
+ * the window becomes wide and the angle stays 0, so that the banner is whole. Does nothing until
  * showIndication().
  *
  * @image html nfcoverlay.png width=240px

@@ -475,7 +475,7 @@
     </message>
     <message id="qtn_nfc_touched">
         <source>NFC touch</source>
-        <extracomment>Spoken when the banner of a touch has appeared, and shown as a notification where there can be no banner</extracomment>
+        <extracomment>Spoken when the banner of a touch has appeared, and shown as a notification where there can be no banner; the title of the windows of questions</extracomment>
         <translation>NFC-Berührung</translation>
     </message>
     <message id="qtn_nfc_touchtoshare_img_text">

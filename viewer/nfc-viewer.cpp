@@ -7,6 +7,7 @@
 #include <QDBusConnection>
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
+#include <QIcon>
 
 #include <NfcTranslations>
 
@@ -31,6 +32,7 @@ int main(int argc, char *argv[])
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-viewer"));
+    QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-viewer")));
     ConnUi::installTranslations();
 
     // Has QtDBus register its own types now, not on its thread while a message is being read.

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcoverlay.h"
 
+#include <QGuiApplication>
+#include <QScreen>
 #include <QTimer>
 
 #include <MSceneManager>
@@ -9,6 +11,22 @@
 #include "ui/nfcoverlay_p.h"
 
 namespace ConnUi {
+
+namespace {
+
+// The edges along which the banner slides are the screen's. Elsewhere the place of a window is not for its
+// program.
+void coverScreen(QWidget *overlay)
+{
+    if (QGuiApplication::platformName() != QLatin1String("xcb"))
+        return;
+    const QScreen *screen = overlay->screen();
+    overlay->setGeometry(screen->geometry());
+    QObject::connect(screen, &QScreen::geometryChanged, overlay,
+                     [overlay](const QRect &geometry) { overlay->setGeometry(geometry); });
+}
+
+} // namespace
 
 // The scene manager is handed to the window as its child; it is the overlay's own, so that dialogs of the
 // application do not appear in it.
@@ -22,6 +40,7 @@ NfcOverlay::NfcOverlay() : MWindow(new MSceneManager), d(new NfcOverlayPrivate(t
     // Only a native window takes the type; before there is one, the attribute has no effect.
     winId();
     setAttribute(Qt::WA_X11NetWmWindowTypeNotification);
+    coverScreen(this);
     setProperty("followsCurrentApplicationWindowOrientation", true);
 
     connect(sceneManager(), &MSceneManager::orientationAboutToChange, d, &NfcOverlayPrivate::clearWindowMask);

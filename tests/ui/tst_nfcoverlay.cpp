@@ -107,6 +107,7 @@ private Q_SLOTS:
     void bannerTurnsWithTheScreen_data();
     void bannerTurnsWithTheScreen();
     void bannerFollowsHalfATurn();
+    void bannerIsWholeInAWideWindow();
 };
 
 void TestNfcOverlay::init()
@@ -532,6 +533,17 @@ void TestNfcOverlay::bannerTurnsWithTheScreen()
     banner.overlay.sceneManager()->setOrientationAngle(angle);
     banner.slideTo(slideTime);
     QCOMPARE(banner.d->item->sceneBoundingRect(), place);
+}
+
+// A compositor that turns the screen gives the window another size, and the angle stays 0.
+void TestNfcOverlay::bannerIsWholeInAWideWindow()
+{
+    Banner banner(wide);
+    QVERIFY(banner.display());
+    banner.slideTo(slideTime);
+    QCOMPARE(banner.overlay.sceneManager()->orientationAngle(), M::Angle0);
+    QCOMPARE(banner.d->item->sceneBoundingRect(), QRectF(0, 0, wide.width(), height));
+    QCOMPARE(banner.overlay.mask(), QRegion(0, 0, wide.width(), height));
 }
 
 void TestNfcOverlay::bannerFollowsHalfATurn()

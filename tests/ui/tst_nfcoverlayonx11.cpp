@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <QProcess>
+#include <QScreen>
 #include <QtTest>
 
 #include <MSceneManager>
@@ -127,6 +128,7 @@ private Q_SLOTS:
     void clickBelowTheBannerReachesTheWindowBelow_data() { shapeIsTheStrip_data(); }
     void clickBelowTheBannerReachesTheWindowBelow();
     void focusStaysWhereItIs();
+    void bannerSlidesAlongTheScreensEdges();
 };
 
 void TestNfcOverlayOnX11::init()
@@ -213,6 +215,17 @@ void TestNfcOverlayOnX11::focusStaysWhereItIs()
     QTRY_COMPARE(below.presses, QList<QPoint>{QPoint(240, 427)});
     QCOMPARE(output(QStringLiteral("xdotool"), {QStringLiteral("getwindowfocus")}), before);
     QVERIFY(below.isActiveWindow());
+}
+
+void TestNfcOverlayOnX11::bannerSlidesAlongTheScreensEdges()
+{
+    NfcOverlay overlay;
+    overlay.showIndication();
+    QVERIFY(QTest::qWaitForWindowExposed(&overlay));
+    const QRect screen = QGuiApplication::primaryScreen()->geometry();
+    QCOMPARE(overlay.geometry(), screen);
+    overlay.sceneManager()->setOrientationAngle(M::Angle180);
+    QCOMPARE(overlay.mask(), QRegion(0, screen.height() - height, screen.width(), height));
 }
 
 QTEST_MAIN(TestNfcOverlayOnX11)

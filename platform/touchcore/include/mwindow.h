@@ -12,7 +12,8 @@
 class MSceneManager;
 class MWindowPrivate;
 
-/** A window of the touch interface. Its first size is the theme's phone. */
+/** A window of the touch interface. Its first size is that of the theme's phone, as far as the screen has
+ * room for it. */
 class QUENZOTOUCHCORE_EXPORT MWindow : public QGraphicsView
 {
     Q_OBJECT

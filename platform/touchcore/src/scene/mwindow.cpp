@@ -7,6 +7,7 @@
 #include <QCloseEvent>
 #include <QGraphicsWidget>
 #include <QKeyEvent>
+#include <QScreen>
 #include <QWindow>
 
 #include <MSceneManager>
@@ -26,6 +27,15 @@ QList<MWindow *> &windows()
 {
     static QList<MWindow *> list;
     return list;
+}
+
+// Nobody looks at windows on the platform "offscreen", whose screen is smaller than the theme's phone.
+QSize sizeOnScreen(const QWidget &window)
+{
+    const QSize size = window.sizeHint();
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return size;
+    return size.boundedTo(window.screen()->availableSize());
 }
 
 } // namespace
@@ -76,6 +86,9 @@ MWindow *MWindowPrivate::activeOrNew()
             return *window;
     auto *made = new MWindow;
     of(made)->madeForSceneWindows = true;
+    // Never a text of somebody else's, such as a device's name in a question.
+    made->setWindowTitle(QGuiApplication::applicationDisplayName());
+    made->setWindowFlag(Qt::WindowStaysOnTopHint);
     made->show();
     return made;
 }
@@ -128,7 +141,7 @@ MWindow::MWindow(MSceneManager *manager, QWidget *parent)
     // drawBackground() covers it, except in a translucent window.
     viewport()->setAutoFillBackground(false);
     setScene(manager->scene());
-    resize(sizeHint());
+    resize(sizeOnScreen(*this));
     connect(MTheme::instance(), &MTheme::changed, viewport(), qOverload<>(&QWidget::update));
 }
 
