@@ -108,6 +108,7 @@ private Q_SLOTS:
     void heldKeyRefusesOneQuestion_data();
     void heldKeyRefusesOneQuestion();
     void repeatThatIsNotMarkedRefusesNothing();
+    void keysWithoutTimesCount();
     void buttonIsPressedOnceHoweverLongItIsHeld();
     void closingWindowDismissesNewestFirst();
     void finishedIsEmittedOnce();
@@ -338,6 +339,23 @@ void TestMDialog::repeatThatIsNotMarkedRefusesNothing()
     send(QEvent::KeyRelease, 2500);
     send(QEvent::KeyPress, 2600);
     QCOMPARE(second.result(), canceled);
+}
+
+// As they come while assistive technology listens.
+void TestMDialog::keysWithoutTimesCount()
+{
+    MWindow window;
+    QVERIFY(activate(&window));
+    for (int i = 0; i < 3; ++i) {
+        MDialog dialog(M::OkButton);
+        dialog.appear(&window);
+        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+            QKeyEvent event(type, Qt::Key_Escape, Qt::NoModifier);
+            QCOMPARE(event.timestamp(), quint64(0));
+            QCoreApplication::sendEvent(window.windowHandle(), &event);
+        }
+        QCOMPARE(dialog.result(), canceled);
+    }
 }
 
 void TestMDialog::buttonIsPressedOnceHoweverLongItIsHeld()

@@ -119,8 +119,10 @@ bool MWindowPrivate::isUnmarkedRepeat(const QEvent *event)
     if (event->type() != QEvent::KeyPress && event->type() != QEvent::KeyRelease)
         return false;
     const auto *key = static_cast<const QKeyEvent *>(event);
+    // Keys that assistive technology has seen first come without their times.
     if (event->type() == QEvent::KeyPress)
-        return !key->isAutoRepeat() && key->key() == releasedKey && key->timestamp() == releasedAt;
+        return !key->isAutoRepeat() && key->timestamp() != 0 && key->key() == releasedKey &&
+               key->timestamp() == releasedAt;
     releasedKey = key->key();
     releasedAt = key->timestamp();
     return false;
