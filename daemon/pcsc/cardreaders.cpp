@@ -128,7 +128,10 @@ void CardReaders::endWatch(long result)
         qWarning("pcscd cannot be used: %s", qUtf8Printable(PcscContext::text(result)));
     }
     retry.start(int(std::max(firstPause, std::min(away.elapsed() / 10, longestPause))));
-    show(result == LONG(SCARD_W_SECURITY_VIOLATION) ? Backend::Refused : Backend::Absent);
+    // That is also what PCSC lite calls the reset of a connection by pcscd's death; who was let in is not
+    // refused.
+    const bool isRefused = result == LONG(SCARD_W_SECURITY_VIOLATION) && shown != Backend::Ready;
+    show(isRefused ? Backend::Refused : Backend::Absent);
 }
 
 // All cards count as removed.

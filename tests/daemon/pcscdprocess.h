@@ -12,13 +12,19 @@
 /** The pcscd of with-reader, which dies and comes. */
 namespace PcscdProcess {
 
-/** Ends the one that runs, as kill -9 does, and leaves nothing of it in the way of the next one. */
-inline void die()
+/** Sends a signal to the one that runs. */
+inline void send(int signal)
 {
     QFile file(qEnvironmentVariable("CONNUI_READER") + QStringLiteral("/pcscd.pid"));
     if (!file.open(QFile::ReadOnly))
         qFatal("there is no pcscd");
-    kill(file.readAll().trimmed().toInt(), SIGKILL);
+    kill(file.readAll().trimmed().toInt(), signal);
+}
+
+/** Ends the one that runs, as kill -9 does, and leaves nothing of it in the way of the next one. */
+inline void die()
+{
+    send(SIGKILL);
     for (const char *left : {"/run/pcscd/pcscd.comm", "/run/pcscd/pcscd.pid"})
         QFile::remove(QString::fromLatin1(left));
 }

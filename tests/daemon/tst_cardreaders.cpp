@@ -83,6 +83,7 @@ private Q_SLOTS:
     void pulledReaderIsNoReader();
     void pcscdThatComesIsNotWaitedFor_data();
     void pcscdThatComesIsNotWaitedFor();
+    void deathThatResetsAConnectionIsNoRefusal();
     void deathOfPcscdIsToldOnce();
 
 private:
@@ -386,6 +387,21 @@ void TestCardReaders::pcscdThatComesIsNotWaitedFor()
         const FailingPcscd refusing(FailingPcscd::EstablishContext, LONG(SCARD_W_SECURITY_VIOLATION));
         QTRY_VERIFY_WITH_TIMEOUT(refusing.failures() > 0, Readers::patience);
     }
+    PcscdProcess::come();
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names().size(), 2, Readers::patience);
+}
+
+void TestCardReaders::deathThatResetsAConnectionIsNoRefusal()
+{
+    constexpr qint64 hour = 3600000; // ms
+    readers = std::make_unique<CardReaders>(hour);
+    startReaders();
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral("^pcscd cannot be used: .+")));
+    PcscdProcess::send(SIGSTOP);
+    // Longer than the list of readers is waited for: what asks for it again is never read.
+    QTest::qWait(1500);
+    PcscdProcess::die();
+    QTRY_COMPARE_WITH_TIMEOUT(readers->backend(), CardReaders::Backend::Absent, Readers::patience);
     PcscdProcess::come();
     QTRY_COMPARE_WITH_TIMEOUT(readers->names().size(), 2, Readers::patience);
 }
