@@ -27,7 +27,7 @@ MARKS = {
 TESTED = {
     "cmake -S . -B build && cmake --build build": "install.clientguide",
     "nfctap uri https://www.example.org": "install.clientguide",
-    "cmake -S . -B build -DCONNUI_PLATFORM=system": "platform.installed",
+    "cmake -S . -B build -DCONNUI_PLATFORM=system": "install.platform",
     "systemd-analyze security --offline=true": "client.sandbox",
     "tests/abi/dump": "abi.connui-nfc",
     "debian/symbols": "abi.symbols",
