@@ -132,7 +132,7 @@ int main(int argc, char *argv[])
 {
     Support::CommandLine arguments(
         QStringLiteral(
-            "Asks the user what the NFC daemon has to ask, and answers the daemon.\n\n"
+            "Shows the questions of the NFC daemon to the user, and returns the answers.\n\n"
             "Exit codes: 0 end of input, or a signal, 1 no system bus, or a bus disconnected, 2 another "
             "nfc-ui runs in this session, 3 no display, 64 invalid arguments."),
         QStringLiteral("[--console | [--phone] [--remote-control]]"));

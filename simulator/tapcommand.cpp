@@ -137,7 +137,7 @@ std::optional<Tap> device(const QString &method, const QString &purpose, const Q
     bool isNumber = false;
     const uint classOfDevice = arguments[2].toUInt(&isNumber, 0);
     if (!isNumber) {
-        fault = QStringLiteral("'%1' is no Class of Device; try 0x240404").arg(arguments[2]);
+        fault = QStringLiteral("'%1' is not a Class of Device; try 0x240404").arg(arguments[2]);
         return std::nullopt;
     }
     return Tap{Tap::Touch,

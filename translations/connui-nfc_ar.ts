@@ -187,7 +187,7 @@
         </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
-        <source>%1 has not taken what is on the tag.</source>
+        <source>%1 has not accepted the content of the tag.</source>
         <extracomment>%1 is the name of the application</extracomment>
         <translation>لم يأخذ %1 ما على العلامة.</translation>
     </message>
@@ -304,7 +304,7 @@
         <translation>إظهار الملفات الواردة</translation>
     </message>
     <message id="qtn_nfc_sett_unregistered">
-        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <source>Questions about tags cannot be shown here: the NFC service does not accept this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
         <translation>لا يمكن عرض الأسئلة المتعلقة بالعلامات هنا: خدمة NFC لا تقبل هذه الجلسة.</translation>
     </message>

@@ -175,7 +175,7 @@
         </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
-        <source>%1 has not taken what is on the tag.</source>
+        <source>%1 has not accepted the content of the tag.</source>
         <extracomment>%1 is the name of the application</extracomment>
         <translation>%1 hat den Inhalt des NFC-Tags nicht angenommen.</translation>
     </message>
@@ -288,7 +288,7 @@
         <translation>Eintreffende Dateien anzeigen</translation>
     </message>
     <message id="qtn_nfc_sett_unregistered">
-        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <source>Questions about tags cannot be shown here: the NFC service does not accept this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
         <translation>Fragen zu NFC-Tags können hier nicht angezeigt werden: Der NFC-Dienst nimmt diese Sitzung nicht an.</translation>
     </message>

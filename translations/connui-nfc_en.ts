@@ -175,9 +175,9 @@
         </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
-        <source>%1 has not taken what is on the tag.</source>
+        <source>%1 has not accepted the content of the tag.</source>
         <extracomment>%1 is the name of the application</extracomment>
-        <translation>%1 has not taken what is on the tag.</translation>
+        <translation>%1 has not accepted the content of the tag.</translation>
     </message>
     <message id="qtn_nfc_noanswer_tit">
         <source>No answer</source>
@@ -288,9 +288,9 @@
         <translation>Show files that arrive</translation>
     </message>
     <message id="qtn_nfc_sett_unregistered">
-        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <source>Questions about tags cannot be shown here: the NFC service does not accept this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
-        <translation>Questions about tags cannot be shown here: the NFC service does not take this session.</translation>
+        <translation>Questions about tags cannot be shown here: the NFC service does not accept this session.</translation>
     </message>
     <message id="qtn_nfc_share_contact">
         <source>The device you touched gets the contact %1 %2.</source>

@@ -175,7 +175,7 @@
         </translation>
     </message>
     <message id="qtn_nfc_noanswer_text">
-        <source>%1 has not taken what is on the tag.</source>
+        <source>%1 has not accepted the content of the tag.</source>
         <extracomment>%1 is the name of the application</extracomment>
         <translation>%1 ei ole ottanut vastaan tunnisteen sisältöä.</translation>
     </message>
@@ -288,7 +288,7 @@
         <translation>Näytä saapuvat tiedostot</translation>
     </message>
     <message id="qtn_nfc_sett_unregistered">
-        <source>Questions about tags cannot be shown here: the NFC service does not take this session.</source>
+        <source>Questions about tags cannot be shown here: the NFC service does not accept this session.</source>
         <extracomment>Below the switches: tags are not asked about in this session</extracomment>
         <translation>Tunnisteita koskevia kysymyksiä ei voi näyttää tässä istunnossa: NFC-palvelu ei hyväksy sitä.</translation>
     </message>

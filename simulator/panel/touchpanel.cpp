@@ -41,8 +41,7 @@ TouchPanel::TouchPanel() : transcript(new QPlainTextEdit), outcome(new QLabel)
     transcript->setReadOnly(true);
     transcript->setMaximumBlockCount(5000);
     transcript->setPlaceholderText(
-        QStringLiteral("What the daemon, its client and the world around them say to "
-                       "each other on D-Bus appears here, step by step."));
+        QStringLiteral("The D-Bus messages between the daemon, its client and other programs appear here."));
     auto *clear = new QPushButton(QStringLiteral("Clear"));
     connect(clear, &QPushButton::clicked, transcript, &QPlainTextEdit::clear);
 

@@ -23,8 +23,8 @@ QString rejectedError()
 }
 
 // QtDBus looks the types of an adaptor's method up by the plain names that stand in its signature;
-// a method with a type of an unknown name is not exported. Its own types are no exception as long as nobody
-// in the process has used them.
+// a method with a type of an unknown name is not exported. Its own types are not known either as long as
+// nobody in the process has used them.
 void registerArgumentTypes()
 {
     qRegisterMetaType<QDBusObjectPath>("QDBusObjectPath");
@@ -94,7 +94,7 @@ void NfcAgent::replyError(const QDBusObjectPath &target, const QString &error)
 {
     QString name = error;
     if (!name.isEmpty() && !DBusNames::isErrorName(name)) {
-        qWarning("NfcAgent: '%s' is no D-Bus error name, replying %s", qUtf8Printable(name),
+        qWarning("NfcAgent: '%s' is not a D-Bus error name, replying %s", qUtf8Printable(name),
                  qUtf8Printable(rejectedError()));
         name = rejectedError();
     }

@@ -24,7 +24,7 @@ constexpr uchar messageEndFlag = 0x40;
 constexpr uchar shortRecordFlag = 0x10;
 constexpr uchar idLengthFlag = 0x08;
 constexpr qsizetype shortPayloadMax = 0xFF;
-// What the fields for the lengths can say.
+// The limits of the fields for the lengths.
 constexpr qsizetype longestType = 0xFF;
 constexpr qint64 longestPayload = 0xFFFF'FFFF;
 // The flags, the lengths of type and ID, and a long record's payload length.
@@ -212,7 +212,7 @@ QString failureOf(const NDEFGenerator::Record &record)
     if (type.size() > longestType)
         return QStringLiteral("the MIME type is longer than 255 bytes");
     if (!isMimeType(type))
-        return QStringLiteral("'%1' is no MIME type").arg(type);
+        return QStringLiteral("'%1' is not a MIME type").arg(type);
     return record.mimeData().size() <= longestPayload ? QString() : QStringLiteral("the data is too long");
 }
 

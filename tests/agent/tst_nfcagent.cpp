@@ -553,7 +553,7 @@ void TestNfcAgent::impossibleErrorNameBecomesRejected()
     QTRY_COMPARE(requested.count(), 1);
 
     const QString warning =
-        QStringLiteral("NfcAgent: '%1' is no D-Bus error name, replying %2").arg(name, rejected);
+        QStringLiteral("NfcAgent: '%1' is not a D-Bus error name, replying %2").arg(name, rejected);
     QTest::ignoreMessage(QtWarningMsg, warning.toUtf8());
     agent->replyError(QDBusObjectPath(target), name);
     QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("pairing: ") + rejected});

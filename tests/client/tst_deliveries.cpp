@@ -137,7 +137,8 @@ void TestDeliveries::handlerThatHangsIsNamed()
     deliver(viewer(), "one");
     QTest::ignoreMessage(QtWarningMsg, "viewer does not answer");
     QTRY_COMPARE_WITH_TIMEOUT(face->title(), QStringLiteral("No answer"), longEnough);
-    QCOMPARE(face->shown->notes, QStringList{QStringLiteral("viewer has not taken what is on the tag.")});
+    QCOMPARE(face->shown->notes,
+             QStringList{QStringLiteral("viewer has not accepted the content of the tag.")});
     // The daemon does not wait any longer than the user.
     QCOMPARE(handedOver.size(), 1);
     fake->release(QStringLiteral("NDEFData"));

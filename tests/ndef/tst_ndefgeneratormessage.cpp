@@ -254,9 +254,9 @@ void TestNDEFGeneratorMessage::recordThatDoesNotFitIsRefused_data()
     QTest::newRow("no type") << QList<Record>{Record(QString(), "x"), good}
                              << QStringLiteral("Record 1: the data has no MIME type");
     QTest::newRow("no MIME type") << QList<Record>{good, good, Record(QStringLiteral("text"), "x")}
-                                  << QStringLiteral("Record 3: 'text' is no MIME type");
+                                  << QStringLiteral("Record 3: 'text' is not a MIME type");
     QTest::newRow("percent sign") << QList<Record>{Record(QStringLiteral("%1"), "x")}
-                                  << QStringLiteral("Record 1: '%1' is no MIME type");
+                                  << QStringLiteral("Record 1: '%1' is not a MIME type");
     QTest::newRow("long type") << QList<Record>{Record(longType, "x")}
                                << QStringLiteral("Record 1: the MIME type is longer than 255 bytes");
     QTest::newRow("the first of two") << QList<Record>{Record(QString()), Record(QStringLiteral("text"), "x")}

@@ -339,7 +339,7 @@ void TestMTheme::faultyFileLeavesBuiltInTheme_data()
     QTest::newRow("unknown color") << QByteArray("[CommonTitle]\ncolor=puce\n")
                                    << QStringLiteral("[CommonTitle] color is not understood");
     QTest::newRow("no color") << QByteArray("[Light]\ntext=#12\n")
-                              << QStringLiteral("[Light] text is no color");
+                              << QStringLiteral("[Light] text is not a color");
     QTest::newRow("three margins") << QByteArray("[CommonTitle]\nmargins=1 2 3\n")
                                    << QStringLiteral("[CommonTitle] margins is not understood");
     QTest::newRow("half true") << QByteArray("[CommonTitle]\nelide=maybe\n")
@@ -441,11 +441,10 @@ void TestMTheme::doubtfulFileIsUsedAndNamed_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QStringList>("doubts");
-    QTest::newRow("misspelled style")
-        << QByteArray("[ComonTitle]\nfont-size=31\n")
-        << QStringList{QStringLiteral("[ComonTitle] is no style that is known")};
+    QTest::newRow("misspelled style") << QByteArray("[ComonTitle]\nfont-size=31\n")
+                                      << QStringList{QStringLiteral("[ComonTitle] is not a known style")};
     QTest::newRow("misspelled palette") << QByteArray("[Ligth]\n[CommonTitle]\nfont-size=31\n")
-                                        << QStringList{QStringLiteral("[Ligth] is no style that is known")};
+                                        << QStringList{QStringLiteral("[Ligth] is not a known style")};
     QTest::newRow("only palettes") << QByteArray("[Light]\ntext=#112233\n")
                                    << QStringList{
                                           QStringLiteral("it has no style that its colors could be seen in")};

@@ -12,7 +12,7 @@ import tempfile
 import unittest
 
 TREE = pathlib.Path(sys.argv.pop())
-# What a script does first, when nothing is wrong with its arguments, and what it builds with.
+# The first action of a script whose arguments are valid, and the tools that it builds with.
 FIRST = "scripts/install-deps"
 TOOLS = ("cmake", "dpkg-buildpackage", "debootstrap", "apt-get", "rm")
 # Of their own kind: the first takes any arguments of a command, the other is the first thing that the rest does.

@@ -11,7 +11,7 @@ import tempfile
 import unittest
 
 TREE = pathlib.Path(sys.argv.pop())
-# What scripts/demo and scripts/screenshots build.
+# The targets of scripts/demo and scripts/screenshots.
 PROGRAMS = ("gallery", "hold-tag", "ifd-virtual", "nfc-gallery", "nfc-panel", "nfc-settings", "nfc-ui", "nfcd-pcsc",
             "nfcd-sim", "nfctap", "sample-handler")
 

@@ -90,7 +90,7 @@ class InstallDeps(unittest.TestCase):
     def test_other_system_is_told_the_makers_names(self):
         done = self.call("build")
         self.assertEqual((done.returncode, done.stdout), (0, ""))
-        self.assertTrue(done.stderr.startswith("install-deps: this is no Debian. What is needed:\n"))
+        self.assertTrue(done.stderr.startswith("install-deps: this system is not Debian. Required:\n"))
         self.assertIn("    CMake 3.22 or later\n", done.stderr)
         self.assertNotIn("-dev", done.stderr)
 

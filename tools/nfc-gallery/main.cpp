@@ -74,7 +74,7 @@ int main(int argc, char **argv)
                                        QStringLiteral("folder"));
     parser.addOptions({screenshots, reference});
     parser.addPositionalArgument(QStringLiteral("name"),
-                                 QStringLiteral("What the wanted pictures' names begin with."),
+                                 QStringLiteral("Write only the pictures whose names begin like this."),
                                  QStringLiteral("[name...]"));
     parser.process(application);
     const bool forReference = parser.isSet(reference);

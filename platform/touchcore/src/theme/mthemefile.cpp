@@ -14,7 +14,7 @@ using Support::KeyFile;
 using Palette = QHash<QString, QColor>;
 using Field = std::variant<qreal MStyle::*, bool MStyle::*, QColor MStyle::*, QMarginsF MStyle::*>;
 
-// The groups that are no styles, and the key that takes over another style.
+// The groups that are not styles, and the key that takes over another style.
 constexpr auto themeGroup = "Theme";
 // A high-contrast variant changes those colors of its base that are too quiet.
 struct PaletteGroup
@@ -112,7 +112,7 @@ bool readPalette(const KeyFile &file, const QString &group, Palette *palette, QS
     for (const QString &name : names) {
         const QColor color(file.value(group, name));
         if (!color.isValid()) {
-            *error = QStringLiteral("[%1] %2 is no color").arg(group, name);
+            *error = QStringLiteral("[%1] %2 is not a color").arg(group, name);
             return false;
         }
         palette->insert(name, color);
@@ -210,7 +210,7 @@ QStringList MThemeFile::doubts(const MThemeFile &other) const
     QStringList doubts;
     for (auto style = own.cbegin(); style != own.cend(); ++style)
         if (!other.styles(MTheme::Light).contains(style.key()) && !inherited.contains(style.key()))
-            doubts.append(QStringLiteral("[%1] is no style that is known").arg(style.key()));
+            doubts.append(QStringLiteral("[%1] is not a known style").arg(style.key()));
     doubts.sort();
     return doubts;
 }
