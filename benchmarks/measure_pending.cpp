@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// What an answer of the agent costs while one request waits, and while ten thousand do.
+// The cost of an answer of the agent while one request waits, and while ten thousand do.
 #include <algorithm>
 #include <string>
 

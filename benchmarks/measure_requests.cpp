@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// How long the daemon waits for an answer that is given at once: the agent's, that of a bare adaptor of the
+// The time until the daemon has an answer that is given at once: the agent's, that of a bare adaptor of the
 // D-Bus library that answers late as well, and that of an echo on sd-bus, below which no program gets.
 //
 // This process has the agent and the adaptor, on one connection. The echo and the caller are processes of

@@ -25,7 +25,7 @@
 
 using namespace Measurement;
 
-/** What a daemon calls, with nothing behind it. */
+/** The methods that a daemon calls, without an effect. */
 class BareAgent : public QDBusAbstractAdaptor
 {
     Q_OBJECT

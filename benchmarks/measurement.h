@@ -57,7 +57,7 @@ double processorTime(const std::function<void()> &call);
 /** Returns the nanoseconds that pass during \a call. Its instructions are counted, on this thread. */
 double wallTime(const std::function<void()> &call);
 
-/** Counts the instructions of this thread from here on, or no more, for what is no call. */
+/** Counts the instructions of this thread from here on, for a subject that is not a single call. */
 void countFromHere();
 
 /** Forgets what has been counted so far, in a process of which all is counted. */

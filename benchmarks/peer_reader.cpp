@@ -120,7 +120,7 @@ public:
     double askedAt = 0;
 };
 
-/** nfcd-pcsc, and what can be seen of it from outside. */
+/** nfcd-pcsc, as seen from outside. */
 class Daemon
 {
 public:
@@ -157,7 +157,7 @@ public:
              {QStringLiteral("State"), QVariant::fromValue(QDBusVariant(state))});
     }
 
-    /** How long its answer took, in nanoseconds. */
+    /** The time of its answer, in nanoseconds. */
     double answerTime()
     {
         return Measurement::wallTime([] { call(QStringLiteral("GetProperties")); });
@@ -344,7 +344,7 @@ void Bench::foreignCards()
         letGo();
         commands += held.commands();
     }
-    Measurement::print("Commands to four cards that are no tags", "", "limit", 1, "nfcd-pcsc", commands,
+    Measurement::print("Commands to four cards that are not tags", "", "limit", 1, "nfcd-pcsc", commands,
                        none);
 }
 

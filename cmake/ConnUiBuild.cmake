@@ -34,7 +34,7 @@ include(ConnUiLibrary)
 include(ConnUiMetainfo)
 include(ConnUiProxy)
 
-# Who links a library sees its public headers only.
+# A program that links a library sees only its public headers.
 set(CMAKE_INCLUDE_CURRENT_DIR_IN_INTERFACE OFF)
 file(RELATIVE_PATH libraries_from_programs ${KDE_INSTALL_FULL_BINDIR} ${KDE_INSTALL_FULL_LIBDIR})
 # The build's folders are named as the installed ones: data is found from where a program or a library is.

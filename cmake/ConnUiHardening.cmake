@@ -1,8 +1,8 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
 
-# What a tag, a peer or a file says is read by all of this: a mistake in memory is to end the program, not to run what
-# somebody else wrote. The test install.hardening reads all of it back from what is installed.
+# All of this code reads the data of tags, peers and files: an error in memory is to end the program, not to run
+# somebody else's code. The test install.hardening checks all of it in the installed files.
 include(CheckCXXCompilerFlag)
 include(CheckPIESupported)
 check_pie_supported()

@@ -22,17 +22,17 @@ namespace ConnUi {
 class CONNUI_NFC_EXPORT IndicationItem : public QObject, public QGraphicsPixmapItem
 {
     Q_OBJECT
-    /** How much of the banner is in view: 0 nothing, 1 all of it; below 0 it lies farther out. */
+    /** The visible part of the banner: 0 for none, 1 for all of it; below 0 it lies farther out. */
     Q_PROPERTY(float visibilityFactor READ visibilityFactor WRITE setVisibilityFactor)
 
 public:
-    /** Takes the pictures from the theme. */
+    /** Makes a banner with the pictures of the theme. */
     explicit IndicationItem(QGraphicsItem *parent = nullptr);
 
-    /** Hands the pictures back. */
+    /** Releases the pictures. */
     ~IndicationItem() override;
 
-    /** Returns how much of the banner is in view. */
+    /** Returns the visible part of the banner. */
     float visibilityFactor() const;
 
     /**

@@ -94,7 +94,7 @@ public:
     /**
      * Finds out whether the handler is in front, like isRunningOnForeground(), without waiting.
      *
-     * The call's value is a bool, false after a failure. This object need not live on.
+     * The call's value is a bool, false after a failure. This object may be deleted at once.
      */
     NfcPendingCall *isRunningOnForegroundAsync() const;
 
@@ -102,7 +102,7 @@ public:
      * Hands over data, like forwardData(), without waiting.
      *
      * The application is launched when the handler has replied, even with a failure; then the call finishes.
-     * A handler that does not reply counts as failed after 25 seconds. This object need not live on.
+     * A handler that does not reply counts as failed after 25 seconds. This object may be deleted at once.
      */
     NfcPendingCall *forwardDataAsync(const QDBusObjectPath &target, const QByteArray &data) const;
 

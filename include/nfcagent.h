@@ -42,7 +42,7 @@ class CONNUI_NFC_EXPORT NfcAgent : public QObject
     Q_PROPERTY(bool daemonOnly READ isDaemonOnly WRITE setDaemonOnly)
 
 public:
-    /** What became of a touch. */
+    /** The outcome of a touch, as the daemon reports it. */
     enum TouchStatus {
         Ok = 0,                      /**< The tag was read. */
         UnsupportedTagTypeError = 1, /**< A tag that the controller cannot read. */

@@ -40,7 +40,7 @@ class CONNUI_NFC_EXPORT NfcPendingCall : public QObject
 public:
     ~NfcPendingCall() override;
 
-    /** Returns whether the outcome is known. It may be so at once, with finished() still to come. */
+    /** Returns whether the outcome is known. It can be known immediately, before finished() is emitted. */
     bool isFinished() const;
 
     /** Returns whether the call has failed; false while it is not finished. */
@@ -55,12 +55,12 @@ public:
      */
     QDBusError error() const;
 
-    /** Returns what the function that was called says that it returns; after a failure what it would return
-     * then, if anything. */
+    /** Returns the value that the documentation of the called function names; after a failure the value that
+     * it names for that case, if any. */
     QVariant value() const;
 
 Q_SIGNALS:
-    /** The outcome has come. */
+    /** The outcome is known. */
     void finished(ConnUi::NfcPendingCall *call);
 
 private:

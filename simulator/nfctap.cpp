@@ -52,7 +52,8 @@ int printHelp()
     return finish(Granted);
 }
 
-// What the daemon says, and what that means to a script. Anything else is an error name of the client's own.
+// The daemon's words for an outcome, and their exit codes. Anything else is an error name of the client's
+// own.
 Outcome exitCode(const QString &outcome)
 {
     static const QHash<QString, Outcome> codes = {
@@ -96,7 +97,7 @@ QDBusMessage call(const QString &path, const char *interface, const QString &met
     return bus.call(call, QDBus::Block, noTimeLimit);
 }
 
-// What became of a message to be written, as nfctap says it.
+// The outcome of writing a message, as nfctap prints it.
 QString writingOutcome(const QString &error)
 {
     static const QHash<QString, QString> outcomes = {

@@ -5,7 +5,7 @@
 
 #include "daemon/bluetoothpeer.h"
 
-/** What can be held against the simulated adapter, as object paths. */
+/** The object paths of the things that can be held against the simulated adapter. */
 namespace Peers {
 
 /** The phone that takes part in sharing and handovers. */

@@ -13,7 +13,7 @@ struct Section
     enum Kind { Text, Link, ContactCard, Data };
 
     Kind kind = Data;
-    /** The text or URI; for data its type. Whoever wrote the tag wrote this. */
+    /** The text or URI; for data its type. It comes from the tag. */
     QString text;
     /** The record's payload. */
     QByteArray payload;

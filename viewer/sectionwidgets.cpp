@@ -30,7 +30,7 @@ MLabel *newLabel(const QString &text, const char *style)
     return label;
 }
 
-// What somebody else wrote.
+// For a text that somebody else wrote.
 MLabel *newForeignLabel(const QString &text)
 {
     const bool isCut = text.size() > mostCharacters;

@@ -29,7 +29,7 @@ struct Decision
     };
 
     Outcome outcome = Refuse;
-    /** Those that could get it, the first is offered. A single one that is no handler is the desktop's. */
+    /** The applications that can get it; the first is offered. One that is not a handler is the desktop's. */
     QStringList applications = {};
     Question::Kind question = Question::OtherContent;
     /** Whether the user is offered to call or to send. */

@@ -19,7 +19,8 @@ struct Link
     /** Whom it contacts, as it may be shown: a host whose letters could be taken for others is in Punycode.
      */
     QString host;
-    /** The end of the host that somebody has registered; the host itself when it is no name, or a local one.
+    /** The end of the host that somebody has registered; the host itself when it is an address or a local
+     * name.
      */
     QString domain;
     bool isEncrypted = false;

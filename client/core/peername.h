@@ -12,7 +12,7 @@ class QObject;
 /**
  * Finds a name for the peer of a handover and passes it to \a found, from the event loop.
  *
- * \a info is the handover's data. The name is the one that the phone's Bluetooth knows already, else the
+ * \a info is the handover's data. The name is the one that the phone's Bluetooth already knows, or else the
  * peer's address, else "unnamed device": nothing is sent to the peer. \a found is not called when \a context
  * is gone by then.
  */

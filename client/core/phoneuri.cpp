@@ -39,7 +39,7 @@ qsizetype receivers(const QString &uri)
     static const QRegularExpression separator(QStringLiteral("[,;]"));
     static const QRegularExpression digit(QStringLiteral("[0-9]"));
     const QString path = decoded(uri.section(QLatin1Char('?'), 0, 0));
-    // A parameter of a receiver is no further one.
+    // A parameter of a receiver is not another receiver.
     qsizetype count = 0;
     for (const QString &part : path.split(separator, Qt::SkipEmptyParts))
         count += part.contains(digit) && !part.contains(QLatin1Char('=')) ? 1 : 0;

@@ -57,7 +57,7 @@ struct Question
     File file;             ///< Of Receiving
 };
 
-/** What the user says to a question. */
+/** The user's answer to a question. */
 struct Answer
 {
     enum Choice { No, Yes, Direct };

@@ -28,7 +28,7 @@ struct TagRecord
     std::optional<Link> link = {};
 };
 
-/** What a tag holds. */
+/** The content of a tag. */
 struct TagContent
 {
     /** Whether the bytes are one NDEF message, and nothing else. */

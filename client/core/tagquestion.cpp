@@ -41,7 +41,7 @@ Words wordsFor(Question::Kind kind)
     }
 }
 
-// What a record without a dialog of its own says, as far as it is text at all.
+// The text of a record without a dialog of its own, if it has any.
 QString plainText(const QByteArray &payload)
 {
     constexpr qsizetype most = 1000;

@@ -27,7 +27,7 @@ QDBusPendingCall call(const QString &interface, const QString &method, const QVa
 {
     QDBusMessage message = QDBusMessage::createMethodCall(service, objectPath, interface, method);
     message.setArguments(arguments);
-    // To look at the settings is no reason to start the client.
+    // Opening the settings does not start the client.
     message.setAutoStartService(false);
     return QDBusConnection::sessionBus().asyncCall(message);
 }

@@ -66,7 +66,7 @@ QList<QByteArray> listReaders(SCARDCONTEXT context, LONG *result)
 
 } // namespace
 
-/** What the watching thread does, and the other one ends. */
+/** The work of the watching thread, which the other one ends. */
 struct ReaderWatcher::Watch
 {
     void run();

@@ -7,7 +7,7 @@
 
 #include <QByteArray>
 
-/** What carries commands to a tag, and its answers back. */
+/** Carries commands to a tag, and its answers back. */
 class Exchange
 {
 public:

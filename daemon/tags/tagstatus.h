@@ -8,7 +8,7 @@ enum class TagStatus {
     Done,         ///< Read, or written and read back equal.
     Empty,        ///< There is room for a message, and none in it.
     NotFormatted, ///< The tag's memory has not been laid out for messages.
-    Malformed,    ///< The tag contradicts itself, or its content is no NDEF message.
+    Malformed,    ///< The tag contradicts itself, or its content is not an NDEF message.
     Unsupported,  ///< A tag that this daemon does not know how to read.
     ReadOnly,     ///< The tag takes no message.
     TooSmall,     ///< The message is longer than the tag's room for it.

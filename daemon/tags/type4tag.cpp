@@ -12,7 +12,7 @@ namespace {
 constexpr char applicationName[] = "\xd2\x76\x00\x00\x85\x01\x01";
 constexpr quint16 containerFile = 0xe103;
 constexpr int lengthSize = 2;
-/** What a short command carries at most. */
+/** The largest payload of a short command. */
 constexpr int longestTransfer = 255;
 /** The part of a file that its offsets reach. */
 constexpr int reach = 0x8000;

@@ -17,7 +17,7 @@ class Bluez : public QObject
     Q_OBJECT
 
 public:
-    /** What BlueZ knows of a device. */
+    /** The state of a device in BlueZ. */
     struct Device
     {
         QString path; ///< Empty when the device has not been heard of.

@@ -27,7 +27,7 @@ bool isReply(const QDBusMessage &message)
     return message.type() == QDBusMessage::ReplyMessage;
 }
 
-// What came, for a sentence.
+// The reply, for a sentence.
 QString described(const QDBusMessage &message)
 {
     if (isReply(message))

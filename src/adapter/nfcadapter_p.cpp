@@ -41,7 +41,7 @@ struct Relay
     const char *slot;
 };
 
-// What the daemon's adapter announces, and who passes it on.
+// The signals of the daemon's adapter, and the slots that pass them on.
 std::span<const Relay> relays()
 {
     static const Relay table[] = {
@@ -215,7 +215,7 @@ void NfcAdapterPrivate::startNfcServiceAsync(NfcPendingCall *call)
 
 void NfcAdapterPrivate::getPropertiesAsync(const QPointer<NfcPendingCall> &call)
 {
-    // What a daemon says of itself does not hold for the next one.
+    // The properties of a daemon do not hold for the next one.
     const QPointer<NfcAdapterProxy> asked(adapterProxy);
     whenAnswered(adapterProxy->GetProperties(), this, [this, asked, call](const QDBusPendingCall &answer) {
         const QDBusPendingReply<QVariantMap> reply = answer;

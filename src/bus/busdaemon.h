@@ -7,7 +7,7 @@
 #include <QDBusPendingCall>
 #include <QString>
 
-/** What the bus itself knows and does, asked without waiting. */
+/** Calls to the bus itself that do not wait. */
 namespace ConnUi::BusDaemon {
 
 /** Asks for the connection that owns \a service: a string, or an error when nobody does. */

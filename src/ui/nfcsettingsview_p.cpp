@@ -51,7 +51,7 @@ void NfcSettingsViewPrivate::initWidget()
     powerSwitch = new MButton;
     powerLabel = new SimpleCheckBoxLabel(powerSwitch, qtTrId("qtn_nfc_fullname"), MButton::switchType);
     updatePoweredStatus();
-    // Only now: what the switch shows at first is no wish of the user's.
+    // Only now: the first state of the switch is not a wish of the user's.
     if (adapter)
         connect(adapter, &NfcAdapter::propertyChanged, this, &NfcSettingsViewPrivate::adapterPropertyChanged);
     connect(powerSwitch, &MButton::toggled, this, &NfcSettingsViewPrivate::onOffToggled);

@@ -121,7 +121,7 @@ void NfcTagReadPermissionDialogPrivate::openSelection()
     auto *selection = new NfcApplicationSelectionDialog(applications, current);
     connect(selection, &MDialog::finished, this,
             &NfcTagReadPermissionDialogPrivate::applicationSelectionFinished);
-    // A choice is no use to a question that has been answered.
+    // A question that has been answered does not need a choice.
     connect(q, &MDialog::finished, selection, &MDialog::reject);
     connect(q, &QObject::destroyed, selection, &MDialog::reject);
     if (MWindow *window = windowOf(q))

@@ -5,7 +5,7 @@
 
 #include "virtualtag.h"
 
-/** A card that is no tag: any with an answer to reset of its own. */
+/** A card that is not a tag: any with an answer to reset of its own. */
 class ForeignCard : public VirtualTag
 {
 public:

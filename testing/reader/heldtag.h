@@ -20,7 +20,7 @@
 class HeldTag
 {
 public:
-    /** What happens to it on the reader. Commands are counted from 0. */
+    /** The events on the reader. Commands are counted from 0. */
     struct Fate
     {
         int leavesAt = -1; ///< The command that it does not answer any more.

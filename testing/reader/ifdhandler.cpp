@@ -35,7 +35,7 @@ namespace {
 
 using Frame = std::vector<std::uint8_t>;
 
-/** How long the driver waits for a tag that is to say something. */
+/** The time that the driver waits for the reply of a tag. */
 constexpr timeval patience = {15, 0};
 
 struct Reader

@@ -23,7 +23,7 @@ struct FakeCall
 /** The answer to a call that a fake has made. */
 struct FakeReply
 {
-    int id = 0;    ///< What FakeService::call() returned.
+    int id = 0;    ///< The value that FakeService::call() returned.
     QString error; ///< The error's name; empty when the call succeeded.
     QString message;
     QVariantList arguments;

@@ -37,7 +37,7 @@ struct Script
     QList<QDBusMessage> held;
 };
 
-// What healthy services answer.
+// The replies of healthy services.
 QHash<QString, Script> usualScripts()
 {
     QHash<QString, Script> scripts;

@@ -13,7 +13,7 @@ import time
 SET_PARENT_DEATH_SIGNAL = 1
 SET_CHILD_SUBREAPER = 36
 ENDING = (signal.SIGHUP, signal.SIGTERM)
-# How long those that are asked to leave may take, in seconds. Nobody waits for longer than it takes them.
+# The time in which those that are asked to leave have to do so, in seconds. Nobody waits for longer than needed.
 PATIENCE = 3
 
 

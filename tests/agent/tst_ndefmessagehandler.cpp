@@ -47,7 +47,7 @@ QByteArray warning(const QString &text)
     return "NfcAgentTagReadRequest: Calling NDEFData() for the handler fails: " + text.toUtf8();
 }
 
-// The calls that are no business of the bus itself.
+// The calls that do not concern the bus itself.
 QStringList handlerCalls(BusMonitor &monitor)
 {
     QStringList calls = monitor.takeCalls();

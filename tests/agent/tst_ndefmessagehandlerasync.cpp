@@ -296,7 +296,7 @@ void TestNdefMessageHandlerAsync::subscriptionOutlivesItsHolderWhileHandlersLive
     QVERIFY(time.elapsed() < replyTimeout);
     QCOMPARE(ohm->members(), (QStringList{QStringLiteral("Subscribe"), QStringLiteral("Unsubscribe")}));
 
-    // What handlers subscribe to by themselves waits again.
+    // A subscription by the handlers themselves waits again.
     ohm->release(QStringLiteral("Unsubscribe"));
     ohm->setActive(QString(), QString(), QString(), 1234);
     last = std::make_unique<NdefMessageHandler>(handler());

@@ -48,7 +48,7 @@ QByteArray bytes(const QList<QNdefRecord> &records)
     return QNdefMessage(records).toByteArray();
 }
 
-// What the guide's table calls the content of a tag.
+// The names of the contents of tags in the guide's table.
 QByteArray tag(const QString &name)
 {
     const QNdefRecord link = uri("https://www.example.org");

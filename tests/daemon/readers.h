@@ -10,7 +10,7 @@
 
 namespace Readers {
 
-/** How long a test waits for the daemon at most, in milliseconds: a busy machine may take its time. */
+/** The longest wait for the daemon, in milliseconds: a busy machine may take its time. */
 inline constexpr int patience = 60000;
 
 /** The name that pcscd gives the reader \a number of with-reader. */

@@ -34,7 +34,7 @@ std::unique_ptr<FailingPcscd> refusingPcscd()
 } // namespace
 
 /**
- * What can go wrong around the daemon.
+ * Faults of the programs around the daemon.
  *
  * It is to answer within a tenth of a second throughout, and to ask about a tag again within one and a half
  * after the end of the cause.

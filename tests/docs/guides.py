@@ -45,7 +45,7 @@ def install(source, command):
     for name, place in (("shopping.handler", "connui-nfc/handlers"), ("shopping.desktop", "applications")):
         (data / place).mkdir(parents=True, exist_ok=True)
         shutil.copy(source / name, data / place)
-    # What the bus starts prints where nobody sees it: here into a file.
+    # The output of a program that the bus starts is lost: here it goes into a file.
     start = folder / "start.sh"
     start.write_text(f"echo $$ >{folder}/pid; exec {command} >{folder}/output\n")
     service = (source / "org.example.Shopping.service").read_text()

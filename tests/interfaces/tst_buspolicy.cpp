@@ -164,7 +164,7 @@ void TestBusPolicy::init()
     received.clear();
 }
 
-// What became of the action: "done", or the name of an error.
+// The outcome of the action: "done", or the name of an error.
 QString TestBusPolicy::callAs(uint user, const QStringList &action) const
 {
     QProcess process;

@@ -11,8 +11,8 @@
 #include <BluetoothAdapter>
 
 /**
- * What the Bluetooth library's adapters do in a program that links fakebluetooth.cpp in place of that
- * library, and what was asked of them. One object at a time.
+ * The behavior of the Bluetooth library's adapters in a program that links fakebluetooth.cpp in place of that
+ * library, and the calls to them. One object at a time.
  */
 class FakeBluetooth
 {

@@ -86,8 +86,8 @@ private:
     QProcess process;
 };
 
-// A service of the system bus that the bus would start when it is asked to. Whoever starts it sees its name
-// taken.
+// A service of the system bus that the bus would start when it is asked to. A program that starts it sees
+// its name taken.
 class ActivatableService
 {
 public:

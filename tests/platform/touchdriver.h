@@ -17,7 +17,7 @@
 /**
  * A finger, a wheel and a keyboard at a window that is shown. Events take the way of those from the window
  * system, and their times are the driver's own: they separate a flick from a drag, and a double tap from two
- * taps, however slow the machine is. Whatever an event leads to may delete the window.
+ * taps, however slow the machine is. An event may lead to the deletion of the window.
  */
 class TouchDriver
 {

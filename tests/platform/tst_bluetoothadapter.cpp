@@ -397,7 +397,7 @@ void TestBluetoothAdapter::otherDevicesAreIgnored()
     QTRY_VERIFY(bluez.isDiscovering());
     QVERIFY(bluez.addDevice(QStringLiteral("00:00:00:00:00:01")));
     QVERIFY(bluez.addDeviceElsewhere(peerAddress));
-    // An answer of nonsense, and a thing that is no device.
+    // A nonsensical answer, and an object that is not a device.
     QVERIFY(bluez
                 .call(QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.Mock"),
                       QStringLiteral("EmitSignal"),

@@ -18,7 +18,7 @@ namespace {
 constexpr MTheme::Variant variants[] = {MTheme::Light, MTheme::Dark, MTheme::LightContrast,
                                         MTheme::DarkContrast};
 
-// What texts and controls lie on. A selected row and a pressed one lie on a card.
+// The backgrounds of texts and controls. A selected row and a pressed one lie on a card.
 constexpr const char *grounds[] = {
     "MWindow",     "MSceneWindow",     "MDialogPortrait", "MDialogLandscape",  "MDialogBeside",
     "CommonPanel", "CommonSmallPanel", "Inverted",        "SimpleSheetHeader", "SimpleCheckBoxLabel"};

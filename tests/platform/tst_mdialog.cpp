@@ -1167,7 +1167,7 @@ void TestMDialog::buttonsMayGo()
     QCOMPARE(dialog.buttons().size(), 3);
     const QPointer<MButton> view = viewOf(&dialog, more);
     const QPointF place = TouchDriver(&window).at(view);
-    // Whoever calls the slot may still look at both.
+    // The caller of the slot may still look at both.
     bool staysInSlot = true;
     if (way == QLatin1String("removeButton")) {
         dialog.removeButton(more);

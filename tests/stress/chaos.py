@@ -22,7 +22,7 @@ from stage import Stage  # noqa: E402
 
 BUTTONS = ["Yes", "No", "OK", "Cancel", "View", "Discard", "Open", "Call", "Send", "Continue", "Done", "Pair", "Connect", "Disconnect", "Close",
            "Choose another application"]
-# Growth in kilobytes that is no leak: caches that fill, memory that the allocator keeps.
+# Growth in kilobytes that is not a leak: caches that fill, memory that the allocator keeps.
 TOLERANCE = 8192
 
 
@@ -35,7 +35,7 @@ class Chaos:
         self._taps = []
         self._notes = stage.file("notes", b"\0\1\2")
         self._noise = stage.file("noise.ndef", self._random.randbytes(40))
-        # What may happen, and how often.
+        # The events, and their frequency.
         self._events = [
             (20, self._tag), (10, self._device), (8, self._share), (2, self._handover), (2, self._file),
             (35, self._press), (14, self._escape), (2, self._close), (3, self._turn),

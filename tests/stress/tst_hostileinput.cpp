@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// What a tag, a peer or an installed file may say at its worst. The question must still be there to be
+// The worst content of a tag, a peer or an installed file. The question must still be there to be
 // answered, and show either what will be opened or by which application.
 #include <ctime>
 #include <functional>

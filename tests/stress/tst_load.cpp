@@ -32,7 +32,7 @@ using ConnUi::RadioState;
 
 namespace {
 
-// Bytes of growth that are no leak. The address sanitizer keeps what is freed, and finds leaks by itself.
+// Bytes of growth that are not a leak. The address sanitizer keeps what is freed, and finds leaks by itself.
 #ifdef __SANITIZE_ADDRESS__
 constexpr qint64 tolerance = 16 * 1024 * 1024;
 #else

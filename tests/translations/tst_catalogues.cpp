@@ -512,7 +512,7 @@ void TestCatalogues::toolkitSpeaksTheSameLanguage_data()
                             << Qt::RightToLeft;
 }
 
-// What a program that loads our texts sees on the buttons that no dialog names itself.
+// The labels of buttons that dialogs do not name, in a program that loads our texts.
 void TestCatalogues::toolkitSpeaksTheSameLanguage()
 {
     QFETCH(QString, language);

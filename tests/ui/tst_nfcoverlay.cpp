@@ -28,7 +28,7 @@ constexpr int slideTime = 200;
 constexpr int holdTime = 2000;
 constexpr int frame = 16; // of an animation
 
-// What the platform plugin says of what it cannot do, the only warnings there are.
+// The warnings of the platform plugin about missing abilities, the only ones that are expected.
 constexpr const char *noRaise = "This plugin does not support raise()";
 constexpr const char *noMask = "This plugin does not support setting window masks";
 

@@ -19,7 +19,7 @@ namespace {
 
 constexpr int height = 80; // of the banner
 
-// What a tool of the X Window System prints.
+// The output of a tool of the X Window System.
 QString output(const QString &program, const QStringList &arguments)
 {
     QProcess process;

@@ -552,7 +552,7 @@ void TestNfcSharingPermissionDialog::missingThumbnailFileLeavesTheAreaEmpty()
     shown.dialog->thumbnail(QUrl(), QUrl::fromLocalFile(text("/nowhere/thumbnail.png")));
     QVERIFY(shown.pixmap().isNull());
 
-    // A picture that is cut off, and what is no local file.
+    // A truncated picture, and a URL that is not a local file.
     const QString cut = file(text("cut.png"), png(QSize(128, 128), Qt::green).left(60));
     QTest::ignoreMessage(QtWarningMsg, noPicture(cut).constData());
     shown.dialog->thumbnail(QUrl(), QUrl::fromLocalFile(cut));

@@ -41,7 +41,7 @@ using Make = std::function<MDialog *()>;
 
 constexpr unsigned int headset = 0x240404;
 
-// What a user hears of a dialog: its texts by their ids, and what the tag or the device says.
+// The spoken texts of a dialog: its texts by their ids, and what the tag or the device says.
 struct Spoken
 {
     Make make;

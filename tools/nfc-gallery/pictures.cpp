@@ -30,7 +30,7 @@ using ConnUi::SimpleSheet;
 
 namespace {
 
-// What a state of the power switch looks like.
+// The look of a state of the power switch.
 struct Power
 {
     bool on;

@@ -49,7 +49,8 @@ public:
      * \a first what else it is called: its formatted name, or the first of its organization, its nickname,
      * its mail address and its telephone number.
      *
-     * A file that cannot be read or is no card leaves both empty, with a warning unless it is an empty file.
+     * A file that cannot be read or is not a card leaves both empty, with a warning unless it is an empty
+     * file.
      */
     static void resolveContactInfo(const QFileInfo &file, QString &first, QString &second);
 

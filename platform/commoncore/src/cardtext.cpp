@@ -25,7 +25,7 @@ bool isCard(const QByteArray &value)
     return value.trimmed().compare("VCARD", Qt::CaseInsensitive) == 0;
 }
 
-// Where the value of a property begins; -1 for what is no property.
+// The position of a property's value; -1 if the line is not a property.
 qsizetype endOfHeader(const QByteArray &line)
 {
     bool quoted = false;

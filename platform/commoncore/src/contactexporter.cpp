@@ -23,7 +23,7 @@ void warn(const QString &path, const QString &reason)
     qWarning("ContactExporter: unable to read %s: %s", qUtf8Printable(path), qUtf8Printable(reason));
 }
 
-// The path of a contact's card; empty for what is no contact.
+// The path of a contact's card; empty if it is not a contact.
 QString cardPath(const QString &contact)
 {
     const auto scheme = QStringLiteral("contact:");

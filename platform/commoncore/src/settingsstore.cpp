@@ -188,7 +188,7 @@ void SettingsStore::change(const QString &group, const std::function<void(QCborM
     apply(map);
     store.groups.insert(group, map);
 
-    // What no one could read again would take all other settings with it.
+    // A value that cannot be read back would make all other settings unreadable.
     const QByteArray data = store.groups.toCborValue().toCbor();
     const QString problem = parse(data, &map);
     if (!problem.isEmpty()) {

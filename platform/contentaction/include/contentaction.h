@@ -25,8 +25,8 @@ public:
 
     /**
      * Returns the default application for a piece of text: the one for its scheme when all of it is a URI,
-     * else the one for the content type that its first bytes show. Text with blanks in it is no URI, whatever
-     * it begins with; blanks and line ends around one do not count.
+     * else the one for the content type that its first bytes show. Text with blanks in it is not a URI,
+     * whatever it begins with; blanks and line ends around one do not count.
      */
     static Action defaultActionForString(const QString &data);
 

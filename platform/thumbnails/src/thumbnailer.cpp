@@ -53,7 +53,7 @@ ThumbnailerPrivate::ThumbnailerPrivate(Thumbnailer *q, const QUrl &defaultThumbn
     , defaultThumbnail(defaultThumbnail)
     , defaultPixmap(defaultPixmap)
 {
-    // Whoever asked, the thumbnail is the same.
+    // The thumbnail is the same for every caller.
     connect(&service, &ThumbnailServiceProxy::Ready, this,
             [this](uint, const QStringList &uris) { announceThumbnails(uris); });
     connect(&service, &ThumbnailServiceProxy::Error, this, &ThumbnailerPrivate::handleError);

@@ -30,8 +30,8 @@ public:
     enum Variant {
         Light,
         Dark,
-        LightContrast, ///< Light, for who cannot see quiet colors
-        DarkContrast,  ///< Dark, for who cannot see quiet colors
+        LightContrast, ///< Light, with high contrast
+        DarkContrast,  ///< Dark, with high contrast
     };
     Q_ENUM(Variant)
 

@@ -19,7 +19,7 @@ class QWidget;
  */
 namespace MAccessible {
 
-/** How much an announcement may interrupt. */
+/** The urgency of an announcement. */
 enum Politeness {
     Polite = 1,    ///< It is spoken when nothing else is
     Assertive = 2, ///< It is spoken at once

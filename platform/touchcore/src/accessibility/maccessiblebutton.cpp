@@ -34,7 +34,7 @@ QStringList MAccessibleButton::actionNames() const
 void MAccessibleButton::doAction(const QString &name)
 {
     if (name == pressAction() || name == toggleAction()) {
-        // What a press leads to may take this object away.
+        // A press may lead to the deletion of this object.
         QMetaObject::invokeMethod(button(), &MButton::click, Qt::QueuedConnection);
         return;
     }

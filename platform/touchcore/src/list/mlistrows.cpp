@@ -131,7 +131,7 @@ MWidget *MListRows::cellAt(int row)
     MWidget *cell = newCell(row);
     cell->setParentItem(this);
     const auto next = cells.upper_bound(row);
-    // Whoever lists the items finds the rows in their order.
+    // A list of the items has the rows in their order.
     if (next != cells.cend())
         cell->stackBefore(next->second);
     cells.emplace(row, cell);

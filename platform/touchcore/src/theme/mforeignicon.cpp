@@ -12,7 +12,7 @@
 
 namespace {
 
-/** What quenzotouchcore-draw-icon writes. */
+/** The output of quenzotouchcore-draw-icon. */
 struct Picture
 {
     QImage image;       ///< as large as it is ever shown

@@ -8,7 +8,7 @@
 
 #include <QIcon>
 
-/** The size that a drawing has in the end; bitmaps are no larger. */
+/** The size that a drawing has in the end; bitmaps are not larger. */
 constexpr QSize foreignIconSize(256, 256);
 
 /**

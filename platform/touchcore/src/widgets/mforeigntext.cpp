@@ -32,7 +32,7 @@ struct Range
     char32_t last;
 };
 
-// What Unicode calls default ignorable, but neither control nor format.
+// Characters that are default ignorable in Unicode, but neither control nor format.
 constexpr Range fillers[] = {{0x034f, 0x034f}, {0x115f, 0x1160}, {0x17b4, 0x17b5}, {0x2065, 0x2065},
                              {0x3164, 0x3164}, {0xffa0, 0xffa0}, {0xfff0, 0xfff8}, {0xe0000, 0xe0fff}};
 // Format characters that are drawn, such as the signs that stand under a number.

@@ -19,7 +19,7 @@ constexpr qreal tolerance = 0.5;
 constexpr qreal unlimited = 1e7;
 // A layout takes time with the square of its length where directions alternate.
 constexpr qsizetype longestLayout = 2048;
-// So many may follow a letter in Unicode's stream-safe text format. More than that are no writing, and take
+// So many may follow a letter in Unicode's stream-safe text format. More than that are not writing, and take
 // time with the square of their number to be stacked.
 constexpr int mostMarks = 30;
 
@@ -46,7 +46,7 @@ qsizetype layoutEnd(const QString &paragraph)
     return longestLayout;
 }
 
-// How much of the free space stands above the text.
+// The part of the free space above the text.
 qreal verticalShare(Qt::Alignment alignment)
 {
     if (alignment & Qt::AlignVCenter)
@@ -54,7 +54,7 @@ qreal verticalShare(Qt::Alignment alignment)
     return alignment & Qt::AlignBottom ? 1 : 0;
 }
 
-// How much of the free space stands left of a line.
+// The part of the free space left of a line.
 qreal horizontalShare(Qt::Alignment alignment)
 {
     if (alignment & Qt::AlignHCenter)
