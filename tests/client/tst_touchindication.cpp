@@ -59,7 +59,7 @@ int share(const QImage &image, QColor color)
     return 100 * count / (image.width() * image.height());
 }
 
-// What the user does when something touches the phone.
+// The application that the user has open when something touches the phone.
 class UsersApplication
 {
 public:

@@ -17,6 +17,8 @@ INLINE = re.compile(r"`((?:[A-Z_]+=\S+ )*(?:scripts/|ctest )[^`]*)`")
 # A block of commands: indented lines after an empty one. An option or a variable that is set may stand in front.
 BLOCK = re.compile(r"(?<=\n\n)((?: {4,}.*\n)+)")
 SCRIPT = re.compile(r"(?:[A-Z_]+=\S+ )*scripts/")
+# A test's own program, with more work than in the test.
+PROGRAM = re.compile(r"(?:[A-Z_]+=\S+ )*testing/support/with-buses build/dev/bin/tst_(\w+)$")
 
 # The tests that run the blocks which are marked with a name.
 MARKS = {
@@ -31,8 +33,6 @@ TESTED = {
     "systemd-analyze security --offline=true": "client.sandbox",
     "tests/abi/dump": "abi.connui-nfc",
     "debian/symbols": "abi.symbols",
-    "CONNUI_STRESS=full testing/support/with-buses build/dev/bin/tst_load": "stress.load",
-    "CONNUI_STRESS=full testing/support/with-buses build/dev/bin/tst_faults": "stress.faults",
     "testing/reader/with-reader": "daemon.withreader",
     "cmake --install": "install.files",
     "nfctap write uri": "simulator.nfctap",
@@ -80,6 +80,8 @@ def problem(command):
         return None  # scripts.arguments has each run as it is printed.
     if selection := re.match(r"ctest (?:--preset dev )?(-R .*)", command):
         return None if tests(*selection[1].replace("'", "").split()) else "selects no test"
+    if program := PROGRAM.match(command):
+        return None if any(test.endswith(f".{program[1]}") for test in known) else "that program is not a test"
     if found := [test for start, test in (MARKS | TESTED).items() if command.startswith(start)]:
         used.add(found[0])
         return None if found[0] in known else f"the test {found[0]} does not exist"

@@ -56,7 +56,7 @@ class Chaos:
             if not self._taps and screen == "screen: nothing":
                 return
             if screen == "screen: nothing":
-                time.sleep(0.02)  # What a tap does may still lead to a question.
+                time.sleep(0.02)  # A tap may still lead to a question.
         raise Unmet(f"{len(self._taps)} taps do not end, with {screen}")
 
     def memory(self):

@@ -58,7 +58,7 @@ QString text(const char *words)
     return QLatin1String(words);
 }
 
-/** What the binding should do. */
+/** The expected behavior of the binding. */
 struct Model
 {
     // The program's deeds
@@ -232,7 +232,7 @@ struct Model
     int launch = -1;
     QString state;
     QString daemonState = text("on");
-    // What the first slot that hears something does
+    // The deed of the first slot that is called
     Deed inSlot = deeds;
     int whom = 0;
     // All that was seen, in its order

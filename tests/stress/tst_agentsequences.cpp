@@ -96,7 +96,7 @@ QString key(Kind kind, int which)
     return kind < permission ? path(which) : infoKey(which);
 }
 
-/** What the agent should do with its calls. */
+/** The expected behavior of the agent with its calls. */
 struct Model
 {
     struct Pending
