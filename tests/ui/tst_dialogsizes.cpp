@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QNdefMessage>
+#include <QNdefNfcTextRecord>
 #include <QtTest>
 
 #include <DialogHelperWidget>
@@ -22,6 +24,7 @@
 
 #include "catalogue.h"
 #include "promptpictures.h"
+#include "tagpage.h"
 #include "tagpictures.h"
 
 using ConnUi::DialogHelperWidget;
@@ -40,9 +43,6 @@ constexpr qreal ring = 6; // that an area has room for round its buttons
 // From the smallest to the largest phone, and held the other way.
 constexpr QSize sizes[] = {{320, 480}, {360, 720}, {480, 854}, {1080, 2400},
                            {480, 320}, {720, 360}, {854, 480}, {2400, 1080}};
-
-// Where a sheet does not fit, and where it does.
-constexpr QSize sheetSizes[] = {{320, 480}, {360, 720}, {480, 854}, {480, 320}, {720, 360}};
 
 template <typename Widget>
 QList<Widget *> visibleBelow(const QGraphicsItem *root)
@@ -70,6 +70,15 @@ const QGraphicsItem *areaAround(const QGraphicsItem *item)
 QRectF placeOf(const QGraphicsItem *item)
 {
     return item->mapRectToScene(QRectF(QPointF(), static_cast<const QGraphicsWidget *>(item)->size()));
+}
+
+// Without what the areas around it hide at the moment.
+QRectF visiblePlaceOf(const QGraphicsItem *item)
+{
+    QRectF place = placeOf(item);
+    for (const QGraphicsItem *area = areaAround(item); area; area = areaAround(area))
+        place &= placeOf(area);
+    return place;
 }
 
 /** Finds what is cut off or out of reach on a screen. */
@@ -138,8 +147,9 @@ private:
             others.cbegin(), others.cend(),
             [button](const MButton *other) {
                 constexpr qreal gap = smallestGap - tolerance / 2;
-                return other != button &&
-                       placeOf(other).adjusted(-gap, -gap, gap, gap).intersects(placeOf(button));
+                return other != button && visiblePlaceOf(other)
+                                              .adjusted(-gap, -gap, gap, gap)
+                                              .intersects(visiblePlaceOf(button));
             });
     }
 
@@ -167,9 +177,7 @@ void layOut()
 
 bool isSeen(const QGraphicsItem *item, QSize screen)
 {
-    QRectF seen(QPointF(), screen);
-    for (const QGraphicsItem *area = areaAround(item); area; area = areaAround(area))
-        seen &= placeOf(area);
+    const QRectF seen = visiblePlaceOf(item) & QRectF(QPointF(), screen);
     return seen.adjusted(-tolerance, -tolerance, tolerance, tolerance).contains(placeOf(item));
 }
 
@@ -203,16 +211,41 @@ SimpleSheet *newReceiveSheet()
     return sheet;
 }
 
+// One of each kind that the viewer has a look for.
+QByteArray fullTag()
+{
+    QNdefNfcTextRecord text;
+    text.setText(QStringLiteral("The museum opens at ten. ").repeated(20));
+    QNdefRecord card;
+    card.setTypeNameFormat(QNdefRecord::Mime);
+    card.setType("text/vcard");
+    card.setPayload("BEGIN:VCARD\r\nVERSION:3.0\r\nFN:Anna Example\r\nTEL:+358401234567\r\nEND:VCARD\r\n");
+    QNdefRecord data;
+    data.setTypeNameFormat(QNdefRecord::Mime);
+    data.setType("application/octet-stream");
+    data.setPayload(QByteArray(40, '\x7f'));
+    return QNdefMessage({text, card, data}).toByteArray();
+}
+
+// Of the largest one, several pixels for each of ours would make a wall.
+bool isScreenOfAPhone(QSize screen)
+{
+    return qMax(screen.width(), screen.height()) * qApp->devicePixelRatio() <= 2600;
+}
+
 void addScreens(const QList<QSize> &screens, const QList<qreal> &textScales)
 {
     QTest::addColumn<QString>("language");
     QTest::addColumn<QSize>("screen");
     QTest::addColumn<qreal>("textScale");
     for (const char *language : {"en", "de", "fi", "ar"})
-        for (const QSize &screen : screens)
+        for (const QSize &screen : screens) {
+            if (!isScreenOfAPhone(screen))
+                continue;
             for (const qreal textScale : textScales)
                 QTest::addRow("%s %dx%d %g", language, screen.width(), screen.height(), textScale)
                     << QString::fromLatin1(language) << screen << textScale;
+        }
 }
 
 } // namespace
@@ -229,6 +262,8 @@ private Q_SLOTS:
     void everyDialogFitsEveryScreen();
     void everySheetFitsEveryScreen_data();
     void everySheetFitsEveryScreen();
+    void viewerFitsEveryScreen_data() { everyDialogFitsEveryScreen_data(); }
+    void viewerFitsEveryScreen();
     void keyboardBringsEveryButtonOfASheetIntoSight_data();
     void keyboardBringsEveryButtonOfASheetIntoSight();
 };
@@ -277,7 +312,7 @@ void TestDialogSizes::everyDialogFitsEveryScreen()
 
 void TestDialogSizes::everySheetFitsEveryScreen_data()
 {
-    addScreens({std::begin(sheetSizes), std::end(sheetSizes)}, {1, 2});
+    addScreens({std::begin(sizes), std::end(sizes)}, {0.85, 1, 2});
 }
 
 void TestDialogSizes::everySheetFitsEveryScreen()
@@ -299,6 +334,25 @@ void TestDialogSizes::everySheetFitsEveryScreen()
         if (!fault.isEmpty())
             QFAIL(qPrintable(sheet->title() + QStringLiteral(": ") + fault.left(80)));
     }
+}
+
+void TestDialogSizes::viewerFitsEveryScreen()
+{
+    QFETCH(QString, language);
+    QFETCH(QSize, screen);
+    QFETCH(qreal, textScale);
+    const Catalogue catalogue(language);
+    QApplication::setLayoutDirection(QLocale(language).textDirection());
+    MTheme::instance()->setTextScale(textScale);
+    MWindow window;
+    window.resize(screen);
+    TagPage page;
+    page.setMessage(fullTag());
+    page.appear(&window);
+    window.show();
+    layOut();
+    QCOMPARE(Check(&page, page.childItems().constFirst(), screen).fault(), QString());
+    page.disappear();
 }
 
 void TestDialogSizes::keyboardBringsEveryButtonOfASheetIntoSight_data()
