@@ -300,7 +300,7 @@ void TestDialogSizes::everyDialogFitsEveryScreen()
     for (const Dialog &shown : dialogs) {
         MWindow window;
         window.resize(screen);
-        const std::unique_ptr<MDialog> dialog(shown.make());
+        const std::unique_ptr<MSceneWindow> dialog(shown.make());
         dialog->appear(&window);
         window.show();
         layOut();

@@ -55,7 +55,7 @@ QPixmap pictureOf(const Dialog &shown, const QString &language, QSize screen)
     const Language texts(language);
     MWindow window;
     window.resize(screen);
-    const std::unique_ptr<MDialog> dialog(shown.make());
+    const std::unique_ptr<MSceneWindow> dialog(shown.make());
     dialog->appear(&window);
     window.show();
     QCoreApplication::processEvents();

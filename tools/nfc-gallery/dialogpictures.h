@@ -3,15 +3,15 @@
 #ifndef CONNUI_GALLERY_DIALOGPICTURES_H
 #define CONNUI_GALLERY_DIALOGPICTURES_H
 
-#include <MDialog>
+#include <MSceneWindow>
 
 #include "pictures.h"
 
-/** A dialog with one of the contents that it may have. */
+/** A dialog or a sheet with one of the contents that it may have. */
 struct Dialog
 {
     QString name;
-    std::function<MDialog *()> make;
+    std::function<MSceneWindow *()> make;
 };
 
 /** Returns the pictures of \a dialogs on several screens, in all languages. */

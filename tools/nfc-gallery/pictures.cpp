@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pictures.h"
 
+#include <memory>
+
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QEventLoop>
@@ -18,6 +20,8 @@
 #include <NfcOverlay>
 #include <NfcSettingsView>
 #include <SimpleCheckBoxLabel>
+
+#include "dialogpictures.h"
 
 using ConnUi::DialogHelperWidget;
 using ConnUi::IndicationItem;
@@ -103,25 +107,48 @@ QPixmap question()
     return pictureOf(&window);
 }
 
+std::unique_ptr<NfcFileReceiveSheet> newSheet(const QList<Report> &reports, const QString &file)
+{
+    auto sheet = std::make_unique<NfcFileReceiveSheet>();
+    sheet->setRemoteDeviceName(QStringLiteral("Anna's phone"));
+    sheet->setFileName(file);
+    sheet->setThumbnailImage(QStringLiteral("icon-m-content-note-inverse"));
+    for (const Report &report : reports) {
+        QElapsedTimer clock;
+        clock.start();
+        while (clock.elapsed() < report.after)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+        sheet->setProgress({}, report.transferred, 5 * megabyte);
+    }
+    return sheet;
+}
+
 QPixmap sheet(const QList<Report> &reports, M::Orientation orientation = M::Portrait,
               const QString &file = QStringLiteral("Holiday.jpeg"))
 {
     MWindow window;
     if (orientation == M::Landscape)
         window.resize(window.sizeHint().transposed());
-    NfcFileReceiveSheet sheet;
-    sheet.setRemoteDeviceName(QStringLiteral("Anna's phone"));
-    sheet.setFileName(file);
-    sheet.setThumbnailImage(QStringLiteral("icon-m-content-note-inverse"));
-    for (const Report &report : reports) {
-        QElapsedTimer clock;
-        clock.start();
-        while (clock.elapsed() < report.after)
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
-        sheet.setProgress({}, report.transferred, 5 * megabyte);
-    }
-    sheet.appear(&window);
+    const std::unique_ptr<NfcFileReceiveSheet> sheet = newSheet(reports, file);
+    sheet->appear(&window);
     return pictureOf(&window);
+}
+
+// Those that fill the screen, on every screen and in every language.
+QList<Dialog> pages()
+{
+    return {
+        {QStringLiteral("page-settings"),
+         [] {
+             auto page = std::make_unique<SimpleSheet>();
+             fill(page.get(), {true, false});
+             return page.release();
+         }},
+        {QStringLiteral("page-receiving"),
+         [] {
+             return newSheet({{1, 0}, {2 * megabyte, 20}}, QStringLiteral("Holiday.jpeg")).release();
+         }},
+    };
 }
 
 IndicationItem *bannerOf(const NfcOverlay &overlay)
@@ -166,7 +193,7 @@ QList<Picture> pictures()
     const Report before{2 * megabyte - 1000, 0};
     const Report middle{2 * megabyte, 20};
     const Report end{5 * megabyte, 20};
-    return {
+    const QList<Picture> single = {
         {QStringLiteral("settings-off"),
          [] {
              return settings({false, false});
@@ -201,4 +228,5 @@ QList<Picture> pictures()
         {QStringLiteral("banner-0-sliding"), [] { return banner(M::Angle0, 0.5); }},
         {QStringLiteral("banner-270-sliding"), [] { return banner(M::Angle270, 0.5); }},
     };
+    return single + dialogPictures(pages());
 }
