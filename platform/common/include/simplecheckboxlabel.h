@@ -14,7 +14,8 @@ class MProgressIndicator;
 namespace ConnUi {
 
 /**
- * A row that names a button, with the button at its end, and shows beside it whether something goes on.
+ * A row that names a button, with the button at its end, and shows beside it whether an activity is in
+ * progress.
  */
 class CONNUI_COMMON_EXPORT SimpleCheckBoxLabel : public MWidgetController
 {

@@ -48,7 +48,7 @@ public:
     void setCentralWidget(QGraphicsWidget *widget);
 
 protected:
-    /** Has the content made unless that was done. */
+    /** Creates the content unless it exists. */
     void ensureContent();
 
     /** Makes the content and hands it to setCentralWidget(). Makes none here. */

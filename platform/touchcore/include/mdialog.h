@@ -49,9 +49,9 @@ public:
      * empty. */
     void setTitleBarIconId(const QString &id);
 
-    /** Returns whether the title bar shows that something goes on. */
+    /** Returns whether the title bar shows that an activity is in progress. */
     bool isProgressIndicatorVisible() const;
-    /** Shows in the title bar that something goes on. */
+    /** Shows in the title bar that an activity is in progress. */
     void setProgressIndicatorVisible(bool visible);
 
     /** Returns the contents, or null. */

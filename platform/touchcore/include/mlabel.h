@@ -77,9 +77,10 @@ public:
      */
     void setWrapMode(QTextOption::WrapMode mode);
 
-    /** Returns where the text stands in the label, at the left and in the middle of its height by default. */
+    /** Returns the position of the text in the label, at the left and in the middle of its height by default.
+     */
     Qt::Alignment alignment() const;
-    /** Sets where the text stands. Left and right change places in a right-to-left layout. */
+    /** Sets the position of the text. Left and right change places in a right-to-left layout. */
     void setAlignment(Qt::Alignment alignment);
 
     /** Returns whether a text that does not fit ends in an ellipsis; unless set, the style decides. */

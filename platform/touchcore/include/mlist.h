@@ -40,17 +40,17 @@ public:
      */
     void setItemModel(QAbstractItemModel *model);
 
-    /** Returns what makes the cells, or null. */
+    /** Returns the creator of the cells, or null. */
     const MCellCreator *cellCreator() const;
     /** Lets \a creator make the cells. The list owns it and deletes the earlier one. */
     void setCellCreator(MCellCreator *creator);
 
-    /** Returns what a touch does, NoSelection by default. */
+    /** Returns the effect of a touch, NoSelection by default. */
     SelectionMode selectionMode() const;
-    /** Sets what a touch does. */
+    /** Sets the effect of a touch. */
     void setSelectionMode(SelectionMode mode);
 
-    /** Returns what is selected; null until there is a model. */
+    /** Returns the selection; null until there is a model. */
     QItemSelectionModel *selectionModel() const;
 
     /** Selects the row of \a index instead of any other and brings it into sight. An invalid index does

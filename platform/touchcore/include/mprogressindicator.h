@@ -10,7 +10,7 @@
 
 class MProgressIndicatorPrivate;
 
-/** Shows how far something has come, or that something goes on. */
+/** Shows the progress of an activity, or only that it is in progress. */
 class QUENZOTOUCHCORE_EXPORT MProgressIndicator : public MWidgetController
 {
     Q_OBJECT
@@ -44,13 +44,13 @@ public:
     int maximum() const;
     /**
      * Sets the value at which the bar is full. A greater minimum or value follows. A bar whose maximum equals
-     * its minimum has no way to go, and stays empty.
+     * its minimum stays empty.
      */
     void setMaximum(int maximum);
 
-    /** Returns how far it has come. */
+    /** Returns the progress. */
     int value() const;
-    /** Sets how far it has come; a value outside of the range is taken to its nearer end. */
+    /** Sets the progress; a value outside of the range is taken to its nearer end. */
     void setValue(int value);
 
     void paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget = nullptr) override;

@@ -17,8 +17,8 @@ class MWindow;
 class QGraphicsScene;
 
 /**
- * Keeps what stands in a window: the scene, the order of its scene windows and the angle that they are turned
- * by.
+ * Manages the content of a window: the scene, the order of its scene windows and the angle that they are
+ * turned by.
  *
  * Scene coordinates are the window's own, whatever the angle; only scene windows are turned.
  */
