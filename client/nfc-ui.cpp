@@ -90,11 +90,11 @@ std::unique_ptr<MWindow> newPhone()
     return window;
 }
 
-std::unique_ptr<Face> newFace(bool onTerminal, Terminal *terminal)
+std::unique_ptr<Face> newFace(bool onTerminal, Terminal *terminal, const MWindow *phone)
 {
     if (onTerminal)
         return std::make_unique<ConsoleFace>(terminal);
-    return std::make_unique<ScreenFace>();
+    return std::make_unique<ScreenFace>(phone);
 }
 
 void tellRegistration(const Session &session, Terminal *terminal)
@@ -118,7 +118,7 @@ int run(const Support::CommandLine &arguments)
     // The title of the windows that questions open.
     if (!onTerminal && !window)
         QGuiApplication::setApplicationDisplayName(qtTrId("qtn_nfc_touched"));
-    const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get());
+    const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get(), window.get());
     Session session(face.get());
     const StatusAdaptor status(&session);
     if (terminal)

@@ -13,7 +13,7 @@
 
 using ConnUi::NfcFileReceiveSheet;
 
-ScreenFace::ScreenFace() = default;
+ScreenFace::ScreenFace(const MWindow *phone) : touch(phone) {}
 
 ScreenFace::~ScreenFace()
 {

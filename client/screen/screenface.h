@@ -17,7 +17,8 @@ class ScreenFace : public Face
     Q_OBJECT
 
 public:
-    ScreenFace();
+    /** With \a phone, that window is the screen of a phone. It must outlive the face. */
+    explicit ScreenFace(const MWindow *phone = nullptr);
     ~ScreenFace() override;
 
     void show(const Question &question) override;

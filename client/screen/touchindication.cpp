@@ -71,7 +71,7 @@ bool coversWords(const IndicationItem &banner)
 
 } // namespace
 
-TouchIndication::TouchIndication()
+TouchIndication::TouchIndication(const MWindow *phone) : phone(phone)
 {
     awaitingQuestion.setSingleShot(true);
     awaitingQuestion.setInterval(questionFollows);
@@ -112,6 +112,8 @@ void TouchIndication::showAbove()
     prepare();
     if (const MWindow *window = windowInFront(&*overlay))
         overlay->sceneManager()->setOrientationAngle(window->sceneManager()->orientationAngle());
+    if (phone)
+        overlay->setGeometry(phone->geometry());
     overlay->showIndication();
 }
 

@@ -26,7 +26,8 @@ class TouchIndication : public QObject
     Q_OBJECT
 
 public:
-    TouchIndication();
+    /** With \a phone, that window is the phone's screen, whose edges the banner slides along. */
+    explicit TouchIndication(const MWindow *phone);
     ~TouchIndication() override;
 
     /** Makes ready for the first touch. */
@@ -43,6 +44,7 @@ private:
     void slideInto(MWindow *window);
     void notify();
 
+    const MWindow *const phone;
     // Made when there is a daemon that may want it, and kept.
     std::optional<ConnUi::NfcOverlay> overlay;
     QPointer<ConnUi::IndicationItem> banner;
