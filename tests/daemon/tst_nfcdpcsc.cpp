@@ -155,7 +155,8 @@ FakeReply TestNfcdPcsc::answerOf(int call)
                 answer = candidate;
         return answer.id == call;
     };
-    if (!QTest::qWaitFor(hasAnswer, 20000))
+    // PCSC lite may look at a reader only after a minute.
+    if (!QTest::qWaitFor(hasAnswer, 2 * Readers::patience))
         answer.error = QStringLiteral("no answer");
     return answer;
 }
