@@ -32,6 +32,17 @@ installed = {file.name: file for file in prefix.rglob("*") if file.is_file()}
 expect("installed", sorted(str(file.relative_to(prefix)) for file in installed.values()),
        ["share/doc/qch/connui-nfc.qch", "share/doc/qch/connui-nfc.tags"])
 
+# Programs that read the files need them uncompressed. Where packages can be built, they stay so.
+if shutil.which("dh_compress"):
+    packaged = folder / "packaged/debian/connui-nfc-doc/usr/share/doc/qch"
+    packaged.mkdir(parents=True)
+    for file in installed.values():
+        shutil.copy(file, packaged)
+    for name in ("control", "changelog", "rules"):
+        shutil.copy(f"{repository}/debian/{name}", folder / "packaged/debian")
+    subprocess.run(["debian/rules", "override_dh_compress"], cwd=folder / "packaged", check=True, stdout=subprocess.DEVNULL)
+    expect("packaged", sorted(file.name for file in packaged.iterdir()), sorted(installed))
+
 classes = sorted(re.findall(r"^class (?:CONNUI_NFC_EXPORT )(\w+)",
                             "\n".join(header.read_text() for header in pathlib.Path(repository, "include").glob("*.h")),
                             re.MULTILINE))
