@@ -273,6 +273,7 @@ void TestMAccessible::questionTakesTheFocusAndGivesItBack()
 
     MMessageBox box(QStringLiteral("Pair?"), QStringLiteral("The headset wants to connect."), M::OkButton);
     box.appear(window.get());
+    QVERIFY(reader->hears(QStringLiteral("object:state-changed:showing"), QStringLiteral("Pair?")));
     QVERIFY(reader->hears(focused, QStringLiteral("Pair?")));
     QVERIFY(reader->tree().find("dialog")->is("focused"));
     (void)reader->events();
