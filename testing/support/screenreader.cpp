@@ -153,6 +153,15 @@ QList<SpokenEvent> ScreenReader::events()
     return std::exchange(heard, {});
 }
 
+void ScreenReader::listen()
+{
+    const QJsonObject find{{QStringLiteral("do"), QStringLiteral("find")}};
+    if (!QTest::qWaitFor([&] { return ask(find).toBool(); }, patience))
+        qFatal("ScreenReader: the program cannot be read");
+    (void)ask({{QStringLiteral("do"), QStringLiteral("settle")}});
+    (void)events();
+}
+
 bool ScreenReader::hears(const QString &type, const QString &text)
 {
     return QTest::qWaitFor(

@@ -57,6 +57,9 @@ public:
     // The name of what stands at that point of the screen.
     QString at(const QPoint &point);
 
+    // Waits until this program, which has a window, knows who listens, and forgets all events so far: Qt
+    // joins the registry in its own time, and learns there what to announce.
+    void listen();
     // Whether such an event has come, now or soon; a text or name is only looked at when it is given.
     bool hears(const QString &type, const QString &text);
     // All events since the last call.

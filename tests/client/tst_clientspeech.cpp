@@ -69,8 +69,8 @@ void TestClientSpeech::init()
     window->activateWindow();
     QApplication::setActiveWindow(window.get());
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
+    reader->listen();
     face = std::make_unique<ScreenFace>();
-    (void)reader->events();
 }
 
 void TestClientSpeech::cleanup()

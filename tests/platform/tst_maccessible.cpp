@@ -124,7 +124,7 @@ void TestMAccessible::init()
     window->activateWindow();
     QApplication::setActiveWindow(window.get());
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    (void)reader->events();
+    reader->listen();
 }
 
 void TestMAccessible::cleanup()

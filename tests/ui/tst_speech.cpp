@@ -126,7 +126,7 @@ void TestSpeech::init()
     window->activateWindow();
     QApplication::setActiveWindow(window.get());
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
-    (void)reader->events();
+    reader->listen();
 }
 
 void TestSpeech::cleanup()
