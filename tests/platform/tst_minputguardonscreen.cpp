@@ -96,6 +96,7 @@ private Q_SLOTS:
     void tapAfterTheDelayAnswers();
 
 private:
+    static void waitForAll(const InputClock &clock);
     void letGo(const QString &key, const InputClock &clock);
 
     std::unique_ptr<MWindow> window;
@@ -112,13 +113,19 @@ void TestMInputGuardOnScreen::init()
     QTRY_VERIFY_WITH_TIMEOUT(window->isActiveWindow(), patience);
 }
 
+// A key arrives behind all that came before it, of which a compositor that is slow may lose something.
+void TestMInputGuardOnScreen::waitForAll(const InputClock &clock)
+{
+    xdotool({QStringLiteral("key"), QStringLiteral("a")});
+    QTRY_COMPARE_WITH_TIMEOUT(clock.lastKey, int(Qt::Key_A), patience);
+}
+
 // Qt takes the next press of a key for a repeat of the last one whose release no window has got: another key
 // arrives behind the release.
 void TestMInputGuardOnScreen::letGo(const QString &key, const InputClock &clock)
 {
     xdotool({QStringLiteral("keyup"), key});
-    xdotool({QStringLiteral("key"), QStringLiteral("a")});
-    QTRY_COMPARE_WITH_TIMEOUT(clock.lastKey, int(Qt::Key_A), patience);
+    waitForAll(clock);
 }
 
 // A finger that types on what was there before.
@@ -137,8 +144,9 @@ void TestMInputGuardOnScreen::fingerTappingTenTimesASecondAnswersNothing()
                   QStringLiteral("--delay"), QStringLiteral("100"), QStringLiteral("1")});
     QTRY_VERIFY_WITH_TIMEOUT(clock.count >= 3, patience);
     question.appear(window.get());
-    QTRY_COMPARE_WITH_TIMEOUT(clock.count, taps, patience);
-    QVERIFY(finger.waitForFinished());
+    QTRY_COMPARE_WITH_TIMEOUT(finger.state(), QProcess::NotRunning, patience);
+    waitForAll(clock);
+    QVERIFY(clock.count > taps / 2);
     QCOMPARE(question.result(), 0);
     QVERIFY(question.isVisible());
 }
@@ -246,7 +254,8 @@ void TestMInputGuardOnScreen::tapsOnAFrozenDialogAnswerNothing()
     xdotool({QStringLiteral("click"), QStringLiteral("--repeat"), QStringLiteral("10"),
              QStringLiteral("--delay"), QStringLiteral("100"), QStringLiteral("1")});
     QVERIFY(MDialogPrivate::of(&question)->guard.isWaiting());
-    QTRY_COMPARE_WITH_TIMEOUT(count.count, 10, patience);
+    waitForAll(count);
+    QVERIFY(count.count > 5);
     QCOMPARE(question.result(), 0);
     QVERIFY(question.isVisible());
 }
