@@ -200,6 +200,8 @@ void TestMInputGuardOnScreen::keyThatIsHeldAnswersOneQuestion()
 {
     QFETCH(QString, key);
     QFETCH(int, answer);
+    if (QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
+        QSKIP("On Wayland it is Qt that repeats a key");
     InputClock clock(0);
     Question first;
     Question second;
