@@ -104,7 +104,8 @@ void TouchIndication::questionAppeared()
     if (!awaitingQuestion.isActive())
         return;
     awaitingQuestion.stop();
-    slideInto(windowInFront());
+    if (MWindow *window = windowInFront())
+        slideInto(window);
 }
 
 void TouchIndication::showAbove()

@@ -42,16 +42,28 @@ protected:
 };
 
 // Ends with last.
-QGraphicsWidget *newHighContent(MButton *last)
+// A window with a sheet that is higher, and with a button at its end.
+struct HighSheet
 {
-    auto *content = new MWidget;
-    auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
-    auto *filling = new MWidget;
-    filling->setMinimumHeight(1000);
-    policy->addItem(filling);
-    policy->addItem(last);
-    return content;
-}
+    HighSheet()
+    {
+        auto *content = new MWidget;
+        auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
+        auto *filling = new MWidget;
+        filling->setMinimumHeight(1000);
+        policy->addItem(filling);
+        policy->addItem(last);
+        sheet.setRejectButtonText(QStringLiteral("Done"));
+        sheet.setCentralWidget(content);
+        window.resize(320, 200);
+        sheet.appear(&window);
+        window.show();
+    }
+
+    MWindow window;
+    SimpleSheet sheet;
+    MButton *const last = new MButton(QStringLiteral("last"));
+};
 
 MButton *rejectButton(const SimpleSheet &sheet)
 {
@@ -212,15 +224,10 @@ void TestSimpleSheet::contentLiesBelowTheHeader()
 
 void TestSimpleSheet::contentThatDoesNotFitScrolls()
 {
-    MWindow window;
-    window.resize(320, 200);
-    SimpleSheet sheet;
-    sheet.setRejectButtonText(QStringLiteral("Done"));
-    auto *last = new MButton(QStringLiteral("last"));
-    sheet.setCentralWidget(newHighContent(last));
-    sheet.appear(&window);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    HighSheet high;
+    const SimpleSheet &sheet = high.sheet;
+    MButton *const last = high.last;
+    QVERIFY(QTest::qWaitForWindowActive(&high.window));
     QCOMPARE(sheet.size(), QSizeF(320, 200));
     const auto place = [](const QGraphicsWidget *widget) { return widget->mapRectToScene(widget->rect()); };
     QTRY_VERIFY(place(last).top() >= 1000);
@@ -233,21 +240,16 @@ void TestSimpleSheet::contentThatDoesNotFitScrolls()
 
 void TestSimpleSheet::pageKeysScrollTheContentWhateverHasTheFocus()
 {
-    MWindow window;
-    window.resize(320, 200);
-    SimpleSheet sheet;
-    sheet.setRejectButtonText(QStringLiteral("Done"));
-    auto *last = new MButton(QStringLiteral("last"));
-    sheet.setCentralWidget(newHighContent(last));
-    sheet.appear(&window);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
-    const QList<QGraphicsWidget *> focused{&sheet, rejectButton(sheet), last};
+    HighSheet high;
+    const SimpleSheet &sheet = high.sheet;
+    MButton *const last = high.last;
+    QVERIFY(QTest::qWaitForWindowActive(&high.window));
+    const QList<QGraphicsWidget *> focused{&high.sheet, rejectButton(sheet), last};
     for (QGraphicsWidget *widget : focused) {
         widget->setFocus(Qt::OtherFocusReason);
-        QTest::keyClick(window.viewport(), Qt::Key_PageUp);
+        QTest::keyClick(high.window.viewport(), Qt::Key_PageUp);
         const qreal before = last->scenePos().y();
-        QTest::keyClick(window.viewport(), Qt::Key_PageDown);
+        QTest::keyClick(high.window.viewport(), Qt::Key_PageDown);
         QVERIFY(last->scenePos().y() < before);
     }
 }

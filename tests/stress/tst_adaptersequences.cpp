@@ -17,9 +17,9 @@
 #include <RadioState>
 
 #include "adapter/nfcadapter_p.h"
-#include "amount.h"
 #include "fakedaemon.h"
 #include "nfcadapter.h"
+#include "sequences.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAdapterPrivate;
@@ -249,21 +249,12 @@ NfcAdapterPrivate::Clock::time_point now()
     return NfcAdapterPrivate::Clock::time_point(time + std::chrono::hours(1));
 }
 
-QStringList *loggedWarnings = nullptr;
-
-void keepWarning(QtMsgType, const QMessageLogContext &, const QString &text)
-{
-    loggedWarnings->append(text);
-}
-
 /** A program with adapters, and a daemon that is not here at first. */
 class Stage
 {
 public:
     explicit Stage(FakeDaemon *daemon) : daemon(daemon)
     {
-        loggedWarnings = &warnings;
-        previousHandler = qInstallMessageHandler(keepWarning);
         time = {};
         NfcAdapterPrivate::now = now;
         NfcAdapterPrivate::adapterBroken = false;
@@ -278,7 +269,6 @@ public:
         adapters.clear();
         daemon->stop();
         QCoreApplication::processEvents();
-        qInstallMessageHandler(previousHandler);
     }
 
     Q_DISABLE_COPY_MOVE(Stage)
@@ -403,7 +393,7 @@ private:
     int made = 0;
     QStringList heard;
     QStringList warnings;
-    QtMessageHandler previousHandler = nullptr;
+    const MessageLog log{&warnings};
 };
 
 using Step = rc::state::Command<Model, Stage>;
@@ -481,12 +471,6 @@ struct Pass : Step
 
 } // namespace
 
-// For RapidCheck's messages
-std::ostream &operator<<(std::ostream &out, const QStringList &texts)
-{
-    return out << qPrintable(texts.join(QLatin1String(", ")));
-}
-
 class TestAdapterSequences : public QObject
 {
     Q_OBJECT
@@ -497,9 +481,7 @@ private Q_SLOTS:
 
 void TestAdapterSequences::bindingIsAsItsModel()
 {
-    // Everyday: always the same sequences.
-    if (!qEnvironmentVariableIsSet("RC_PARAMS"))
-        qputenv("RC_PARAMS", amount(0, 1) ? "max_success=10000" : "max_success=300 seed=1");
+    chooseSequences();
     FakeDaemon daemon;
 
     QVERIFY(rc::check("a binding is as its model", [&daemon] {

@@ -19,8 +19,8 @@
 
 #include <NfcAgent>
 
-#include "amount.h"
 #include "fakeohm.h"
+#include "sequences.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -157,13 +157,6 @@ struct Model
     int calls = 0;
 };
 
-QStringList *loggedWarnings = nullptr;
-
-void keepWarning(QtMsgType, const QMessageLogContext &, const QString &text)
-{
-    loggedWarnings->append(text);
-}
-
 /** An object on the agent's connection: it is called when all calls before it have been dealt with. */
 class Mark : public QObject
 {
@@ -179,8 +172,6 @@ class Stage
 public:
     Stage() : daemon(QDBusConnection::connectToBus(QDBusConnection::SystemBus, QStringLiteral("daemon")))
     {
-        loggedWarnings = &seen.warnings;
-        previousHandler = qInstallMessageHandler(keepWarning);
         QDBusConnection::systemBus().registerObject(QStringLiteral("/mark"), &mark,
                                                     QDBusConnection::ExportAllSlots);
         makeAgent();
@@ -192,7 +183,6 @@ public:
         settle();
         QDBusConnection::systemBus().unregisterObject(QStringLiteral("/mark"));
         QDBusConnection::disconnectFromBus(QStringLiteral("daemon"));
-        qInstallMessageHandler(previousHandler);
     }
 
     Q_DISABLE_COPY_MOVE(Stage)
@@ -329,13 +319,13 @@ private:
         wait.exec();
     }
 
+    const MessageLog log{&seen.warnings};
     Mark mark;
     QObject calls; // their owner
     std::unique_ptr<NfcAgent> agent;
     QDBusConnection daemon;
     QHash<QString, QVariant> handedOut;
     Asked asked = {};
-    QtMessageHandler previousHandler = nullptr;
 };
 
 using Step = rc::state::Command<Model, Stage>;
@@ -393,17 +383,6 @@ struct Answer : Step
 
 } // namespace
 
-// For RapidCheck's messages
-std::ostream &operator<<(std::ostream &out, const QString &text)
-{
-    return out << qPrintable(text);
-}
-
-std::ostream &operator<<(std::ostream &out, const QStringList &texts)
-{
-    return out << texts.join(QLatin1String(", "));
-}
-
 class TestAgentSequences : public QObject
 {
     Q_OBJECT
@@ -418,10 +397,7 @@ void TestAgentSequences::agentIsAsItsModel()
     ohm.start();
     // Without one, an empty list of records subscribes and unsubscribes.
     const NdefMessageHandler handler;
-    // Everyday: always the same sequences.
-    if (!qEnvironmentVariableIsSet("RC_PARAMS"))
-        qputenv("RC_PARAMS", amount(0, 1) ? "max_success=10000" : "max_success=300 seed=1");
-
+    chooseSequences();
     QVERIFY(rc::check("an agent is as its model", [] {
         Stage stage;
         rc::state::check(Model(), stage, rc::state::gen::execOneOfWithArgs<Ask, Answer>());

@@ -248,6 +248,26 @@ void addScreens(const QList<QSize> &screens, const QList<qreal> &textScales)
         }
 }
 
+/** How programs look, for as long as it lives: texts and direction of a language, and a size of texts. */
+class Look
+{
+public:
+    Look(const QString &language, qreal textScale) : catalogue(language)
+    {
+        QApplication::setLayoutDirection(QLocale(language).textDirection());
+        MTheme::instance()->setTextScale(textScale);
+    }
+    ~Look()
+    {
+        MTheme::instance()->setTextScale(1);
+        QApplication::setLayoutDirection(Qt::LeftToRight);
+    }
+    Q_DISABLE_COPY_MOVE(Look)
+
+private:
+    const Catalogue catalogue;
+};
+
 } // namespace
 
 class TestDialogSizes : public QObject
@@ -256,7 +276,6 @@ class TestDialogSizes : public QObject
 
 private Q_SLOTS:
     void initTestCase();
-    void cleanup();
 
     void everyDialogFitsEveryScreen_data();
     void everyDialogFitsEveryScreen();
@@ -277,12 +296,6 @@ void TestDialogSizes::initTestCase()
         QVERIFY(QFile::copy(from.filePath(file), to.filePath(file)));
 }
 
-void TestDialogSizes::cleanup()
-{
-    MTheme::instance()->setTextScale(1);
-    QApplication::setLayoutDirection(Qt::LeftToRight);
-}
-
 void TestDialogSizes::everyDialogFitsEveryScreen_data()
 {
     addScreens({std::begin(sizes), std::end(sizes)}, {0.85, 1, 2});
@@ -293,9 +306,7 @@ void TestDialogSizes::everyDialogFitsEveryScreen()
     QFETCH(QString, language);
     QFETCH(QSize, screen);
     QFETCH(qreal, textScale);
-    const Catalogue catalogue(language);
-    QApplication::setLayoutDirection(QLocale(language).textDirection());
-    MTheme::instance()->setTextScale(textScale);
+    const Look look(language, textScale);
     const QList<Dialog> dialogs = promptDialogs() + tagDialogs();
     for (const Dialog &shown : dialogs) {
         MWindow window;
@@ -320,9 +331,7 @@ void TestDialogSizes::everySheetFitsEveryScreen()
     QFETCH(QString, language);
     QFETCH(QSize, screen);
     QFETCH(qreal, textScale);
-    const Catalogue catalogue(language);
-    QApplication::setLayoutDirection(QLocale(language).textDirection());
-    MTheme::instance()->setTextScale(textScale);
+    const Look look(language, textScale);
     for (const auto &make : {&newSettings, &newReceiveSheet}) {
         MWindow window;
         window.resize(screen);
@@ -341,9 +350,7 @@ void TestDialogSizes::viewerFitsEveryScreen()
     QFETCH(QString, language);
     QFETCH(QSize, screen);
     QFETCH(qreal, textScale);
-    const Catalogue catalogue(language);
-    QApplication::setLayoutDirection(QLocale(language).textDirection());
-    MTheme::instance()->setTextScale(textScale);
+    const Look look(language, textScale);
     MWindow window;
     window.resize(screen);
     TagPage page;
@@ -365,9 +372,7 @@ void TestDialogSizes::keyboardBringsEveryButtonOfASheetIntoSight()
     QFETCH(QString, language);
     QFETCH(QSize, screen);
     QFETCH(qreal, textScale);
-    const Catalogue catalogue(language);
-    QApplication::setLayoutDirection(QLocale(language).textDirection());
-    MTheme::instance()->setTextScale(textScale);
+    const Look look(language, textScale);
     for (const auto &make : {&newSettings, &newReceiveSheet}) {
         MWindow window;
         window.resize(screen);

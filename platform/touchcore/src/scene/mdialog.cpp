@@ -40,7 +40,7 @@ constexpr Standard standardButtons[] = {
     {M::CancelButton, M::RejectRole, QT_TRANSLATE_NOOP("QPlatformTheme", "Cancel")},
 };
 
-// The part of the body seen at once that an arrow key moves.
+// The share of what is seen of the body that an arrow key scrolls.
 constexpr qreal lineStep = 0.2;
 // The share that the buttons may take of a screen that is too small for all of them.
 constexpr qreal buttonShare = 0.6;
