@@ -33,6 +33,7 @@ include(ConnUiHardening)
 include(ConnUiLibrary)
 include(ConnUiMetainfo)
 include(ConnUiProxy)
+include(ConnUiWindowless)
 
 # A program that links a library sees only its public headers.
 set(CMAKE_INCLUDE_CURRENT_DIR_IN_INTERFACE OFF)

@@ -21,7 +21,7 @@ function(connui_add_library target)
     cmake_parse_arguments(ARG "" "PACKAGE;NAMESPACE;NAME;DESCRIPTION;INCLUDE"
         "CLASSES;SOURCES;PUBLIC;PRIVATE;FIND;REQUIRES;REQUIRES_PRIVATE" ${ARGN})
 
-    set(forwarding ${CMAKE_CURRENT_BINARY_DIR}/include)
+    set(forwarding ${CMAKE_CURRENT_BINARY_DIR}/include/${target})
     ecm_generate_headers(forwarding_headers
         HEADER_NAMES ${ARG_CLASSES} RELATIVE ${ARG_INCLUDE} OUTPUT_DIR ${forwarding} REQUIRED_HEADERS headers)
 

@@ -43,8 +43,8 @@ if shutil.which("dh_compress"):
     subprocess.run(["debian/rules", "override_dh_compress"], cwd=folder / "packaged", check=True, stdout=subprocess.DEVNULL)
     expect("packaged", sorted(file.name for file in packaged.iterdir()), sorted(installed))
 
-classes = sorted(re.findall(r"^class (?:CONNUI_NFC_EXPORT )(\w+)",
-                            "\n".join(header.read_text() for header in pathlib.Path(repository, "include").glob("*.h")),
+classes = sorted(re.findall(r"^class (?:CONNUI_NFC_(?:CORE_)?EXPORT )(\w+)",
+                            "\n".join(header.read_text() for header in pathlib.Path(repository, "include").glob("*/*.h")),
                             re.MULTILINE))
 help_file = sqlite3.connect(installed["connui-nfc.qch"])
 version = re.search(r"project\(ConnUiNfc VERSION (\S+)", pathlib.Path(repository, "CMakeLists.txt").read_text()).group(1)

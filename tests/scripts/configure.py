@@ -22,10 +22,13 @@ class Configure(unittest.TestCase):
         self.tree = self.folder / "tree"
         shutil.copytree(TREE, self.tree, ignore=shutil.ignore_patterns("build", ".git"))
 
-    def configure(self):
+    def try_to_configure(self):
         path = f"{self.folder}:{os.environ['PATH']}"
-        done = subprocess.run([self.tree / "cmake/configure", "dev"], cwd="/", env=os.environ | {"PATH": path},
+        return subprocess.run([self.tree / "cmake/configure", "dev"], cwd="/", env=os.environ | {"PATH": path},
                               check=False, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+
+    def configure(self):
+        done = self.try_to_configure()
         self.assertEqual(done.returncode, 0, done.stdout)
 
     def can_build(self, *targets):
@@ -44,6 +47,16 @@ class Configure(unittest.TestCase):
         cmake.unlink()
         self.configure()
         self.assertTrue(self.can_build("tst_ndefgenerator", "benchmarks"))
+
+    def test_core_refuses_windows(self):
+        source = self.tree / "src/ndef/ndefgenerator.cpp"
+        code = source.read_text(encoding="utf-8")
+        for header in ('"ui/querywidgets.h"', "<QtWidgets/QLabel>"):
+            with self.subTest(header):
+                source.write_text(f"#include {header}\n{code}", encoding="utf-8")
+                done = self.try_to_configure()
+                self.assertNotEqual(done.returncode, 0)
+                self.assertIn("belongs to a library without windows", " ".join(done.stdout.split()))
 
 
 if __name__ == "__main__":

@@ -3,7 +3,7 @@
 #ifndef CONNUI_NDEFGENERATOR_H
 #define CONNUI_NDEFGENERATOR_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QByteArray>
 #include <QObject>
@@ -25,7 +25,7 @@ class NDEFGeneratorPrivate;
  *
  * A generator is used from one thread.
  */
-class CONNUI_NFC_EXPORT NDEFGenerator : public QObject
+class CONNUI_NFC_CORE_EXPORT NDEFGenerator : public QObject
 {
     Q_OBJECT
 
@@ -34,7 +34,7 @@ public:
      * A URI, or a MIME type with its data, that awaits encoding. It is a value type: copies are deep, and a
      * moved-from record is empty.
      */
-    class CONNUI_NFC_EXPORT Record
+    class CONNUI_NFC_CORE_EXPORT Record
     {
     public:
         /** Makes a record of a URI. Any text is accepted; an empty one makes a record that encodes to

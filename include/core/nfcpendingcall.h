@@ -3,7 +3,7 @@
 #ifndef CONNUI_NFCPENDINGCALL_H
 #define CONNUI_NFCPENDINGCALL_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 #include <memory>
 
 #include <QDBusError>
@@ -33,7 +33,7 @@ class NfcPendingCallPrivate;
  * application; when the parent is deleted, finished() is never emitted. Deleting the object earlier does not
  * undo the call, but its result is lost.
  */
-class CONNUI_NFC_EXPORT NfcPendingCall : public QObject
+class CONNUI_NFC_CORE_EXPORT NfcPendingCall : public QObject
 {
     Q_OBJECT
 

@@ -3,7 +3,7 @@
 #ifndef CONNUI_NDEFMESSAGEHANDLER_H
 #define CONNUI_NDEFMESSAGEHANDLER_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QByteArray>
 #include <QDBusArgument>
@@ -30,7 +30,7 @@ class NfcPendingCall;
  * event loop; a program that sends handlers marshals them into a QDBusArgument first, because a handler left
  * in an outgoing message would be destroyed on another thread.
  */
-class CONNUI_NFC_EXPORT NdefMessageHandler
+class CONNUI_NFC_CORE_EXPORT NdefMessageHandler
 {
 public:
     /** Makes a handler whose fields are all empty. */
@@ -116,11 +116,11 @@ using NdefMessageHandlerList = QList<NdefMessageHandler>;
 } // namespace ConnUi
 
 /** Writes \a handler as the structure (ssos). Its path may not be empty: D-Bus has no such path. */
-CONNUI_NFC_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
+CONNUI_NFC_CORE_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
                                             const ConnUi::NdefMessageHandler &handler);
 
 /** Reads a structure (ssos) into \a handler. */
-CONNUI_NFC_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
+CONNUI_NFC_CORE_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
                                                   ConnUi::NdefMessageHandler &handler);
 
 Q_DECLARE_METATYPE(ConnUi::NdefMessageHandler)

@@ -3,7 +3,7 @@
 #ifndef CONNUI_NFCTRANSLATIONS_H
 #define CONNUI_NFCTRANSLATIONS_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QLocale>
 
@@ -22,7 +22,7 @@ namespace ConnUi {
  *
  * Returns false, after a warning, when that folder does not contain texts.
  */
-CONNUI_NFC_EXPORT bool installTranslations(const QLocale &locale = QLocale());
+CONNUI_NFC_CORE_EXPORT bool installTranslations(const QLocale &locale = QLocale());
 
 } // namespace ConnUi
 

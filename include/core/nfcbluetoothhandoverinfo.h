@@ -3,7 +3,7 @@
 #ifndef CONNUI_NFCBLUETOOTHHANDOVERINFO_H
 #define CONNUI_NFCBLUETOOTHHANDOVERINFO_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QString>
 #include <QVariant>
@@ -21,7 +21,7 @@ class NfcPendingCall;
  * Made from the data of NfcAdapter::handoverCompleted(), or from the info of a sharing request. For use on
  * the thread that runs the application's event loop.
  */
-class CONNUI_NFC_EXPORT NfcBluetoothHandoverInfo
+class CONNUI_NFC_CORE_EXPORT NfcBluetoothHandoverInfo
 {
 public:
     /**

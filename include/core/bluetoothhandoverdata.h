@@ -3,7 +3,7 @@
 #ifndef CONNUI_BLUETOOTHHANDOVERDATA_H
 #define CONNUI_BLUETOOTHHANDOVERDATA_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QDBusArgument>
 #include <QDBusObjectPath>
@@ -24,11 +24,11 @@ struct BluetoothHandoverData
 } // namespace ConnUi
 
 /** Writes \a data as the structure (os). */
-CONNUI_NFC_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
+CONNUI_NFC_CORE_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
                                             const ConnUi::BluetoothHandoverData &data);
 
 /** Reads a structure (os) into \a data. */
-CONNUI_NFC_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
+CONNUI_NFC_CORE_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
                                                   ConnUi::BluetoothHandoverData &data);
 
 Q_DECLARE_METATYPE(ConnUi::BluetoothHandoverData)

@@ -4,7 +4,7 @@
 #define CONNUI_NFCADAPTER_H
 
 #include <chrono>
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QObject>
 #include <QString>
@@ -37,7 +37,7 @@ class NfcPendingCall;
  * created and deleted in every slot connected to the signals below: a deleted adapter emits no further
  * signals, and a new one does not emit the signal that is being delivered.
  */
-class CONNUI_NFC_EXPORT NfcAdapter : public QObject
+class CONNUI_NFC_CORE_EXPORT NfcAdapter : public QObject
 {
     Q_OBJECT
     /** Whether the adapter is switched on. A change is announced by propertyChanged("powered"). */

@@ -3,7 +3,7 @@
 #ifndef CONNUI_NFCAGENT_H
 #define CONNUI_NFCAGENT_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 #include <ndefmessagehandler.h>
 
 #include <QByteArray>
@@ -33,7 +33,7 @@ class NfcAgentPrivate;
  * Nothing here blocks. For use on the thread that runs the application's event loop; answering, and deleting
  * the agent, is safe in every slot connected to its signals.
  */
-class CONNUI_NFC_EXPORT NfcAgent : public QObject
+class CONNUI_NFC_CORE_EXPORT NfcAgent : public QObject
 {
     Q_OBJECT
     /** The agent's object path on the system bus. */

@@ -3,7 +3,7 @@
 #ifndef CONNUI_APPLICATIONTRACKER_H
 #define CONNUI_APPLICATIONTRACKER_H
 
-#include <connui_nfc_export.h>
+#include <connui_nfc_core_export.h>
 
 #include <QObject>
 #include <QString>
@@ -21,7 +21,7 @@ class NfcPendingCall;
  * The policy daemon is "org.freedesktop.ohm" on the system bus. Handlers share one tracker that exists as
  * long as any of them; another one is not needed.
  */
-class CONNUI_NFC_EXPORT ApplicationTracker : public QObject
+class CONNUI_NFC_CORE_EXPORT ApplicationTracker : public QObject
 {
     Q_OBJECT
 
