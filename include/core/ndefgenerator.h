@@ -124,10 +124,10 @@ public:
      * fits. Nothing is split into chunks or given an ID.
      *
      * The result is empty without records, and when a record is empty, has data without a MIME type, a type
-     * that is not two names around one "/" as in RFC 2045, or exceeds a limit of the format: 255 bytes of
-     * type, 4 GiB of payload. Then \a error, if given, contains the reason and the number of the record,
-     * counted from 1; otherwise it becomes empty. The text is for the log and for developers. Nothing is
-     * logged.
+     * that is not two names around one "/" as RFC 6838 restricts them, or exceeds a limit of the format: 255
+     * bytes of type, 4 GiB of payload. Then \a error, if given, contains the reason and the number of the
+     * record, counted from 1; otherwise it becomes empty. The text is for the log and for developers. Nothing
+     * is logged.
      */
     QByteArray message(QString *error = nullptr) const;
 

@@ -182,21 +182,20 @@ char *writeMimeRecord(char *out, QStringView mimeType, QByteArrayView mimeData, 
     return writeBytes(payload, mimeData);
 }
 
-// A character of a MIME type's or subtype's name, as RFC 2045 defines a token.
-bool isTokenCharacter(QChar c)
+// Whether the text is a name of a MIME type or subtype, as RFC 6838 (4.2) restricts them.
+bool isMimeName(QStringView name)
 {
-    constexpr QStringView special(u"()<>@,;:\\\"/[]?=");
-    return c > u' ' && c < u'\x7f' && !special.contains(c);
+    constexpr qsizetype longestName = 127;
+    constexpr QStringView special(u"!#$&-^_.+");
+    const auto isLetter = [](QChar c) { return c < u'\x80' && c.isLetterOrNumber(); };
+    return !name.isEmpty() && name.size() <= longestName && isLetter(name.front()) &&
+           std::all_of(name.begin(), name.end(), [&](QChar c) { return isLetter(c) || special.contains(c); });
 }
 
 bool isMimeType(QStringView type)
 {
     const qsizetype slash = type.indexOf(u'/');
-    if (slash <= 0 || slash == type.size() - 1)
-        return false;
-    const QStringView subtype = type.sliced(slash + 1);
-    return std::all_of(type.begin(), type.begin() + slash, isTokenCharacter) &&
-           std::all_of(subtype.begin(), subtype.end(), isTokenCharacter);
+    return slash >= 0 && isMimeName(type.first(slash)) && isMimeName(type.sliced(slash + 1));
 }
 
 // Why the record cannot be in a message, or nothing. Only lengths are looked at before they are known to fit.

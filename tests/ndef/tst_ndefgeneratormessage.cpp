@@ -113,7 +113,7 @@ private:
     {
         static const QStringList types = {QStringLiteral("text/plain"), QStringLiteral("image/svg+xml"),
                                           QStringLiteral("a/b"), QStringLiteral("application/vnd.x.y-z"),
-                                          QStringLiteral("x/") + QString(253, QLatin1Char('y'))};
+                                          QString(127, u'x') + u'/' + QString(127, u'y')};
         QByteArray data(length(), Qt::Uninitialized);
         for (char &byte : data)
             byte = char(below(256));
@@ -149,8 +149,8 @@ private Q_SLOTS:
     void recordThatDoesNotFitIsRefused_data();
     void recordThatDoesNotFitIsRefused();
     void lengthsThatTheFormatCannotSayAreRefused();
-    void mimeTypesAreThoseOfRfc2045_data();
-    void mimeTypesAreThoseOfRfc2045();
+    void mimeTypesAreThoseOfRfc6838_data();
+    void mimeTypesAreThoseOfRfc6838();
     void successClearsTheError();
     void resultIsTheOnlyAllocation();
     void qtReadsRandomMessages();
@@ -247,7 +247,8 @@ void TestNDEFGeneratorMessage::recordThatDoesNotFitIsRefused_data()
     QTest::addColumn<QList<Record>>("records");
     QTest::addColumn<QString>("error");
     const Record good(QStringLiteral("tel:1"));
-    const QString longType = QStringLiteral("x/") + QString(254, QLatin1Char('y'));
+    const QString longType = QString(128, u'x') + u'/' + QString(127, u'y');
+    const QString longName = u'x' + (u'/' + QString(128, u'y'));
     QTest::newRow("none") << QList<Record>{} << QStringLiteral("There is no record");
     QTest::newRow("empty") << QList<Record>{good, Record(QString())}
                            << QStringLiteral("Record 2: there is nothing in it");
@@ -259,6 +260,8 @@ void TestNDEFGeneratorMessage::recordThatDoesNotFitIsRefused_data()
                                   << QStringLiteral("Record 1: '%1' is not a MIME type");
     QTest::newRow("long type") << QList<Record>{Record(longType, "x")}
                                << QStringLiteral("Record 1: the MIME type is longer than 255 bytes");
+    QTest::newRow("long name") << QList<Record>{Record(longName, "x")}
+                               << QStringLiteral("Record 1: '%1' is not a MIME type").arg(longName);
     QTest::newRow("the first of two") << QList<Record>{Record(QString()), Record(QStringLiteral("text"), "x")}
                                       << QStringLiteral("Record 1: there is nothing in it");
 }
@@ -292,18 +295,21 @@ void TestNDEFGeneratorMessage::lengthsThatTheFormatCannotSayAreRefused()
     QCOMPARE(reason, QStringLiteral("Record 1: the URI is too long"));
 }
 
-void TestNDEFGeneratorMessage::mimeTypesAreThoseOfRfc2045_data()
+void TestNDEFGeneratorMessage::mimeTypesAreThoseOfRfc6838_data()
 {
     QTest::addColumn<bool>("valid");
-    for (const char *type :
-         {"text/plain", "a/b", "image/svg+xml", "application/vnd.a.b-c", "x/!#$%&'*+-.^_`{|}~"})
+    for (const char *type : {"text/plain", "a/b", "image/svg+xml", "application/vnd.a.b-c", "0/9",
+                             "Text/X-VCARD", "x/y!#$&-^_.+"})
         QTest::newRow(type) << true;
-    for (const char *type : {"text", "/", "a/", "/b", "a/b/c", "a b/c", "a/b c", "text/plain;x=y", "a/b\"",
-                             "a\\/b", "(a)/b", "a/\xC3\xA4", "a/b\x01", "a/b\x7f", "a@b/c", "a/[b]"})
+    for (const char *type :
+         {"text",           "/",     "a/",    "/b",         "a/b/c",      "a b/c",   "a/b c",
+          "text/plain;x=y", "a/b\"", "a\\/b", "(a)/b",      "a/\xC3\xA4", "a/b\x01", "a/b\x7f",
+          "a@b/c",          "a/[b]", "-a/b",  "a/.b",       "a/b%",       "a/b'",    "a/b*",
+          "a/b`",           "a/b|",  "a/b~",  "\xC3\xA4/a", "\xD9\xA1/a"})
         QTest::newRow(type) << false;
 }
 
-void TestNDEFGeneratorMessage::mimeTypesAreThoseOfRfc2045()
+void TestNDEFGeneratorMessage::mimeTypesAreThoseOfRfc6838()
 {
     QFETCH(bool, valid);
     NDEFGenerator generator;
