@@ -9,18 +9,18 @@
 
 namespace {
 
-QByteArray messageOf(const NDEFGenerator::Record &record)
+QByteArray messageOf(const NDEFGenerator::Record &record, QString *error)
 {
     NDEFGenerator generator;
     generator.addRecord(record);
-    return generator.data();
+    return generator.message(error);
 }
 
 } // namespace
 
-QByteArray TagMessages::uri(const QString &uri)
+QByteArray TagMessages::uri(const QString &uri, QString *error)
 {
-    return messageOf(NDEFGenerator::Record(uri));
+    return messageOf(NDEFGenerator::Record(uri), error);
 }
 
 QByteArray TagMessages::text(const QString &text)
@@ -32,9 +32,9 @@ QByteArray TagMessages::text(const QString &text)
     return QNdefMessage(record).toByteArray();
 }
 
-QByteArray TagMessages::mime(const QString &type, const QByteArray &data)
+QByteArray TagMessages::mime(const QString &type, const QByteArray &data, QString *error)
 {
-    return messageOf(NDEFGenerator::Record(type, data));
+    return messageOf(NDEFGenerator::Record(type, data), error);
 }
 
 QByteArray TagMessages::empty()

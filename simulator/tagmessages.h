@@ -9,9 +9,11 @@
 /** NDEF messages of one record, as a shop's tags hold them. */
 namespace TagMessages {
 
-QByteArray uri(const QString &uri);
+/** Returns nothing for what cannot be in a message; \a error then gets the reason. */
+QByteArray uri(const QString &uri, QString *error = nullptr);
+QByteArray mime(const QString &type, const QByteArray &data, QString *error = nullptr);
+
 QByteArray text(const QString &text);
-QByteArray mime(const QString &type, const QByteArray &data);
 
 /** The message of a tag that has been formatted and never written. */
 QByteArray empty();

@@ -40,9 +40,18 @@ std::optional<QByteArray> contents(const QString &name, QString &fault)
     return data;
 }
 
-std::optional<Tap> uriTag(const QStringList &arguments, QString &)
+// A message that cannot be made is empty, and the fault known.
+std::optional<Tap> generatedTag(const QByteArray &message, const QString &description)
 {
-    return tag(TagMessages::uri(arguments[0]), QStringLiteral("tag with %1").arg(arguments[0]));
+    if (message.isEmpty())
+        return std::nullopt;
+    return tag(message, description);
+}
+
+std::optional<Tap> uriTag(const QStringList &arguments, QString &fault)
+{
+    return generatedTag(TagMessages::uri(arguments[0], &fault),
+                        QStringLiteral("tag with %1").arg(arguments[0]));
 }
 
 std::optional<Tap> textTag(const QStringList &arguments, QString &)
@@ -52,16 +61,11 @@ std::optional<Tap> textTag(const QStringList &arguments, QString &)
 
 std::optional<Tap> mimeTag(const QStringList &arguments, QString &fault)
 {
-    static const QRegularExpression mimeType(
-        QRegularExpression::anchoredPattern(QStringLiteral("[^\\s/]+/[^\\s/]+")));
-    if (!mimeType.match(arguments[0]).hasMatch()) {
-        fault = QStringLiteral("'%1' is not a MIME type").arg(arguments[0]);
-        return std::nullopt;
-    }
     const std::optional<QByteArray> data = contents(arguments[1], fault);
     if (!data)
         return std::nullopt;
-    return tag(TagMessages::mime(arguments[0], *data), QStringLiteral("tag with %1").arg(arguments[0]));
+    return generatedTag(TagMessages::mime(arguments[0], *data, &fault),
+                        QStringLiteral("tag with %1").arg(arguments[0]));
 }
 
 std::optional<Tap> dumpedTag(const QStringList &arguments, QString &fault)

@@ -112,6 +112,7 @@ void TestNfcTap::badArgumentsAreRefused_data()
     QTest::newRow("unknown command") << QStringList{QStringLiteral("throw")};
     QTest::newRow("unknown option") << QStringList{QStringLiteral("--tag")};
     QTest::newRow("uri without URI") << QStringList{QStringLiteral("uri")};
+    QTest::newRow("empty URI") << QStringList{QStringLiteral("uri"), QString()};
     QTest::newRow("two URIs") << QStringList{QStringLiteral("uri"), QStringLiteral("a:b"),
                                              QStringLiteral("c:d")};
     QTest::newRow("no MIME type") << QStringList{QStringLiteral("mime"), QStringLiteral("text"),
