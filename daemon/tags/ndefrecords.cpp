@@ -63,11 +63,13 @@ RawRecord takeRecord(Bytes &bytes)
     return raw;
 }
 
-bool isConforming(const NdefRecord &record)
+bool isConforming(const RawRecord &raw)
 {
+    const NdefRecord &record = raw.record;
     switch (record.format) {
     case NdefRecord::Empty:
-        return record.type.isEmpty() && record.id.isEmpty() && record.payload.isEmpty();
+        return !(raw.flags & Chunked) && record.type.isEmpty() && record.id.isEmpty() &&
+               record.payload.isEmpty();
     case NdefRecord::Unknown:
         return record.type.isEmpty();
     default:
@@ -94,7 +96,7 @@ std::optional<QList<NdefRecord>> ndefRecords(const QByteArray &message)
         const bool isFirst = records.isEmpty();
         if (bytes.isCut() || isFirst != bool(raw.flags & Begins))
             return std::nullopt;
-        if (isOpen ? !isFurtherChunk(raw) : !isConforming(raw.record))
+        if (isOpen ? !isFurtherChunk(raw) : !isConforming(raw))
             return std::nullopt;
         if (isOpen)
             records.last().payload += raw.record.payload;

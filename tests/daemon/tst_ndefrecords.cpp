@@ -88,6 +88,7 @@ void TestNdefRecords::otherBytesAreRefused_data()
     QTest::newRow("empty record with a type") << QByteArray::fromHex("d0010055");
     QTest::newRow("empty record with a payload") << QByteArray::fromHex("d00001ff");
     QTest::newRow("empty record with an identifier") << QByteArray::fromHex("d800000161");
+    QTest::newRow("empty record in chunks") << QByteArray::fromHex("b00000560001ff");
     QTest::newRow("unknown format with a type") << QByteArray::fromHex("d5010055");
     QTest::newRow("further chunk without a first one") << QByteArray::fromHex("d60001ff");
     QTest::newRow("reserved format") << QByteArray::fromHex("d7010055");
