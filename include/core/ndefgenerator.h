@@ -16,11 +16,12 @@ class NDEFGeneratorPrivate;
  *
  * The bytes are those of the NFC Forum's NFC Data Exchange Format and URI Record Type Definition, ready to be
  * written to a tag or pushed to a peer. Records appear in the message in the order in which they were added.
+ * Use message(), unless the flags have to be those of data(). ConnUi::NdefRecord reads messages.
  *
  * @code
  * NDEFGenerator generator;
  * generator.addRecord(NDEFGenerator::Record(QStringLiteral("https://www.example.org/")));
- * const QByteArray message = generator.data();
+ * const QByteArray message = generator.message();
  * @endcode
  *
  * A generator is used from one thread.

@@ -11,7 +11,9 @@
 #include <QStringView>
 #include <QtEndian>
 
+#include "ndef/ndefformat.h"
 #include "ndef/ndefgenerator_p.h"
+#include "ndefrecord.h"
 
 // A message is encoded in two steps: the space that all records can take at most is added up, then each
 // record is written into a byte array of that size, which is cut to what has been written. So nothing is
@@ -19,10 +21,6 @@
 
 namespace {
 
-constexpr uchar messageBeginFlag = 0x80;
-constexpr uchar messageEndFlag = 0x40;
-constexpr uchar shortRecordFlag = 0x10;
-constexpr uchar idLengthFlag = 0x08;
 constexpr qsizetype shortPayloadMax = 0xFF;
 // The limits of the fields for the lengths.
 constexpr qsizetype longestType = 0xFF;
@@ -30,44 +28,10 @@ constexpr qint64 longestPayload = 0xFFFF'FFFF;
 // The flags, the lengths of type and ID, and a long record's payload length.
 constexpr qsizetype longestHeader = 7;
 
-enum TypeNameFormat : uchar { Empty = 0, WellKnown = 1, MediaType = 2 };
+using TypeNameFormat = ConnUi::NdefRecord::TypeNameFormat;
 
 constexpr QByteArrayView uriType("U");
 constexpr QByteArrayView smartPosterType("Sp");
-
-struct UriPrefix
-{
-    QStringView text;
-    char code;
-};
-
-// From the NFC Forum's URI Record Type Definition. The longer of two prefixes that begin alike stands first.
-constexpr UriPrefix uriPrefixes[] = {
-    {u"http://www.", 0x01},
-    {u"https://www.", 0x02},
-    {u"http://", 0x03},
-    {u"https://", 0x04},
-    {u"tel:", 0x05},
-    {u"mailto:", 0x06},
-    {u"ftp://anonymous:anonymous@", 0x07},
-    {u"ftp://ftp.", 0x08},
-    {u"ftps://", 0x09},
-    {u"sftp://", 0x0A},
-    {u"smb://", 0x0B},
-    {u"nfs://", 0x0C},
-    {u"ftp://", 0x0D},
-    {u"file://", 0x1D},
-};
-
-// The codes that data() does not use. None of them begins like one of the others.
-constexpr UriPrefix furtherUriPrefixes[] = {
-    {u"dav://", 0x0E},       {u"news:", 0x0F},       {u"telnet://", 0x10},    {u"imap:", 0x11},
-    {u"rtsp://", 0x12},      {u"urn:epc:id:", 0x1E}, {u"urn:epc:tag:", 0x1F}, {u"urn:epc:pat:", 0x20},
-    {u"urn:epc:raw:", 0x21}, {u"urn:epc:", 0x22},    {u"urn:nfc:", 0x23},     {u"urn:", 0x13},
-    {u"pop:", 0x14},         {u"sip:", 0x15},        {u"sips:", 0x16},        {u"tftp:", 0x17},
-    {u"btspp://", 0x18},     {u"btl2cap://", 0x19},  {u"btgoep://", 0x1A},    {u"tcpobex://", 0x1B},
-    {u"irdaobex://", 0x1C},
-};
 
 // As many bytes as a text can take in UTF-8.
 qsizetype utf8Space(QStringView text)
@@ -90,9 +54,9 @@ char *writeBytes(char *out, QByteArrayView bytes)
 TypeNameFormat typeNameFormat(QByteArrayView type)
 {
     if (type == uriType || type == smartPosterType)
-        return WellKnown;
+        return TypeNameFormat::WellKnown;
     const auto textEnd = std::find(type.begin(), type.end(), '\0');
-    return std::count(type.begin(), textEnd, '/') == 1 ? MediaType : Empty;
+    return std::count(type.begin(), textEnd, '/') == 1 ? TypeNameFormat::Mime : TypeNameFormat::Empty;
 }
 
 struct RecordSizes
@@ -142,12 +106,6 @@ UriPayload abbreviate(QStringView uri, std::span<const UriPrefix> prefixes)
     return {0x00, uri};
 }
 
-UriPayload abbreviateByAll(QStringView uri)
-{
-    const UriPayload payload = abbreviate(uri, uriPrefixes);
-    return payload.identifierCode ? payload : abbreviate(uri, furtherUriPrefixes);
-}
-
 qsizetype uriRecordSpace(QStringView uri, QByteArrayView id)
 {
     return longestHeader + uriType.size() + id.size() + 1 + utf8Space(uri);
@@ -162,7 +120,7 @@ char *writeUriRecord(char *out, UriPayload uri, MessageFlags flags, QByteArrayVi
     char *const payloadEnd = writeUtf8(payload + 1, rest);
 
     const RecordSizes sizes{uriType.size(), payloadEnd - payload, id.size()};
-    writeHeader(out, sizes, WellKnown, flags);
+    writeHeader(out, sizes, TypeNameFormat::WellKnown, flags);
     char *const type = out + sizes.header();
     return std::copy(payload, payloadEnd, writeBytes(writeBytes(type, uriType), id));
 }
@@ -326,7 +284,7 @@ QByteArray NDEFGenerator::data() const
         const auto &[uri, mimeType, mimeData] = Record::Private::of(record);
         const MessageFlags flags{record == records.first(), record == records.last()};
         if (!uri.isEmpty())
-            out = writeUriRecord(out, abbreviate(uri, uriPrefixes), flags, {});
+            out = writeUriRecord(out, abbreviate(uri, commonUriPrefixes), flags, {});
         else if (!mimeType.isEmpty())
             out = writeMimeRecord(out, mimeType, mimeData, flags);
     }
@@ -360,7 +318,7 @@ QByteArray NDEFGenerator::message(QString *error) const
         if (uri.isEmpty())
             out = writeMimeRecord(out, mimeType, mimeData, flags);
         else
-            out = writeUriRecord(out, abbreviateByAll(uri), flags, {});
+            out = writeUriRecord(out, abbreviate(uri, uriPrefixes), flags, {});
     }
     message.truncate(out - message.constData());
     return message;
@@ -384,7 +342,7 @@ QByteArray NDEFGeneratorPrivate::generateUriRecord(const QString &uri, bool mess
 {
     QByteArray record(uriRecordSpace(uri, id), Qt::Uninitialized);
     const char *const end =
-        writeUriRecord(record.data(), abbreviate(uri, uriPrefixes), {messageBegin, messageEnd}, id);
+        writeUriRecord(record.data(), abbreviate(uri, commonUriPrefixes), {messageBegin, messageEnd}, id);
     record.truncate(end - record.constData());
     return record;
 }

@@ -1,14 +1,37 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Reads the input as the message on a tag, as the client and a daemon do, and stops where what the user is
-// asked about is not what the application gets.
+// Reads the input as the message on a tag, as programs, the client and a daemon do, and stops where what the
+// user is asked about is not what the application gets, or where two decoders differ.
+#include <NdefRecord>
 #include <URINDEFRecord>
 
 #include "core/decision.h"
 #include "core/tagcontent.h"
 #include "daemon/ndefkind.h"
+#include "daemon/tags/ndefrecords.h"
 #include "support.h"
+
+namespace {
+
+void requireSame(const ConnUi::NdefRecord &record, const NdefRecord &other)
+{
+    require(record.typeNameFormat() == other.format && record.type() == other.type);
+    require(record.id() == other.id && record.payload() == other.payload);
+    if (!record.uri().isEmpty() && other.format == NdefRecord::WellKnown)
+        require(record.uri() == QString::fromUtf8(URINDEFRecord(other.payload).getURI()));
+    require(record.text().size() <= other.payload.size());
+}
+
+void requireSame(const QList<ConnUi::NdefRecord> &records, const std::optional<QList<NdefRecord>> &others)
+{
+    require(records.isEmpty() == !others);
+    require(records.isEmpty() || records.size() == others->size());
+    for (qsizetype i = 0; i < records.size(); ++i)
+        requireSame(records[i], others->at(i));
+}
+
+} // namespace
 
 extern "C" int LLVMFuzzerInitialize(int *, char ***)
 {
@@ -31,5 +54,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     }
     require(!content.isWellFormed || !content.records.isEmpty() || message.isEmpty() || message.size() >= 3);
     require(!ndefKind(message).isNull());
+    requireSame(ConnUi::NdefRecord::fromMessage(message), ndefRecords(message));
     return 0;
 }

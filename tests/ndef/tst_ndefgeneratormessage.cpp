@@ -4,61 +4,19 @@
 #include <QNdefMessage>
 #include <QNdefRecord>
 #include <QProcess>
-#include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QTest>
 
 #include <NDEFGenerator>
 
+#include "abbreviations.h"
 #include "allocations.h"
+#include "randomcontents.h"
 
 using Record = NDEFGenerator::Record;
 
 namespace {
-
-// The NFC Forum's table, written down anew: code and beginning.
-const QMap<int, QByteArray> &abbreviations()
-{
-    static const QMap<int, QByteArray> table = {
-        {0x01, "http://www."},
-        {0x02, "https://www."},
-        {0x03, "http://"},
-        {0x04, "https://"},
-        {0x05, "tel:"},
-        {0x06, "mailto:"},
-        {0x07, "ftp://anonymous:anonymous@"},
-        {0x08, "ftp://ftp."},
-        {0x09, "ftps://"},
-        {0x0A, "sftp://"},
-        {0x0B, "smb://"},
-        {0x0C, "nfs://"},
-        {0x0D, "ftp://"},
-        {0x0E, "dav://"},
-        {0x0F, "news:"},
-        {0x10, "telnet://"},
-        {0x11, "imap:"},
-        {0x12, "rtsp://"},
-        {0x13, "urn:"},
-        {0x14, "pop:"},
-        {0x15, "sip:"},
-        {0x16, "sips:"},
-        {0x17, "tftp:"},
-        {0x18, "btspp://"},
-        {0x19, "btl2cap://"},
-        {0x1A, "btgoep://"},
-        {0x1B, "tcpobex://"},
-        {0x1C, "irdaobex://"},
-        {0x1D, "file://"},
-        {0x1E, "urn:epc:id:"},
-        {0x1F, "urn:epc:tag:"},
-        {0x20, "urn:epc:pat:"},
-        {0x21, "urn:epc:raw:"},
-        {0x22, "urn:epc:"},
-        {0x23, "urn:nfc:"},
-    };
-    return table;
-}
 
 QByteArray uriPayload(const QByteArray &uri)
 {
@@ -67,68 +25,6 @@ QByteArray uriPayload(const QByteArray &uri)
         if (uri.startsWith(entry.value()) && entry.value().size() > abbreviations().value(best).size())
             best = entry.key();
     return char(best) + uri.mid(abbreviations().value(best).size());
-}
-
-struct Content
-{
-    QString uri;
-    QString type;
-    QByteArray data;
-};
-
-class RandomContents
-{
-public:
-    explicit RandomContents(quint32 seed) : random(seed) {}
-
-    QList<Content> message()
-    {
-        QList<Content> contents;
-        for (int left = 1 + below(6); left > 0; --left)
-            contents.append(below(2) ? uri() : mime());
-        return contents;
-    }
-
-private:
-    int below(int end) { return int(random.bounded(end)); }
-
-    // Around the length at which a record becomes long, and everywhere else.
-    int length()
-    {
-        if (below(8) == 0)
-            return 240 + below(40);
-        return below(500) == 0 ? below(70000) : below(40);
-    }
-
-    Content uri()
-    {
-        QString text = QString::fromLatin1(abbreviations().value(below(0x26)));
-        const bool ascii = below(4) != 0;
-        for (int left = length(); left > 0; --left)
-            text += ascii || below(3) ? QChar('!' + below(94)) : QChar(0xA0 + below(0xD700));
-        return {text.isEmpty() ? QStringLiteral("x") : text, {}, {}};
-    }
-
-    Content mime()
-    {
-        static const QStringList types = {QStringLiteral("text/plain"), QStringLiteral("image/svg+xml"),
-                                          QStringLiteral("a/b"), QStringLiteral("application/vnd.x.y-z"),
-                                          QString(127, u'x') + u'/' + QString(127, u'y')};
-        QByteArray data(length(), Qt::Uninitialized);
-        for (char &byte : data)
-            byte = char(below(256));
-        return {{}, types[below(int(types.size()))], data};
-    }
-
-    QRandomGenerator random;
-};
-
-QByteArray encode(const QList<Content> &contents)
-{
-    NDEFGenerator generator;
-    for (const Content &content : contents)
-        generator.addRecord(content.uri.isEmpty() ? Record(content.type, content.data) : Record(content.uri));
-    return generator.message();
 }
 
 } // namespace
@@ -372,8 +268,9 @@ void TestNDEFGeneratorMessage::strangersDecoderReadsRandomMessages()
         QByteArrayList records;
         for (const Content &content : contents)
             records.append(content.uri.isEmpty()
-                               ? "2:" + content.type.toUtf8().toHex() + ':' + content.data.toHex()
-                               : "1:55:" + uriPayload(content.uri.toUtf8()).toHex());
+                               ? "2:" + content.type.toUtf8().toHex() + ':' + content.data.toHex() + ':'
+                               : "1:55:" + uriPayload(content.uri.toUtf8()).toHex() + ':' +
+                                     content.uri.toUtf8().toHex());
         expected += records.join(' ') + '\n';
     }
     QProcess decoder;
