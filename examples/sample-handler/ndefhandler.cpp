@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "ndefhandler.h"
 
-#include <QNdefMessage>
 #include <QTextStream>
+
+#include <NdefRecord>
 
 #include "recordtext.h"
 
@@ -13,7 +14,7 @@ void NdefHandler::NDEFData(const QDBusObjectPath &target, const QByteArray &data
 {
     QTextStream out(stdout);
     out << "data of " << target.path() << ": " << data.toHex() << Qt::endl;
-    const QNdefMessage message = QNdefMessage::fromByteArray(data);
-    for (const QNdefRecord &record : message)
+    const QList<ConnUi::NdefRecord> records = ConnUi::NdefRecord::fromMessage(data);
+    for (const ConnUi::NdefRecord &record : records)
         out << "record: " << recordText(record) << Qt::endl;
 }

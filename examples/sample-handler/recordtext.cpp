@@ -4,9 +4,8 @@
 
 #include <QChar>
 #include <QList>
-#include <QNdefNfcTextRecord>
-#include <QNdefNfcUriRecord>
-#include <QUrl>
+
+using ConnUi::NdefRecord;
 
 namespace {
 
@@ -30,12 +29,12 @@ QString oneLine(const QString &text)
 
 } // namespace
 
-QString recordText(const QNdefRecord &record)
+QString recordText(const NdefRecord &record)
 {
-    if (record.isRecordType<QNdefNfcUriRecord>())
-        return QStringLiteral("uri %1").arg(oneLine(QNdefNfcUriRecord(record).uri().toString()));
-    if (record.isRecordType<QNdefNfcTextRecord>())
-        return QStringLiteral("text '%1'").arg(oneLine(QNdefNfcTextRecord(record).text()));
+    if (!record.uri().isEmpty())
+        return QStringLiteral("uri %1").arg(oneLine(record.uri()));
+    if (!record.text().isEmpty())
+        return QStringLiteral("text '%1'").arg(oneLine(record.text()));
     return QStringLiteral("type '%1', %2 bytes")
         .arg(oneLine(QString::fromLatin1(record.type())), QString::number(record.payload().size()));
 }

@@ -3,10 +3,11 @@
 #ifndef CONNUI_SAMPLE_RECORDTEXT_H
 #define CONNUI_SAMPLE_RECORDTEXT_H
 
-#include <QNdefRecord>
 #include <QString>
 
+#include <NdefRecord>
+
 /** Describes an NDEF record in one line, in which nothing but printable characters stands. */
-QString recordText(const QNdefRecord &record);
+QString recordText(const ConnUi::NdefRecord &record);
 
 #endif

@@ -21,6 +21,7 @@
 #include "core/replyorder.h"
 #include "core/tagquestion.h"
 #include "hostileuris.h"
+#include "publishedmessages.h"
 #include "screen/dialogs.h"
 #include "shownwidgets.h"
 
@@ -133,6 +134,8 @@ private Q_SLOTS:
     void nameLeavesOurSentencesAlone_data();
     void nameLeavesOurSentencesAlone();
     void textOfATagIsForeign();
+    void publishedMessageIsSetApartFromOurWords_data();
+    void publishedMessageIsSetApartFromOurWords();
 
 private:
     const Catalogue catalogue;
@@ -290,6 +293,37 @@ void TestDialogs::textOfATagIsForeign()
                                              "\x02"
                                              "enone\u202etwo\u009cthree")));
     QVERIFY(text.readable().contains(QStringLiteral("one\ufffdtwo\ufffdthree")));
+}
+
+void TestDialogs::publishedMessageIsSetApartFromOurWords_data()
+{
+    QTest::addColumn<QByteArray>("hex");
+    QTest::addColumn<QString>("ours");
+    QTest::addColumn<QString>("theirs");
+    for (const PublishedMessage &message : publishedMessages)
+        if (QByteArrayView(message.outcome).startsWith("asked"))
+            QTest::newRow(message.name) << QByteArray(message.hex) << QString::fromUtf8(message.ours)
+                                        << QString::fromUtf8(message.theirs);
+}
+
+void TestDialogs::publishedMessageIsSetApartFromOurWords()
+{
+    QFETCH(QByteArray, hex);
+    QFETCH(QString, ours);
+    QFETCH(QString, theirs);
+    const TagContent content = readTag(QByteArray::fromHex(hex));
+    const Decision decision = decide(content, {{QStringLiteral("a")}, -1, QStringLiteral("d"), true});
+    if (decision.question == Question::OtherContent)
+        QTest::ignoreMessage(QtWarningMsg,
+                             "NfcTagReadPermissionDialog: No desktop file provided for application a");
+    const OnScreen question(tagQuestion(content, decision));
+    QStringList ourWords;
+    QStringList theirWords;
+    for (const MLabel *label : question.labels())
+        (label->isForeignText() ? theirWords : ourWords).append(label->drawnText().split(QLatin1Char('\n')));
+    ourWords.append(question.buttons());
+    QCOMPARE(ourWords.join(QLatin1Char('|')), ours);
+    QCOMPARE(theirWords.join(QLatin1Char('|')), theirs);
 }
 
 QTEST_MAIN(TestDialogs)
