@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#ifndef CONNUI_TESTS_PUBLISHEDMESSAGES_H
+#define CONNUI_TESTS_PUBLISHEDMESSAGES_H
+
+// Messages as the NFC Forum's and others' papers describe them, and those of the tests and examples of other
+// libraries. Lines of one cell are separated by "|".
+
+struct PublishedMessage
+{
+    const char *name;
+    const char *hex;
+    const char *content; // each record's kind, and its text or else its type
+    const char *outcome; // the decision with the handler "a" and the desktop's application "d"
+    const char *ours;    // in our words, from top to bottom; empty without a question
+    const char *theirs;  // in words of the tag
+};
+
+constexpr PublishedMessage publishedMessages[] = {
+    {"URI RTD 1.0: a simple URL", "d1010855016e66632e636f6d", "Uri http://www.nfc.com",
+     "asked as web link, offers a", "Web link on tag|Leads to www.nfc.com|Not encrypted|View|Discard",
+     "http://www.nfc.com"},
+    {"URI RTD 1.0: a telephone number", "d1010d55052b3335383931323334353637", "Uri tel:+35891234567",
+     "asked as number, offers a, or to act", "Contact on tag|Phone number|Call|Discard|View",
+     "\u2066+35891234567\u2069"},
+    {"URI RTD 1.0: a scheme without a code",
+     "d1011f55006d6d733a2f2f6578616d706c652e636f6d2f646f776e6c6f61642e776d76",
+     "Uri mms://example.com/download.wmv", "asked as content, offers a", "Tag content|View|Discard",
+     "mms://example.com/download.wmv"},
+    {"Text RTD 1.0: English, UTF-8", "d101105402656e48656c6c6f2c20776f726c6421", "Text Hello, world!",
+     "asked as text, offers a", "Text on tag|View|Discard", "Hello, world!"},
+    {"Smart Poster RTD 1.1: a link alone", "d102125370d1010e55016e66632d666f72756d2e6f7267",
+     "Uri http://www.nfc-forum.org", "asked as web link, offers a",
+     "Web link on tag|Leads to www.nfc-forum.org|Not encrypted|View|Discard", "http://www.nfc-forum.org"},
+    {"Smart Poster RTD 1.1: titles, action, size, type",
+     "d10253537091011655036578616d706c652e636f6d2f617564696f2e6d70331101085402656e4d7573696311010c540266694d7"
+     "57369696b6b696111030161637400110104730000100051010a74617564696f2f6d706567",
+     "Uri http://example.com/audio.mp3", "asked as web link, offers a",
+     "Web link on tag|Leads to example.com|Not encrypted|View|Discard", "http://example.com/audio.mp3"},
+    {"Smart Poster RTD 1.1: an icon",
+     "d10224537091010c55016578616d706c652e636f6d520908696d6167652f706e6789504e470d0a1a0a",
+     "Uri http://www.example.com", "asked as web link, offers a",
+     "Web link on tag|Leads to www.example.com|Not encrypted|View|Discard", "http://www.example.com"},
+    {"NDEF 1.0: the empty message", "d00000", "", "notice, granted", "", ""},
+    {"NDEF 1.0: an absolute URI as the type", "d31704687474703a2f2f7777772e6578616d706c652e6f72672f3c702f3e",
+     "Uri http://www.example.org/", "asked as web link, offers a",
+     "Web link on tag|Leads to www.example.org|Not encrypted|View|Discard", "http://www.example.org/"},
+    {"NDEF 1.0: a payload of unknown type", "d500020102", "Other ", "asked as content, offers a",
+     "Tag content|?, 2 bytes|View|Discard", "\ufffd\ufffd"},
+    {"NDEF 1.0: a record with an identifier, in the long form", "c9010000000501543102656e4869", "Text Hi",
+     "asked as text, offers a", "Text on tag|View|Discard", "Hi"},
+    {"Connection Handover 1.2: select, Bluetooth",
+     "91020a487312d102046163010130005a2008016170706c69636174696f6e2f766e642e626c7565746f6f74682e65702e6f6f623"
+     "0080003078088bf01",
+     "Other Hs|Other application/vnd.bluetooth.ep.oob", "asked as content, offers a",
+     "Tag content|Hs, 10 bytes|Also on this tag: application/vnd.bluetooth.ep.oob|View|Discard", ""},
+    {"Bluetooth Secure Simple Pairing using NFC 1.0: a device's data alone",
+     "d220086170706c69636174696f6e2f766e642e626c7565746f6f74682e65702e6f6f62080003078088bf01",
+     "Other application/vnd.bluetooth.ep.oob", "asked as content, offers a",
+     "Tag content|application/vnd.bluetooth.ep.oob, 8 bytes|View|Discard", ""},
+    {"Connection Handover 1.2: request",
+     "910211487212910202637201025102046163010130005a2008016170706c69636174696f6e2f766e642e626c7565746f6f74682"
+     "e65702e6f6f6230080003078088bf01",
+     "Other Hr|Other application/vnd.bluetooth.ep.oob", "asked as content, offers a",
+     "Tag content|Hr, 17 bytes|Also on this tag: application/vnd.bluetooth.ep.oob|View|Discard", ""},
+    {"Signature RTD 2.0: a signed link", "91010c55026578616d706c652e636f6d510306536967200002000000",
+     "Uri https://www.example.com|Other Sig", "asked as web link, offers a",
+     "Web link on tag|Leads to www.example.com|Also on this tag: Sig|View|Discard",
+     "https://www.example.com"},
+    {"Wi-Fi Simple Configuration 2.0: a network",
+     "d217096170706c69636174696f6e2f766e642e7766612e777363100e00041026000101",
+     "Other application/vnd.wfa.wsc", "asked as content, offers a",
+     "Tag content|application/vnd.wfa.wsc, 9 bytes|View|Discard", ""},
+    {"RFC 2426: a card",
+     "d20c2d746578742f782d7663617264424547494e3a56434152440d0a56455253494f4e3a332e300d0a464e3a4164610d0a454e4"
+     "43a56434152440d0a",
+     "ContactCard text/x-vcard", "asked as contact, offers a", "Contact on tag|View|Discard", "Ada"},
+    {"RFC 6350: a card",
+     "d20a2d746578742f7663617264424547494e3a56434152440d0a56455253494f4e3a342e300d0a464e3a4164610d0a454e443a5"
+     "6434152440d0a",
+     "ContactCard text/vcard", "asked as contact, offers a", "Contact on tag|View|Discard", "Ada"},
+    {"RFC 5870: a place", "d10118550067656f3a34382e323031302c31362e333639352c313833",
+     "Uri geo:48.2010,16.3695,183", "asked as content, offers a", "Tag content|View|Discard",
+     "geo:48.2010,16.3695,183"},
+    {"RFC 6068: a letter", "d1011c55066c697374406578616d706c652e6f72673f7375626a6563743d4869",
+     "Uri mailto:list@example.org?subject=Hi", "asked as content, offers a", "Tag content|View|Discard",
+     "mailto:list@example.org?subject=Hi"},
+    {"RFC 5724: a message",
+     "d101245500736d733a2b31353130353535303130313f626f64793d68656c6c6f2532307468657265",
+     "Uri sms:+15105550101?body=hello%20there", "asked as message, offers a, or to act",
+     "Text message on tag|Send|Discard|View", "To: \u2066+15105550101\u2069|hello there"},
+    {"an application's package behind a link, as phones write it",
+     "91010e55046578616d706c652e6f72672f61540f0f616e64726f69642e636f6d3a706b676f72672e6578616d706c652e617070",
+     "Uri https://example.org/a|Other android.com:pkg", "asked as web link, offers a",
+     "Web link on tag|Leads to example.org|Also on this tag: android.com:pkg|View|Discard",
+     "https://example.org/a"},
+    {"QtNfc: text, en_US, UTF-8", "d101115405656e5f55535465737420537472696e67", "Text Test String",
+     "asked as text, offers a", "Text on tag|View|Discard", "Test String"},
+    {"QtNfc: text, en_US, UTF-16", "d1011e5485656e5f5553feff005400650073007400200053007400720069006e0067",
+     "Text Test String", "asked as text, offers a", "Text on tag|View|Discard", "Test String"},
+    {"QtNfc: text, ja_JP, UTF-8", "d1011854056a615f4a50e38386e382b9e38388e69687e5ad97e58897",
+     "Text テスト文字列", "asked as text, offers a", "Text on tag|View|Discard", "テスト文字列"},
+    {"QtNfc: text, ja_JP, UTF-16", "d1011454856a615f4a50feff30c630b930c865875b575217", "Text テスト文字列",
+     "asked as text, offers a", "Text on tag|View|Discard", "テスト文字列"},
+    {"QtNfc: link", "d10110550371742d70726f6a6563742e6f72672f", "Uri http://qt-project.org/",
+     "asked as web link, offers a", "Web link on tag|Leads to qt-project.org|Not encrypted|View|Discard",
+     "http://qt-project.org/"},
+    {"QtNfc: number", "d1010c55052b31323334353637383930", "Uri tel:+1234567890",
+     "asked as number, offers a, or to act", "Contact on tag|Phone number|Call|Discard|View",
+     "\u2066+1234567890\u2069"},
+    {"QtNfc: letter", "d10111550674657374406578616d706c652e636f6d", "Uri mailto:test@example.com",
+     "asked as content, offers a", "Tag content|View|Discard", "mailto:test@example.com"},
+    {"QtNfc: name", "d1011c55136e66633a6578743a71742d70726f6a6563742e6f72673a74657374",
+     "Uri urn:nfc:ext:qt-project.org:test", "asked as content, offers a", "Tag content|View|Discard",
+     "urn:nfc:ext:qt-project.org:test"},
+    {"QtNfc: type and payload", "d40407747970657061796c6f6164", "Other type", "asked as content, offers a",
+     "Tag content|type, 7 bytes|View|Discard", "payload"},
+    {"ndeflib: two texts", "9101085402656e48656c6c6f5101085402656e576f726c64", "Text Hello|Text World",
+     "asked as text, offers a", "Text on tag|Also on this tag: World|View|Discard", "Hello"},
+    {"ndeflib: a link", "d1010a55036e666370792e6f7267", "Uri http://nfcpy.org", "asked as web link, offers a",
+     "Web link on tag|Leads to nfcpy.org|Not encrypted|View|Discard", "http://nfcpy.org"},
+    {"nfc-tools: a smart poster, title first",
+     "d1021c53709101095402656e4c69626e666351010b55036c69626e66632e6f7267", "Uri http://libnfc.org",
+     "asked as web link, offers a", "Web link on tag|Leads to libnfc.org|Not encrypted|View|Discard",
+     "http://libnfc.org"},
+    {"npm's ndef: text, link and MIME data",
+     "91010f5402656e68656c6c6f2c20776f726c6411010b55036e6f64656a732e6f726752091b746578742f6a736f6e7b226d65737"
+     "3616765223a202268656c6c6f2c20776f726c64227d",
+     "Text hello, world|Uri http://nodejs.org|Other text/json", "asked as text, offers a",
+     "Text on tag|Also on this tag: http://nodejs.org, text/json|View|Discard", "hello, world"},
+    {"npm's ndef: MIME data",
+     "d2091b746578742f6a736f6e7b226d657373616765223a202268656c6c6f2c20776f726c64227d", "Other text/json",
+     "asked as content, offers a", "Tag content|text/json, 27 bytes|View|Discard",
+     "{\"message\": \"hello, world\"}"},
+    {"npm's ndef: a telephone's application, as an absolute URI",
+     "d3153977696e646f77732e636f6d2f4c61756e636841707000010c57696e646f777350686f6e65267b66353837343235322d316"
+     "630342d346333662d613333352d3466613362376238353332397d000120",
+     "Uri http://windows.com/LaunchApp", "asked as web link, offers a",
+     "Web link on tag|Leads to windows.com|Not encrypted|View|Discard", "http://windows.com/LaunchApp"},
+    {"npm's ndef: an application's package alone",
+     "d40f0e616e64726f69642e636f6d3a706b67636f6d2e6c61756e6472796e6663", "Other android.com:pkg",
+     "asked as content, offers a", "Tag content|android.com:pkg, 14 bytes|View|Discard", "com.laundrynfc"},
+    {"npm's ndef: a type of somebody's", "d40f03636f6d2e6578616d706c653a666f6f626172",
+     "Other com.example:foo", "asked as content, offers a",
+     "Tag content|com.example:foo, 3 bytes|View|Discard", "bar"},
+    {"npm's ndef: three empty records", "900000100000500000", "", "notice, granted", "", ""},
+    {"npm's ndef: a request of a handover", "d102114872129102026372aa0d510204616301016200", "Other Hr",
+     "asked as content, offers a", "Tag content|Hr, 17 bytes|View|Discard", ""},
+};
+
+#endif
