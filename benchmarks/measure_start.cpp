@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// From the start of nfc-ui until the daemon knows its agent, against a bare program that registers an object;
-// and the library's loading, against that of Qt's widgets, which it needs.
+// From the start of the clients until the daemon knows their agent, against bare programs that register an
+// object; and the libraries' loading, against that of Qt's widgets and of QtDBus, which they need.
 //
 // This program is its own peer: started as "bare" it is that program, as "load FILE" it loads a library.
 #include <csignal>
@@ -16,6 +16,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFile>
+#include <QFileInfo>
 #include <QLibrary>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -102,16 +103,18 @@ double instructionsUntilRegistered(FakeDaemon *daemon, const Command &command)
     return all.mid(all.indexOf("totals: ") + qsizetype(qstrlen("totals: "))).split('\n').first().toDouble();
 }
 
-void compareStarts(const std::string &comparison, FakeDaemon *daemon, const std::string &baseName,
-                   const Command &base, const Command &nfcUi, const Goal &goal)
+void compareStarts(const std::string &comparison, FakeDaemon *daemon, const Command &base,
+                   const Command &client, const Goal &goal)
 {
     if (countsInstructions()) {
         printInstructions(comparison, instructionsUntilRegistered(daemon, base),
-                          instructionsUntilRegistered(daemon, nfcUi));
+                          instructionsUntilRegistered(daemon, client));
         return;
     }
+    const std::string baseName = base.constLast() == QLatin1String("bare") ? "bare" : "bare, QApplication";
+    const std::string clientName = QFileInfo(client.constFirst()).fileName().toStdString();
     compare(comparison, {baseName, [=] { return untilRegistered(daemon, base); }},
-            {"nfc-ui", [=] { return untilRegistered(daemon, nfcUi); }}, goal, 60);
+            {clientName, [=] { return untilRegistered(daemon, client); }}, goal, 60);
 }
 
 double loading(const QString &library)
@@ -141,10 +144,11 @@ int main(int argc, char **argv)
     const Command bare{QCoreApplication::applicationFilePath(), QStringLiteral("bare")};
     const Command withWidgets{programs.filePath(QStringLiteral("peer_qt")), QStringLiteral("agent")};
     const Command nfcUi{programs.filePath(QStringLiteral("nfc-ui"))};
-    compareStarts("From start to registered", &daemon, "bare", bare, nfcUi, {.atMost = 1.5});
-    compareStarts("From start to registered, with Qt Widgets", &daemon, "bare, QApplication", withWidgets,
-                  nfcUi, {});
-    compareStarts("From start to registered, on a terminal", &daemon, "bare", bare,
+    compareStarts("From start to registered", &daemon, withWidgets, nfcUi, {.atMost = 1.15});
+    compareStarts("From start to registered, against QtDBus alone", &daemon, bare, nfcUi, {});
+    compareStarts("From start to registered, without windows", &daemon, bare,
+                  {programs.filePath(QStringLiteral("nfc-agent"))}, {.atMost = 1.25});
+    compareStarts("From start to registered, nfc-ui --console", &daemon, bare,
                   nfcUi + Command{QStringLiteral("--console")}, {});
     // The work of a library while it is loaded is not counted here.
     if (countsInstructions())
@@ -152,6 +156,9 @@ int main(int argc, char **argv)
     compare("Loading the library",
             {"Qt Widgets", [] { return loading(QStringLiteral("libQt6Widgets.so.6")); }},
             {"connui-nfc", [] { return loading(QStringLiteral(CONNUI_NFC_LIBRARY)); }}, {}, 50);
+    compare("Loading the library without windows",
+            {"QtDBus", [] { return loading(QStringLiteral("libQt6DBus.so.6")); }},
+            {"connui-nfc-core", [] { return loading(QStringLiteral(CONNUI_NFC_CORE_LIBRARY)); }}, {}, 50);
 }
 
 #include "measure_start.moc"

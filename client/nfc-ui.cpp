@@ -2,20 +2,18 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <algorithm>
 #include <memory>
+#include <optional>
+#include <unistd.h>
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusError>
-#include <QDBusMetaType>
-#include <QDBusObjectPath>
+#include <QDir>
+#include <QFile>
 #include <QIcon>
 
-#include <ContactExporter>
 #include <MWindow>
 #include <NfcTranslations>
 
-#include "console/consoleface.h"
-#include "core/buswatch.h"
+#include "core/clientrun.h"
 #include "core/session.h"
 #include "core/statusadaptor.h"
 #include "core/terminal.h"
@@ -31,28 +29,27 @@ constexpr QLatin1String console("console");
 constexpr QLatin1String remoteControl("remote-control");
 constexpr QLatin1String phone("phone");
 
-// Which face is wanted decides which application object is made, before anything can be parsed with its help.
+// Decides which application object is made, before anything can be parsed with its help.
 bool wantsTerminal(int argc, char *argv[])
 {
     return std::any_of(
         argv, argv + argc, [](const char *argument) { return qstrcmp(argument, "--console") == 0; });
 }
 
-std::unique_ptr<QCoreApplication> newApplication(int &argc, char *argv[])
+std::unique_ptr<QApplication> newApplication(int &argc, char *argv[])
 {
-    if (wantsTerminal(argc, argv))
-        return std::make_unique<QCoreApplication>(argc, argv);
     const Support::DisplayCheck check;
     auto application = std::make_unique<QApplication>(argc, argv);
     // It stays when the last dialog goes.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-ui")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("nfc-ui"));
     return application;
 }
 
 void addOptions(Support::CommandLine &arguments)
 {
-    arguments.addOption(console, QStringLiteral("Ask on the terminal."));
+    arguments.addOption(console, QStringLiteral("Ask on the terminal: starts nfc-agent."));
     arguments.addOption(
         remoteControl,
         QStringLiteral("Report on standard output what the screen shows, and take commands from standard "
@@ -73,13 +70,6 @@ std::optional<QString> faultOf(Support::CommandLine &arguments)
     return {};
 }
 
-// Two of them would ask everything twice. A phone without a session bus has no session to share.
-bool isFirstInSession()
-{
-    QDBusConnection bus = QDBusConnection::sessionBus();
-    return !bus.isConnected() || bus.registerService(QStringLiteral("org.connui.NfcUi"));
-}
-
 // The empty screen of a phone, on a desktop.
 std::unique_ptr<MWindow> newPhone()
 {
@@ -90,40 +80,40 @@ std::unique_ptr<MWindow> newPhone()
     return window;
 }
 
-std::unique_ptr<Face> newFace(bool onTerminal, Terminal *terminal, const MWindow *phone)
-{
-    if (onTerminal)
-        return std::make_unique<ConsoleFace>(terminal);
-    return std::make_unique<ScreenFace>(phone);
-}
-
-void tellRegistration(const Session &session, Terminal *terminal)
-{
-    QObject::connect(
-        &session, &Session::registeredChanged, terminal,
-        [terminal](bool registered) {
-            terminal->print(registered ? QStringLiteral("the NFC daemon is here")
-                                       : QStringLiteral("the NFC daemon has left"));
-        });
-}
-
 int run(const Support::CommandLine &arguments)
 {
-    const bool onTerminal = arguments.isSet(console);
     const bool isRemote = arguments.isSet(remoteControl);
     const std::unique_ptr<MWindow> window = arguments.isSet(phone) ? newPhone() : nullptr;
-    const std::unique_ptr<Terminal> terminal =
-        onTerminal || isRemote ? std::make_unique<Terminal>() : nullptr;
+    const std::unique_ptr<Terminal> terminal = isRemote ? std::make_unique<Terminal>() : nullptr;
     const auto control = isRemote ? std::make_unique<RemoteControl>(terminal.get()) : nullptr;
     // The title of the windows that questions open.
-    if (!onTerminal && !window)
+    if (!window)
         QGuiApplication::setApplicationDisplayName(qtTrId("qtn_nfc_touched"));
-    const std::unique_ptr<Face> face = newFace(onTerminal, terminal.get(), window.get());
-    Session session(face.get());
+    ScreenFace face(window.get());
+    Session session(&face);
     const StatusAdaptor status(&session);
     if (terminal)
-        tellRegistration(session, terminal.get());
+        printRegistration(session, terminal.get());
     return QCoreApplication::exec();
+}
+
+// The program without windows is beside this one. Returns only when it cannot be started.
+int startAgent()
+{
+    const QString program =
+        QDir(QCoreApplication::applicationDirPath()).filePath(QStringLiteral("nfc-agent"));
+    const QByteArray file = QFile::encodeName(program);
+    ::execl(file.constData(), file.constData(), nullptr);
+    return Support::fail(Support::NoProgram,
+                         QStringLiteral("unable to start %1: %2").arg(program, qt_error_string()));
+}
+
+int askOnTerminal(int argc, char *argv[], Support::CommandLine &arguments)
+{
+    const QCoreApplication application(argc, argv);
+    if (const std::optional<QString> fault = faultOf(arguments))
+        return Support::fail(Support::BadArguments, *fault);
+    return startAgent();
 }
 
 } // namespace
@@ -134,26 +124,17 @@ int main(int argc, char *argv[])
         QStringLiteral(
             "Shows the questions of the NFC daemon to the user, and returns the answers.\n\n"
             "Exit codes: 0 end of input, or a signal, 1 no system bus, or a bus disconnected, 2 another "
-            "nfc-ui runs in this session, 3 no display, 64 invalid arguments."),
+            "nfc-ui runs in this session, 3 no display, 64 invalid arguments, 69 no nfc-agent."),
         QStringLiteral("[--console | [--phone] [--remote-control]]"));
     addOptions(arguments);
     arguments.answer(argc, argv);
+    if (wantsTerminal(argc, argv))
+        return askOnTerminal(argc, argv, arguments);
 
     TerminationSignals termination;
-    const std::unique_ptr<QCoreApplication> application = newApplication(argc, argv);
-    QGuiApplication::setDesktopFileName(QStringLiteral("nfc-ui"));
+    const std::unique_ptr<QApplication> application = newApplication(argc, argv);
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
         return Support::fail(Support::BadArguments, *fault);
-    // Makes QtDBus register its own types now, not on its thread while a message is being read.
-    QDBusMetaType::typeToSignature(QMetaType::fromType<QDBusObjectPath>());
-    if (!QDBusConnection::systemBus().isConnected())
-        return Support::fail(Support::NoBus, QDBusConnection::systemBus().lastError().message());
-    if (!isFirstInSession())
-        return Support::fail(Support::AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
-
-    ConnUi::ContactExporter::removeLeftCopies();
-    termination.watch();
-    const BusWatch buses;
-    return run(arguments);
+    return runClient(&termination, [&arguments] { return run(arguments); });
 }

@@ -9,10 +9,13 @@
 #include <QMetaObject>
 #include <QTemporaryFile>
 
+#include <NfcApplication>
+#include <NfcForeignText>
+
 #include "core/contactcard.h"
-#include "core/desktopapplication.h"
-#include "core/foreignname.h"
 #include "core/terminal.h"
+
+using ConnUi::NfcApplication;
 
 namespace {
 
@@ -35,8 +38,8 @@ QString foreignText(const Question &question)
 {
     if (question.kind != Question::ContactCard)
         return question.data;
-    const std::unique_ptr<QTemporaryFile> file = cardFile(question.content.payload);
-    return foreignName(nameOnCard(QFileInfo(file->fileName())), QString());
+    const std::unique_ptr<QTemporaryFile> file = cardFile(question.card);
+    return ConnUi::foreignName(nameOnCard(QFileInfo(file->fileName())), QString());
 }
 
 } // namespace
@@ -73,7 +76,7 @@ void ConsoleFace::printQuestion() const
             terminal->print(QStringLiteral("> ") + line);
     int number = 0;
     for (const QString &application : question->applications)
-        terminal->print(QStringLiteral("%1) %2").arg(++number).arg(applicationName(application)));
+        terminal->print(QStringLiteral("%1) %2").arg(++number).arg(NfcApplication(application).name()));
     terminal->print(buttons(*question));
 }
 
@@ -122,7 +125,7 @@ std::optional<Answer> ConsoleFace::understood(const QString &line) const
         return Answer{Answer::Yes, question->applications.value(0)};
     int number = 0;
     for (const QString &application : question->applications)
-        if (line == QString::number(++number) || isWord(line, applicationName(application)))
+        if (line == QString::number(++number) || isWord(line, NfcApplication(application).name()))
             return Answer{Answer::Yes, application};
     return {};
 }

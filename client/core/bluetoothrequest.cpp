@@ -4,7 +4,11 @@
 
 #include <QtGlobal>
 
-#include "core/foreignname.h"
+#include <NfcForeignText>
+
+#include "core/devicename.h"
+
+using ConnUi::foreignName;
 
 namespace {
 
@@ -49,13 +53,13 @@ BluetoothRequest::BluetoothRequest(Kind kind, const QString &target, const Touch
 void BluetoothRequest::begin()
 {
     const HandoverWords words = wordsFor(kind);
-    const QString name = foreignName(device.name, foreignName(device.address));
+    const QString name = foreignName(device.name, deviceName(device.address));
     Question question;
     question.kind = words.kind;
     question.title = named(words.title, name);
     question.notes.append(named(words.text, name));
     if (!device.pin.isEmpty())
-        question.notes.append(qtTrId("qtn_nfc_pair_pin").arg(foreignName(device.pin)));
+        question.notes.append(qtTrId("qtn_nfc_pair_pin").arg(foreignName(device.pin, QStringLiteral("?"))));
     question.yes = qtTrId(words.verb);
     question.no = qtTrId("qtn_comm_cancel");
     question.deviceClass = device.deviceClass;

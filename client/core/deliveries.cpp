@@ -5,22 +5,23 @@
 #include <algorithm>
 #include <utility>
 
+#include <NfcApplication>
+#include <NfcForeignText>
 #include <NfcPendingCall>
 
 #include "core/clientlog.h"
-#include "core/desktopapplication.h"
-#include "core/foreignname.h"
 #include "core/notices.h"
 #include "core/questionqueue.h"
 
 using ConnUi::NdefMessageHandler;
+using ConnUi::NfcApplication;
 using ConnUi::NfcPendingCall;
 
 namespace {
 
 QString nameOf(const NdefMessageHandler &handler)
 {
-    return foreignName(applicationName(handler.applicationId()), handler.service());
+    return ConnUi::foreignName(NfcApplication(handler.applicationId()).name(), handler.service());
 }
 
 } // namespace

@@ -4,20 +4,25 @@
 
 #include <algorithm>
 
-#include <ContentAction>
+#include <QStringList>
+
 #include <NfcAdapter>
+#include <NfcApplication>
 #include <NfcPendingCall>
 
 #include "core/clientlog.h"
 #include "core/deliveries.h"
-#include "core/desktopapplication.h"
 #include "core/notices.h"
 #include "core/tagquestion.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::NfcAdapter;
+using ConnUi::NfcApplication;
+using ConnUi::NfcDeliveryDecision;
 using ConnUi::NfcPendingCall;
+using ConnUi::NfcTagContent;
+using ConnUi::NfcTagRecord;
 
 DeliveryRequest::DeliveryRequest(const Surroundings &surroundings, const NdefMessageHandlerList &handlers,
                                  const QDBusObjectPath &tag, const QByteArray &data,
@@ -31,8 +36,14 @@ DeliveryRequest::DeliveryRequest(const Surroundings &surroundings, const NdefMes
 
 void DeliveryRequest::begin()
 {
-    content = readTag(data);
-    if (content.records.isEmpty() || handlers.isEmpty())
+    const NfcTagContent content(data);
+    decision = NfcDeliveryDecision(content);
+    decision.setSessionLocked(surroundings.isLocked);
+    QStringList ids;
+    for (const NdefMessageHandler &handler : handlers)
+        ids.append(handler.applicationId());
+    decision.setHandlers(ids);
+    if (content.records().isEmpty() || handlers.isEmpty())
         decideWithout();
     else
         findHandlerInFront();
@@ -44,8 +55,9 @@ void DeliveryRequest::findHandlerInFront()
     for (int i = 0; i < handlers.size(); ++i) {
         const NfcPendingCall *call = handlers[i].isRunningOnForegroundAsync();
         connect(call, &NfcPendingCall::finished, this, [this, i](const NfcPendingCall *answered) {
+            const int inFront = decision.foregroundHandler();
             if (answered->value().toBool() && (inFront < 0 || i < inFront))
-                inFront = i;
+                decision.setForegroundHandler(i);
             if (--unknown == 0)
                 decideWithout();
         });
@@ -55,39 +67,30 @@ void DeliveryRequest::findHandlerInFront()
 // Makes the decisions that need no user.
 void DeliveryRequest::decideWithout()
 {
-    decision = ::decide(content, circumstances());
-    switch (decision.outcome) {
-    case Decision::Ask:
-        Q_EMIT asks(tagQuestion(content, decision));
+    const QList<NfcTagRecord> records = decision.content().records();
+    if (!records.isEmpty() && records.constFirst().kind() == NfcTagRecord::Uri)
+        decision.setDefaultApplication(NfcApplication::defaultForUri(records.constFirst().text()).id());
+    decision.setConfirmationEnabled(surroundings.adapter->isConfirmationEnabled());
+    switch (decision.outcome()) {
+    case NfcDeliveryDecision::Ask:
+        Q_EMIT asks(tagQuestion(decision));
         return;
-    case Decision::Forward:
-        qCInfo(clientLog, "%s goes to %s unasked", qUtf8Printable(target),
-               qUtf8Printable(decision.applications.constFirst()));
-        forward(decision.applications.constFirst());
+    case NfcDeliveryDecision::Forward: {
+        const QString application = decision.applications().constFirst();
+        qCInfo(clientLog, "%s goes to %s unasked", qUtf8Printable(target), qUtf8Printable(application));
+        forward(application);
         break;
-    case Decision::AcceptEmpty:
+    }
+    case NfcDeliveryDecision::AcceptEmpty:
         grant();
         Q_EMIT tells(emptyTagNotice());
         break;
-    case Decision::Refuse:
+    case NfcDeliveryDecision::Refuse:
         reject();
         Q_EMIT tells(unreadableTagNotice());
         break;
     }
     Q_EMIT done();
-}
-
-Circumstances DeliveryRequest::circumstances() const
-{
-    Circumstances now;
-    for (const NdefMessageHandler &handler : handlers)
-        now.handlers.append(handler.applicationId());
-    now.inFront = inFront;
-    if (!content.records.isEmpty() && content.records.constFirst().kind == TagRecord::Uri)
-        now.desktop = ContentAction::Action::defaultActionForScheme(content.records.constFirst().text).name();
-    now.wantsToBeAsked = surroundings.adapter->isConfirmationEnabled();
-    now.isLocked = surroundings.isLocked;
-    return now;
 }
 
 void DeliveryRequest::decide(const Answer &answer)
@@ -104,16 +107,17 @@ void DeliveryRequest::decide(const Answer &answer)
 // Where the question names an application, that one gets it and no other.
 void DeliveryRequest::open(const QString &named)
 {
-    const bool isNamed = decision.question == Question::OtherContent;
-    const QString application = isNamed ? named : decision.applications.constFirst();
-    if (!decision.applications.contains(application)) {
+    const bool isNamed = decision.question() == NfcDeliveryDecision::OtherContent;
+    const QStringList applications = decision.applications();
+    const QString application = isNamed ? named : applications.constFirst();
+    if (!applications.contains(application)) {
         qCWarning(clientLog, "No application '%s' was offered", qUtf8Printable(application));
         reject();
     } else if (!handlers.isEmpty()) {
         forward(application);
-    } else if (decision.hasDirectAction) {
+    } else if (decision.hasDirectAction()) {
         grant();
-        Q_EMIT tells(contentNotice(content, decision));
+        Q_EMIT tells(contentNotice(decision));
     } else {
         openOnDesktop();
     }
@@ -122,7 +126,7 @@ void DeliveryRequest::open(const QString &named)
 void DeliveryRequest::openOnDesktop()
 {
     grant();
-    openLink(content.records.constFirst().text);
+    NfcApplication::openUri(decision.content().records().constFirst().text());
 }
 
 void DeliveryRequest::forward(const QString &application)

@@ -6,8 +6,8 @@
 #include <QDBusObjectPath>
 
 #include <NdefMessageHandler>
+#include <NfcDeliveryDecision>
 
-#include "core/decision.h"
 #include "core/request.h"
 
 namespace ConnUi {
@@ -39,7 +39,6 @@ public:
 private:
     void findHandlerInFront();
     void decideWithout();
-    Circumstances circumstances() const;
     void open(const QString &application);
     void openOnDesktop();
     void forward(const QString &application);
@@ -48,10 +47,8 @@ private:
     const ConnUi::NdefMessageHandlerList handlers;
     const QDBusObjectPath tag;
     const QByteArray data;
-    TagContent content;
-    int unknown = 0;  // handlers of which it is not known yet whether they are in front
-    int inFront = -1; // the first that is
-    Decision decision;
+    int unknown = 0; // handlers of which it is not known yet whether they are in front
+    ConnUi::NfcDeliveryDecision decision;
 };
 
 #endif

@@ -10,8 +10,9 @@
 #include <QDBusPendingReply>
 
 #include <NfcBluetoothHandoverInfo>
+#include <NfcForeignText>
 
-#include "core/foreignname.h"
+#include "core/devicename.h"
 #include "support/whenanswered.h"
 
 using ConnUi::NfcBluetoothHandoverInfo;
@@ -57,6 +58,6 @@ void findPeerName(const QVariant &info, QObject *context, const std::function<vo
         managedObjects(), context, [address, found](const QDBusPendingReply<ManagedObjects> &reply) {
             const QString name =
                 reply.isError() || address.isEmpty() ? QString() : nameIn(reply.value(), address);
-            found(foreignName(name, foreignName(address)));
+            found(ConnUi::foreignName(name, deviceName(address)));
         });
 }

@@ -3,10 +3,9 @@
 #ifndef CONNUI_CLIENT_QUESTION_H
 #define CONNUI_CLIENT_QUESTION_H
 
+#include <QByteArray>
 #include <QString>
 #include <QStringList>
-
-#include "core/tagcontent.h"
 
 /** A question or notice for the user: all that any face needs in order to show it. */
 struct Question
@@ -51,7 +50,8 @@ struct Question
     QString no;               ///< The label of the one that refuses
     QStringList applications; ///< Those that could get what is on a tag, by their ids; the first is offered
 
-    TagRecord content;     ///< The content of the tag
+    QString uri;           ///< Of a link, a number or a message
+    QByteArray card;       ///< Of a contact card, the card
     uint deviceClass = 0;  ///< The Class of Device of a Bluetooth device
     QStringList resources; ///< Files and contacts that are to be sent
     File file;             ///< Of Receiving

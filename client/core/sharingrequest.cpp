@@ -9,13 +9,14 @@
 #include <QUrl>
 
 #include <ContactExporter>
+#include <NfcForeignText>
 
 #include "core/contactcard.h"
-#include "core/foreignname.h"
 #include "core/notices.h"
 #include "core/peername.h"
 
 using ConnUi::ContactExporter;
+using ConnUi::foreignName;
 
 namespace {
 
@@ -47,6 +48,11 @@ QString nameOf(const QString &resource)
         return contactName(resource);
     const QFileInfo file(localFile(resource));
     return file.isFile() ? file.fileName() : QString();
+}
+
+QString shownName(const QString &name)
+{
+    return foreignName(name, QStringLiteral("?"));
 }
 
 } // namespace
@@ -82,7 +88,7 @@ QString SharingRequest::problem() const
     for (const QString &resource : resources)
         if (nameOf(resource).isEmpty())
             return qtTrId("qtn_nfc_share_gone")
-                .arg(foreignName(isContact(resource) ? resource : QFileInfo(localFile(resource)).fileName()));
+                .arg(shownName(isContact(resource) ? resource : QFileInfo(localFile(resource)).fileName()));
     return {};
 }
 
@@ -96,7 +102,7 @@ void SharingRequest::askFor(const QString &peer)
         question.notes.append(qtTrId("qtn_nfc_share_receiver").arg(peer));
         QStringList names;
         for (const QString &resource : resources)
-            names.append(foreignName(nameOf(resource)));
+            names.append(shownName(nameOf(resource)));
         question.data = names.join(QLatin1Char('\n'));
         question.yes = qtTrId("qtn_comm_send");
         question.resources = resources;

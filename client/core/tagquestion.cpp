@@ -2,13 +2,19 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "core/tagquestion.h"
 
+#include <QList>
 #include <QLocale>
-#include <QStringDecoder>
 
-#include "core/foreignname.h"
-#include "core/link.h"
+#include <NfcDeliveryDecision>
+#include <NfcForeignText>
+#include <NfcLink>
+#include <NfcTagRecord>
+
 #include "core/notices.h"
-#include "core/phoneuri.h"
+
+using ConnUi::NfcDeliveryDecision;
+using ConnUi::NfcLink;
+using ConnUi::NfcTagRecord;
 
 namespace {
 
@@ -16,155 +22,152 @@ constexpr qsizetype mostOthers = 3; // records beside the first that are named
 
 struct Words
 {
+    Question::Kind kind;
     const char *title;
     const char *yes;
     const char *direct;
 };
 
-Words wordsFor(Question::Kind kind)
+Words wordsFor(NfcDeliveryDecision::Question question)
 {
-    switch (kind) {
-    case Question::Link:
-        return {"qtn_nfc_tags_url_tit", "qtn_nfc_tags_view", nullptr};
-    case Question::Number:
-        return {"qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", "qtn_comm_call"};
-    case Question::Message:
-        return {"qtn_nfc_tags_sms_tit", "qtn_nfc_tags_view", "qtn_comm_send"};
-    case Question::Text:
-        return {"qtn_nfc_tags_text_tit", "qtn_nfc_tags_view", nullptr};
-    case Question::ContactCard:
-        return {"qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", nullptr};
-    case Question::StoreLink:
-        return {"qtn_nfc_tags_store_tit", "qtn_nfc_tags_view", nullptr};
-    default:
-        return {"qtn_nfc_tags_gen_tit", "qtn_nfc_tags_open", nullptr};
+    switch (question) {
+    case NfcDeliveryDecision::Link:
+        return {Question::Link, "qtn_nfc_tags_url_tit", "qtn_nfc_tags_view", nullptr};
+    case NfcDeliveryDecision::Number:
+        return {Question::Number, "qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", "qtn_comm_call"};
+    case NfcDeliveryDecision::Message:
+        return {Question::Message, "qtn_nfc_tags_sms_tit", "qtn_nfc_tags_view", "qtn_comm_send"};
+    case NfcDeliveryDecision::Text:
+        return {Question::Text, "qtn_nfc_tags_text_tit", "qtn_nfc_tags_view", nullptr};
+    case NfcDeliveryDecision::ContactCard:
+        return {Question::ContactCard, "qtn_nfc_tags_contact_tit", "qtn_nfc_tags_view", nullptr};
+    case NfcDeliveryDecision::StoreLink:
+        return {Question::StoreLink, "qtn_nfc_tags_store_tit", "qtn_nfc_tags_view", nullptr};
+    case NfcDeliveryDecision::OtherContent:
+        break;
     }
-}
-
-// The text of a record without a dialog of its own, if it has any.
-QString plainText(const QByteArray &payload)
-{
-    constexpr qsizetype most = 1000;
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder(payload);
-    if (decoder.hasError() || text.contains(QChar(0)))
-        return {};
-    return text.size() > most ? text.left(most) + QChar(0x2026) : text;
-}
-
-QString shownData(const TagRecord &record)
-{
-    return record.kind == TagRecord::Other ? plainText(record.payload) : record.text;
+    return {Question::OtherContent, "qtn_nfc_tags_gen_tit", "qtn_nfc_tags_open", nullptr};
 }
 
 // A record in a few words, beside others.
-QString summary(const TagRecord &record)
+QString summary(const NfcTagRecord &record)
 {
-    return foreignName(record.text.isEmpty() ? record.type : record.text, QStringLiteral("?"));
+    return ConnUi::foreignName(record.text().isEmpty() ? record.type() : record.text(), QStringLiteral("?"));
 }
 
-QString typeNote(const TagRecord &record)
+QString typeNote(const NfcTagRecord &record)
 {
-    const qsizetype bytes = record.payload.size();
+    const qsizetype bytes = record.payload().size();
     // In one step: the type is the tag's, and may look like a placeholder.
     return qtTrId("qtn_nfc_tags_type", int(bytes)).arg(summary(record), QLocale().toString(bytes));
 }
 
-QString suspicionNote(Link::Suspicion suspicion)
+QString suspicionNote(NfcLink::Suspicion suspicion)
 {
     switch (suspicion) {
-    case Link::NoHost:
+    case NfcLink::NoHost:
         return qtTrId("qtn_nfc_link_nohost");
-    case Link::UserInfo:
+    case NfcLink::UserInfo:
         return qtTrId("qtn_nfc_link_user");
-    case Link::Disguised:
+    case NfcLink::Disguised:
         return qtTrId("qtn_nfc_link_disguised");
-    case Link::None:
+    case NfcLink::NotSuspicious:
         break;
     }
     return {};
 }
 
-QStringList linkNotes(const Link &link)
+QStringList linkNotes(const NfcLink &link)
 {
-    constexpr qsizetype longestHost = 40;
+    constexpr int longestHost = 40;
     QStringList notes;
-    if (!link.host.isEmpty())
-        notes.append(qtTrId("qtn_nfc_link_host").arg(leftToRight(shortHost(link, longestHost))));
-    if (link.suspicion != Link::None)
-        notes.append(suspicionNote(link.suspicion));
-    if (!link.isEncrypted)
+    if (!link.host().isEmpty())
+        notes.append(qtTrId("qtn_nfc_link_host").arg(ConnUi::leftToRight(link.shortHost(longestHost))));
+    if (link.suspicion() != NfcLink::NotSuspicious)
+        notes.append(suspicionNote(link.suspicion()));
+    if (!link.isEncrypted())
         notes.append(qtTrId("qtn_nfc_link_plain"));
     return notes;
 }
 
-QStringList phoneNotes(const QString &uri)
+QStringList messageNotes(const NfcLink &link)
 {
-    const QString scheme = schemeOf(uri);
-    if (scheme == QLatin1String("tel") || scheme == QLatin1String("callto"))
-        return {isServiceCode(uri) ? qtTrId("qtn_nfc_number_code") : qtTrId("qtn_nfc_number")};
-    if (scheme != QLatin1String("sms"))
-        return {};
     QStringList notes;
-    if (receivers(uri) > 1)
-        notes.append(qtTrId("qtn_nfc_message_receivers", int(receivers(uri))).arg(receivers(uri)));
-    if (!isShownWhole(uri))
+    const int receivers = link.receiverCount();
+    if (receivers > 1)
+        notes.append(qtTrId("qtn_nfc_message_receivers", receivers).arg(receivers));
+    if (!link.isShownWhole())
         notes.append(qtTrId("qtn_nfc_message_more"));
     return notes;
 }
 
-QStringList recordNotes(const TagRecord &record)
+QStringList uriNotes(const NfcLink &link)
 {
-    if (record.link)
-        return linkNotes(*record.link);
-    if (record.kind == TagRecord::Uri)
-        return phoneNotes(record.text);
-    if (record.kind == TagRecord::StoreLink)
-        return {qtTrId("qtn_nfc_store_link")};
-    return record.kind == TagRecord::Other ? QStringList(typeNote(record)) : QStringList();
+    switch (link.kind()) {
+    case NfcLink::Web:
+        return linkNotes(link);
+    case NfcLink::Number:
+        return {link.isServiceCode() ? qtTrId("qtn_nfc_number_code") : qtTrId("qtn_nfc_number")};
+    case NfcLink::Message:
+        return messageNotes(link);
+    case NfcLink::Other:
+        break;
+    }
+    return {};
 }
 
-QStringList notes(const TagContent &content)
+QStringList recordNotes(const NfcTagRecord &record)
 {
-    const TagRecord &record = content.records.constFirst();
+    if (record.kind() == NfcTagRecord::Uri)
+        return uriNotes(record.link());
+    if (record.kind() == NfcTagRecord::StoreLink)
+        return {qtTrId("qtn_nfc_store_link")};
+    return record.kind() == NfcTagRecord::Other ? QStringList(typeNote(record)) : QStringList();
+}
+
+QStringList notes(const QList<NfcTagRecord> &records)
+{
+    const NfcTagRecord &record = records.constFirst();
     QStringList notes = recordNotes(record);
     QStringList others;
-    for (const TagRecord &other : content.records.mid(1, mostOthers))
+    for (const NfcTagRecord &other : records.mid(1, mostOthers))
         others.append(summary(other));
-    if (content.records.size() > mostOthers + 1)
+    if (records.size() > mostOthers + 1)
         others.append(QChar(0x2026));
     if (!others.isEmpty())
         notes.append(qtTrId("qtn_nfc_tags_more").arg(others.join(QStringLiteral(", "))));
-    if (!record.isUnderstood)
+    if (!record.isUnderstood())
         notes.append(qtTrId("qtn_nfc_tags_unknown_more"));
     return notes;
 }
 
 } // namespace
 
-Question tagQuestion(const TagContent &content, const Decision &decision)
+Question tagQuestion(const NfcDeliveryDecision &decision)
 {
-    const Words words = wordsFor(decision.question);
-    const TagRecord &record = content.records.constFirst();
+    const Words words = wordsFor(decision.question());
+    const QList<NfcTagRecord> records = decision.content().records();
     Question question;
-    question.kind = decision.question;
+    question.kind = words.kind;
     question.title = qtTrId(words.title);
-    question.notes = notes(content);
-    question.data = shownData(record);
+    question.notes = notes(records);
+    question.data = records.constFirst().displayText();
     question.yes = qtTrId(words.yes);
-    if (decision.hasDirectAction)
+    if (decision.hasDirectAction())
         question.direct = qtTrId(words.direct);
     question.no = qtTrId("qtn_nfc_tags_discard");
     if (question.kind == Question::OtherContent)
-        question.applications = decision.applications;
-    question.content = record;
+        question.applications = decision.applications();
+    question.uri = records.constFirst().link().uri();
+    question.card = records.constFirst().payload();
     return question;
 }
 
-Question contentNotice(const TagContent &content, const Decision &decision)
+Question contentNotice(const NfcDeliveryDecision &decision)
 {
-    Question shown = notice(qtTrId(wordsFor(decision.question).title), {});
-    shown.notes = notes(content);
-    shown.data = content.records.constFirst().text;
+    const QList<NfcTagRecord> records = decision.content().records();
+    Question shown = notice(qtTrId(wordsFor(decision.question()).title), {});
+    shown.notes = notes(records);
+    shown.data = records.constFirst().text();
     return shown;
 }

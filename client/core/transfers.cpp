@@ -7,8 +7,10 @@
 #include <QDBusConnection>
 #include <QFileInfo>
 
-#include "core/desktopapplication.h"
-#include "core/foreignname.h"
+#include <NfcApplication>
+#include <NfcForeignText>
+
+#include "core/devicename.h"
 #include "core/notices.h"
 #include "core/questionqueue.h"
 #include "transfersproxy.h"
@@ -39,7 +41,8 @@ void Transfers::showHidden()
 
 void Transfers::start(uint number, const QString &sender, const QString &name, qulonglong size)
 {
-    transfers.insert(number, {{foreignName(sender), foreignName(name, QStringLiteral("?")), 0, size}, {}});
+    transfers.insert(number,
+                     {{deviceName(sender), ConnUi::foreignName(name, QStringLiteral("?")), 0, size}, {}});
     show(number);
 }
 
@@ -100,6 +103,6 @@ void Transfers::tellEnd(const Question::File &file, const QString &path)
         end.yes = qtTrId("qtn_nfc_tags_open");
     queue->tell(end, [path](const Answer &answer) {
         if (answer.choice == Answer::Yes)
-            openFile(path);
+            ConnUi::NfcApplication::openFile(path);
     });
 }

@@ -112,14 +112,14 @@ MDialog *newPairingDialog(const Question &question)
 // The dialog knows links by the beginning that they have here, whatever they look like on the tag.
 MDialog *newLinkDialog(const Question &question)
 {
-    const URINDEFRecord record(QByteArray(1, 0) + question.content.text.toUtf8());
+    const URINDEFRecord record(QByteArray(1, 0) + question.uri.toUtf8());
     return new NfcTagReadPermissionDialog(&record, notesOf(question));
 }
 
 // A dialog about a card's file owns it, so that the file is gone with the dialog.
 MDialog *newCardDialog(const Question &question)
 {
-    std::unique_ptr<QTemporaryFile> file = cardFile(question.content.payload);
+    std::unique_ptr<QTemporaryFile> file = cardFile(question.card);
     auto *dialog =
         new NfcTagReadPermissionDialog(QStringLiteral("text/x-vcard"), QFileInfo(file->fileName()));
     file.release()->setParent(dialog);

@@ -7,7 +7,7 @@
 
 #include <MDesktopEntry>
 
-#include "ui/applicationdesktopfile.h"
+#include "nfcapplication.h"
 
 namespace ConnUi {
 
@@ -19,7 +19,7 @@ constexpr qsizetype atOnce = 100;
 // Null when the application cannot be shown.
 QStandardItem *newRow(const QString &id)
 {
-    const QString path = applicationDesktopFile(id);
+    const QString path = NfcApplication(id).desktopFile();
     if (path.isEmpty()) {
         qWarning("NfcApplicationSelectionDialog: No desktop file provided for '%s'",
                  id.toLocal8Bit().constData());

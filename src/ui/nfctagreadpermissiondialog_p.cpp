@@ -15,9 +15,9 @@
 #include <MWidget>
 #include <MWindow>
 
+#include "nfcapplication.h"
 #include "nfcapplicationselectiondialog.h"
 #include "nfctagreadpermissiondialog.h"
-#include "ui/applicationdesktopfile.h"
 #include "ui/querywidgets.h"
 
 namespace ConnUi {
@@ -75,7 +75,7 @@ void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, cons
 bool NfcTagReadPermissionDialogPrivate::getApplicationInfo(const QString &application, QString &name,
                                                            QString &icon) const
 {
-    const QString path = applicationDesktopFile(application);
+    const QString path = NfcApplication(application).desktopFile();
     if (path.isEmpty()) {
         qWarning("NfcTagReadPermissionDialog: No desktop file provided for application %s",
                  application.toUtf8().constData());

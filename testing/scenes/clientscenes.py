@@ -202,7 +202,7 @@ def touch_banner(stage, step):
 def second_client(stage, step):
     """A second client in the same session leaves again"""
     second = stage.start("second client", "nfc-ui", *stage.face.options)
-    step("it says why", lambda: second.says("nfc-ui: another nfc-ui runs in this session"))
+    step("it says why", lambda: second.says(": another nfc-ui runs in this session"))
     step("and leaves", lambda: second.leaves(2))
     tap = stage.tap("text", "Welcome")
     handler_gets(stage, step, text_record("Welcome"))

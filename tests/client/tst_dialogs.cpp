@@ -14,16 +14,21 @@
 #include <MLabel>
 #include <MSceneWindow>
 #include <MWindow>
+#include <NfcDeliveryDecision>
 
 #include "catalogue.h"
 #include "core/bluetoothrequest.h"
-#include "core/decision.h"
 #include "core/replyorder.h"
 #include "core/tagquestion.h"
 #include "hostileuris.h"
 #include "publishedmessages.h"
 #include "screen/dialogs.h"
 #include "shownwidgets.h"
+
+using ConnUi::NfcDeliveryDecision;
+using ConnUi::NfcLink;
+using ConnUi::NfcTagContent;
+using ConnUi::NfcTagRecord;
 
 namespace {
 
@@ -40,12 +45,12 @@ QNdefRecord record(QNdefRecord::TypeNameFormat format, const QByteArray &type, c
 
 Question questionAbout(const QNdefRecord &record)
 {
-    const TagContent content = readTag(QNdefMessage(record).toByteArray());
-    const bool isLink = content.records.constFirst().kind == TagRecord::Uri;
-    return tagQuestion(
-        content,
-        decide(content,
-               {{QStringLiteral("viewer")}, -1, isLink ? QStringLiteral("dialer") : QString(), true}));
+    const NfcTagContent content(QNdefMessage(record).toByteArray());
+    const bool isLink = content.records().constFirst().kind() == NfcTagRecord::Uri;
+    NfcDeliveryDecision decision(content);
+    decision.setHandlers({QStringLiteral("viewer")});
+    decision.setDefaultApplication(isLink ? QStringLiteral("dialer") : QString());
+    return tagQuestion(decision);
 }
 
 Question questionAboutUri(const QString &uri)
@@ -161,12 +166,13 @@ void TestDialogs::linkSaysWhereItLeads()
     QCOMPARE(readable.constFirst(), QStringLiteral("Web link on tag"));
     const QStringList leads = readable.filter(QStringLiteral("Leads to "));
     QCOMPARE(leads.size(), host.isEmpty() ? 0 : 1);
+    const QString domain = NfcLink(uri).domain();
     if (!leads.isEmpty())
-        QVERIFY2(leads.constFirst().endsWith(readLink(uri).domain) ||
-                     leads.constFirst().endsWith(readLink(uri).domain + QChar(0x2069)) ||
+        QVERIFY2(leads.constFirst().endsWith(domain) || leads.constFirst().endsWith(domain + QChar(0x2069)) ||
                      leads.constFirst().endsWith(QLatin1Char('.')),
                  qPrintable(leads.constFirst()));
-    QCOMPARE(!readable.filter(QStringLiteral("This link is suspicious")).isEmpty(), suspicion != Link::None);
+    QCOMPARE(!readable.filter(QStringLiteral("This link is suspicious")).isEmpty(),
+             suspicion != NfcLink::NotSuspicious);
     QCOMPARE(question.buttons(), (QStringList{QStringLiteral("View"), QStringLiteral("Discard")}));
 }
 
@@ -311,12 +317,13 @@ void TestDialogs::publishedMessageIsSetApartFromOurWords()
     QFETCH(QByteArray, hex);
     QFETCH(QString, ours);
     QFETCH(QString, theirs);
-    const TagContent content = readTag(QByteArray::fromHex(hex));
-    const Decision decision = decide(content, {{QStringLiteral("a")}, -1, QStringLiteral("d"), true});
-    if (decision.question == Question::OtherContent)
+    NfcDeliveryDecision decision{NfcTagContent(QByteArray::fromHex(hex))};
+    decision.setHandlers({QStringLiteral("a")});
+    decision.setDefaultApplication(QStringLiteral("d"));
+    if (decision.question() == NfcDeliveryDecision::OtherContent)
         QTest::ignoreMessage(QtWarningMsg,
                              "NfcTagReadPermissionDialog: No desktop file provided for application a");
-    const OnScreen question(tagQuestion(content, decision));
+    const OnScreen question(tagQuestion(decision));
     QStringList ourWords;
     QStringList theirWords;
     for (const MLabel *label : question.labels())

@@ -96,12 +96,12 @@ void TestLostBus::clientReportsTheLostBusAndFails_data()
     QTest::addColumn<QString>("bus");
     QTest::addColumn<QByteArray>("words");
 
-    const QStringList faces[] = {{QStringLiteral("--remote-control")}, {QStringLiteral("--console")}};
-    for (const QStringList &face : faces) {
-        for (const QString &bus : {QStringLiteral("system"), QStringLiteral("session")}) {
-            QTest::addRow("%s, %s bus", qPrintable(face.constFirst()), qPrintable(bus))
-                << face << bus << "nfc-ui: the " + bus.toUtf8() + " bus disconnected\n";
-        }
+    for (const QString &bus : {QStringLiteral("system"), QStringLiteral("session")}) {
+        const QByteArray words = ": the " + bus.toUtf8() + " bus disconnected\n";
+        QTest::addRow("on the screen, %s bus", qPrintable(bus))
+            << QStringList{QStringLiteral("--remote-control")} << bus << "nfc-ui" + words;
+        QTest::addRow("on a terminal, %s bus", qPrintable(bus))
+            << QStringList{QStringLiteral("--console")} << bus << "nfc-agent" + words;
     }
 }
 
@@ -159,7 +159,7 @@ void TestLostBus::waitingProgramReportsTheLostBusAndFails_data()
     QTest::addColumn<QString>("face");
     QTest::newRow("screen") << QByteArrayLiteral("nfc-ui") << QByteArray(NFC_UI)
                             << QStringLiteral("--remote-control");
-    QTest::newRow("terminal") << QByteArrayLiteral("nfc-ui") << QByteArray(NFC_UI)
+    QTest::newRow("terminal") << QByteArrayLiteral("nfc-agent") << QByteArray(NFC_UI)
                               << QStringLiteral("--console");
     QTest::newRow("settings") << QByteArrayLiteral("nfc-settings") << QByteArray(NFC_SETTINGS)
                               << QStringLiteral("--remote-control");

@@ -61,6 +61,7 @@ void TestPrograms::addWindows()
 void TestPrograms::addAll()
 {
     addWindows();
+    QTest::newRow("nfc-agent") << QStringLiteral(NFC_AGENT);
     QTest::newRow("nfctap") << QStringLiteral(NFCTAP);
     QTest::newRow("nfcd-sim") << QStringLiteral(NFCD_SIM);
     QTest::newRow("nfcd-pcsc") << QStringLiteral(NFCD_PCSC);

@@ -72,8 +72,8 @@ void TestScreenFace::everyQuestionTakesInputAfterADelay()
     question.yes = QStringLiteral("Yes");
     question.no = QStringLiteral("No");
     question.data = QStringLiteral("Text");
-    question.content.text = QStringLiteral("tel:112");
-    question.content.payload = "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:A\r\nEND:VCARD\r\n";
+    question.uri = QStringLiteral("tel:112");
+    question.card = "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:A\r\nEND:VCARD\r\n";
     question.resources = {QStringLiteral("file:///a.jpg")};
     question.applications = {QStringLiteral("viewer.desktop")};
     ScreenFace face;

@@ -5,9 +5,14 @@
 // something is forwarded without a question that must not be, or where a question offers what it must not.
 #include <algorithm>
 
-#include "core/decision.h"
-#include "core/tagcontent.h"
+#include <NfcDeliveryDecision>
+
 #include "support.h"
+
+using ConnUi::NfcDeliveryDecision;
+using ConnUi::NfcLink;
+using ConnUi::NfcTagContent;
+using ConnUi::NfcTagRecord;
 
 namespace {
 
@@ -39,62 +44,75 @@ QByteArray tagBytes(uint8_t shape, const QByteArray &input)
     }
 }
 
-Circumstances circumstances(uint8_t first, uint8_t second)
+NfcDeliveryDecision decisionAbout(const NfcTagContent &content, uint8_t first, uint8_t second)
 {
     const QStringList all{QStringLiteral("one"), QStringLiteral("two"), QStringLiteral("three")};
-    Circumstances found;
-    found.handlers = all.mid(0, first % 4);
+    QStringList handlers = all.mid(0, first % 4);
     if (first & 0x80) // The same application in another role
-        found.handlers.append(found.handlers);
+        handlers.append(handlers);
     const int chosen = (first >> 2) % 8 - 1;
-    found.inFront = chosen < found.handlers.size() ? chosen : -1;
-    found.desktop = second & 1 ? QStringLiteral("desktop") : QString();
-    found.wantsToBeAsked = second & 2;
-    found.isLocked = second & 4;
-    return found;
+    NfcDeliveryDecision decision(content);
+    decision.setHandlers(handlers);
+    decision.setForegroundHandler(chosen < handlers.size() ? chosen : -1);
+    decision.setDefaultApplication(second & 1 ? QStringLiteral("desktop") : QString());
+    decision.setConfirmationEnabled(second & 2);
+    decision.setSessionLocked(second & 4);
+    return decision;
 }
 
 // Nothing that acts by being opened, or may mean something else than it shows.
-bool mayGoUnasked(const TagContent &content, bool isInFront)
+bool mayGoUnasked(const QList<NfcTagRecord> &records, bool isInFront)
 {
-    const TagRecord &only = content.records.constFirst();
-    if (content.records.size() != 1 || !only.isUnderstood)
+    const NfcTagRecord &only = records.constFirst();
+    if (records.size() != 1 || !only.isUnderstood())
         return false;
-    if (only.kind != TagRecord::Uri)
-        return only.kind == TagRecord::Text || only.kind == TagRecord::ContactCard;
-    const QString scheme = schemeOf(only.text);
-    return isInFront && (scheme == QLatin1String("http") || scheme == QLatin1String("https")) && only.link &&
-           only.link->suspicion == Link::None && !only.link->host.isEmpty();
+    if (only.kind() != NfcTagRecord::Uri)
+        return only.kind() == NfcTagRecord::Text || only.kind() == NfcTagRecord::ContactCard;
+    const QString scheme = only.link().scheme();
+    return isInFront && (scheme == QLatin1String("http") || scheme == QLatin1String("https")) &&
+           only.link().suspicion() == NfcLink::NotSuspicious && !only.link().host().isEmpty();
 }
 
-void checkForward(const Decision &decision, const TagContent &content, const Circumstances &given)
+void checkForward(const NfcDeliveryDecision &decision)
 {
-    require(!given.wantsToBeAsked && !given.isLocked && content.isWellFormed && !content.records.isEmpty());
-    require(decision.applications.size() == 1);
-    const QString chosen = decision.applications.constFirst();
-    require(given.handlers.contains(chosen));
-    const bool isInFront = given.inFront >= 0;
-    require(!isInFront || chosen == given.handlers.at(given.inFront));
-    require(mayGoUnasked(content, isInFront));
+    const QList<NfcTagRecord> records = decision.content().records();
+    require(!decision.isConfirmationEnabled() && !decision.isSessionLocked() &&
+            decision.content().isWellFormed() && !records.isEmpty());
+    require(decision.applications().size() == 1);
+    const QString chosen = decision.applications().constFirst();
+    require(decision.handlers().contains(chosen));
+    const int inFront = decision.foregroundHandler();
+    require(inFront < 0 || chosen == decision.handlers().at(inFront));
+    require(mayGoUnasked(records, inFront >= 0));
 }
 
-void checkQuestion(const Decision &decision, const TagContent &content, const Circumstances &given)
+void checkApplications(const NfcDeliveryDecision &decision)
 {
-    require(content.isWellFormed && !content.records.isEmpty() && !decision.applications.isEmpty());
-    for (const QString &application : decision.applications) {
-        require(decision.applications.count(application) == 1);
-        require(given.handlers.contains(application) ||
-                (given.handlers.isEmpty() && application == given.desktop));
+    const QStringList applications = decision.applications();
+    const QStringList handlers = decision.handlers();
+    require(!applications.isEmpty());
+    for (const QString &application : applications) {
+        require(applications.count(application) == 1);
+        require(handlers.contains(application) ||
+                (handlers.isEmpty() && application == decision.defaultApplication()));
     }
-    if (given.inFront >= 0)
-        require(decision.applications.constFirst() == given.handlers.at(given.inFront));
-    if (!decision.hasDirectAction)
+    if (decision.foregroundHandler() >= 0)
+        require(applications.constFirst() == handlers.at(decision.foregroundHandler()));
+}
+
+void checkQuestion(const NfcDeliveryDecision &decision)
+{
+    const QList<NfcTagRecord> records = decision.content().records();
+    require(decision.content().isWellFormed() && !records.isEmpty());
+    checkApplications(decision);
+    if (!decision.hasDirectAction())
         return;
-    require(!given.desktop.isEmpty() && content.records.constFirst().kind == TagRecord::Uri);
-    const QString uri = content.records.constFirst().text;
-    if (schemeOf(uri) == QLatin1String("sms"))
+    require(!decision.defaultApplication().isEmpty() && records.constFirst().kind() == NfcTagRecord::Uri);
+    const QString uri = records.constFirst().text();
+    const QString scheme = records.constFirst().link().scheme();
+    if (scheme == QLatin1String("sms"))
         return;
-    require(schemeOf(uri) == QLatin1String("tel") || schemeOf(uri) == QLatin1String("callto"));
+    require(scheme == QLatin1String("tel") || scheme == QLatin1String("callto"));
     // A service code can change settings of the phone.
     const QString number = QString::fromUtf8(QByteArray::fromPercentEncoding(uri.toUtf8()));
     require(!number.contains(u'*') && !number.contains(u'#'));
@@ -102,32 +120,25 @@ void checkQuestion(const Decision &decision, const TagContent &content, const Ci
 
 } // namespace
 
-extern "C" int LLVMFuzzerInitialize(int *, char ***)
-{
-    // The decoder logs every broken message.
-    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
-    return 0;
-}
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     if (size < 3)
         return 0;
-    const TagContent content = readTag(tagBytes(data[0], inputBytes(data + 3, size - 3)));
-    const Circumstances given = circumstances(data[1], data[2]);
-    const Decision decision = decide(content, given);
-    switch (decision.outcome) {
-    case Decision::Refuse:
-        require(!content.isWellFormed || (given.handlers.isEmpty() && given.desktop.isEmpty()));
+    const NfcTagContent content(tagBytes(data[0], inputBytes(data + 3, size - 3)));
+    const NfcDeliveryDecision decision = decisionAbout(content, data[1], data[2]);
+    switch (decision.outcome()) {
+    case NfcDeliveryDecision::Refuse:
+        require(!content.isWellFormed() ||
+                (decision.handlers().isEmpty() && decision.defaultApplication().isEmpty()));
         break;
-    case Decision::AcceptEmpty:
-        require(content.isWellFormed && content.records.isEmpty());
+    case NfcDeliveryDecision::AcceptEmpty:
+        require(content.isWellFormed() && content.records().isEmpty());
         break;
-    case Decision::Forward:
-        checkForward(decision, content, given);
+    case NfcDeliveryDecision::Forward:
+        checkForward(decision);
         break;
-    case Decision::Ask:
-        checkQuestion(decision, content, given);
+    case NfcDeliveryDecision::Ask:
+        checkQuestion(decision);
         break;
     }
     return 0;

@@ -7,9 +7,8 @@
 
 #include <QTextBoundaryFinder>
 
-#include <MLabel>
+#include <NfcForeignText>
 
-#include "core/foreignname.h"
 #include "support.h"
 
 namespace {
@@ -46,7 +45,7 @@ bool isOrdinary(const QString &name)
 
 void checkName(const QString &name)
 {
-    const QString fit = foreignName(name, QStringLiteral("nobody"));
+    const QString fit = ConnUi::foreignName(name, QStringLiteral("nobody"));
     require(!fit.isEmpty());
     require(!isOrdinary(name) || fit == name);
     std::u32string inside = fit.toStdU32String();
@@ -61,7 +60,7 @@ void checkName(const QString &name)
 
 void checkText(const QString &text)
 {
-    const QString drawn = MLabel::drawableForeignText(text);
+    const QString drawn = ConnUi::foreignText(text);
     require(!drawn.contains(QStringLiteral("\n\n\n")));
     int isolates = 0;
     for (const char32_t character : drawn.toStdU32String()) {

@@ -4,13 +4,15 @@
 // Reads the input as the message on a tag, as programs, the client and a daemon do, and stops where what the
 // user is asked about is not what the application gets, or where two decoders differ.
 #include <NdefRecord>
+#include <NfcTagContent>
 #include <URINDEFRecord>
 
-#include "core/decision.h"
-#include "core/tagcontent.h"
 #include "daemon/ndefkind.h"
 #include "daemon/tags/ndefrecords.h"
 #include "support.h"
+
+using ConnUi::NfcTagContent;
+using ConnUi::NfcTagRecord;
 
 namespace {
 
@@ -43,16 +45,17 @@ extern "C" int LLVMFuzzerInitialize(int *, char ***)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     const QByteArray message(reinterpret_cast<const char *>(data), qsizetype(size));
-    const TagContent content = readTag(message);
-    for (const TagRecord &record : content.records) {
-        if (record.kind != TagRecord::Uri)
+    const NfcTagContent content(message);
+    const QList<NfcTagRecord> records = content.records();
+    for (const NfcTagRecord &record : records) {
+        if (record.kind() != NfcTagRecord::Uri || record.type() != QLatin1String("U"))
             continue;
-        const QString uri = QString::fromUtf8(URINDEFRecord(record.payload).getURI());
+        const QString uri = QString::fromUtf8(URINDEFRecord(record.payload()).getURI());
         // One without a scheme is shown as the web link that it is taken for.
-        require(record.text == QLatin1String("http://") + uri.trimmed() ||
-                uri.contains(record.text.section(QLatin1Char(':'), 1), Qt::CaseInsensitive));
+        require(record.text() == QLatin1String("http://") + uri.trimmed() ||
+                uri.contains(record.text().section(QLatin1Char(':'), 1), Qt::CaseInsensitive));
     }
-    require(!content.isWellFormed || !content.records.isEmpty() || message.isEmpty() || message.size() >= 3);
+    require(!content.isWellFormed() || !records.isEmpty() || message.isEmpty() || message.size() >= 3);
     require(!ndefKind(message).isNull());
     requireSame(ConnUi::NdefRecord::fromMessage(message), ndefRecords(message));
     return 0;

@@ -10,7 +10,14 @@
 namespace Support {
 
 /** How a program ends when it cannot do its work; 0 is success. The man pages say the same. */
-enum ExitCode { NoBus = 1, AlreadyRunning = 2, NoDisplay = 3, BadArguments = 64, CannotWrite = 74 };
+enum ExitCode {
+    NoBus = 1,
+    AlreadyRunning = 2,
+    NoDisplay = 3,
+    BadArguments = 64,
+    NoProgram = 69,
+    CannotWrite = 74
+};
 
 /** The command line of a program that takes options and nothing else. */
 class CommandLine

@@ -4,14 +4,14 @@
 #include <MTypes>
 
 #include "accessibility/maccessiblelabel_p.h"
-#include "widgets/mforeigntext_p.h"
+#include "support/foreigntext.h"
 
 MAccessibleLabel::MAccessibleLabel(MLabel *label) : MAccessibleWidget(label, QAccessible::StaticText) {}
 
 QString MAccessibleLabel::spoken(const MLabel *label)
 {
     // Speech has room for the longest variant.
-    return label->isForeignText() ? drawableForeignText(label->text())
+    return label->isForeignText() ? Support::drawableForeignText(label->text())
                                   : label->text().section(M::lengthVariantSeparator, 0, 0);
 }
 

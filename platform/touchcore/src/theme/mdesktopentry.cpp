@@ -4,13 +4,13 @@
 #include "mdesktopentry.h"
 
 #include "support/keyfile.h"
-#include "theme/msmallfile_p.h"
+#include "support/smallfile.h"
 
 MDesktopEntry::MDesktopEntry(const QString &path)
 {
     const auto group = QStringLiteral(G_KEY_FILE_DESKTOP_GROUP);
     Support::KeyFile file;
-    file.read(readSmallFile(path));
+    file.read(Support::readSmallFile(path));
     localizedName = file.localizedValue(group, QStringLiteral(G_KEY_FILE_DESKTOP_KEY_NAME));
     localizedIcon = file.localizedValue(group, QStringLiteral(G_KEY_FILE_DESKTOP_KEY_ICON));
 }

@@ -14,9 +14,9 @@
 #include <QGuiApplication>
 #include <QStandardPaths>
 
+#include "support/smallfile.h"
 #include "theme/mbesidelibrary_p.h"
 #include "theme/mforeignicon_p.h"
-#include "theme/msmallfile_p.h"
 #include "theme/mtheme_p.h"
 
 namespace {
@@ -108,14 +108,14 @@ QString MThemePrivate::path()
 void MThemePrivate::loadFile()
 {
     QString error;
-    [[maybe_unused]] const bool correct = file.read(readSmallFile(builtInFile), &error);
+    [[maybe_unused]] const bool correct = file.read(Support::readSmallFile(builtInFile), &error);
     Q_ASSERT_X(correct, "MTheme", qPrintable(error));
 
     const QString theme = path();
     if (theme.isEmpty())
         return;
     MThemeFile found;
-    const QByteArray data = readSmallFile(theme);
+    const QByteArray data = Support::readSmallFile(theme);
     if (data.isEmpty()) {
         error = QStringLiteral("it cannot be read");
     } else if (found.read(data, &error)) {

@@ -13,7 +13,7 @@
 #include <MTypes>
 
 #include "accessibility/maccessible_p.h"
-#include "widgets/mforeigntext_p.h"
+#include "support/foreigntext.h"
 #include "widgets/mlabel_p.h"
 
 MTextBlock::Shape MLabelPrivate::shape(qreal width, const MStyle &style) const
@@ -57,7 +57,8 @@ int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
 
 void MLabelPrivate::readText()
 {
-    variants = foreign ? QStringList{drawableForeignText(text)} : text.split(M::lengthVariantSeparator);
+    variants =
+        foreign ? QStringList{Support::drawableForeignText(text)} : text.split(M::lengthVariantSeparator);
     blocks.clear();
 }
 
@@ -120,7 +121,7 @@ void MLabel::setForeignText(bool foreign)
 
 QString MLabel::drawableForeignText(const QString &text)
 {
-    return ::drawableForeignText(text);
+    return Support::drawableForeignText(text);
 }
 
 QString MLabel::drawnText() const

@@ -9,6 +9,7 @@
 #include <QTextBoundaryFinder>
 #include <QtMath>
 
+#include "support/foreigntext.h"
 #include "widgets/mtextblock_p.h"
 
 namespace {
@@ -66,7 +67,7 @@ qreal horizontalShare(Qt::Alignment alignment)
 
 MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
 {
-    const QStringList parts = paragraphs(withoutStacks(text));
+    const QStringList parts = Support::paragraphs(withoutStacks(text));
     for (const QString &part : parts) {
         QString rest = part;
         while (shape.wrapMode != QTextOption::NoWrap && rest.size() > longestLayout) {
@@ -76,14 +77,6 @@ MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
         }
         addParagraph(rest);
     }
-}
-
-QStringList MTextBlock::paragraphs(QString text)
-{
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    for (const QChar &end : {QChar(u'\r'), QChar(QChar::LineSeparator), QChar(QChar::ParagraphSeparator)})
-        text.replace(end, QChar(u'\n'));
-    return text.split(QChar(u'\n'));
 }
 
 void MTextBlock::addParagraph(const QString &text)

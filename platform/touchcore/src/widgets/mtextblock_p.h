@@ -35,9 +35,6 @@ public:
         bool operator==(const Shape &other) const = default;
     };
 
-    /** Returns the lines of \a text: CR, LF, both together and Unicode's two separators end one. */
-    static QStringList paragraphs(QString text);
-
     MTextBlock(const QString &text, const Shape &shape);
 
     /** Returns the size that the text takes. */
