@@ -276,6 +276,8 @@ void TestNDEFGenerator::recordHasTheseBytes_data()
     QTest::newRow("an ID stands between type and payload")
         << QByteArray("a/b") << QByteArray("xy") << false << false << QByteArray("id")
         << hex("1A 03 02 02 612F62 6964 7879");
+    QTest::newRow("an ID of one byte") << QByteArray("a/b") << QByteArray("x") << false << false
+                                       << QByteArray("i") << hex("1A 03 01 01 612F62 69 78");
     QTest::newRow("U is well known") << QByteArray("U") << none << false << false << none
                                      << hex("11 01 00 55");
     QTest::newRow("Sp is well known")
