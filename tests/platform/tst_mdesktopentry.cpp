@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -26,6 +27,7 @@ private Q_SLOTS:
     void missingOrMalformedFileGivesEmptyValues();
     void fileOverTheLimitGivesEmptyValues();
     void pipeDoesNotBlock();
+    void installedEntriesAreRead();
 
 private:
     QString write(const QByteArray &content);
@@ -135,6 +137,32 @@ void TestMDesktopEntry::pipeDoesNotBlock()
     const QByteArray path = QFile::encodeName(folder.filePath(QStringLiteral("pipe.desktop")));
     QCOMPARE(mkfifo(path.constData(), 0600), 0);
     QCOMPARE(MDesktopEntry(QFile::decodeName(path)).name(), QString());
+}
+
+// Those of whoever made this machine. A root with other desktops is tried by binding its folder over this
+// one.
+void TestMDesktopEntry::installedEntriesAreRead()
+{
+    qputenv("LANGUAGE", "C");
+    const QDir applications(QStringLiteral("/usr/share/applications"));
+    const QRegularExpression firstValue(
+        QStringLiteral("^\\[Desktop Entry\\](?:(?!^\\[).)*?^%1[ \\t]*=[ \\t]*([^\\n]*)"),
+        QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
+    const auto valueIn = [&](const QString &text, const QString &key) {
+        return QRegularExpression(firstValue.pattern().arg(key), firstValue.patternOptions())
+            .match(text)
+            .captured(1);
+    };
+    const QStringList files = applications.entryList({QStringLiteral("*.desktop")}, QDir::Files);
+    for (const QString &name : files) {
+        QFile file(applications.filePath(name));
+        QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name));
+        const QString text = QString::fromUtf8(file.readAll());
+        const MDesktopEntry entry(file.fileName());
+        QCOMPARE(entry.name(), valueIn(text, QStringLiteral("Name")));
+        QCOMPARE(entry.icon(), valueIn(text, QStringLiteral("Icon")));
+        QVERIFY2(!entry.name().isEmpty(), qPrintable(name));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestMDesktopEntry)
