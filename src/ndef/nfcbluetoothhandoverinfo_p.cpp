@@ -22,8 +22,6 @@ namespace {
 BluetoothHandoverData readData(const QVariant &info)
 {
     BluetoothHandoverData data;
-    if (info.metaType() != QMetaType::fromType<QDBusArgument>())
-        return data;
     const auto argument = info.value<QDBusArgument>();
     const bool received = argument.currentType() == QDBusArgument::StructureType;
     if (received && argument.currentSignature().startsWith(QLatin1String("(os")))
@@ -35,7 +33,6 @@ BluetoothHandoverData readData(const QVariant &info)
 
 NfcBluetoothHandoverInfoPrivate::NfcBluetoothHandoverInfoPrivate(const QVariant &info) : info(info)
 {
-    qRegisterMetaType<BluetoothHandoverData>("ConnUi::BluetoothHandoverData");
     qDBusRegisterMetaType<BluetoothHandoverData>();
     qRegisterMetaType<QDBusArgument>();
     data = readData(info);
