@@ -7,8 +7,6 @@
 #include <QDBusMetaType>
 #include <QDBusObjectPath>
 
-#include <ContactExporter>
-
 #include "core/buswatch.h"
 #include "core/session.h"
 #include "core/terminal.h"
@@ -35,7 +33,6 @@ int runClient(TerminationSignals *termination, const std::function<int()> &run)
     if (!isFirstInSession())
         return Support::fail(Support::AlreadyRunning, QStringLiteral("another nfc-ui runs in this session"));
 
-    ConnUi::ContactExporter::removeLeftCopies();
     termination->watch();
     const BusWatch buses;
     return run();

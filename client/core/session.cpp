@@ -7,6 +7,7 @@
 #include <QTimer>
 
 #include <ApplicationTracker>
+#include <ContactExporter>
 #include <NfcAgent>
 
 #include "core/agentrequests.h"
@@ -16,6 +17,7 @@
 #include "core/transfers.h"
 
 using ConnUi::ApplicationTracker;
+using ConnUi::ContactExporter;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
 
@@ -72,6 +74,8 @@ void Session::welcome(const QString &adapterPath)
     if (!std::exchange(isPrepared, true)) {
         ApplicationTracker::subscribeAsync(this);
         QTimer::singleShot(0, face, &Face::prepare);
+        // A folder of temporary files may be a long one.
+        QTimer::singleShot(0, this, &ContactExporter::removeLeftCopies);
     }
     transfers = std::make_unique<Transfers>(adapterPath, &queue);
     connect(transfers.get(), &Transfers::hiddenChanged, this, &Session::hiddenTransfersChanged);

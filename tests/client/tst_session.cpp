@@ -1,9 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <QDBusArgument>
+#include <QFile>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <NdefMessageHandler>
@@ -77,6 +81,7 @@ private Q_SLOTS:
     void refusedAgentIsNotRegistered();
     void lateReleaseTakesOnlyItsOwnAgent();
     void releaseTakesTheAgent();
+    void contactsThatAnEndedClientLeftGo();
     void applicationInFrontIsFollowedOnce();
     void lockedSessionShowsAndForwardsNothing();
     void choiceThatWasNotOfferedIsRejected_data();
@@ -112,6 +117,26 @@ QString TestSession::agentPath()
     return qdbus_cast<QDBusObjectPath>(
                daemon.calls(QStringLiteral("RegisterUIAgent")).constLast().arguments[0])
         .path();
+}
+
+void TestSession::contactsThatAnEndedClientLeftGo()
+{
+    const QTemporaryDir folder;
+    const QByteArray before = qgetenv("TMPDIR");
+    qputenv("TMPDIR", QFile::encodeName(folder.path()));
+    const auto restore = qScopeGuard([&before] { qputenv("TMPDIR", before); });
+    QProcess ended;
+    ended.start(QStringLiteral("true"), {});
+    const qint64 client = ended.processId();
+    QVERIFY(ended.waitForFinished());
+    QFile left(folder.filePath(QStringLiteral("contact-%1-ABCDEF.vcf").arg(client)));
+    QVERIFY(left.open(QIODevice::WriteOnly));
+
+    FakeFace face;
+    FakeOhm ohm;
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(!left.exists());
 }
 
 void TestSession::agentIsRegistered()

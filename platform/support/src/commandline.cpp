@@ -42,6 +42,8 @@ void CommandLine::addOption(const QString &name, const QString &description, con
 
 void CommandLine::answer(int argc, char *argv[])
 {
+    if (argc < 2)
+        return;
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(CONNUI_VERSION));
     // An option that the parser does not know may be one of Qt's.
