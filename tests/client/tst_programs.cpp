@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 
 namespace {
@@ -33,6 +34,8 @@ private Q_SLOTS:
     void startsNothingWithBlockedSignals();
     void remoteControlAnswersEveryLine_data();
     void remoteControlAnswersEveryLine();
+    void terminalTakesNoOtherFace();
+    void missingAgentIsReported();
     void manualHasEveryExitCode_data() { addAll(); }
     void manualHasEveryExitCode();
     void serviceDoesNotComeBackInVain();
@@ -114,6 +117,31 @@ void TestPrograms::badArgumentsAreRefused()
         QCOMPARE(process.exitCode(), 64);
         QVERIFY(process.readAllStandardError().startsWith(QTest::currentDataTag()));
     }
+}
+
+void TestPrograms::terminalTakesNoOtherFace()
+{
+    for (const QString &face : {QStringLiteral("--phone"), QStringLiteral("--remote-control")}) {
+        QProcess process;
+        process.start(QStringLiteral(NFC_UI), {QStringLiteral("--console"), face});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 64);
+        QVERIFY(process.readAllStandardError().startsWith("nfc-ui: usage: nfc-ui [--console | "));
+    }
+}
+
+void TestPrograms::missingAgentIsReported()
+{
+    const QTemporaryDir folder;
+    const QString alone = folder.filePath(QStringLiteral("nfc-ui"));
+    QVERIFY(QFile::copy(QStringLiteral(NFC_UI), alone));
+    QProcess process;
+    process.start(alone, {QStringLiteral("--console")});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 69);
+    const QByteArray said = process.readAllStandardError();
+    QVERIFY2(said.startsWith("nfc-ui: unable to start " + QFile::encodeName(folder.path())),
+             said.constData());
 }
 
 void TestPrograms::signalsEndIt_data()

@@ -157,6 +157,8 @@ void TestNfcLink::otherLinksHaveNoNumberAndNoMessage()
     QVERIFY(!web.isServiceCode());
     QCOMPARE(web.receiverCount(), 0);
     QVERIFY(web.isShownWhole());
+    QVERIFY(!NfcLink(QStringLiteral("geo:112")).isPlainNumber());
+    QVERIFY(!NfcLink(QStringLiteral("geo:*112#")).isServiceCode());
     const NfcLink number(QStringLiteral("tel:112"));
     QCOMPARE(number.host(), QString());
     QCOMPARE(number.suspicion(), NfcLink::NotSuspicious);
