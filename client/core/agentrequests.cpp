@@ -7,25 +7,26 @@
 
 #include <NfcAdapter>
 #include <NfcAgent>
+#include <NfcReplyOrder>
 
 #include "core/bluetoothrequest.h"
 #include "core/deliveryrequest.h"
 #include "core/face.h"
 #include "core/notices.h"
 #include "core/questionqueue.h"
-#include "core/replyorder.h"
 #include "core/sharingrequest.h"
 
 using ConnUi::NdefMessageHandlerList;
 using ConnUi::NfcAdapter;
 using ConnUi::NfcAgent;
+using ConnUi::NfcReplyOrder;
 
 AgentRequests::AgentRequests(NfcAdapter *adapter, NfcAgent *agent, QuestionQueue *queue, Face *face)
     : adapter(adapter)
     , agent(agent)
     , queue(queue)
     , face(face)
-    , order(std::make_shared<ReplyOrder>())
+    , order(std::make_shared<NfcReplyOrder>())
     , handovers(adapter, queue, nullptr)
     , deliveries(queue)
 {

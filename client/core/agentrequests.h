@@ -15,11 +15,11 @@
 namespace ConnUi {
 class NfcAdapter;
 class NfcAgent;
+class NfcReplyOrder;
 } // namespace ConnUi
 
 class Face;
 class QuestionQueue;
-class ReplyOrder;
 
 /** Takes what the daemon asks an agent into the queue, and the answers back to it. */
 class AgentRequests : public QObject
@@ -43,7 +43,7 @@ private:
     ConnUi::NfcAgent *const agent;
     QuestionQueue *const queue;
     Face *const face;
-    const std::shared_ptr<ReplyOrder> order;
+    const std::shared_ptr<ConnUi::NfcReplyOrder> order;
     Handovers handovers;
     Deliveries deliveries;
 };

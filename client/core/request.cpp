@@ -4,9 +4,11 @@
 
 #include <utility>
 
-#include "core/replyorder.h"
+#include <NfcReplyOrder>
 
-PendingReply::PendingReply(const std::shared_ptr<ReplyOrder> &order, const QString &target,
+using ConnUi::NfcReplyOrder;
+
+PendingReply::PendingReply(const std::shared_ptr<NfcReplyOrder> &order, const QString &target,
                            const Reply &grant, const Reply &reject)
     : order(order)
     , target(target)
@@ -17,13 +19,13 @@ PendingReply::PendingReply(const std::shared_ptr<ReplyOrder> &order, const QStri
 
 void PendingReply::grant() const
 {
-    if (const std::shared_ptr<ReplyOrder> line = order.lock())
+    if (const std::shared_ptr<NfcReplyOrder> line = order.lock())
         line->reply(target, place, granting);
 }
 
 void PendingReply::reject() const
 {
-    if (const std::shared_ptr<ReplyOrder> line = order.lock())
+    if (const std::shared_ptr<NfcReplyOrder> line = order.lock())
         line->reply(target, place, rejecting);
 }
 

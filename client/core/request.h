@@ -13,7 +13,9 @@
 
 #include "core/question.h"
 
-class ReplyOrder;
+namespace ConnUi {
+class NfcReplyOrder;
+}
 
 /** The reply that the daemon waits for. */
 class PendingReply
@@ -24,14 +26,15 @@ public:
     /** Takes the next place of \a target in \a order. One of \a grant and \a reject sends the reply in the
      * end.
      */
-    PendingReply(const std::shared_ptr<ReplyOrder> &order, const QString &target, const Reply &grant,
-                 const Reply &reject);
+    PendingReply(const std::shared_ptr<ConnUi::NfcReplyOrder> &order, const QString &target,
+                 const Reply &grant, const Reply &reject);
 
     void grant() const;
     void reject() const;
 
 private:
-    std::weak_ptr<ReplyOrder> order; // goes with the agent, and with it everything that could be replied
+    std::weak_ptr<ConnUi::NfcReplyOrder>
+        order; // goes with the agent, and with it everything that could be replied
     QString target;
     quint64 place;
     Reply granting;

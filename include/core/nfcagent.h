@@ -114,6 +114,14 @@ public:
      */
     void rejectSharing(const QVariant &info);
 
+    /**
+     * Answers the oldest sharing request that came with \a info with "com.tavix.nfc.UIAgent.Canceled": nobody
+     * has decided.
+     *
+     * Pass the value from the signal, or a copy of it.
+     */
+    void cancelSharing(const QVariant &info);
+
 Q_SIGNALS:
     /** The daemon will not use this agent any more. Pending requests stay pending. */
     void release();

@@ -22,6 +22,11 @@ QString rejectedError()
     return QStringLiteral("com.tavix.nfc.UIAgent.Rejected");
 }
 
+QString canceledError()
+{
+    return QStringLiteral("com.tavix.nfc.UIAgent.Canceled");
+}
+
 // QtDBus looks the types of an adaptor's method up by the plain names that stand in its signature;
 // a method with a type of an unknown name is not exported. Its own types are not known either as long as
 // nobody in the process has used them.
@@ -109,6 +114,11 @@ void NfcAgent::acceptSharing(const QVariant &info)
 void NfcAgent::rejectSharing(const QVariant &info)
 {
     d->replyRequest(NfcAgentPrivate::SharingRequest, info, QVariant(), rejectedError());
+}
+
+void NfcAgent::cancelSharing(const QVariant &info)
+{
+    d->replyRequest(NfcAgentPrivate::SharingRequest, info, QVariant(), canceledError());
 }
 
 } // namespace ConnUi

@@ -170,6 +170,7 @@ private Q_SLOTS:
     void impossibleErrorNameBecomesRejected();
     void emptyErrorNameGrants();
     void bothSharingRequestsAreOfOneType();
+    void canceledSharingIsNobodysDecision();
     void rejectedDeviceMayBeWhatIsSharedWith();
     void sharingIsMatchedByContent();
     void sharingInfoMatchesAfterTheClientReadIt();
@@ -582,6 +583,17 @@ void TestNfcAgent::bothSharingRequestsAreOfOneType()
     agent->rejectSharing(info);
     QTRY_COMPARE(daemon->answers, (QStringList{QStringLiteral("permission: granted"),
                                                QStringLiteral("selection: ") + rejected}));
+}
+
+void TestNfcAgent::canceledSharingIsNobodysDecision()
+{
+    QVariant info;
+    connect(agent.get(), &NfcAgent::sharingSelectionRequested, this,
+            [&](const QString &, const QVariant &value) { info = value; });
+    daemon->select("selection", agent->path(), handover(QStringLiteral("a")));
+    QTRY_VERIFY(info.isValid());
+    agent->cancelSharing(info);
+    QTRY_COMPARE(daemon->answers, QStringList{QStringLiteral("selection: ") + canceled});
 }
 
 void TestNfcAgent::rejectedDeviceMayBeWhatIsSharedWith()

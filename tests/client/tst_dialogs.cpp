@@ -15,10 +15,10 @@
 #include <MSceneWindow>
 #include <MWindow>
 #include <NfcDeliveryDecision>
+#include <NfcReplyOrder>
 
 #include "catalogue.h"
 #include "core/bluetoothrequest.h"
-#include "core/replyorder.h"
 #include "core/tagquestion.h"
 #include "hostileuris.h"
 #include "publishedmessages.h"
@@ -60,7 +60,7 @@ Question questionAboutUri(const QString &uri)
 
 Question questionAboutPairing(const QString &name)
 {
-    const auto order = std::make_shared<ReplyOrder>();
+    const auto order = std::make_shared<ConnUi::NfcReplyOrder>();
     BluetoothRequest request(Request::Pairing, QStringLiteral("/a"),
                              {QStringLiteral("00:16:41:7A:0F:11"), name, 0x240404, {}},
                              {order, QStringLiteral("/a"), [] {}, [] {}});

@@ -5,9 +5,10 @@
 #include <QPointer>
 #include <QTest>
 
+#include <NfcReplyOrder>
+
 #include "core/deliveryrequest.h"
 #include "core/questionqueue.h"
-#include "core/replyorder.h"
 #include "core/request.h"
 #include "fakeface.h"
 
@@ -98,7 +99,7 @@ private:
 
     std::unique_ptr<FakeFace> face;
     std::unique_ptr<QuestionQueue> queue;
-    std::shared_ptr<ReplyOrder> order;
+    std::shared_ptr<ConnUi::NfcReplyOrder> order;
     QPointer<FakeRequest> latest;
     QStringList replies;
     qint64 time = 0;
@@ -109,7 +110,7 @@ void TestQuestionQueue::init()
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     queue.reset();
     face = std::make_unique<FakeFace>();
-    order = std::make_shared<ReplyOrder>();
+    order = std::make_shared<ConnUi::NfcReplyOrder>();
     queue = std::make_unique<QuestionQueue>(face.get(), [this] { return time; });
     replies.clear();
     time = 0;

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <QDBusArgument>
 #include <QFile>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
@@ -19,6 +18,7 @@
 #include "fakeface.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
+#include "handlerlist.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -51,20 +51,6 @@ QByteArray linkTag()
     record.setPayload("\x02"
                       "example.org");
     return QNdefMessage(record).toByteArray();
-}
-
-// Handlers of the applications with these ids. Not the records themselves: those would die on the bus's own
-// thread.
-QVariant handlers(const QStringList &applications)
-{
-    QDBusArgument argument;
-    argument.beginArray(QMetaType::fromType<NdefMessageHandler>());
-    for (const QString &application : applications)
-        argument << NdefMessageHandler(application, QStringLiteral("session"),
-                                       QStringLiteral("org.example.Viewer"),
-                                       QDBusObjectPath(QStringLiteral("/viewer")));
-    argument.endArray();
-    return QVariant::fromValue(argument);
 }
 
 } // namespace
@@ -271,7 +257,7 @@ int TestSession::ask(const QString &kind, int number)
             {path, QStringLiteral("00:11"), QStringLiteral("Headset %1").arg(number), 0u, QString()});
     const auto deliver = [&](const QStringList &applications, const QByteArray &data) {
         return daemon.callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
-                                {handlers(applications), path, data});
+                                {handlerList(applications), path, data});
     };
     if (kind == QLatin1String("asked"))
         return deliver({QStringLiteral("viewer")}, linkTag() + QByteArray());
@@ -306,7 +292,7 @@ void TestSession::choiceThatWasNotOfferedIsRejected()
     QTRY_VERIFY(session.isRegistered());
     const QStringList offered{QStringLiteral("viewer"), QStringLiteral("other")};
     daemon.callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
-                     {handlers(offered), QVariant::fromValue(target), notesTag()});
+                     {handlerList(offered), QVariant::fromValue(target), notesTag()});
     QTRY_VERIFY(face.shown);
     QCOMPARE(face.shown->applications, offered);
 

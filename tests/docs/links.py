@@ -13,7 +13,7 @@ LINK = re.compile(r"\[[^\]]*\]\(([^)\s]+)\)")
 FENCE = re.compile(r"^```.*?^```$", re.MULTILINE | re.DOTALL)
 HEADING = re.compile(r"^#+ +(.*)$", re.MULTILINE)
 # A path is code with one of the tree's folders in front. A pattern or a placeholder is none.
-FOLDERS = ("benchmarks client cmake completions daemon debian docs examples include interfaces platform scripts simulator"
+FOLDERS = ("benchmarks client cmake completions daemon debian docs examples include interfaces platform qml scripts simulator"
            " src testing tests tools translations viewer").split()
 CODE = re.compile(rf"`((?:{'|'.join(FOLDERS)})/[\w./-]*)`")
 LAYOUT = re.compile(r"^## Layout$(.*?)^## ", re.MULTILINE | re.DOTALL)

@@ -28,11 +28,13 @@ QUESTIONS = {
         ("share-selection",),
     ],
 }
+QUESTIONS["stage5"] = QUESTIONS["stage4"]
 
 
 def start(stage):
     """Starts a stage, and returns when the daemon knows it."""
-    program = newcomer.start(programs / stage)
+    sheet = source / f"{stage}.qml"
+    program = newcomer.start(programs / stage, *([sheet] if sheet.exists() else []))
     hear(program, "The daemon asks this program")
     return program
 
@@ -41,7 +43,7 @@ def hear(program, beginning):
     """Reads what the program says up to a line that begins so. Texts that are not found are heard before."""
     heard = []
     while not heard or not heard[-1].startswith(beginning):
-        heard.append(program.stdout.readline())
+        heard.append(program.stdout.readline().removeprefix("qml: "))
         if not heard[-1] or heard[-1].startswith(("No texts", "QString::arg")):
             sys.exit(f"expected {beginning!r}, heard {heard}")
 
@@ -63,7 +65,7 @@ shutil.copy(pathlib.Path(prefix, "share/connui-nfc/handlers/sample-handler.handl
 newcomer = Newcomer(prefix, folder, cmake_arguments)
 
 source = newcomer.folder / "client"
-expect(pages.extract(page, source), ["CMakeLists.txt", "stage1.cpp", "stage2.cpp", "stage3.cpp", "stage4.cpp"])
+expect(pages.extract(page, source), ["CMakeLists.txt", "stage1.cpp", "stage2.cpp", "stage3.cpp", "stage4.cpp", "stage5.cpp", "stage5.qml"])
 programs = newcomer.build(source)
 
 expect(newcomer.run(programs / "stage1"), "NFC is on\n")

@@ -22,6 +22,8 @@ class Newcomer:
             os.environ,
             PATH=f"{self._prefix}/bin:{os.environ['PATH']}",
             PKG_CONFIG_PATH=f"{libraries}/pkgconfig",
+            QML_IMPORT_PATH=f"{libraries}/qml",
+            QT_QUICK_BACKEND="software",
         )
         for name in "LD_LIBRARY_PATH", "XDG_DATA_DIRS", "QT_PLUGIN_PATH":
             self._environment.pop(name, None)

@@ -1,10 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
 #include <QTest>
 
-#include "core/replyorder.h"
+#include <NfcReplyOrder>
 
-class TestReplyOrder : public QObject
+using ConnUi::NfcReplyOrder;
+
+class TestNfcReplyOrder : public QObject
 {
     Q_OBJECT
 
@@ -14,9 +18,11 @@ private Q_SLOTS:
     void otherTargetDoesNotWait();
     void placeHasOneReply();
     void unknownPlaceHasNone();
+    void replyMayTakeAPlace();
+    void replyMayDeleteTheOrder();
 
 private:
-    ReplyOrder::Reply note(const QString &word)
+    NfcReplyOrder::Reply note(const QString &word)
     {
         return [this, word] { given.append(word); };
     }
@@ -27,17 +33,17 @@ private Q_SLOTS:
     void init() { given.clear(); }
 };
 
-void TestReplyOrder::replyIsGivenAtOnce()
+void TestNfcReplyOrder::replyIsGivenAtOnce()
 {
-    ReplyOrder order;
+    NfcReplyOrder order;
     const quint64 place = order.takePlace(QStringLiteral("/tag"));
     order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("yes")));
     QCOMPARE(given, QStringList{QStringLiteral("yes")});
 }
 
-void TestReplyOrder::laterReplyWaitsForTheEarlier()
+void TestNfcReplyOrder::laterReplyWaitsForTheEarlier()
 {
-    ReplyOrder order;
+    NfcReplyOrder order;
     const quint64 first = order.takePlace(QStringLiteral("/tag"));
     const quint64 second = order.takePlace(QStringLiteral("/tag"));
     const quint64 third = order.takePlace(QStringLiteral("/tag"));
@@ -49,30 +55,53 @@ void TestReplyOrder::laterReplyWaitsForTheEarlier()
              (QStringList{QStringLiteral("first"), QStringLiteral("second"), QStringLiteral("third")}));
 }
 
-void TestReplyOrder::otherTargetDoesNotWait()
+void TestNfcReplyOrder::otherTargetDoesNotWait()
 {
-    ReplyOrder order;
+    NfcReplyOrder order;
     order.takePlace(QStringLiteral("/tag"));
     const quint64 other = order.takePlace(QStringLiteral("/device"));
     order.reply(QStringLiteral("/device"), other, note(QStringLiteral("other")));
     QCOMPARE(given, QStringList{QStringLiteral("other")});
 }
 
-void TestReplyOrder::placeHasOneReply()
+void TestNfcReplyOrder::placeHasOneReply()
 {
-    ReplyOrder order;
+    NfcReplyOrder order;
     const quint64 place = order.takePlace(QStringLiteral("/tag"));
     order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("yes")));
     order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("no")));
     QCOMPARE(given, QStringList{QStringLiteral("yes")});
 }
 
-void TestReplyOrder::unknownPlaceHasNone()
+void TestNfcReplyOrder::unknownPlaceHasNone()
 {
-    ReplyOrder order;
+    NfcReplyOrder order;
     order.reply(QStringLiteral("/tag"), 0, note(QStringLiteral("yes")));
     QCOMPARE(given, QStringList());
 }
 
-QTEST_APPLESS_MAIN(TestReplyOrder)
-#include "tst_replyorder.moc"
+void TestNfcReplyOrder::replyMayTakeAPlace()
+{
+    NfcReplyOrder order;
+    const quint64 first = order.takePlace(QStringLiteral("/tag"));
+    const quint64 second = order.takePlace(QStringLiteral("/tag"));
+    order.reply(QStringLiteral("/tag"), second, note(QStringLiteral("second")));
+    order.reply(QStringLiteral("/tag"), first, [&order] {
+        for (int target = 0; target < 1000; ++target)
+            order.takePlace(QString::number(target));
+    });
+    QCOMPARE(given, QStringList{QStringLiteral("second")});
+}
+
+void TestNfcReplyOrder::replyMayDeleteTheOrder()
+{
+    auto order = std::make_unique<NfcReplyOrder>();
+    const quint64 first = order->takePlace(QStringLiteral("/tag"));
+    const quint64 second = order->takePlace(QStringLiteral("/tag"));
+    order->reply(QStringLiteral("/tag"), second, note(QStringLiteral("second")));
+    order->reply(QStringLiteral("/tag"), first, [&order] { order.reset(); });
+    QCOMPARE(given, QStringList{QStringLiteral("second")});
+}
+
+QTEST_APPLESS_MAIN(TestNfcReplyOrder)
+#include "tst_nfcreplyorder.moc"
