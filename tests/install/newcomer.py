@@ -22,7 +22,7 @@ class Newcomer:
             os.environ,
             PATH=f"{self._prefix}/bin:{os.environ['PATH']}",
             PKG_CONFIG_PATH=f"{libraries}/pkgconfig",
-            QML_IMPORT_PATH=f"{libraries}/qml",
+            QML_IMPORT_PATH=":".join(str(qmldir.parents[3]) for qmldir in self._prefix.glob("lib*/**/nfc/qmldir")),
             QT_QUICK_BACKEND="software",
         )
         for name in "LD_LIBRARY_PATH", "XDG_DATA_DIRS", "QT_PLUGIN_PATH":
