@@ -50,6 +50,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
     for (const NfcTagRecord &record : records) {
         if (record.kind() != NfcTagRecord::Uri || record.type() != QLatin1String("U"))
             continue;
+        // An absolute URI stands in the type, and may be that letter.
+        if (record.text() == QLatin1String("http://U"))
+            continue;
         const QString uri = QString::fromUtf8(URINDEFRecord(record.payload()).getURI());
         // One without a scheme is shown as the web link that it is taken for.
         require(record.text() == QLatin1String("http://") + uri.trimmed() ||
