@@ -49,7 +49,7 @@ void NfcReplyOrder::reply(const QString &target, quint64 place, const Reply &rep
     while (!line->isEmpty() && line->constFirst().reply)
         due.append(line->takeFirst().reply);
     if (line->isEmpty())
-        d->lines.erase(line);
+        d->lines.remove(target);
     // A reply may take a place, or delete the order.
     for (const Reply &send : std::as_const(due))
         send();
