@@ -25,11 +25,11 @@ struct BluetoothHandoverData
 
 /** Writes \a data as the structure (os). */
 CONNUI_NFC_CORE_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
-                                            const ConnUi::BluetoothHandoverData &data);
+                                                 const ConnUi::BluetoothHandoverData &data);
 
 /** Reads a structure (os) into \a data. */
 CONNUI_NFC_CORE_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
-                                                  ConnUi::BluetoothHandoverData &data);
+                                                       ConnUi::BluetoothHandoverData &data);
 
 Q_DECLARE_METATYPE(ConnUi::BluetoothHandoverData)
 

@@ -117,11 +117,11 @@ using NdefMessageHandlerList = QList<NdefMessageHandler>;
 
 /** Writes \a handler as the structure (ssos). Its path may not be empty: D-Bus has no such path. */
 CONNUI_NFC_CORE_EXPORT QDBusArgument &operator<<(QDBusArgument &argument,
-                                            const ConnUi::NdefMessageHandler &handler);
+                                                 const ConnUi::NdefMessageHandler &handler);
 
 /** Reads a structure (ssos) into \a handler. */
 CONNUI_NFC_CORE_EXPORT const QDBusArgument &operator>>(const QDBusArgument &argument,
-                                                  ConnUi::NdefMessageHandler &handler);
+                                                       ConnUi::NdefMessageHandler &handler);
 
 Q_DECLARE_METATYPE(ConnUi::NdefMessageHandler)
 
