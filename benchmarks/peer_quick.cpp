@@ -30,15 +30,8 @@ class BareAgent : public QDBusVirtualObject
     Q_PROPERTY(QString content READ content NOTIFY contentChanged)
 
 public:
-    BareAgent()
-    {
-        QDBusConnection bus = QDBusConnection::systemBus();
-        bus.registerVirtualObject(QStringLiteral("/agent"), this);
-        QDBusInterface adapter(QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
-                               QStringLiteral("com.tavix.nfc.Adapter"), bus);
-        adapter.call(QStringLiteral("RegisterUIAgent"),
-                     QVariant::fromValue(QDBusObjectPath(QStringLiteral("/agent"))));
-    }
+    // With the first turn of the event loop, when everything is loaded.
+    BareAgent() { QTimer::singleShot(0, this, &BareAgent::enroll); }
 
     QString introspect(const QString &) const override { return {}; }
 
@@ -66,6 +59,16 @@ Q_SIGNALS:
     void contentChanged();
 
 private:
+    void enroll()
+    {
+        QDBusConnection bus = QDBusConnection::systemBus();
+        bus.registerVirtualObject(QStringLiteral("/agent"), this);
+        QDBusInterface adapter(QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+                               QStringLiteral("com.tavix.nfc.Adapter"), bus);
+        adapter.call(QStringLiteral("RegisterUIAgent"),
+                     QVariant::fromValue(QDBusObjectPath(QStringLiteral("/agent"))));
+    }
+
     QDBusMessage request;
     QString text;
 };
