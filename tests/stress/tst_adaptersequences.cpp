@@ -67,7 +67,8 @@ struct Model
     {
         switch (deed) {
         case makeAdapter:
-            return make();
+            make();
+            return;
         case deleteAll:
         case replaceAll:
             adapters.clear();
@@ -78,12 +79,15 @@ struct Model
         case deleteAdapter:
             if (!adapters.empty())
                 adapters.erase(adapters.begin() + which % int(adapters.size()));
-            return unused();
+            unused();
+            return;
         case readPower:
-            return isPowered();
+            isPowered();
+            return;
         case switchOn:
         case switchOff:
-            return setPowered(deed == switchOn);
+            setPowered(deed == switchOn);
+            return;
         case deeds:
             return;
         }
@@ -277,7 +281,8 @@ public:
     {
         switch (deed) {
         case makeAdapter:
-            return make();
+            make();
+            return;
         case deleteAdapter:
             if (!adapters.empty())
                 adapters.erase(adapters.begin() + which % int(adapters.size()));

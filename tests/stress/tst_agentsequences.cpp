@@ -124,15 +124,20 @@ struct Model
             return;
         case acceptSharing:
         case rejectSharing:
-            return answerOldest(4, infoKey(which), way == acceptSharing ? granted : rejected);
+            answerOldest(4, infoKey(which), way == acceptSharing ? granted : rejected);
+            return;
         case reject:
-            return answerOldest(anyRequest, path(which), rejected);
+            answerOldest(anyRequest, path(which), rejected);
+            return;
         case fail:
-            return answerOldest(anyRequest, path(which), odd);
+            answerOldest(anyRequest, path(which), odd);
+            return;
         case failWithoutName:
-            return answerOldest(anyRequest, path(which), granted);
+            answerOldest(anyRequest, path(which), granted);
+            return;
         default:
-            return answerOldest(way - grantPairing, path(which), granted);
+            answerOldest(way - grantPairing, path(which), granted);
+            return;
         }
     }
 
