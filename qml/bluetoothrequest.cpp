@@ -4,6 +4,8 @@
 
 #include <NfcForeignText>
 
+using ConnUi::foreignName;
+
 BluetoothRequest::BluetoothRequest(const QString &target, const TouchedDevice &device, const Place &place,
                                    const Replies &replies)
     : NfcRequest(target, place, replies)
@@ -12,12 +14,12 @@ BluetoothRequest::BluetoothRequest(const QString &target, const TouchedDevice &d
 
 QString BluetoothRequest::title() const
 {
-    return ConnUi::foreignName(device.name, device.address);
+    return foreignName(device.name, address());
 }
 
 QString BluetoothRequest::address() const
 {
-    return device.address;
+    return foreignName(device.address, {});
 }
 
 uint BluetoothRequest::deviceClass() const

@@ -19,7 +19,7 @@ class BluetoothRequest : public NfcRequest
     Q_OBJECT
     QML_ELEMENT
     QML_UNCREATABLE("The daemon makes requests; NfcAgent has them")
-    /** The device's address, "00:11:22:33:44:55". */
+    /** The device's address, "00:11:22:33:44:55", safe to draw. */
     Q_PROPERTY(QString address READ address CONSTANT FINAL)
     /** The device's Class of Device (Bluetooth Assigned Numbers, baseband). */
     Q_PROPERTY(uint deviceClass READ deviceClass CONSTANT FINAL)

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "pairingrequest.h"
 
+#include <NfcForeignText>
+
 PairingRequest::PairingRequest(const QString &target, const TouchedDevice &device, const QString &pin,
                                const Place &place, const Replies &replies)
     : BluetoothRequest(target, device, place, replies)
@@ -10,5 +12,5 @@ PairingRequest::PairingRequest(const QString &target, const TouchedDevice &devic
 
 QString PairingRequest::pin() const
 {
-    return code;
+    return ConnUi::foreignName(code, {});
 }

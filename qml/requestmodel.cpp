@@ -76,7 +76,8 @@ void RequestModel::takeReady()
         beginInsertRows({}, shown, shown);
         ++shown;
         endInsertRows();
-        tell(shown - 1);
+        if (guard)
+            tell(shown - 1);
     }
 }
 
@@ -91,11 +92,13 @@ void RequestModel::remove(const QObject *request)
         takeReady();
         return;
     }
+    const QPointer<RequestModel> guard(this);
     beginRemoveRows({}, row, row);
     requests.erase(found);
     --shown;
     endRemoveRows();
-    tell(row);
+    if (guard)
+        tell(row);
 }
 
 // Announces a row that came or went.

@@ -23,7 +23,7 @@ QString SharingRequest::title() const
 
 QString SharingRequest::carrier() const
 {
-    return medium;
+    return ConnUi::foreignName(medium, {});
 }
 
 bool SharingRequest::selects() const

@@ -27,7 +27,7 @@ private Q_SLOTS:
     void missingOrMalformedFileGivesEmptyValues();
     void fileOverTheLimitGivesEmptyValues();
     void pipeDoesNotBlock();
-    void installedEntriesAreRead();
+    void strangersEntriesAreRead();
 
 private:
     QString write(const QByteArray &content);
@@ -139,12 +139,13 @@ void TestMDesktopEntry::pipeDoesNotBlock()
     QCOMPARE(MDesktopEntry(QFile::decodeName(path)).name(), QString());
 }
 
-// Those of whoever made this machine. A root with other desktops is tried by binding its folder over this
-// one.
-void TestMDesktopEntry::installedEntriesAreRead()
+// Those of a root with other desktops: a machine's own may be anything.
+void TestMDesktopEntry::strangersEntriesAreRead()
 {
+    if (!qEnvironmentVariableIsSet("CONNUI_APPLICATIONS"))
+        QSKIP("CONNUI_APPLICATIONS names no folder of desktop files");
     qputenv("LANGUAGE", "C");
-    const QDir applications(QStringLiteral("/usr/share/applications"));
+    const QDir applications(qEnvironmentVariable("CONNUI_APPLICATIONS"));
     const QRegularExpression firstValue(
         QStringLiteral("^\\[Desktop Entry\\](?:(?!^\\[).)*?^%1[ \\t]*=[ \\t]*([^\\n]*)"),
         QRegularExpression::MultilineOption | QRegularExpression::DotMatchesEverythingOption);
@@ -154,6 +155,7 @@ void TestMDesktopEntry::installedEntriesAreRead()
             .captured(1);
     };
     const QStringList files = applications.entryList({QStringLiteral("*.desktop")}, QDir::Files);
+    QVERIFY(!files.isEmpty());
     for (const QString &name : files) {
         QFile file(applications.filePath(name));
         QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(name));

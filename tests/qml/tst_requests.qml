@@ -46,6 +46,11 @@ TestCase {
         compare(pairing.pin, "1234")
     }
 
+    function test_pinIsOneLineWithEveryCharacterVisible() {
+        daemon.pair("/device", "Headset", "1234\n\u202esafe")
+        compare(request(1).pin, "1234 \ufffdsafe")
+    }
+
     function test_deviceWithoutANameIsNamedByItsAddress() {
         daemon.pair("/device", "", "")
         compare(request(1).title, "00:16:41:7A:0F:11")
