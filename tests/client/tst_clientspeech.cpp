@@ -67,7 +67,6 @@ void TestClientSpeech::init()
     window = std::make_unique<MWindow>();
     window->show();
     window->activateWindow();
-    QApplication::setActiveWindow(window.get());
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
     reader->listen();
     face = std::make_unique<ScreenFace>();
@@ -103,7 +102,6 @@ void TestClientSpeech::finishedTransferInterruptsNobody()
     QWidget other;
     other.show();
     other.activateWindow();
-    QApplication::setActiveWindow(&other);
     QTRY_VERIFY(!window->isActiveWindow());
     (void)reader->events();
     const Question question = received();

@@ -28,7 +28,7 @@ PRINTED = re.compile(r"(?:^ {4}|`)((?:[A-Z_]+=\S+ )*scripts/([a-z-]+)(?![\w.-])[
 
 class Arguments(unittest.TestCase):
     def setUp(self):
-        self.tree = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()), "tree")
+        self.tree = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()), "a tree")
         shutil.copytree(TREE / "scripts", self.tree / "scripts")
         self.fuzzer(self.tree)
         self.told = self.tree / "told"

@@ -19,7 +19,7 @@ PROGRAMS = ("gallery", "hold-tag", "ifd-virtual", "nfc-gallery", "nfc-panel", "n
 class Configure(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(self.enterContext(tempfile.TemporaryDirectory()))
-        self.tree = self.folder / "tree"
+        self.tree = self.folder / "a tree"
         shutil.copytree(TREE, self.tree, ignore=shutil.ignore_patterns("build", ".git"))
 
     def try_to_configure(self):

@@ -124,7 +124,6 @@ void TestSpeech::init()
     window = std::make_unique<MWindow>();
     window->show();
     window->activateWindow();
-    QApplication::setActiveWindow(window.get());
     QVERIFY(QTest::qWaitForWindowActive(window.get()));
     reader->listen();
 }
