@@ -42,6 +42,7 @@ void ScreenFace::showDialog(const Question &question)
 void ScreenFace::showSheet(const Question::File &file)
 {
     auto *sheet = new NfcFileReceiveSheet;
+    sheet->setDraggable(true);
     sheet->setRemoteDeviceName(file.sender);
     sheet->setFileName(file.name);
     sheet->setThumbnailImage(QStringLiteral("icon-m-content-nfc-inverse"));

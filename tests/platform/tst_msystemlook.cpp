@@ -55,6 +55,8 @@ private Q_SLOTS:
     void oldPortalKnowsOneDesktopOnly();
     void changeIsFollowedAtOnce();
     void changeOfAnotherSettingIsIgnored();
+    void motionIsReducedWhereTheDesktopSaysSo_data();
+    void motionIsReducedWhereTheDesktopSaysSo();
     void textStaysLegible_data();
     void textStaysLegible();
     void nonsenseIsTheDefault_data();
@@ -126,6 +128,38 @@ void TestMSystemLook::changeOfAnotherSettingIsIgnored()
     portal.change(appearance, QStringLiteral("color-scheme"), 0U);
     QVERIFY(changed.count() == 2 || changed.wait());
     QCOMPARE(changed.count(), 2);
+}
+
+void TestMSystemLook::motionIsReducedWhereTheDesktopSaysSo_data()
+{
+    QTest::addColumn<QString>("group");
+    QTest::addColumn<QString>("key");
+    QTest::addColumn<QVariant>("reducing");
+    QTest::addColumn<QVariant>("moving");
+    QTest::newRow("less motion") << appearance << QStringLiteral("reduced-motion") << QVariant(1U)
+                                 << QVariant(0U);
+    QTest::newRow("no animations") << desktop << QStringLiteral("enable-animations") << QVariant(false)
+                                   << QVariant(true);
+}
+
+void TestMSystemLook::motionIsReducedWhereTheDesktopSaysSo()
+{
+    QFETCH(QString, group);
+    QFETCH(QString, key);
+    QFETCH(QVariant, reducing);
+    QFETCH(QVariant, moving);
+    const Portal portal(all);
+    QVERIFY(portal.ready);
+    MSystemLook look;
+    QSignalSpy changed(&look, &MSystemLook::changed);
+    QVERIFY(changed.wait());
+    QVERIFY(!look.look().reducedMotion);
+    portal.change(group, key, reducing);
+    QVERIFY(changed.count() == 2 || changed.wait());
+    QVERIFY(look.look().reducedMotion);
+    portal.change(group, key, moving);
+    QVERIFY(changed.count() == 3 || changed.wait());
+    QVERIFY(!look.look().reducedMotion);
 }
 
 void TestMSystemLook::textStaysLegible_data()

@@ -117,6 +117,7 @@ private Q_SLOTS:
     void variantFollowsDesktopUnlessFixed();
     void doubtfulFileIsUsedAndNamed_data();
     void doubtfulFileIsUsedAndNamed();
+    void motionFollowsTheDesktopUnlessTheEnvironmentSaysOtherwise();
     void variantRepaintsWidgets();
     void textSizeChangesWidgets();
 };
@@ -401,6 +402,27 @@ void TestMTheme::variantFollowsDesktopUnlessFixed()
     qunsetenv("QUENZO_TOUCH_VARIANT");
     QVERIFY(!fixed.follow(MLook()));
     QCOMPARE(fixed.variant, MTheme::DarkContrast);
+}
+
+void TestMTheme::motionFollowsTheDesktopUnlessTheEnvironmentSaysOtherwise()
+{
+    MLook still;
+    still.reducedMotion = true;
+    qputenv("QUENZO_TOUCH_MOTION", "full");
+    MThemePrivate moving;
+    moving.follow(still);
+    QVERIFY(!moving.reducedMotion);
+    qputenv("QUENZO_TOUCH_MOTION", "reduced");
+    QVERIFY(MThemePrivate().reducedMotion);
+    qunsetenv("QUENZO_TOUCH_MOTION");
+    // Nobody looks.
+    QVERIFY(MThemePrivate().reducedMotion);
+    MThemePrivate theme;
+    theme.wishedReducedMotion.reset();
+    theme.follow(still);
+    QVERIFY(theme.reducedMotion);
+    theme.follow(MLook());
+    QVERIFY(!theme.reducedMotion);
 }
 
 void TestMTheme::variantRepaintsWidgets()

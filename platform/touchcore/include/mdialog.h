@@ -67,8 +67,9 @@ public:
      * the buttons look inactive, and input is lost, also what was in a queue meanwhile; the time begins anew
      * with it, so that nobody who goes on tapping or typing answers.
      *
-     * Escape and the back key, which refuse, always count, and so does MButtonModel::click(). With 0,
-     * everything counts at once.
+     * Escape and the back key, which refuse, always count, and so does MButtonModel::click(). A drag and a
+     * tap beside the dialog, which refuse too, do not: the finger may have meant what was there before. With
+     * 0, everything counts at once.
      */
     void setInputDelay(int milliseconds);
 

@@ -46,6 +46,14 @@ public:
     /** Returns the manager of the window that it has appeared in, or null. */
     MSceneManager *sceneManager() const;
 
+    /** Returns whether the user can drag it away, false by default, and true for a dialog. */
+    bool isDraggable() const;
+    /**
+     * Lets it slide in and out, except where motion is reduced, and lets the user dismiss it: by dragging it
+     * down, or by a tap beside it where it leaves room. A drag that ends too early slides back.
+     */
+    void setDraggable(bool draggable);
+
 public Q_SLOTS:
     /** Goes away as the deletion policy says. Does nothing when it has not appeared. */
     void disappear();

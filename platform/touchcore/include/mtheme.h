@@ -54,6 +54,13 @@ public:
     void setTextScale(qreal scale);
 
     /**
+     * Returns whether nothing slides: as the environment variable QUENZO_TOUCH_MOTION ("full" or "reduced")
+     * says, or else as the user's desktop does. On the platform "offscreen", where nobody looks, nothing
+     * slides by itself.
+     */
+    bool isMotionReduced() const;
+
+    /**
      * Returns the picture \a id at its natural size; its pixel ratio is the application's, so that
      * deviceIndependentSize() is its size in a scene. An id that is nowhere gives a neutral placeholder and
      * one warning. The picture is shared and stays until each caller has handed it back with releasePixmap().

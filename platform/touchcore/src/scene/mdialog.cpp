@@ -18,6 +18,7 @@
 #include <MProgressIndicator>
 
 #include "scene/mdialog_p.h"
+#include "scene/mscenewindow_p.h"
 #include "theme/mpaint_p.h"
 #include "theme/mtheme_p.h"
 #include "widgets/mbutton_p.h"
@@ -389,6 +390,8 @@ MDialog::MDialog(M::StandardButtons buttons) : MDialog(QString(), buttons) {}
 MDialog::MDialog(const QString &title, M::StandardButtons buttons) : d(std::make_unique<MDialogPrivate>(this))
 {
     d->build(title, buttons);
+    MSceneWindowPrivate::setCard(this, d->card);
+    setDraggable(true);
     applyStyle();
 }
 

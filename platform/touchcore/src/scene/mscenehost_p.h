@@ -13,7 +13,13 @@ public:
     /** Returns the size of the area that shows the scene, in pixels. */
     virtual QSize sceneSize() const = 0;
 
-    /** Is called after a scene window has gone away. */
+    /** Returns how many pixels of the screen one of the scene has. */
+    virtual qreal pixelRatio() const = 0;
+
+    /** Returns whether the user may see the scene. */
+    virtual bool isShown() const = 0;
+
+    /** Is called after a scene window has gone away and is no longer seen. */
     virtual void sceneWindowLeft() = 0;
 
 protected:

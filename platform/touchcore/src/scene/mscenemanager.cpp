@@ -46,9 +46,13 @@ QSize turnSize(const QSize &size, M::OrientationAngle angle)
 bool MScene::event(QEvent *event)
 {
     MInputGuard::note(event);
+    // The finger that drags came when input counted.
+    if (manager->dismissal.isDragging() && manager->dismissal.takes(event))
+        return true;
     MInputGuard *guard = manager->guard();
     if (!guard || guard->takes(event))
-        return QGraphicsScene::event(event);
+        return manager->dismissal.takes(event) || QGraphicsScene::event(event);
+    manager->dismissal.cancel();
     if (event->type() == QEvent::GraphicsSceneMouseRelease) {
         // Scrolling decides nothing, and goes on by itself.
         if (dynamic_cast<MScrollArea *>(mouseGrabberItem()))
@@ -71,7 +75,12 @@ void MScene::drawForeground(QPainter *painter, const QRectF &rect)
 {
     QGraphicsScene::drawForeground(painter, rect);
     // A picture of the scene is not what the user sees.
-    if (MInputGuard *guard = manager->guard(); guard && painter->device()->devType() == QInternal::Widget)
+    if (painter->device()->devType() != QInternal::Widget)
+        return;
+    manager->slide.drawn();
+    MInputGuard *guard = manager->guard();
+    // Buttons that move have not been seen where they are.
+    if (guard && !manager->slide.isMoving() && !manager->dismissal.isDragging())
         guard->drawn();
 }
 
@@ -217,6 +226,13 @@ void MSceneManagerPrivate::endPressesBelow(const MSceneWindow *sceneWindow)
     }
 }
 
+void MSceneManagerPrivate::shadeOnce()
+{
+    for (MSceneWindow *sceneWindow : std::as_const(sceneWindows))
+        if (qobject_cast<MDialog *>(sceneWindow))
+            sceneWindow->setFlag(QGraphicsItem::ItemHasNoContents, sceneWindow != front());
+}
+
 void MSceneManagerPrivate::place()
 {
     const QSize whole = windowSize();
@@ -258,7 +274,8 @@ M::Orientation MSceneManagerPrivate::orientationAt(M::OrientationAngle at) const
 void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
 {
     endPressesBelow(sceneWindow);
-    sceneWindows.removeOne(sceneWindow);
+    dismissal.cancel();
+    const bool isNew = !sceneWindows.removeOne(sceneWindow);
     sceneWindows.append(sceneWindow);
     sceneWindow->setParentItem(root);
     // Qt follows the direction of a parent only when that changes.
@@ -266,7 +283,10 @@ void MSceneManagerPrivate::add(MSceneWindow *sceneWindow)
         sceneWindow->unsetLayoutDirection();
     for (int i = 0; i < sceneWindows.size(); ++i)
         sceneWindows.at(i)->setZValue(i);
+    shadeOnce();
     place();
+    if (isNew)
+        slide.slideIn(sceneWindow);
     sceneWindow->show();
     sceneWindow->setFocus(Qt::ActiveWindowFocusReason);
     MAccessible::introduce(sceneWindow);
@@ -278,6 +298,8 @@ void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
     if (!sceneWindows.removeOne(sceneWindow))
         return;
     lastFocus.remove(sceneWindow);
+    dismissal.cancel();
+    slide.forget(sceneWindow);
     // Qt would look for another control that can have the focus.
     restoring = true;
     sceneWindow->hide();
@@ -287,8 +309,9 @@ void MSceneManagerPrivate::remove(MSceneWindow *sceneWindow)
     if (wasFront) {
         restoreFocus();
         uncover();
+        shadeOnce();
     }
-    if (host)
+    if (host && !slide.isLeaving())
         host->sceneWindowLeft();
 }
 

@@ -13,6 +13,9 @@
 
 #include <MSceneManager>
 
+#include "scene/mdismissal_p.h"
+#include "scene/mslide_p.h"
+
 class MInputGuard;
 class MSceneHost;
 class MWidget;
@@ -25,14 +28,14 @@ public:
     explicit MScene(MSceneManagerPrivate *manager) : manager(manager) {}
 
     bool focusNextPrevChild(bool next) override;
+    /** Takes the mouse away from whatever was pressed. */
+    void endPresses();
 
 protected:
     bool event(QEvent *event) override;
     void drawForeground(QPainter *painter, const QRectF &rect) override;
 
 private:
-    void endPresses();
-
     MSceneManagerPrivate *const manager;
 };
 
@@ -73,6 +76,8 @@ public:
     MScene scene;
     MWidget *root; ///< Turned by the angle
     MSceneHost *host = nullptr;
+    MSlide slide{this};
+    MDismissal dismissal{this};
     QList<MSceneWindow *> sceneWindows; ///< The newest last
     M::OrientationAngle angle = M::Angle0;
 
@@ -80,6 +85,8 @@ private:
     MSceneWindow *sceneWindowOf(const QGraphicsItem *item) const;
     void followFocus(QGraphicsItem *now, Qt::FocusReason reason);
     void restoreFocus();
+    /** Lets only the front dialog draw its shade: two would be darker than one. */
+    void shadeOnce();
     void endPressesBelow(const MSceneWindow *sceneWindow);
 
     QHash<const MSceneWindow *, QPointer<QGraphicsObject>> lastFocus; ///< Null stands for the scene itself

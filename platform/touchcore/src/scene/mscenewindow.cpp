@@ -44,6 +44,12 @@ void MSceneWindowPrivate::appearIn(MSceneManager *newManager, MSceneWindow::Dele
     MSceneManagerPrivate::of(manager)->add(q);
 }
 
+QGraphicsWidget *MSceneWindowPrivate::cardOf(MSceneWindow *sceneWindow)
+{
+    QGraphicsWidget *card = sceneWindow->d->card;
+    return card ? card : sceneWindow;
+}
+
 MSceneWindowPrivate::~MSceneWindowPrivate()
 {
     keep();
@@ -96,11 +102,22 @@ MSceneManager *MSceneWindow::sceneManager() const
     return d->manager;
 }
 
+bool MSceneWindow::isDraggable() const
+{
+    return d->draggable;
+}
+
+void MSceneWindow::setDraggable(bool draggable)
+{
+    d->draggable = draggable;
+}
+
 void MSceneWindow::disappear()
 {
     if (!d->manager)
         return;
     MSceneManagerPrivate *manager = MSceneManagerPrivate::of(d->manager);
+    manager->slide.takeOut(this);
     d->manager = nullptr;
     manager->remove(this);
     if (d->policy == DestroyWhenDone)

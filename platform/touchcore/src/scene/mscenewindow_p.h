@@ -15,6 +15,11 @@ class MSceneWindowPrivate
 public:
     explicit MSceneWindowPrivate(MSceneWindow *sceneWindow) : q(sceneWindow) {}
 
+    /** Returns the part of \a sceneWindow that the user sees as a whole: it slides. */
+    static QGraphicsWidget *cardOf(MSceneWindow *sceneWindow);
+    /** Makes \a card, a child, that part. Without one, it is the scene window itself. */
+    static void setCard(MSceneWindow *sceneWindow, QGraphicsWidget *card) { sceneWindow->d->card = card; }
+
     void appearIn(MSceneManager *newManager, MSceneWindow::DeletionPolicy newPolicy);
 
     ~MSceneWindowPrivate();
@@ -25,6 +30,8 @@ public:
 
     MSceneWindow *const q;
     QPointer<MSceneManager> manager;
+    QPointer<QGraphicsWidget> card;
+    bool draggable = false;
     MSceneWindow::DeletionPolicy policy = MSceneWindow::KeepWhenDone;
     QPointer<QObject> deletion; ///< Takes the scene window with it when the event loop deletes it
 };

@@ -70,11 +70,20 @@ QSize MWindowPrivate::sceneSize() const
     return q->size();
 }
 
+qreal MWindowPrivate::pixelRatio() const
+{
+    return q->devicePixelRatioF();
+}
+
+bool MWindowPrivate::isShown() const
+{
+    return q->isVisible() && !q->isMinimized() && !closing;
+}
+
 bool MWindowPrivate::takesSceneWindows() const
 {
     // A window that takes no focus, such as an indication, cannot be answered in.
-    return manager && q->isVisible() && !q->isMinimized() && !closing &&
-           !q->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) &&
+    return manager && isShown() && !q->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus) &&
            !q->testAttribute(Qt::WA_X11DoNotAcceptFocus);
 }
 

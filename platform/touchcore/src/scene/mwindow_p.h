@@ -25,6 +25,8 @@ public:
     static MWindow *activeOrNew();
 
     QSize sceneSize() const override;
+    qreal pixelRatio() const override;
+    bool isShown() const override;
     /** Closes a window that was made for its scene windows when none is left. */
     void sceneWindowLeft() override;
 

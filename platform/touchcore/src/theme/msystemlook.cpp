@@ -27,6 +27,8 @@ constexpr auto colorScheme = "org.freedesktop.appearance color-scheme";
 constexpr auto contrast = "org.freedesktop.appearance contrast";
 constexpr auto desktopContrast = "org.gnome.desktop.a11y.interface high-contrast";
 constexpr auto desktopTextScale = "org.gnome.desktop.interface text-scaling-factor";
+constexpr auto motion = "org.freedesktop.appearance reduced-motion";
+constexpr auto desktopAnimations = "org.gnome.desktop.interface enable-animations";
 constexpr uint preferDark = 1;
 // No text is legible below the one, and no question fits a phone above the other.
 constexpr qreal leastTextScale = 0.5;
@@ -90,12 +92,12 @@ void MSystemLook::take(const QVariantMap &news)
         Q_EMIT changed();
 }
 
-QVariant MSystemLook::first(std::initializer_list<const char *> names) const
+QVariant MSystemLook::first(std::initializer_list<const char *> names, const QVariant &otherwise) const
 {
     for (const char *name : names)
         if (const QVariant value = settings.value(QLatin1String(name)); value.isValid())
             return value;
-    return {};
+    return otherwise;
 }
 
 MLook MSystemLook::look() const
@@ -106,6 +108,8 @@ MLook MSystemLook::look() const
     const qreal scale = first({desktopTextScale}).toReal();
     if (std::isfinite(scale) && scale > 0)
         look.textScale = legible(scale);
+    // The one is about less, the other about any.
+    look.reducedMotion = first({motion}).toUInt() != 0 || !first({desktopAnimations}, true).toBool();
     return look;
 }
 

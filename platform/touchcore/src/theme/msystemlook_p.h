@@ -16,6 +16,7 @@ struct MLook
     bool dark = false;
     bool highContrast = false;
     qreal textScale = 1;
+    bool reducedMotion = false;
 
     bool operator==(const MLook &other) const = default;
 };
@@ -46,7 +47,7 @@ private Q_SLOTS:
 private:
     void readAll(QDBusPendingCallWatcher *call);
     void take(const QVariantMap &news);
-    QVariant first(std::initializer_list<const char *> names) const;
+    QVariant first(std::initializer_list<const char *> names, const QVariant &otherwise = {}) const;
 
     QVariantMap settings; ///< By group, a blank and key
 };

@@ -55,6 +55,7 @@ MThemePrivate::MThemePrivate()
     setIconPaths();
     loadFile();
     wishedVariant = variantOfEnvironment();
+    wishedReducedMotion = reducedMotionOfEnvironment();
     follow(MLook());
 }
 
@@ -66,6 +67,16 @@ std::optional<MTheme::Variant> MThemePrivate::variantOfEnvironment()
     if (found == names.cend())
         return std::nullopt;
     return MTheme::Variant(found - names.cbegin());
+}
+
+std::optional<bool> MThemePrivate::reducedMotionOfEnvironment()
+{
+    const QByteArray wanted = qgetenv("QUENZO_TOUCH_MOTION");
+    if (wanted == "full" || wanted == "reduced")
+        return wanted == "reduced";
+    if (QGuiApplication::platformName() == QLatin1String("offscreen"))
+        return true;
+    return std::nullopt;
 }
 
 MTheme::Variant MThemePrivate::variantFor(const MLook &look) const
@@ -88,6 +99,8 @@ bool MThemePrivate::follow(const MLook &look)
         file.setTextScale(newTextScale);
     variant = newVariant;
     textScale = newTextScale;
+    // Nothing looks different for it while it rests.
+    reducedMotion = wishedReducedMotion.value_or(look.reducedMotion);
     return differs;
 }
 
@@ -251,6 +264,11 @@ void MTheme::setTextScale(qreal scale)
 {
     d->wishedTextScale = MSystemLook::legible(scale);
     follow();
+}
+
+bool MTheme::isMotionReduced() const
+{
+    return d->reducedMotion;
 }
 
 const QPixmap *MTheme::pixmap(const QString &id)

@@ -63,13 +63,16 @@ public:
     MThemeFile file;
     MTheme::Variant variant = MTheme::Light;
     qreal textScale = 1;
+    bool reducedMotion = false;
     std::optional<MTheme::Variant> wishedVariant;
     std::optional<qreal> wishedTextScale;
+    std::optional<bool> wishedReducedMotion;
     MSystemLook *system = nullptr;
     std::map<QString, SharedPixmap> pixmaps;
 
 private:
     static std::optional<MTheme::Variant> variantOfEnvironment();
+    static std::optional<bool> reducedMotionOfEnvironment();
     MTheme::Variant variantFor(const MLook &look) const;
     void loadFile();
     static QString path();
