@@ -278,7 +278,10 @@ void TestMSlide::gestureRefuses()
 void TestMSlide::flickRefuses()
 {
     Stage stage;
+    stage.question.setText(QStringLiteral("Line\n").repeated(10));
     QVERIFY(stage.settle());
+    // Not far enough for a slow drag.
+    QVERIFY(stage.card()->size().height() > 300);
     stage.finger.flick(stage.top(), stage.top() + QPointF(0, 90));
     QVERIFY(stage.isRefused());
 }

@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+
+// A question that slides in: a frame of it against plain items of the same look, the longest frame against
+// the time that a screen gives, and the frames of a whole slide.
+#include <algorithm>
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QGraphicsPathItem>
+#include <QGraphicsScene>
+#include <QGraphicsTextItem>
+#include <QGraphicsView>
+#include <QPainterPath>
+#include <QTextDocument>
+
+#include <MMessageBox>
+#include <MWindow>
+
+#include "measurement.h"
+
+using namespace Measurement;
+
+namespace {
+
+constexpr int frames = 13;             // in 220 ms at 60 Hz
+constexpr double frameTime = 1e9 / 60; // ns
+constexpr int slideTime = 220;         // ms
+constexpr QRectF screen(0, 0, 480, 854);
+
+const auto title = QStringLiteral("Open web link?");
+const auto text = QStringLiteral("The tag leads to the timetable of the bus that stops here. "
+                                 "www.example.org/timetable/stop/4711");
+
+/** A card of plain items. */
+struct BareCard
+{
+    BareCard()
+    {
+        view.setScene(&scene);
+        view.setSceneRect(screen);
+        view.setFrameShape(QFrame::NoFrame);
+        view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+        view.setRenderHint(QPainter::Antialiasing);
+        view.resize(screen.size().toSize());
+        scene.addRect(screen, Qt::NoPen, QColor(0x10, 0x17, 0x28, 0x73));
+        card = addPanel(nullptr, {12, 520, 456, 322}, 32, Qt::white);
+        addText(card, title, 540);
+        addText(card, text, 580);
+        addText(addPanel(card, {36, 690, 408, 56}, 28, Qt::blue), QStringLiteral("Open"), 700);
+        addText(addPanel(card, {36, 758, 408, 56}, 28, Qt::lightGray), QStringLiteral("Discard"), 768);
+    }
+
+    QGraphicsItem *addPanel(QGraphicsItem *parent, const QRectF &place, qreal radius, const QColor &color)
+    {
+        QPainterPath path;
+        path.addRoundedRect(place, radius, radius);
+        QGraphicsPathItem *panel = scene.addPath(path, Qt::NoPen, color);
+        panel->setParentItem(parent);
+        return panel;
+    }
+
+    void addText(QGraphicsItem *parent, const QString &words, qreal top)
+    {
+        auto *item = new QGraphicsTextItem(words, parent);
+        item->setTextWidth(380);
+        item->setPos(50, top);
+    }
+
+    QGraphicsScene scene;
+    QGraphicsView view;
+    QGraphicsItem *card;
+};
+
+/** A question in a window of its own. */
+struct Card
+{
+    Card()
+    {
+        window.resize(screen.size().toSize());
+        window.show();
+        question.button(M::YesButton)->setText(QStringLiteral("Open"));
+        question.button(M::NoButton)->setText(QStringLiteral("Discard"));
+    }
+
+    /** Returns what slides. */
+    QGraphicsItem *card() const { return question.childItems().constFirst(); }
+
+    MWindow window;
+    MMessageBox question{title, text, M::YesButton | M::NoButton};
+};
+
+// All of it, which is more than what moved, and now, not when the platform's next frame is due.
+void paint(QGraphicsView *view)
+{
+    view->viewport()->repaint();
+}
+
+std::vector<double> slide(QGraphicsView *view, QGraphicsItem *card)
+{
+    std::vector<double> times;
+    for (int i = frames; i-- > 0;) {
+        card->setTransform(QTransform::fromTranslate(0, screen.height() * i / frames));
+        QCoreApplication::processEvents();
+        times.push_back(processorTime([view] { paint(view); }));
+    }
+    return times;
+}
+
+double oneFrame(QGraphicsView *view, QGraphicsItem *card)
+{
+    return quantile(slide(view, card), 0.5);
+}
+
+/** Counts the frames that a window draws. */
+class FrameCounter : public QObject
+{
+public:
+    explicit FrameCounter(QWidget *viewport) { viewport->installEventFilter(this); }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            ++drawn;
+        return false;
+    }
+    int drawn = 0;
+};
+
+void waitFor(int milliseconds)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < milliseconds)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
+}
+
+// Lets the question come in by itself, and returns how many frames that took.
+double drawnFrames(Card *card)
+{
+    card->question.appear(&card->window);
+    const FrameCounter counter(card->window.viewport());
+    waitFor(slideTime);
+    card->question.disappear();
+    return counter.drawn;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // Otherwise nothing slides where nobody looks.
+    qputenv("QUENZO_TOUCH_MOTION", "full");
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    begin(argc, argv);
+
+    BareCard bare;
+    bare.view.show();
+    paint(&bare.view);
+    Card card;
+    if (!countsInstructions()) {
+        Samples drawn{"slides", {}};
+        for (int i = 0; i < rounds(20); ++i)
+            drawn.values.push_back(drawnFrames(&card));
+        print("Frames of a question that slides in", "", "60 Hz", frames, "MDialog",
+              quantile(drawn.values, 0.5), {.atLeast = 0.9});
+    }
+    card.question.appear(&card.window);
+    paint(&card.window);
+    waitFor(slideTime * 2);
+    compare("A frame of a sliding question",
+            {"QGraphicsView", [&] { return oneFrame(&bare.view, bare.card); }},
+            {"MDialog", [&] { return oneFrame(&card.window, card.card()); }}, {.atMost = 1.25}, 100);
+    if (countsInstructions())
+        return 0;
+    std::vector<double> longest;
+    for (int i = 0; i < rounds(100); ++i) {
+        const std::vector<double> times = slide(&card.window, card.card());
+        longest.push_back(*std::max_element(times.cbegin(), times.cend()));
+    }
+    print("The longest frame of a sliding question", "ns", "limit", frameTime, "MDialog",
+          quantile(longest, 0.5), {.atMost = 0.5});
+}
