@@ -32,8 +32,8 @@ QString canceledError()
 // nobody in the process has used them.
 void registerArgumentTypes()
 {
-    qRegisterMetaType<QDBusObjectPath>("QDBusObjectPath");
-    qRegisterMetaType<QDBusVariant>("QDBusVariant");
+    qRegisterMetaType<QDBusObjectPath>();
+    qRegisterMetaType<QDBusVariant>();
     qRegisterMetaType<NdefMessageHandler>("NdefMessageHandler");
     qDBusRegisterMetaType<NdefMessageHandler>();
     qRegisterMetaType<NdefMessageHandlerList>("NdefMessageHandlerList");

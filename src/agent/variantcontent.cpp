@@ -63,15 +63,13 @@ void writeElement(QDataStream &out, const QDBusArgument &argument)
     }
 }
 
-// Writes what the container at hand holds. Each element is announced and so is the end, or [[1], [2]] and
-// [[1, 2], []] would be the same.
+// Writes what the container at hand holds. Each element begins with its signature, and the end has an empty
+// one, or the variants [[1], 2] and [[1, 2]] would be the same.
 void writeElements(QDataStream &out, const QDBusArgument &argument)
 {
-    while (!argument.atEnd()) {
-        out << true;
+    while (!argument.atEnd())
         writeElement(out, argument);
-    }
-    out << false;
+    out << QString();
 }
 
 void writeValue(QDataStream &out, const QVariant &value)

@@ -194,6 +194,7 @@ private Q_SLOTS:
     void callThatExpectsNoReplyBecomesARequest();
     void wrongSignatureIsAnErrorAndChangesNothing_data();
     void wrongSignatureIsAnErrorAndChangesNothing();
+    void releaseWithAnArgumentIsRefusedWithTheReason();
     void strangersMayCallByDefault();
     void daemonOnlyAgentRefusesStrangers_data();
     void daemonOnlyAgentRefusesStrangers();
@@ -1004,6 +1005,14 @@ void TestNfcAgent::wrongSignatureIsAnErrorAndChangesNothing()
 
     QTest::ignoreMessage(QtWarningMsg, "No request for agent request type 5");
     agent->rejectDevice(QDBusObjectPath(target));
+}
+
+void TestNfcAgent::releaseWithAnArgumentIsRefusedWithTheReason()
+{
+    daemon->call("release", agent->path(), "Release", {QString()});
+    QTRY_COMPARE(daemon->answers,
+                 QStringList{QStringLiteral("release: org.freedesktop.DBus.Error.UnknownMethod "
+                                            "Release takes no arguments")});
 }
 
 void TestNfcAgent::strangersMayCallByDefault()

@@ -47,6 +47,11 @@ QVariant list(const List &values)
     return QVariant::fromValue(argument);
 }
 
+QVariant variants(const QVariantList &values)
+{
+    return list(values);
+}
+
 QVariant dictionary(const QVariantMap &values)
 {
     return QVariant(values);
@@ -200,6 +205,8 @@ QList<QPair<const char *, QVariant>> TestVariantContent::values() const
         {"structure of NaN", structure([=](QDBusArgument &a) { a << nan; })},
         {"structure of a signature",
          structure([](QDBusArgument &a) { a << QDBusSignature(QStringLiteral("s")); })},
+        {"structure of another signature",
+         structure([](QDBusArgument &a) { a << QDBusSignature(QStringLiteral("u")); })},
         {"structure of variants", structure([](QDBusArgument &a) {
              a << QDBusVariant(1) << QDBusVariant(handover("/a", "b")) << QDBusVariant(QByteArray("c"));
          })},
@@ -226,6 +233,8 @@ QList<QPair<const char *, QVariant>> TestVariantContent::values() const
         {"nested arrays with an empty one", list(QList<QList<int>>{{}, {1, 2}})},
         {"nested arrays ending in an empty one", list(QList<QList<int>>{{1, 2}, {}})},
         {"array of variants", list(QList<QDBusVariant>{QDBusVariant(1), QDBusVariant(QStringLiteral("2"))})},
+        {"array of an array of variants and a number", variants({variants({1}), 2})},
+        {"array of an array of variants", variants({variants({1, 2})})},
         {"dictionary", dictionary({{QStringLiteral("a"), 1}, {QStringLiteral("b"), QStringLiteral("2")}})},
         {"dictionary of another value", dictionary({{QStringLiteral("a"), 1}, {QStringLiteral("b"), 2}})},
         {"dictionary of another key", dictionary({{QStringLiteral("a"), 1}, {QStringLiteral("c"), 2}})},
