@@ -18,7 +18,8 @@ class NfcApplicationSelectionDialogPrivate;
  * Lets the user pick the application that gets the content of a tag.
  *
  * Shows a row with icon and name for each application that has a usable desktop file, and an Ok button: the
- * dialog finishes with M::OkButton (0x400) when it is pressed and with M::CancelButton when it is dismissed.
+ * dialog finishes with M::OkButton (0x400) when the user taps on a row or presses the button, and with
+ * M::CancelButton when it is dismissed.
  *
  * @image html nfcapplicationselectiondialog.png width=240px
  */

@@ -29,6 +29,8 @@ NfcApplicationSelectionDialog::NfcApplicationSelectionDialog(const QStringList &
     d->list->setItemModel(d);
     d->list->setCellCreator(new ApplicationItemCreator);
     d->list->setSelectionMode(MList::SingleSelection);
+    // The row is selected by then. A user who goes by keys moves the selection, and presses the button.
+    connect(d->list, &MList::itemClicked, this, &MDialog::accept);
     d->list->selectItem(d->index(d->hasRow(selected) ? selected : 0, 0));
 
     auto *central = new MWidget;

@@ -119,6 +119,8 @@ void NfcTagReadPermissionDialogPrivate::openSelection()
 {
     const int current = int(applications.indexOf(selectedApplication));
     auto *selection = new NfcApplicationSelectionDialog(applications, current);
+    // The second tap of two must not choose the row that has come below the finger.
+    selection->setInputDelay(q->inputDelay());
     connect(selection, &MDialog::finished, this,
             &NfcTagReadPermissionDialogPrivate::applicationSelectionFinished);
     // A question that has been answered does not need a choice.

@@ -97,7 +97,9 @@ private Q_SLOTS:
     void rowThatHasNotBeenReadCanBePreselected();
     void choiceStaysWhileRowsArrive();
     void applicationFarDownWithoutDesktopFileIsLeftOut();
-    void touchSelectsOneRow();
+    void tapChooses_data();
+    void tapChooses();
+    void selectingByKeysChoosesNothing();
     void selectionIsTakenDownAtClosing_data();
     void selectionIsTakenDownAtClosing();
     void emptyListCanBeClosed();
@@ -416,19 +418,42 @@ void TestNfcApplicationSelectionDialog::preselectedRowIsInSight()
     QVERIFY(!shown.rows().contains(QStringLiteral("Name 0")));
 }
 
-void TestNfcApplicationSelectionDialog::touchSelectsOneRow()
+void TestNfcApplicationSelectionDialog::tapChooses_data()
 {
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("chosen");
+    QTest::newRow("preselected row") << 0 << QStringLiteral("a");
+    QTest::newRow("another row") << 1 << QStringLiteral("b");
+}
+
+void TestNfcApplicationSelectionDialog::tapChooses()
+{
+    QFETCH(int, row);
+    QFETCH(QString, chosen);
     const ApplicationsFolder applications;
     const QStringList ids{QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
     for (const QString &id : ids)
         applications.install(id, id.toUpper(), QStringLiteral("icon-m-service-nfc"));
     const Shown shown(ids);
     QVERIFY(shown.ready);
-    const MListItem *second = shownWidgets<MListItem>(shown.dialog.data()).at(1);
+    const MListItem *touched = shownWidgets<MListItem>(shown.dialog.data()).at(row);
     QTest::mouseClick(shown.window.viewport(), Qt::LeftButton, {},
-                      shown.window.mapFromScene(second->mapToScene(second->rect().center())));
+                      shown.window.mapFromScene(touched->mapToScene(touched->rect().center())));
+    QCOMPARE(shown.finished, once(M::OkButton));
+    QCOMPARE(shown.dialog->selectedApplication(), chosen);
+}
+
+void TestNfcApplicationSelectionDialog::selectingByKeysChoosesNothing()
+{
+    const ApplicationsFolder applications;
+    const QStringList ids{QStringLiteral("a"), QStringLiteral("b")};
+    for (const QString &id : ids)
+        applications.install(id, id.toUpper(), QStringLiteral("icon-m-service-nfc"));
+    Shown shown(ids);
+    QVERIFY(shown.ready);
+    shown.list()->setFocus();
+    shown.key(Qt::Key_Down);
     QCOMPARE(shown.selectedRow(), 1);
-    QCOMPARE(shown.list()->selectionModel()->selectedRows().size(), 1);
     QCOMPARE(shown.finished.size(), 0);
     shown.pressOk();
     QCOMPARE(shown.dialog->selectedApplication(), QStringLiteral("b"));

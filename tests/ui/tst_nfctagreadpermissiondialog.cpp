@@ -247,6 +247,8 @@ public:
             press(selection(), QStringLiteral("OK"));
         else if (what.startsWith(QLatin1String("pick ")))
             pick(what.mid(5));
+        else if (what.startsWith(QLatin1String("mark ")))
+            mark(what.mid(5));
         else if (what == QLatin1String("dismiss"))
             dialog->reject();
         else
@@ -262,6 +264,16 @@ public:
                                   window.mapFromScene(row->mapToScene(row->rect().center())));
             }
         }
+    }
+
+    // As by the arrow keys.
+    void mark(const QString &name)
+    {
+        MList *list = shownWidgets<MList>(selection()).first();
+        const QAbstractItemModel *model = list->itemModel();
+        for (int row = 0; row < model->rowCount(); ++row)
+            if (model->index(row, 0).data().toStringList().contains(name))
+                list->selectItem(model->index(row, 0));
     }
 
     void key(Qt::Key key) { QTest::keyClick(window.viewport(), key); }
@@ -338,6 +350,7 @@ private Q_SLOTS:
     void everyWayEndsInOneResult();
     void selectionStartsAtTheCurrentApplication();
     void selectionAppearsAboveItsQuestion();
+    void selectionWaitsAsLongAsItsQuestion();
     void selectionOfNothingKeepsTheApplication();
     void answeredQuestionTakesItsSelectionAway();
     void deletedQuestionTakesItsSelectionAway();
@@ -1133,26 +1146,30 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult_data()
     row(QStringLiteral("escape"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("close"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("change, ok"), M::OkButton, QStringLiteral("a"));
-    row(QStringLiteral("change, pick B, ok"), M::OkButton, QStringLiteral("b"));
-    row(QStringLiteral("change, pick B, pick C, ok"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, pick A"), M::OkButton, QStringLiteral("a"));
+    row(QStringLiteral("change, pick B"), M::OkButton, QStringLiteral("b"));
+    row(QStringLiteral("change, mark B, pick C"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, escape, change, pick C"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, mark B, ok"), M::OkButton, QStringLiteral("b"));
+    row(QStringLiteral("change, mark B, mark C, ok"), M::OkButton, QStringLiteral("c"));
     row(QStringLiteral("change, escape, Open"), M::YesButton, QStringLiteral("a"));
     row(QStringLiteral("change, escape, Discard"), M::NoButton, QStringLiteral("a"));
     row(QStringLiteral("change, escape, escape"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("change, escape, close"), M::CancelButton, QStringLiteral("a"));
-    row(QStringLiteral("change, pick B, escape, Open"), M::YesButton, QStringLiteral("a"));
+    row(QStringLiteral("change, mark B, escape, Open"), M::YesButton, QStringLiteral("a"));
     row(QStringLiteral("change, close"), M::CancelButton, QStringLiteral("a"));
-    row(QStringLiteral("change, pick B, close"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, mark B, close"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("change, dismiss"), M::CancelButton, QStringLiteral("a"));
-    row(QStringLiteral("change, pick B, dismiss"), M::CancelButton, QStringLiteral("a"));
+    row(QStringLiteral("change, mark B, dismiss"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("change, escape, change, ok"), M::OkButton, QStringLiteral("a"));
-    row(QStringLiteral("change, pick B, escape, change, ok"), M::OkButton, QStringLiteral("a"));
-    row(QStringLiteral("change, escape, change, pick C, ok"), M::OkButton, QStringLiteral("c"));
+    row(QStringLiteral("change, mark B, escape, change, ok"), M::OkButton, QStringLiteral("a"));
+    row(QStringLiteral("change, escape, change, mark C, ok"), M::OkButton, QStringLiteral("c"));
     row(QStringLiteral("change, escape, change, escape, escape"), M::CancelButton, QStringLiteral("a"));
-    row(QStringLiteral("change, escape, change, pick C, escape, escape"), M::CancelButton,
+    row(QStringLiteral("change, escape, change, mark C, escape, escape"), M::CancelButton,
         QStringLiteral("a"));
     row(QStringLiteral("change, escape, change, close"), M::CancelButton, QStringLiteral("a"));
     row(QStringLiteral("change, escape, change, escape, Discard"), M::NoButton, QStringLiteral("a"));
-    row(QStringLiteral("change, escape, change, escape, change, pick B, ok"), M::OkButton,
+    row(QStringLiteral("change, escape, change, escape, change, mark B, ok"), M::OkButton,
         QStringLiteral("b"));
 }
 
@@ -1173,7 +1190,7 @@ void TestNfcTagReadPermissionDialog::everyWayEndsInOneResult()
         QCOMPARE(shown.finished.size(), 0);
         QVERIFY(shown.dialog->isVisible());
         QCOMPARE(shown.selection() != nullptr,
-                 step == QLatin1String("change") || step.startsWith(QLatin1String("pick ")));
+                 step == QLatin1String("change") || step.startsWith(QLatin1String("mark ")));
     }
     shown.step(last);
     QCOMPARE(shown.finished, once(result));
@@ -1206,6 +1223,15 @@ void TestNfcTagReadPermissionDialog::selectionStartsAtTheCurrentApplication()
     const auto rows = shownWidgets<MList>(shown.selection()).first()->selectionModel()->selectedRows();
     QCOMPARE(rows.size(), 1);
     QCOMPARE(rows.first().row(), 2);
+}
+
+void TestNfcTagReadPermissionDialog::selectionWaitsAsLongAsItsQuestion()
+{
+    const Shown shown(choiceOf({QStringLiteral("a"), QStringLiteral("b")}));
+    shown.dialog->setInputDelay(700);
+    shown.press(change.text);
+    QVERIFY(shown.selection());
+    QCOMPARE(shown.selection()->inputDelay(), 700);
 }
 
 void TestNfcTagReadPermissionDialog::selectionOfNothingKeepsTheApplication()
@@ -1253,7 +1279,7 @@ void TestNfcTagReadPermissionDialog::deletedQuestionTakesItsSelectionAway()
 void TestNfcTagReadPermissionDialog::questionMayBeDeletedWhenItFinishes_data()
 {
     QTest::addColumn<QStringList>("steps");
-    for (const char *steps : {"Open", "escape", "close", "change, ok", "change, pick B, ok", "change, close"})
+    for (const char *steps : {"Open", "escape", "close", "change, ok", "change, pick B", "change, close"})
         QTest::newRow(steps) << QString::fromLatin1(steps).split(QStringLiteral(", "));
 }
 
