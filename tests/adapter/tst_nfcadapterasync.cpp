@@ -54,6 +54,7 @@ private Q_SLOTS:
     void bindingAsksTheDaemonAlone();
     void laterAdaptersShareTheBinding();
     void waitingBindingStopsWaiting();
+    void adaptersTellWhetherTheirBindingWaits();
     void absentDaemonIsStartedWhenTheRadioIsOn();
     void absentDaemonStaysAwayWhenTheRadioIsOff();
     void daemonThatCannotBeStartedIsLogged();
@@ -186,6 +187,16 @@ void TestNfcAdapterAsync::waitingBindingStopsWaiting()
     daemon->release(QStringLiteral("DefaultAdapter"));
     QTRY_COMPARE(valid.count(), 1);
     QVERIFY(waiting.isValid());
+}
+
+void TestNfcAdapterAsync::adaptersTellWhetherTheirBindingWaits()
+{
+    daemon->start();
+    const NfcAdapter waiting;
+    QVERIFY(!waiting.isAsynchronous());
+    adapter.reset(NfcAdapter::defaultAdapterAsync());
+    QVERIFY(adapter->isAsynchronous());
+    QVERIFY(waiting.isAsynchronous());
 }
 
 void TestNfcAdapterAsync::absentDaemonIsStartedWhenTheRadioIsOn()

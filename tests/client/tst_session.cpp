@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDBusConnectionInterface>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
 #include <QProcess>
@@ -69,6 +71,7 @@ private Q_SLOTS:
     void releaseTakesTheAgent();
     void contactsThatAnEndedClientLeftGo();
     void applicationInFrontIsFollowedOnce();
+    void firstHandlerOfTheApplicationInFrontGetsIt();
     void lockedSessionShowsAndForwardsNothing();
     void choiceThatWasNotOfferedIsRejected_data();
     void choiceThatWasNotOfferedIsRejected();
@@ -215,6 +218,30 @@ void TestSession::applicationInFrontIsFollowedOnce()
     }
     QCOMPARE(ohm.calls(QStringLiteral("Subscribe")).size(), 1);
     QCOMPARE(ohm.calls(QStringLiteral("Unsubscribe")).size(), 0);
+}
+
+void TestSession::firstHandlerOfTheApplicationInFrontGetsIt()
+{
+    FakeFace face;
+    FakeOhm ohm;
+    FakeHandler viewer;
+    viewer.start();
+    const uint process = QDBusConnection::sessionBus().interface()->servicePid(viewer.service());
+    ohm.setActive(QStringLiteral("viewer"), QString(), QString(), process);
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    QTRY_COMPARE(ohm.calls(QStringLiteral("Subscribe")).size(), 1);
+    const QStringList applications{QStringLiteral("first"), QStringLiteral("second"),
+                                   QStringLiteral("third")};
+    QLoggingCategory::setFilterRules(QStringLiteral("connui.nfc-ui.info=true"));
+    const auto restore = qScopeGuard([] { QLoggingCategory::setFilterRules(QString()); });
+    const QString forwarded = QStringLiteral("%1 goes to first unasked").arg(target.path());
+    QTest::ignoreMessage(QtInfoMsg, qPrintable(forwarded));
+    daemon.callAgent(agentPath(), QStringLiteral("RequestNDEFDataDelivery"),
+                     {handlerList(applications), QVariant::fromValue(target), linkTag() + QByteArray()});
+    QTRY_COMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+    QVERIFY(!face.shown);
 }
 
 void TestSession::lockedSessionShowsAndForwardsNothing()
