@@ -146,25 +146,25 @@ void NfcTagReadPermissionDialog::createContent(const URINDEFRecord *record, cons
         uri.prepend(QLatin1String("http://"));
 
     if (uri.startsWith(QLatin1String("http"))) {
-        d->setIcon(QStringLiteral("icon-m-content-url-inverse"));
-        d->createContent(qtTrId("qtn_nfc_tags_url_tit"), description, uri);
+        d->createContent(QStringLiteral("icon-m-content-url-inverse"), qtTrId("qtn_nfc_tags_url_tit"),
+                         description, uri);
     } else if (uri.startsWith(QLatin1String("tel:")) || uri.startsWith(QLatin1String("callto:"))) {
         QString number = uri;
         number.remove(uri.startsWith(QLatin1String("tel:")) ? QLatin1String("tel:")
                                                             : QLatin1String("callto:"));
         d->addLeftToRightMark(number);
-        d->setIcon(QStringLiteral("icon-m-content-avatar-placeholder-inverse"));
         d->addDirectAction(qtTrId("qtn_comm_call"));
-        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"), description, number);
+        d->createContent(QStringLiteral("icon-m-content-avatar-placeholder-inverse"),
+                         qtTrId("qtn_nfc_tags_contact_tit"), description, number);
     } else if (uri.startsWith(QLatin1String("sms:"))) {
         Message message = parseMessage(uri);
         d->addLeftToRightMark(message.receiver);
         QString detail = qtTrId("qtn_nfc_tags_sms_receiver").arg(message.receiver);
         if (!message.body.isEmpty())
             detail += QLatin1Char('\n') + message.body;
-        d->setIcon(QStringLiteral("icon-m-content-sms-inverse"));
         d->addDirectAction(qtTrId("qtn_comm_send"));
-        d->createContent(qtTrId("qtn_nfc_tags_sms_tit"), description, detail);
+        d->createContent(QStringLiteral("icon-m-content-sms-inverse"), qtTrId("qtn_nfc_tags_sms_tit"),
+                         description, detail);
     } else {
         createContent(defaultHandler(ContentAction::Action::defaultActionForScheme(uri)));
     }
@@ -178,10 +178,10 @@ void NfcTagReadPermissionDialog::createContent(const QString &mimeType, const QF
         QString first;
         QString second;
         ContactExporter::resolveContactInfo(file, first, second);
-        d->setIcon(QStringLiteral("icon-m-content-avatar-placeholder-inverse"));
         const QString name = QStringLiteral("%1 %2").arg(first, second).trimmed();
         d->isDescriptionForeign = true;
-        d->createContent(qtTrId("qtn_nfc_tags_contact_tit"), name, QString());
+        d->createContent(QStringLiteral("icon-m-content-avatar-placeholder-inverse"),
+                         qtTrId("qtn_nfc_tags_contact_tit"), name, QString());
         return;
     }
 
@@ -195,8 +195,8 @@ void NfcTagReadPermissionDialog::createContent(const QString &mimeType, const QF
 void NfcTagReadPermissionDialog::createContent(const QString &text)
 {
     d->setButtonTexts(qtTrId("qtn_nfc_tags_view"));
-    d->setIcon(QStringLiteral("icon-m-content-note-inverse"));
-    d->createContent(qtTrId("qtn_nfc_tags_text_tit"), QString(), removeControls(text));
+    d->createContent(QStringLiteral("icon-m-content-note-inverse"), qtTrId("qtn_nfc_tags_text_tit"),
+                     QString(), removeControls(text));
 }
 
 void NfcTagReadPermissionDialog::createContent(const QString &type, const QString &data)
@@ -204,10 +204,10 @@ void NfcTagReadPermissionDialog::createContent(const QString &type, const QStrin
     d->setButtonTexts(qtTrId("qtn_nfc_tags_view"));
 
     if (startsWithAny(type, {QLatin1String("ruvostore:link"), QLatin1String("tavix.com:ruvostore:link")})) {
-        d->setIcon(QStringLiteral("icon-m-content-ruvo-store-inverse"));
         d->extraWidget = new MWidgetController;
         d->extraWidget->setStyleName(QStringLiteral("CommonXLargeSpacer"));
-        d->createContent(qtTrId("qtn_nfc_tags_store_tit"), QString(), QString());
+        d->createContent(QStringLiteral("icon-m-content-ruvo-store-inverse"),
+                         qtTrId("qtn_nfc_tags_store_tit"), QString(), QString());
         return;
     }
     createContent(defaultHandler(ContentAction::Action::defaultActionForString(data)));
@@ -231,8 +231,7 @@ void NfcTagReadPermissionDialog::createContent(const QStringList &applications)
         description = qtTrId("qtn_nfc_tags_app_txt").arg(name);
         button(M::YesButton)->setText(qtTrId("qtn_nfc_tags_open"));
     }
-    d->setIcon(icon);
-    d->createContent(qtTrId("qtn_nfc_tags_gen_tit"), description, QString());
+    d->createContent(icon, qtTrId("qtn_nfc_tags_gen_tit"), description, QString());
 }
 
 } // namespace ConnUi

@@ -41,17 +41,16 @@ NfcTagReadPermissionDialogPrivate::NfcTagReadPermissionDialogPrivate(NfcTagReadP
     : q(dialog)
 {}
 
-void NfcTagReadPermissionDialogPrivate::createContent(const QString &title, const QString &description,
-                                                      const QString &detail)
+void NfcTagReadPermissionDialogPrivate::createContent(const QString &icon, const QString &title,
+                                                      const QString &description, const QString &detail)
 {
     auto *central = new MWidget;
     auto *layout = new MLayout(central);
     auto *policy = new MLinearLayoutPolicy(layout, Qt::Vertical);
 
-    if (iconWidget) {
-        iconWidget->setStyleName(QStringLiteral("CommonQueryIcon"));
-        policy->addItem(iconWidget, Qt::AlignCenter);
-    }
+    MImageWidget *iconWidget = newIconWidget(icon);
+    iconWidget->setStyleName(QStringLiteral("CommonQueryIcon"));
+    policy->addItem(iconWidget, Qt::AlignCenter);
     policy->addItem(newTitleLabel(title), Qt::AlignCenter);
     const bool described = !description.trimmed().isEmpty();
     if (described) {
@@ -108,11 +107,6 @@ void NfcTagReadPermissionDialogPrivate::addDirectAction(const QString &yes)
     q->button(M::YesButton)->setText(yes);
     q->addButton(qtTrId("qtn_nfc_tags_view"), M::ApplyRole);
     directActionSelected = true;
-}
-
-void NfcTagReadPermissionDialogPrivate::setIcon(const QString &icon)
-{
-    iconWidget = newIconWidget(icon);
 }
 
 void NfcTagReadPermissionDialogPrivate::openSelection()

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-class MImageWidget;
 class MWidgetController;
 
 namespace ConnUi {
@@ -21,17 +20,16 @@ class NfcTagReadPermissionDialogPrivate : public QObject
 public:
     explicit NfcTagReadPermissionDialogPrivate(NfcTagReadPermissionDialog *dialog);
 
-    void createContent(const QString &title, const QString &description, const QString &detail);
+    void createContent(const QString &icon, const QString &title, const QString &description,
+                       const QString &detail);
     bool getApplicationInfo(const QString &application, QString &name, QString &icon) const;
     void addLeftToRightMark(QString &text) const;
 
     void setButtonTexts(const QString &yes);
     void addDirectAction(const QString &yes);
-    void setIcon(const QString &icon);
     void openSelection();
 
     NfcTagReadPermissionDialog *q;
-    MImageWidget *iconWidget = nullptr;
     MWidgetController *extraWidget = nullptr;
     QStringList applications;
     QString selectedApplication;

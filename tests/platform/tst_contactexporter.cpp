@@ -301,6 +301,14 @@ void TestContactExporter::nameIsRead_data()
         << QStringLiteral("Jane") << QStringLiteral("Doe");
     QTest::newRow("second card") << card("3.0", "FN:First\r\n") + card("3.0", "N:Second;Card\r\n")
                                  << QStringLiteral("First") << QString();
+    QTest::newRow("longest parameters")
+        << card("3.0", "FN;X=" + QByteArray(994, 'x') + ":Jane\r\n") << QStringLiteral("Jane") << QString();
+    QTest::newRow("parameters that are too long")
+        << card("3.0", "FN;X=" + QByteArray(995, 'x') + ":Jane\r\n") << QString() << QString();
+    QTest::newRow("eighth number") << card("3.0", QByteArray("TEL:\r\n").repeated(7) + "TEL:8\r\n")
+                                   << QStringLiteral("8") << QString();
+    QTest::newRow("ninth number") << card("3.0", QByteArray("TEL:\r\n").repeated(8) + "TEL:9\r\n")
+                                  << QString() << QString();
     QTest::newRow("small letters, group, bare line feeds")
         << QByteArray("begin:vcard\nversion:3.0\nitem1.n:Virtanen;Aino\nend:vcard\n")
         << QStringLiteral("Aino") << QStringLiteral("Virtanen");
