@@ -46,6 +46,7 @@ constexpr const char *bars[] = {"MProgressIndicator", "CommonProgressBarInverted
 constexpr const char *colorless[] = {"MLinearLayoutPolicy",
                                      "CommonPanelInverted",
                                      "CommonXLargeSpacer",
+                                     "MSlide",
                                      "MPicture",
                                      "CommonQueryIcon",
                                      "CommonMainIcon",

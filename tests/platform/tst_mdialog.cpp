@@ -99,6 +99,8 @@ private Q_SLOTS:
     void setPropertiesAreReturned();
     void standardButtonsAreListedFirst();
     void addedButtonsHaveTheirRoles();
+    void dismissalIsLastInAColumnAndFirstInARow_data();
+    void dismissalIsLastInAColumnAndFirstInARow();
     void pressSetsClickedButtonAndResult();
     void addedButtonGivesResultZero();
     void relabelledButtonShowsItsText();
@@ -702,6 +704,39 @@ void TestMDialog::focusThatIsGivenBackIsSeenAsBefore()
     }
 }
 
+void TestMDialog::dismissalIsLastInAColumnAndFirstInARow_data()
+{
+    QTest::addColumn<M::StandardButtons>("standard");
+    QTest::addColumn<M::StandardButton>("dismissal");
+    QTest::newRow("no") << M::StandardButtons(M::YesButton | M::NoButton) << M::NoButton;
+    QTest::newRow("cancel") << M::StandardButtons(M::OkButton | M::CancelButton) << M::CancelButton;
+}
+
+void TestMDialog::dismissalIsLastInAColumnAndFirstInARow()
+{
+    QFETCH(M::StandardButtons, standard);
+    QFETCH(M::StandardButton, dismissal);
+    MWindow window;
+    QVERIFY(activate(&window));
+    MDialog dialog(standard);
+    MButtonModel *other = dialog.addButton(QStringLiteral("View"));
+    dialog.appear(&window);
+    const auto place = [&dialog](const MButtonModel *model) { return viewOf(&dialog, model)->scenePos(); };
+    const MButtonModel *dismissing = dialog.button(dismissal);
+    QTRY_VERIFY(place(dismissing).x() < place(other).x());
+    QVERIFY(place(other).x() < place(dialog.buttons().first()).x());
+
+    other->setText(QStringLiteral("A text that leaves no room for others in its row"));
+    QTRY_VERIFY(place(other).y() < place(dismissing).y());
+    QVERIFY(place(dialog.buttons().first()).y() < place(other).y());
+    // Keys go the same way.
+    for (const MButtonModel *model : {dialog.buttons().first(), other, dialog.button(dismissal)}) {
+        TouchDriver(&window).key(Qt::Key_Tab);
+        QCOMPARE(window.scene()->focusItem(), viewOf(&dialog, model));
+    }
+    QCOMPARE(dialog.buttons().last(), other);
+}
+
 void TestMDialog::focusStaysInFrontDialog()
 {
     MWindow window;
@@ -1115,17 +1150,20 @@ void TestMDialog::switchAccessReachesEveryButton()
             dialog.addButton(QString::fromLatin1(text));
         dialog.appear(&window);
         TouchDriver keys(&window);
+        // The one that dismisses the dialog is the last.
+        QList<MButtonModel *> inOrder = dialog.buttons();
+        inOrder.move(1, buttons - 1);
         QPointF before(0, 0);
         for (int i = 0; i <= wanted; ++i) {
             keys.key(Qt::Key_Tab);
             const QGraphicsItem *focused = window.scene()->focusItem();
-            QCOMPARE(focused, viewOf(&dialog, dialog.buttons().at(i)));
+            QCOMPARE(focused, viewOf(&dialog, inOrder.at(i)));
             // In the order in which they stand.
             QVERIFY(focused->scenePos().y() > before.y());
             before = focused->scenePos();
         }
         keys.key(Qt::Key_Space);
-        QCOMPARE(dialog.clickedButton(), dialog.buttons().at(wanted));
+        QCOMPARE(dialog.clickedButton(), inOrder.at(wanted));
         dialog.done(0);
     }
 }

@@ -24,6 +24,7 @@ private Q_SLOTS:
     void absolutePathIsLoaded();
     void missingPictureIsReplacedWithOneWarning();
     void emptyIdShowsNothing();
+    void thumbnailToComeShowsANeutralPicture();
     void svgIsDrawnAtThePixelRatio();
 
 private:
@@ -114,6 +115,27 @@ void TestMImageWidget::missingPictureIsReplacedWithOneWarning()
         MImageWidget again(id);
         QCOMPARE(imageOf(&again), imageOf(&placeholder));
     }
+}
+
+void TestMImageWidget::thumbnailToComeShowsANeutralPicture()
+{
+    MImageWidget widget;
+    widget.setStyleName(QStringLiteral("CommonThumbnail"));
+    widget.resize(widget.preferredSize());
+    QImage nothing(128, 128, QImage::Format_ARGB32_Premultiplied);
+    nothing.fill(Qt::white);
+    const QImage waiting = imageOf(&widget);
+    QCOMPARE(waiting.size(), nothing.size());
+    QVERIFY(waiting != nothing);
+    // More than the slot alone.
+    QVERIFY(waiting.pixelColor(64, 8) != waiting.pixelColor(64, 64) ||
+            waiting.pixelColor(40, 40) != waiting.pixelColor(64, 8));
+    QImage red(64, 32, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    widget.setImage(red);
+    const QImage arrived = imageOf(&widget);
+    QCOMPARE(arrived.pixelColor(64, 64), QColor(Qt::red));
+    QCOMPARE(arrived.pixelColor(64, 8), QColor(Qt::white));
 }
 
 void TestMImageWidget::emptyIdShowsNothing()

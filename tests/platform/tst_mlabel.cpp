@@ -22,6 +22,8 @@ private Q_SLOTS:
     void styleGivesWrappingAndElisionUnlessSet();
     void markupIsShownAsText();
     void wrappingMakesTextHigher();
+    void longCenteredTextBeginsAtOneEdge_data();
+    void longCenteredTextBeginsAtOneEdge();
     void wordWiderThanLineIsBroken();
     void everyLineEndBreaks();
     void elidingLetsLabelBeNarrow();
@@ -121,6 +123,35 @@ void TestMLabel::markupIsShownAsText()
     QVERIFY(entity.preferredSize().width() > 4 * letter.preferredSize().width());
     MLabel file(QStringLiteral("<img src=\"file:///etc/passwd\" width=1 height=400>"));
     QCOMPARE(file.preferredSize().height(), letter.preferredSize().height());
+}
+
+void TestMLabel::longCenteredTextBeginsAtOneEdge_data()
+{
+    QTest::addColumn<int>("lines");
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::addColumn<bool>("atEdge");
+    QTest::newRow("three lines") << 3 << Qt::LeftToRight << false;
+    QTest::newRow("four lines") << 4 << Qt::LeftToRight << true;
+    QTest::newRow("four lines, from the right") << 4 << Qt::RightToLeft << true;
+}
+
+void TestMLabel::longCenteredTextBeginsAtOneEdge()
+{
+    QFETCH(int, lines);
+    QFETCH(Qt::LayoutDirection, direction);
+    QFETCH(bool, atEdge);
+    QGraphicsScene scene;
+    auto *label = new MLabel(QStringLiteral("I\n").repeated(lines - 1) + QLatin1Char('I'));
+    scene.addItem(label);
+    label->setLayoutDirection(direction);
+    label->setWordWrap(true);
+    label->setAlignment(Qt::AlignCenter);
+    label->resize(300, 200);
+    QCOMPARE(label->alignment(), Qt::AlignCenter);
+    const QRectF edge = direction == Qt::LeftToRight ? QRectF(0, 0, 20, 200) : QRectF(280, 0, 20, 200);
+    QImage empty(20, 200, QImage::Format_ARGB32_Premultiplied);
+    empty.fill(Qt::white);
+    QCOMPARE(picture(&scene, edge) != empty, atEdge);
 }
 
 void TestMLabel::wrappingMakesTextHigher()

@@ -118,6 +118,8 @@ private Q_SLOTS:
     void doubtfulFileIsUsedAndNamed_data();
     void doubtfulFileIsUsedAndNamed();
     void motionFollowsTheDesktopUnlessTheEnvironmentSaysOtherwise();
+    void contentOfATagIsLargerThanWhatIsSaidAboutIt();
+    void iconsBesideTextHaveOneSize();
     void variantRepaintsWidgets();
     void textSizeChangesWidgets();
 };
@@ -423,6 +425,23 @@ void TestMTheme::motionFollowsTheDesktopUnlessTheEnvironmentSaysOtherwise()
     QVERIFY(theme.reducedMotion);
     theme.follow(MLook());
     QVERIFY(!theme.reducedMotion);
+}
+
+void TestMTheme::contentOfATagIsLargerThanWhatIsSaidAboutIt()
+{
+    const MStyle &content = MThemePrivate::ownStyle("CommonSubTitleInverted");
+    const MStyle &description = MThemePrivate::ownStyle("CommonQueryText");
+    QVERIFY(content.fontSize > description.fontSize);
+    QVERIFY(content.color != description.color);
+}
+
+void TestMTheme::iconsBesideTextHaveOneSize()
+{
+    const auto sizeOf = [](const char *name) {
+        const MStyle &style = MThemePrivate::ownStyle(name);
+        return QSizeF(style.width, style.height);
+    };
+    QCOMPARE(sizeOf("MDialogTitleIcon"), sizeOf("CommonMainIcon"));
 }
 
 void TestMTheme::variantRepaintsWidgets()

@@ -84,7 +84,7 @@ public:
 
     /**
      * Returns the buttons: first the standard ones, Ok before Cancel and Yes before No, then the added ones
-     * in the order of adding.
+     * in the order of adding. On the screen, No and Cancel stand below all others, or first in a row.
      */
     QList<MButtonModel *> buttons() const;
     /** Returns the button for \a button, or null when the dialog was made without it. */

@@ -80,7 +80,10 @@ public:
     /** Returns the position of the text in the label, at the left and in the middle of its height by default.
      */
     Qt::Alignment alignment() const;
-    /** Sets the position of the text. Left and right change places in a right-to-left layout. */
+    /**
+     * Sets the position of the text. Left and right change places in a right-to-left layout. Centered text of
+     * more than three lines is drawn at the left: nobody reads many lines that begin at different places.
+     */
     void setAlignment(Qt::Alignment alignment);
 
     /** Returns whether a text that does not fit ends in an ellipsis; unless set, the style decides. */

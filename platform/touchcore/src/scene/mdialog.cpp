@@ -62,6 +62,11 @@ QGraphicsLinearLayout *plainLayout(Qt::Orientation orientation, qreal spacing)
     return layout;
 }
 
+bool isDismissal(const MButtonModel *model)
+{
+    return model->role() == M::RejectRole || model->role() == M::NoRole;
+}
+
 bool isPrimary(const MButtonModel *model)
 {
     return model->role() == M::AcceptRole || model->role() == M::YesRole;
@@ -245,6 +250,17 @@ qreal MDialogPrivate::bodyHeightIn(qreal width) const
     return bodyArea->contentHeight(width + left + right);
 }
 
+QList<MButton *> MDialogPrivate::orderedViews() const
+{
+    QList<MButtonModel *> ordered = models;
+    std::stable_partition(ordered.begin(), ordered.end(),
+                          [](const MButtonModel *model) { return !isDismissal(model); });
+    QList<MButton *> found;
+    for (const MButtonModel *model : std::as_const(ordered))
+        found.append(views.value(model));
+    return found;
+}
+
 void MDialogPrivate::arrangeButtons(qreal width)
 {
     const qreal spacing = MThemePrivate::ownStyle("MDialogButtons").spacing;
@@ -254,13 +270,16 @@ void MDialogPrivate::arrangeButtons(qreal width)
         return;
     arrangement = wanted;
     QGraphicsLinearLayout *layout = plainLayout(wanted == Column ? Qt::Vertical : Qt::Horizontal, spacing);
-    for (const MButtonModel *model : std::as_const(models)) {
-        MButton *view = views.value(model);
+    const QList<MButton *> ordered = orderedViews();
+    for (MButton *view : ordered) {
         // The first button stands where the thumb is: on top of the others, or at the end of the row.
         layout->insertItem(wanted == Column ? -1 : 0, view);
         if (wanted == EqualRow)
             layout->setStretchFactor(view, 1);
     }
+    // Tab and assistive technology visit them in this order.
+    for (qsizetype i = ordered.size() - 1; i > 0; --i)
+        ordered[i - 1]->stackBefore(ordered[i]);
     layout->setContentsMargins(ringRoom(), ringRoom(), ringRoom(), ringRoom());
     buttonBox->setLayout(layout);
 }

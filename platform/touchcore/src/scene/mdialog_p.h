@@ -67,6 +67,9 @@ public:
     /** Puts the buttons side by side if they fit into \a width, or below one another. */
     void arrangeButtons(qreal width);
     Arrangement arrangementIn(qreal width) const;
+    /** Returns the buttons from the top of a column to its end, or from the end of a row to its beginning:
+     * those that dismiss the dialog come last. */
+    QList<MButton *> orderedViews() const;
 
     MDialog *const q;
     MWidgetController *card;

@@ -40,6 +40,14 @@ QPixmap MImageWidgetPrivate::scaled(const QSizeF &size, qreal ratio)
     return shown;
 }
 
+void MImageWidgetPrivate::paintPlaceholder(QPainter *painter, const QRectF &area, qreal extent, qreal ratio)
+{
+    const QIcon icon = MThemePrivate::instance()->icon(QStringLiteral("icon-m-placeholder"));
+    QRectF place(0, 0, extent, extent);
+    place.moveCenter(area.center());
+    painter->drawPixmap(place.topLeft(), icon.pixmap(place.size().toSize(), ratio));
+}
+
 void MImageWidgetPrivate::show(const QString &newId, const QPixmap &newPixmap)
 {
     id = newId;
@@ -93,11 +101,15 @@ QPixmap MImageWidget::pixmap() const
 
 void MImageWidget::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QWidget *widget)
 {
-    MWidgetController::paint(painter, option, widget);
     const QRectF area = contentsRect();
-    const QPixmap picture = d->scaled(area.size(), painter->device()->devicePixelRatioF());
-    if (picture.isNull())
+    const qreal ratio = painter->device()->devicePixelRatioF();
+    const QPixmap picture = d->scaled(area.size(), ratio);
+    if (picture.isNull()) {
+        MWidgetController::paint(painter, option, widget);
+        if (style().glyph > 0)
+            MImageWidgetPrivate::paintPlaceholder(painter, area, style().glyph, ratio);
         return;
+    }
     QRectF target(QPointF(), picture.deviceIndependentSize());
     target.moveCenter(area.center());
     QPainterPath shape;

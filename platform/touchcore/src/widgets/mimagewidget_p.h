@@ -8,11 +8,17 @@
 #include <QPixmap>
 #include <QString>
 
+class QPainter;
+class QRectF;
+
 class MImageWidgetPrivate
 {
 public:
     void show(const QString &newId, const QPixmap &newPixmap);
     QSize naturalSize();
+
+    /** Draws a neutral picture that is \a extent wide and high into the middle of \a area. */
+    static void paintPlaceholder(QPainter *painter, const QRectF &area, qreal extent, qreal ratio);
 
     /** Returns the picture as large as it goes into \a size at \a ratio device pixels for one, or null. */
     QPixmap scaled(const QSizeF &size, qreal ratio);

@@ -16,6 +16,13 @@
 #include "support/foreigntext.h"
 #include "widgets/mlabel_p.h"
 
+namespace {
+
+// The number of lines that are easy to read where each begins at another place.
+constexpr int longestCentered = 3;
+
+} // namespace
+
 MTextBlock::Shape MLabelPrivate::shape(qreal width, const MStyle &style) const
 {
     if (!wraps(style))
@@ -74,6 +81,13 @@ QString MLabelPrivate::textIn(const QSizeF &size, const MStyle &style)
 const MTextBlock &MLabelPrivate::blockIn(const QSizeF &size, const MStyle &style)
 {
     return blocks.block(textIn(size, style), shape(size.width(), style));
+}
+
+Qt::Alignment MLabelPrivate::alignmentOf(const MTextBlock &text) const
+{
+    if (text.lineCount() <= longestCentered || !(alignment & Qt::AlignHCenter))
+        return alignment;
+    return (alignment & Qt::AlignVertical_Mask) | Qt::AlignLeft;
 }
 
 MLabel::MLabel(QGraphicsItem *parent) : MLabel(QString(), parent) {}
@@ -192,7 +206,7 @@ void MLabel::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QW
     // Nobody would clean up what is drawn outside.
     if (!block.fits(area.size()))
         painter->setClipRect(rect(), Qt::IntersectClip);
-    block.draw(painter, area, d->alignment, layoutDirection(), option->exposedRect);
+    block.draw(painter, area, d->alignmentOf(block), layoutDirection(), option->exposedRect);
 }
 
 QSizeF MLabel::sizeHint(Qt::SizeHint which, const QSizeF &constraint) const

@@ -34,6 +34,9 @@ public:
     /** Returns that text in lines. */
     const MTextBlock &blockIn(const QSizeF &size, const MStyle &style);
 
+    /** Returns how \a text is aligned: nobody reads many lines that begin at different places. */
+    Qt::Alignment alignmentOf(const MTextBlock &text) const;
+
     /** Returns how text is broken into lines of \a width. */
     MTextBlock::Shape shape(qreal width, const MStyle &style) const;
 

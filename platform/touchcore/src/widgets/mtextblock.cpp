@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <numeric>
 #include <string>
 
 #include <QFontMetricsF>
@@ -138,6 +139,13 @@ QString MTextBlock::elided(const QSizeF &size) const
                          : layout.text());
     }
     return shown.join(QLatin1Char('\n'));
+}
+
+int MTextBlock::lineCount() const
+{
+    return std::accumulate(
+        layouts.cbegin(), layouts.cend(), 0,
+        [](int sum, const QTextLayout &layout) { return sum + layout.lineCount(); });
 }
 
 void MTextBlock::draw(QPainter *painter, const QRectF &rect, Qt::Alignment alignment,

@@ -39,6 +39,8 @@ public:
 
     /** Returns the size that the text takes. */
     QSizeF size() const { return extent; }
+    /** Returns how many lines the text has. */
+    int lineCount() const;
     /** Returns whether the text takes no more than \a size. */
     bool fits(const QSizeF &size) const;
     /** Returns the text as far as it fits into \a size; an ellipsis ends each line that goes on. */
