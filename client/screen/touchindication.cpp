@@ -18,6 +18,7 @@
 #include <MSceneManager>
 #include <MWindow>
 
+#include "support/overlay.h"
 #include "support/whenanswered.h"
 
 using ConnUi::IndicationItem;
@@ -31,12 +32,6 @@ constexpr int shownFor = 2000;
 constexpr int slideTime = 200;
 
 constexpr QLatin1String notifications("org.freedesktop.Notifications");
-
-// Wayland has no windows above others, except by protocols that not all compositors speak.
-bool canBeAbove()
-{
-    return !QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
 
 // The one that the user looks at.
 MWindow *windowInFront(const QWidget *except = nullptr)
@@ -85,8 +80,18 @@ TouchIndication::~TouchIndication()
 
 void TouchIndication::prepare()
 {
-    if (!overlay && canBeAbove())
-        overlay.emplace();
+    if (overlay || !canBeAbove())
+        return;
+    overlay.emplace();
+    Support::makeOverlay(&*overlay, QLatin1String("banner"), Support::OverlayKeys::ToOthers);
+}
+
+// Wayland has no windows above others, except by a protocol that not all compositors speak. It covers a whole
+// screen, so a phone in a window has the banner within.
+bool TouchIndication::canBeAbove() const
+{
+    const bool onWayland = QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+    return !onWayland || (Support::hasOverlays() && !phone);
 }
 
 void TouchIndication::show()
@@ -101,6 +106,11 @@ void TouchIndication::show()
 
 void TouchIndication::questionAppeared()
 {
+    if (overlay && overlay->isVisible() && Support::hasOverlays()) {
+        // The overlay that came last is in front, and the question's shade would darken the banner.
+        overlay->hide();
+        overlay->show();
+    }
     if (!awaitingQuestion.isActive())
         return;
     awaitingQuestion.stop();

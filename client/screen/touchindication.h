@@ -17,9 +17,9 @@ class MWindow;
 /**
  * Shows that something has touched the phone, and leaves in sight what the user does.
  *
- * That is a banner above all windows. A Wayland compositor may show every window alone, filling the screen:
- * there the banner is drawn within the window of the question that the touch brings, and a notification of
- * the desktop stands in for it when there is none.
+ * That is a banner above all windows. A Wayland compositor without overlays may show every window alone,
+ * filling the screen: there the banner is drawn within the window of the question that the touch brings, and
+ * a notification of the desktop stands in for it when there is none.
  */
 class TouchIndication : public QObject
 {
@@ -36,10 +36,12 @@ public:
     /** Indicates a touch. */
     void show();
 
-    /** Is called when a question has appeared: the banner of its touch is then drawn within it. */
+    /** Is called when a question has appeared: the banner of its touch is then drawn within it, or above it.
+     */
     void questionAppeared();
 
 private:
+    bool canBeAbove() const;
     void showAbove();
     void slideInto(MWindow *window);
     void notify();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcoverlay.h"
 
+#include <QGraphicsScene>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QTimer>
@@ -46,6 +47,8 @@ NfcOverlay::NfcOverlay() : MWindow(new MSceneManager), d(new NfcOverlayPrivate(t
     connect(sceneManager(), &MSceneManager::orientationAboutToChange, d, &NfcOverlayPrivate::clearWindowMask);
     connect(sceneManager(), &MSceneManager::orientationChangeFinished, d,
             &NfcOverlayPrivate::updateWindowMask);
+    // A compositor that turns the screen gives the window another size.
+    connect(scene(), &QGraphicsScene::sceneRectChanged, d, &NfcOverlayPrivate::updateWindowMask);
 }
 
 NfcOverlay::~NfcOverlay()

@@ -3,7 +3,7 @@
 """windows.py PROGRAMS SOURCE
 
 Holds the windows of the programs in the folder PROGRAMS to what task switchers and compositors' rules go by: a title, an
-icon, the name of the desktop file, and a size that fits the screen; questions keep above. To be run by with-weston, so that
+icon, the name of the desktop file, and a size that fits the screen; questions keep above. To be run by with-compositor, so that
 there are both a Wayland compositor and an X server.
 """
 
@@ -19,7 +19,7 @@ import time
 PROGRAMS, SOURCE = map(pathlib.Path, sys.argv[1:])
 PATIENCE = 60  # seconds, on a busy machine
 DAEMON = "com.tavix.nfc"
-WIDTH, HEIGHT = map(int, os.environ["CONNUI_WESTON_SIZE"].split("x"))
+WIDTH, HEIGHT = map(int, os.environ["CONNUI_WAYLAND_SIZE"].split("x"))
 
 
 def until(found, what):

@@ -9,6 +9,7 @@
 #include <MMessageBox>
 
 #include "scene/mdialog_p.h"
+#include "support/overlay.h"
 #include "touchtest.h"
 
 using namespace TouchTest;
@@ -107,7 +108,12 @@ void TestMInputGuardOnScreen::init()
 {
     QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
     window = std::make_unique<MWindow>();
-    window->showFullScreen();
+    if (Support::hasOverlays()) {
+        Support::makeOverlay(window.get(), QLatin1String("question"), Support::OverlayKeys::ToOverlay);
+        window->show();
+    } else {
+        window->showFullScreen();
+    }
     // No window manager does it on X11, and on Wayland the compositor does.
     if (!QGuiApplication::platformName().startsWith(QLatin1String("wayland")))
         window->activateWindow();

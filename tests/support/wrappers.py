@@ -41,7 +41,7 @@ class Wrappers(unittest.TestCase):
 
     def start(self, *before):
         process = subprocess.Popen(
-            [*before, SUPPORT / "with-buses", SUPPORT / "with-weston", "kiosk", "sh", "-c", STUBBORN],
+            [*before, SUPPORT / "with-buses", SUPPORT / "with-compositor", "kiosk", "sh", "-c", STUBBORN],
             env=self.environment, stdout=subprocess.PIPE, text=True, start_new_session=True)
         self.assertEqual(process.stdout.readline(), "ready\n")
         return process

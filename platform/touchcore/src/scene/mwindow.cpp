@@ -18,6 +18,7 @@
 #include "mwidget.h"
 #include "scene/mscenemanager_p.h"
 #include "scene/mwindow_p.h"
+#include "support/overlay.h"
 #include "theme/mtheme_p.h"
 
 namespace {
@@ -98,6 +99,11 @@ MWindow *MWindowPrivate::activeOrNew()
     // Never a text of somebody else's, such as a device's name in a question.
     made->setWindowTitle(QGuiApplication::applicationDisplayName());
     made->setWindowFlag(Qt::WindowStaysOnTopHint);
+    if (Support::hasOverlays()) {
+        // The shade is drawn over what the user was doing.
+        made->setAttribute(Qt::WA_TranslucentBackground);
+        Support::makeOverlay(made, QLatin1String("question"), Support::OverlayKeys::ToOverlay);
+    }
     made->show();
     return made;
 }

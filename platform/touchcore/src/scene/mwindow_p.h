@@ -20,7 +20,7 @@ public:
 
     /**
      * Returns the active window, or else the visible one that was active last. When no window can take a
-     * scene window, shows a new one that goes away with the last scene window in it.
+     * scene window, shows a new one above all others that goes away with the last scene window in it.
      */
     static MWindow *activeOrNew();
 
