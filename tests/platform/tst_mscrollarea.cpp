@@ -77,6 +77,7 @@ private Q_SLOTS:
     void otherMouseButtonsMoveNothing();
     void indicatorFollowsTheLayoutDirection();
     void itemsAreRevealedInAllAreasAroundThem();
+    void contentThatShrinksIsShownFromItsTop();
 };
 
 void TestMScrollArea::tapThatEndsAFlickPressesNothing()
@@ -247,6 +248,18 @@ void TestMScrollArea::itemsAreRevealedInAllAreasAroundThem()
     const MButton *first = visibleBelow<MButton>(inner).first();
     MScrollArea::revealInAll(first);
     QVERIFY(inner->sceneBoundingRect().contains(first->sceneBoundingRect()));
+}
+
+void TestMScrollArea::contentThatShrinksIsShownFromItsTop()
+{
+    const ShownArea shown;
+    const QList<MButton *> buttons = visibleBelow<MButton>(shown.area);
+    const qreal top = buttons.constFirst()->sceneBoundingRect().top();
+    QVERIFY(shown.area->scrollTo(100000));
+    QVERIFY(buttons.constFirst()->sceneBoundingRect().top() < top);
+    qDeleteAll(buttons.mid(3));
+    QTRY_COMPARE(buttons.constFirst()->sceneBoundingRect().top(), top);
+    QVERIFY(!shown.area->scrollTo(1));
 }
 
 QTEST_MAIN(TestMScrollArea)

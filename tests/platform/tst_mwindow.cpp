@@ -37,6 +37,7 @@ private Q_SLOTS:
     void backgroundColorComesFromTheTheme();
     void translucentWindowHasNoBackground();
     void closedWindowCanBeShownAgain();
+    void dialogOpenedWhileItsWindowClosesGetsAnotherWindow();
 };
 
 void TestMWindow::newWindowHasTheThemesSize()
@@ -111,6 +112,21 @@ void TestMWindow::closedWindowCanBeShownAgain()
     MDialog dialog(M::OkButton);
     dialog.appear();
     QCOMPARE(dialog.scene(), window.scene());
+}
+
+void TestMWindow::dialogOpenedWhileItsWindowClosesGetsAnotherWindow()
+{
+    MWindow window;
+    window.show();
+    MDialog first(M::OkButton);
+    MDialog second(M::OkButton);
+    connect(&first, &MDialog::finished, &second, [&second] { second.appear(); });
+    first.appear();
+    QCOMPARE(first.scene(), window.scene());
+    window.close();
+    QVERIFY(second.scene());
+    QVERIFY(second.scene() != window.scene());
+    QVERIFY(second.scene()->views().constFirst()->isVisible());
 }
 
 QTEST_MAIN(TestMWindow)
