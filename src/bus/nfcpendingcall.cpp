@@ -54,9 +54,11 @@ void NfcPendingCallPrivate::finish(const QPointer<NfcPendingCall> &call, const Q
     if (!call)
         return;
     call->d->setOutcome(value, error);
-    // Before the announcement: a slot may delete the call.
-    call->deleteLater();
-    Q_EMIT call->finished(call);
+    // A slot may delete the call, and an event loop in a slot would, if it was to be deleted by then.
+    const QPointer<NfcPendingCall> announced(call);
+    Q_EMIT announced->finished(announced);
+    if (announced)
+        announced->deleteLater();
 }
 
 void NfcPendingCallPrivate::finishLater(NfcPendingCall *call, const QVariant &value, const QDBusError &error)

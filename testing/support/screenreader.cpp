@@ -9,6 +9,7 @@
 #include <QEventLoop>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTimer>
 
@@ -174,4 +175,10 @@ bool ScreenReader::hears(const QString &type, const QString &text)
                 });
         },
         patience);
+}
+
+void failOnWarningsExceptOfThingsThatAreGone()
+{
+    QTest::failOnWarning(QRegularExpression(
+        QStringLiteral("^(?!Could not find accessible on path: \"/org/a11y/atspi/accessible/\\d+\"$)")));
 }

@@ -7,6 +7,7 @@
 #include <RadioState>
 
 #include "fakedaemon.h"
+#include "unmatchedcalls.h"
 
 using ConnUi::NfcAdapter;
 using ConnUi::RadioState;
@@ -29,7 +30,7 @@ private:
 
 void TestNfcHandoverRequestor::init()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    failOnWarningsExceptOfUnmatchedCalls();
     RadioState(RadioState::NFC).setEnabled(false);
 }
 

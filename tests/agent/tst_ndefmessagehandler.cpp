@@ -17,6 +17,7 @@
 #include "busmonitor.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
+#include "unmatchedcalls.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -151,7 +152,7 @@ void TestNdefMessageHandler::initTestCase()
 
 void TestNdefMessageHandler::init()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    failOnWarningsExceptOfUnmatchedCalls();
     ohm = std::make_unique<FakeOhm>();
     ohm->start();
 }

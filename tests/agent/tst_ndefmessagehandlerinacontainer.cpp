@@ -30,8 +30,8 @@ void TestNdefMessageHandlerInAContainer::handlerOfAnUnknownProcessIsNotInFront()
 {
     const QDBusConnection bus = QDBusConnection::sessionBus();
     const QDBusReply<uint> pid = bus.interface()->servicePid(bus.baseService());
-    QVERIFY(pid.isValid());
-    QCOMPARE(pid.value(), 0U);
+    // Buses that know processes by their file descriptors answer with an error, older ones with zero.
+    QVERIFY(!pid.isValid() || pid.value() == 0);
 
     QTest::ignoreMessage(QtWarningMsg, "ApplicationTracker: Unable to subscribe to track applications");
     const NdefMessageHandler handler(QStringLiteral("viewer"), QStringLiteral("session"), bus.baseService(),

@@ -20,6 +20,7 @@
 
 #include "agent/nfcagent_p.h"
 #include "busmonitor.h"
+#include "unmatchedcalls.h"
 
 using ConnUi::NdefMessageHandler;
 using ConnUi::NdefMessageHandlerList;
@@ -226,7 +227,7 @@ void TestNfcAgent::initTestCase()
 
 void TestNfcAgent::init()
 {
-    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    failOnWarningsExceptOfUnmatchedCalls();
     daemon = std::make_unique<Daemon>();
     QVERIFY(daemon->bus.isConnected());
     if (qstrcmp(QTest::currentTestFunction(), "agentsAreNumberedFromZero") != 0)

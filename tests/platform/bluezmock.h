@@ -32,6 +32,23 @@ struct BlueZMock : DBusMock
         return mock(QStringLiteral("AddDevice"), {QStringLiteral("hci0"), address, QStringLiteral("Peer")});
     }
 
+    // Later releases of the stand-in set the class when a device is added.
+    bool pairDevice(const QString &address) const
+    {
+        const QString method = QStringLiteral("PairDevice");
+        return mock(method, {QStringLiteral("hci0"), address}) ||
+               mock(method, {QStringLiteral("hci0"), address, 0x200404});
+    }
+
+    // Zero when it knows none.
+    uint classOf(const QString &devicePath) const
+    {
+        const QDBusReply<QVariant> reply =
+            call(devicePath, QStringLiteral("org.freedesktop.DBus.Properties"), QStringLiteral("Get"),
+                 {QStringLiteral("org.bluez.Device1"), QStringLiteral("Class")});
+        return reply.value().toUInt();
+    }
+
     // Another adapter, hci1, and a device that only this one knows.
     bool addSecondAdapter() const
     {
