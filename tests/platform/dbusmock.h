@@ -60,22 +60,28 @@ public:
                     {interface, name, in, out, body});
     }
 
-    // How often a method was called since the start.
-    int callCount(const QString &path, const QString &method) const
+    // The arguments of every call of a method since the start.
+    QList<QVariantList> callsOf(const QString &path, const QString &method) const
     {
         const auto reply = call(path, QStringLiteral("org.freedesktop.DBus.Mock"),
                                 QStringLiteral("GetMethodCalls"), {method});
         const auto calls = reply.arguments().value(0).value<QDBusArgument>();
-        int count = 0;
-        for (calls.beginArray(); !calls.atEnd(); ++count) {
+        QList<QVariantList> all;
+        for (calls.beginArray(); !calls.atEnd();) {
             qulonglong time;
             QVariantList arguments;
             calls.beginStructure();
             calls >> time >> arguments;
             calls.endStructure();
+            all.append(arguments);
         }
         calls.endArray();
-        return count;
+        return all;
+    }
+
+    int callCount(const QString &path, const QString &method) const
+    {
+        return int(callsOf(path, method).size());
     }
 
 private:

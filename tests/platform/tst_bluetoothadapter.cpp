@@ -94,6 +94,7 @@ private Q_SLOTS:
     void deviceThatAppearsButDoesNotConnectFails();
     void deviceThatBlueZDoesNotListFails();
     void deviceIsDiscoveredWhereBlueZCannotConnect();
+    void discoveryLooksForDevicesOfBothTransports();
     void otherDevicesAreIgnored();
     void refusedDiscoveryFails();
     void runningDiscoveryIsUsed();
@@ -385,6 +386,20 @@ void TestBluetoothAdapter::deviceIsDiscoveredWhereBlueZCannotConnect()
     QTRY_COMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
     QTRY_VERIFY(!bluez.isDiscovering());
     QCOMPARE(outcome.failed, QStringList());
+}
+
+void TestBluetoothAdapter::discoveryLooksForDevicesOfBothTransports()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready);
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_VERIFY(bluez.isDiscovering());
+    const QList<QVariantList> filters =
+        bluez.callsOf(BlueZMock::adapterPath, QStringLiteral("SetDiscoveryFilter"));
+    QCOMPARE(filters.size(), 1);
+    QCOMPARE(qdbus_cast<QVariantMap>(filters[0].value(0)),
+             (QVariantMap{{QStringLiteral("Transport"), QStringLiteral("auto")}}));
 }
 
 void TestBluetoothAdapter::otherDevicesAreIgnored()

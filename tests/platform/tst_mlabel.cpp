@@ -33,6 +33,7 @@ private Q_SLOTS:
     void longestAndShortestVariantGiveTheSizes();
     void bidiControlsStayInLabel();
     void bidiControlsEndWithTheirLine();
+    void textStaysInsideItsLine();
     void alignmentIsMirroredInRightToLeft();
     void veryLongTextIsDrawnInParts();
     void stackedMarksAreLimited();
@@ -267,6 +268,22 @@ void TestMLabel::bidiControlsEndWithTheirLine()
     const int half = int(size.height() / 2);
     QCOMPARE(drawnLabel.copy(0, half, 300, half), drawnPlain.copy(0, half, 300, half));
     QVERIFY(drawnLabel.copy(0, 0, 300, half) != drawnPlain.copy(0, 0, 300, half));
+}
+
+// A line is higher than its font, and the text is in its middle.
+void TestMLabel::textStaysInsideItsLine()
+{
+    MLabel label(QStringLiteral("g"));
+    const QSizeF size(100, label.preferredSize().height());
+    QGraphicsScene scene;
+    scene.addItem(&label);
+    label.setGeometry(QRectF(QPointF(0, 20), size));
+    const QRectF around(0, 0, 100, size.height() + 40);
+    const QImage drawn = picture(&scene, around);
+    scene.removeItem(&label);
+    const int bottom = int(20 + size.height()) - 1;
+    QCOMPARE(drawn.copy(0, bottom, 100, 20), picture(&scene, around).copy(0, bottom, 100, 20));
+    QVERIFY(drawn != picture(&scene, around));
 }
 
 void TestMLabel::alignmentIsMirroredInRightToLeft()
