@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QDBusConnection>
 #include <QDBusError>
+#include <QIcon>
 
 #include "panel/touchpanel.h"
 #include "support/commandline.h"
@@ -22,6 +23,8 @@ int main(int argc, char *argv[])
     arguments.answer(argc, argv);
     std::optional<Support::DisplayCheck> display(std::in_place);
     QApplication application(argc, argv);
+    QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-panel")));
+    QGuiApplication::setDesktopFileName(QStringLiteral("nfc-panel"));
     display.reset();
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);

@@ -133,6 +133,8 @@ def main():
                                               ("nfc-viewer", "On the tag", launched, False)):
             wayland_window_is_named(program, title, asking)
             x11_window_is_whole(program, title, asking, above)
+        # For the screen of a desktop, whatever its size.
+        wayland_window_is_named("nfc-panel", "Hold something against the phone", contextlib.nullcontext)
 
 
 if __name__ == "__main__":

@@ -62,6 +62,13 @@ class InstallDeps(unittest.TestCase):
         self.debian(known=["qt6-svg-plugins"])
         self.assertIn("qt6-svg-plugins", self.listed("demo"))
 
+    def test_package_is_left_out_where_the_release_lacks_another(self):
+        # It is in a release with another major version, too.
+        self.debian(known=["liblayershellqtinterface-dev"])
+        self.assertNotIn("liblayershellqtinterface-dev", self.listed("build"))
+        self.debian(known=["liblayershellqtinterface-dev", "qml6-module-org-kde-layershell"])
+        self.assertIn("liblayershellqtinterface-dev", self.listed("build"))
+
     def test_only_what_is_missing_is_installed_and_named_first(self):
         self.debian()
         build = self.listed("build")
