@@ -97,6 +97,8 @@ private Q_SLOTS:
     void discoveryLooksForDevicesOfBothTransports();
     void otherDevicesAreIgnored();
     void refusedDiscoveryFails();
+    void refusedListOfDevicesFails();
+    void deviceThatComesAfterAFailureIsNotReported();
     void runningDiscoveryIsUsed();
     void timeLimitEndsDiscovery();
     void timeLimitEndsASlowConnection();
@@ -434,6 +436,44 @@ void TestBluetoothAdapter::refusedDiscoveryFails()
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(peerAddress));
     QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("Resource Not Ready")));
+}
+
+void TestBluetoothAdapter::refusedListOfDevicesFails()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready);
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    Outcome outcome(adapter.get());
+    const QDBusMessage added = bluez.addMethod(
+        QStringLiteral("/"), QStringLiteral("org.freedesktop.DBus.ObjectManager"),
+        QStringLiteral("GetManagedObjects"), QString(), QStringLiteral("a{oa{sa{sv}}}"),
+        QStringLiteral("raise dbus.exceptions.DBusException('No list', name='org.bluez.Error.Failed')"));
+    QCOMPARE(added.type(), QDBusMessage::ReplyMessage);
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_COMPARE(outcome.failed, QStringList(QStringLiteral("No list")));
+}
+
+void TestBluetoothAdapter::deviceThatComesAfterAFailureIsNotReported()
+{
+    BlueZMock bluez;
+    QVERIFY(bluez.ready &&
+            bluez.addAdapterMethod(QStringLiteral("StartDiscovery"), QString(), QString(),
+                                   QStringLiteral("raise dbus.exceptions.DBusException('Resource Not Ready', "
+                                                  "name='org.bluez.Error.NotReady')")));
+    const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
+    Outcome outcome(adapter.get());
+    // The failure's slot keeps the one that failed from being deleted while a second attempt finds the
+    // device.
+    bool found = false;
+    connect(adapter.get(), &BluetoothAdapter::deviceCreationFailed, this, [&] {
+        QVERIFY(bluez.addDevice(peerAddress));
+        adapter->startCreatingDevice(device(peerAddress));
+        found = QTest::qWaitFor([&] { return !outcome.created.isEmpty(); });
+    });
+    adapter->startCreatingDevice(device(peerAddress));
+    QTRY_VERIFY(found);
+    QCOMPARE(outcome.failed, QStringList(QStringLiteral("Resource Not Ready")));
+    QCOMPARE(outcome.created, QStringList(QStringLiteral("00:11:22:AA:BB:CC Peer")));
 }
 
 void TestBluetoothAdapter::runningDiscoveryIsUsed()

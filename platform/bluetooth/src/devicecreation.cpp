@@ -21,7 +21,6 @@ DeviceCreation::DeviceCreation(const QString &service, const QString &adapterPat
 {
     objects.setTimeout(int(limit.count()));
     adapter.setTimeout(int(limit.count()));
-    this->limit.setSingleShot(true);
     this->limit.setInterval(limit);
     connect(&this->limit, &QTimer::timeout, this,
             [this] { fail(QStringLiteral("The device was not found in time")); });
