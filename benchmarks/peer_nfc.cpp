@@ -7,6 +7,7 @@
 //   peer_nfc binding    the daemon is bound
 //   peer_nfc dialog     the dialog about a text from a tag is on the screen
 //   peer_nfc prewarmed  the same, after the prewarming that nfc-ui begins with
+//   peer_nfc whole      the same, with all that nfc-ui has: the daemon knows the path of its agent
 #include <cstdio>
 #include <cstring>
 
@@ -18,9 +19,11 @@
 #include <NfcTagReadPermissionDialog>
 
 #include "catalogue.h"
+#include "core/session.h"
 #include "firstframe.h"
 #include "measurement.h"
 #include "screen/prewarm.h"
+#include "screen/screenface.h"
 
 using namespace ConnUi;
 
@@ -30,6 +33,41 @@ void introduce(const QString &path)
 {
     std::printf("%s %s\n", qUtf8Printable(QDBusConnection::systemBus().baseService()), qUtf8Printable(path));
     std::fflush(stdout);
+}
+
+// The screen of nfc-ui, on which every question is dismissed as soon as it is seen.
+class WatchedFace : public ScreenFace
+{
+public:
+    void prepare() override
+    {
+        ScreenFace::prepare();
+        frame.begin();
+        introduce(QStringLiteral("/"));
+    }
+
+    void show(const Question &question) override
+    {
+        ScreenFace::show(question);
+        frame.then([this] {
+            withdraw();
+            Q_EMIT answered({});
+            frame.begin();
+        });
+    }
+
+private:
+    FirstFrame frame;
+};
+
+int askAsClient(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    QApplication::setQuitOnLastWindowClosed(false);
+    const Catalogue catalogue;
+    WatchedFace face;
+    const Session session(&face);
+    return QApplication::exec();
 }
 
 int bind(int argc, char **argv)
@@ -44,7 +82,7 @@ int bind(int argc, char **argv)
     return QCoreApplication::exec();
 }
 
-int ask(int argc, char **argv, bool prewarmed)
+int askWithDialogs(int argc, char **argv, bool prewarmed)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
@@ -75,5 +113,7 @@ int main(int argc, char **argv)
     const char *what = argc > 1 ? argv[1] : "";
     if (std::strcmp(what, "binding") == 0)
         return bind(argc, argv);
-    return ask(argc, argv, std::strcmp(what, "prewarmed") == 0);
+    if (std::strcmp(what, "whole") == 0)
+        return askAsClient(argc, argv);
+    return askWithDialogs(argc, argv, std::strcmp(what, "prewarmed") == 0);
 }
