@@ -28,9 +28,11 @@ public:
         if (after && event->type() == QEvent::Paint && watched->isWidgetType()) {
             // From the event loop: then it has been painted.
             QTimer::singleShot(0, this, [after = std::exchange(after, {})] {
-                std::printf("%.0f\n", Measurement::now());
-                std::fflush(stdout);
+                const double time = Measurement::now();
+                // The script that reads the time may end this process.
                 Measurement::endCount();
+                std::printf("%.0f\n", time);
+                std::fflush(stdout);
                 after();
             });
         }
