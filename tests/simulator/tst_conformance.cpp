@@ -20,6 +20,7 @@ private Q_SLOTS:
     void checkedDaemonIsAsItWas();
     void agreeableDaemonFails();
     void uselessDaemonFailsEveryCheck();
+    void missingInterfacesAreSkipped();
     void missingDaemonIsReported();
 
 private:
@@ -98,7 +99,8 @@ void TestConformance::uselessDaemonFailsEveryCheck()
 {
     FakeService useless(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
     useless.start();
-    for (const char *method : {"DefaultAdapter", "GetProperties", "SetProperty", "RegisterUIAgent"})
+    for (const char *method :
+         {"DefaultAdapter", "GetProperties", "SetProperty", "RegisterUIAgent", "CancelTransfer"})
         useless.fail(QLatin1String(method), QStringLiteral("org.connui.test.Error"), QStringLiteral("no"));
     Tap tap({QStringLiteral("conformance")});
     QCOMPARE(tap.exitCode(), 1);
@@ -106,8 +108,24 @@ void TestConformance::uselessDaemonFailsEveryCheck()
     for (const QString &name : {QStringLiteral("names its adapter"), QStringLiteral("reports its state"),
                                 QStringLiteral("registers an agent, also twice"),
                                 QStringLiteral("has room for another agent once one is unregistered"),
-                                QStringLiteral("drops the agent of a process that leaves")})
+                                QStringLiteral("drops the agent of a process that leaves"),
+                                QStringLiteral("ignores the end of a transfer that is not under way")})
         QVERIFY2(failed.contains(name), qUtf8Printable(name));
+}
+
+void TestConformance::missingInterfacesAreSkipped()
+{
+    FakeService plain(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    plain.start();
+    for (const char *method : {"CancelTransfer", "WriteNdef", "Cancel"})
+        plain.fail(QLatin1String(method), QStringLiteral("org.freedesktop.DBus.Error.UnknownInterface"),
+                   QStringLiteral("no"));
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 1);
+    const QString output = tap.output();
+    QCOMPARE(output.count(QStringLiteral(": there is no com.tavix.nfc.Transfers\n")), 1);
+    QCOMPARE(output.count(QStringLiteral(": there is no com.tavix.nfc.TagWriter\n")), 2);
+    QVERIFY2(output.endsWith(QStringLiteral(", 3 skipped\n")), qUtf8Printable(output));
 }
 
 void TestConformance::missingDaemonIsReported()
