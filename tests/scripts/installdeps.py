@@ -32,6 +32,7 @@ class InstallDeps(unittest.TestCase):
         """Makes the machine a Debian with some packages, whose release knows some that others do not."""
         self.program("dpkg-query", "".join(f"echo installed {package}\n" for package in installed))
         self.program("apt-cache", f"[[ ' {' '.join(known)} ' == *\" $2 \"* ]]")
+        self.program("dpkg", f'echo "$@" >>{self.calls}')
         self.program("apt-get", f'echo "$@" >>{self.calls}')
         self.program("id", f"echo {user}")
 
@@ -76,7 +77,18 @@ class InstallDeps(unittest.TestCase):
         done = self.call("build")
         self.assertEqual((done.returncode, done.stderr), (0, "install-deps: cmake ninja-build\n"))
         self.assertEqual(self.calls.read_text(encoding="utf-8"),
-                         "update -qq\ninstall -y -qq --no-install-recommends cmake ninja-build\n")
+                         "update -qq\ninstall -y -qq --no-install-recommends --no-remove cmake ninja-build\n")
+
+    def test_libraries_for_arm64_are_those_of_arm64_and_tools_the_machines(self):
+        self.debian()
+        packages = self.listed("arm64")
+        self.assertLess({"cmake", "qt6-base-dev:arm64", "qemu-user"}, packages)
+        self.assertFalse(packages & {"cmake:arm64", "qt6-base-dev"})
+        self.debian(installed=packages - {"qt6-base-dev:arm64"} | {"qt6-base-dev"})
+        self.call("arm64")
+        self.assertEqual(self.calls.read_text(encoding="utf-8"),
+                         "--add-architecture arm64\nupdate -qq\n"
+                         "install -y -qq --no-install-recommends --no-remove qt6-base-dev:arm64\n")
 
     def test_nothing_is_called_when_all_is_there(self):
         self.debian()
