@@ -153,6 +153,15 @@ void CardText::endProperty()
         ended |= --depth == 0;
 }
 
+// As a parameter, for the library of cards: its later releases take a text without one for UTF-8.
+QByteArray CardText::charsetOf(const QByteArray &charset, const QByteArray &quotedPrintable)
+{
+    if (CardCharset::isKnown(charset))
+        return ";CHARSET=" + charset;
+    const QByteArray text = QByteArray::fromPercentEncoding(quotedPrintable, '=');
+    return QString::fromUtf8(text).contains(QChar::ReplacementCharacter) ? ";CHARSET=WINDOWS-1252" : "";
+}
+
 void CardText::write(const Property &property)
 {
     if (property.name == "PHOTO") {
@@ -166,8 +175,7 @@ void CardText::write(const Property &property)
     if (property.isQuotedPrintable) {
         value = wholeCharacters(value);
         card += ";ENCODING=QUOTED-PRINTABLE";
-        if (CardCharset::isKnown(property.charset))
-            card += ";CHARSET=" + property.charset;
+        card += charsetOf(property.charset, value);
     } else {
         value = CardCharset::toUtf8(value, property.charset);
     }

@@ -31,6 +31,7 @@ private:
 
     static Property parse(const QByteArray &line);
     static QByteArray photo(const Property &property);
+    static QByteArray charsetOf(const QByteArray &charset, const QByteArray &quotedPrintable);
 
     void addLine(const QByteArray &line);
     void endProperty();
