@@ -231,6 +231,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>هل تريد الاقتران بـ %1؟</translation>
     </message>
+    <message id="qtn_nfc_phone_hint">
+        <source>Hold an NFC tag against this phone</source>
+        <extracomment>Shown on the empty screen of the phone in the demo</extracomment>
+        <translation>ضع علامة NFC على هذا الهاتف</translation>
+    </message>
     <message id="qtn_nfc_receive_amount">
         <source>%L1 of %2</source>
         <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
@@ -282,6 +287,11 @@
         <source>Choose what to share</source>
         <extracomment>Title: what to share</extracomment>
         <translation>اختر ما تريد مشاركته</translation>
+    </message>
+    <message id="qtn_nfc_sett_about">
+        <source>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</source>
+        <extracomment>Explains NFC below the switches in the settings</extracomment>
+        <translation>ضع ظهر هذا الهاتف على علامة NFC لفتح الروابط وإضافة جهات الاتصال والاتصال بالأرقام، أو على جهاز آخر للاقتران به أو لمشاركة الملفات.</translation>
     </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>

@@ -219,6 +219,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>Mit %1 koppeln?</translation>
     </message>
+    <message id="qtn_nfc_phone_hint">
+        <source>Hold an NFC tag against this phone</source>
+        <extracomment>Shown on the empty screen of the phone in the demo</extracomment>
+        <translation>Halten Sie ein NFC-Tag an dieses Telefon</translation>
+    </message>
     <message id="qtn_nfc_receive_amount">
         <source>%L1 of %2</source>
         <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
@@ -242,7 +247,7 @@
     <message id="qtn_nfc_receive_tit">
         <source>Receiving file</source>
         <extracomment>Title of the sheet</extracomment>
-        <translation>Datei wird empfangen</translation>
+        <translation>Dateiempfang</translation>
     </message>
     <message id="qtn_nfc_seconds" numerus="yes">
         <source>%Ln seconds</source>
@@ -266,6 +271,11 @@
         <source>Choose what to share</source>
         <extracomment>Title: what to share</extracomment>
         <translation>Was möchten Sie teilen?</translation>
+    </message>
+    <message id="qtn_nfc_sett_about">
+        <source>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</source>
+        <extracomment>Explains NFC below the switches in the settings</extracomment>
+        <translation>Halten Sie die Rückseite des Telefons an ein NFC-Tag, um Links zu öffnen, Kontakte hinzuzufügen und Nummern anzurufen, oder an ein anderes Gerät, um es zu koppeln oder Dateien zu teilen.</translation>
     </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>

@@ -219,6 +219,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>Pair with %1?</translation>
     </message>
+    <message id="qtn_nfc_phone_hint">
+        <source>Hold an NFC tag against this phone</source>
+        <extracomment>Shown on the empty screen of the phone in the demo</extracomment>
+        <translation>Hold an NFC tag against this phone</translation>
+    </message>
     <message id="qtn_nfc_receive_amount">
         <source>%L1 of %2</source>
         <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
@@ -266,6 +271,11 @@
         <source>Choose what to share</source>
         <extracomment>Title: what to share</extracomment>
         <translation>Choose what to share</translation>
+    </message>
+    <message id="qtn_nfc_sett_about">
+        <source>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</source>
+        <extracomment>Explains NFC below the switches in the settings</extracomment>
+        <translation>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</translation>
     </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>

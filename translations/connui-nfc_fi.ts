@@ -219,6 +219,11 @@
         <extracomment>Title: %1 is the name of a Bluetooth device</extracomment>
         <translation>Muodostetaanko pari laitteen %1 kanssa?</translation>
     </message>
+    <message id="qtn_nfc_phone_hint">
+        <source>Hold an NFC tag against this phone</source>
+        <extracomment>Shown on the empty screen of the phone in the demo</extracomment>
+        <translation>Pidä NFC-tunnistetta tätä puhelinta vasten</translation>
+    </message>
     <message id="qtn_nfc_receive_amount">
         <source>%L1 of %2</source>
         <extracomment>Spoken, not shown: %L1 is how much of a file has arrived, %2 its size with its unit</extracomment>
@@ -266,6 +271,11 @@
         <source>Choose what to share</source>
         <extracomment>Title: what to share</extracomment>
         <translation>Valitse jaettava sisältö</translation>
+    </message>
+    <message id="qtn_nfc_sett_about">
+        <source>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</source>
+        <extracomment>Explains NFC below the switches in the settings</extracomment>
+        <translation>Pidä puhelimen takaosaa NFC-tunnistetta vasten, kun haluat avata linkkejä, lisätä yhteystietoja ja soittaa numeroihin, tai toista laitetta vasten, kun haluat muodostaa laiteparin tai jakaa tiedostoja.</translation>
     </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>

@@ -10,6 +10,7 @@
 #include "core/inputdelay.h"
 #include "screen/dialogs.h"
 #include "screen/prewarm.h"
+#include "screen/touchfeedback.h"
 
 using ConnUi::NfcFileReceiveSheet;
 
@@ -90,6 +91,7 @@ void ScreenFace::setProgress(quint64 received, quint64 size)
 void ScreenFace::indicateTouch()
 {
     touch.show();
+    giveTouchFeedback();
 }
 
 void ScreenFace::prepare()

@@ -8,8 +8,10 @@
 
 #include <DialogHelperWidget>
 #include <MButton>
+#include <MLabel>
 #include <MLayout>
 #include <MLinearLayoutPolicy>
+#include <MWidgetController>
 #include <NfcAdapter>
 #include <NfcPendingCall>
 #include <NfcSettingsView>
@@ -57,6 +59,18 @@ SimpleCheckBoxLabel *newDelayRow()
     return row;
 }
 
+MWidgetController *newExplanation()
+{
+    auto *text = new MLabel(qtTrId("qtn_nfc_sett_about"));
+    text->setStyleName(QStringLiteral("CommonSubTitle"));
+    text->setWordWrap(true);
+    auto *panel = new MWidgetController;
+    panel->setStyleName(QStringLiteral("CommonPanel"));
+    auto *policy = new MLinearLayoutPolicy(new MLayout(panel), Qt::Vertical);
+    policy->addItem(text);
+    return panel;
+}
+
 } // namespace
 
 SettingsWindow::SettingsWindow()
@@ -101,6 +115,7 @@ void SettingsWindow::showSettings()
     auto *policy = new MLinearLayoutPolicy(new MLayout(content), Qt::Vertical);
     policy->addItem(view);
     policy->addItem(newDelayRow());
+    policy->addItem(newExplanation());
     policy->addItem(new ClientStatus);
     page.setCentralWidget(new DialogHelperWidget(content));
 }

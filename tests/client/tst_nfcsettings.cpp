@@ -137,6 +137,7 @@ private Q_SLOTS:
     void settingThatCannotBeStoredGoesBack();
     void settingStoredElsewhereAppears();
     void questionsMayTakeLonger();
+    void settingsSayWhatNfcDoes();
     void clientThatIsNotAskedIsTold();
     void filesThatArriveCanBeShown();
 
@@ -390,6 +391,12 @@ void TestNfcSettings::questionsMayTakeLonger()
     QCOMPARE(stored.get(questionDelay), QVariant(qlonglong(1500)));
     stored.set(questionDelay, 500);
     QVERIFY(settings.shows(isOff));
+}
+
+void TestNfcSettings::settingsSayWhatNfcDoes()
+{
+    Settings settings;
+    QVERIFY(settings.shows(QStringLiteral("against an NFC tag to open links")));
 }
 
 void TestNfcSettings::clientThatIsNotAskedIsTold()

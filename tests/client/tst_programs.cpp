@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
@@ -28,6 +29,7 @@ private Q_SLOTS:
     void missingDisplayIsReported();
     void badArgumentsAreRefused_data() { addAll(); }
     void badArgumentsAreRefused();
+    void idlePhoneSaysWhatToDo();
     void signalsEndIt_data();
     void signalsEndIt();
     void startsNothingWithBlockedSignals_data() { addRemoteControlled(); }
@@ -117,6 +119,27 @@ void TestPrograms::badArgumentsAreRefused()
         QCOMPARE(process.exitCode(), 64);
         QVERIFY(process.readAllStandardError().startsWith(QTest::currentDataTag()));
     }
+}
+
+void TestPrograms::idlePhoneSaysWhatToDo()
+{
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("phone.png"));
+    QProcess process;
+    process.start(QStringLiteral(NFC_UI), {QStringLiteral("--phone"), QStringLiteral("--remote-control")});
+    process.write("picture " + file.toUtf8() + '\n');
+    QImage phone;
+    // A picture may be read while it is being written.
+    QTRY_VERIFY_WITH_TIMEOUT(phone.load(file) && phone.height() > phone.width(), 30000);
+    process.kill();
+    process.waitForFinished();
+    const QImage middle =
+        phone.copy(phone.width() / 6, phone.height() / 3, phone.width() * 2 / 3, phone.height() / 3);
+    QImage empty(middle.size(), middle.format());
+    empty.fill(phone.pixelColor(4, 4));
+    QVERIFY(middle != empty);
+    const QImage edge = phone.copy(0, 0, phone.width(), phone.height() / 3);
+    QCOMPARE(edge, empty.scaled(edge.size()));
 }
 
 void TestPrograms::terminalTakesNoOtherFace()
