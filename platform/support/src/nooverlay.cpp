@@ -1,7 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <QLatin1String>
-
 #include "support/overlay.h"
 
 namespace Support {

@@ -3,7 +3,8 @@
 #ifndef SUPPORT_OVERLAY_H
 #define SUPPORT_OVERLAY_H
 
-class QLatin1String;
+#include <QLatin1String>
+
 class QWidget;
 
 namespace Support {
