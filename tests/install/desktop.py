@@ -56,8 +56,12 @@ def desktop_file_is_whole(file):
 
 
 def metainfo_is_whole(file):
-    # It is there when it is set: see CONNUI_REPOSITORY.
-    is_accepted("appstreamcli", "validate", "--no-net", "--override=url-homepage-missing=info", file)
+    outcome = subprocess.run(["appstreamcli", "validate", "--no-net", file], capture_output=True, text=True, check=False)
+    # Later releases miss an address, which is there when CONNUI_REPOSITORY is set.
+    wrong = [line for line in outcome.stdout.splitlines()
+             if line.startswith(("E:", "W:")) and not line.endswith("url-homepage-missing")]
+    check(not wrong and (outcome.returncode == 0 or "url-homepage-missing" in outcome.stdout),
+          f"appstreamcli: {outcome.stdout.strip()}{outcome.stderr.strip()}")
     component = ElementTree.parse(file).getroot()
     for tag in ("name", "summary", "description/p"):
         found = component.findall(tag)
