@@ -54,11 +54,13 @@ void NfcPendingCallPrivate::finish(const QPointer<NfcPendingCall> &call, const Q
     if (!call)
         return;
     call->d->setOutcome(value, error);
-    // A slot may delete the call, and an event loop in a slot would, if it was to be deleted by then.
-    const QPointer<NfcPendingCall> announced(call);
+    // A slot may delete the call, and an event loop in a slot would, if it was to be deleted by then. The
+    // pointer that was handed over may go with the call.
+    NfcPendingCall *announced = call;
+    const QPointer<NfcPendingCall> left(announced);
     Q_EMIT announced->finished(announced);
-    if (announced)
-        announced->deleteLater();
+    if (left)
+        left->deleteLater();
 }
 
 void NfcPendingCallPrivate::finishLater(NfcPendingCall *call, const QVariant &value, const QDBusError &error)

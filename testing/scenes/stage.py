@@ -95,7 +95,7 @@ class Stage:
         applications = pathlib.Path(os.environ["XDG_DATA_HOME"], "applications")
         applications.mkdir(exist_ok=True)
         (applications / "dialer.desktop").write_text(
-            f"[Desktop Entry]\nType=Application\nName=Dialer\nExec={REPOSITORY}/testing/scenes/dialer %u\n")
+            f"[Desktop Entry]\nType=Application\nName=Dialer\nExec=\"{REPOSITORY}/testing/scenes/dialer\" %u\n")
         kinds = ("x-scheme-handler/tel", "x-scheme-handler/callto", "x-scheme-handler/sms", "text/plain")
         defaults = "".join(f"{kind}=dialer.desktop\n" for kind in kinds)
         pathlib.Path(os.environ["XDG_CONFIG_HOME"], "mimeapps.list").write_text("[Default Applications]\n" + defaults)

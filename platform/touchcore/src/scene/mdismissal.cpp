@@ -54,8 +54,10 @@ void MDismissal::cancel()
 void MDismissal::press(const QGraphicsSceneMouseEvent *event)
 {
     // A second button of the mouse, or a second finger.
-    if (dragging || (event->buttons() & ~event->button()))
-        return cancel();
+    if (dragging || (event->buttons() & ~event->button())) {
+        cancel();
+        return;
+    }
     MSceneWindow *front = manager->front();
     touched = nullptr;
     if (!front || !front->isDraggable() || event->button() != Qt::LeftButton || manager->slide.isMoving())
