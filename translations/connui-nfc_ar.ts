@@ -246,6 +246,16 @@
         <extracomment>Title: a file has arrived completely</extracomment>
         <translation>تم استلام الملف</translation>
     </message>
+    <message id="qtn_nfc_receive_fail_tit">
+        <source>File not received</source>
+        <extracomment>Title: a file has not arrived completely</extracomment>
+        <translation>لم يتم استلام الملف</translation>
+    </message>
+    <message id="qtn_nfc_receive_show">
+        <source>Show</source>
+        <extracomment>Button of a notification: shows the sheet of a file that arrives again</extracomment>
+        <translation>عرض</translation>
+    </message>
     <message id="qtn_nfc_receive_text">
         <source>From %1</source>
         <extracomment>%1 is the sender's name</extracomment>

@@ -79,10 +79,11 @@ void Deliveries::report(Place delivery)
 void Deliveries::giveUp(Place delivery)
 {
     qCWarning(clientLog, "%s does not answer", qUtf8Printable(delivery->handler.applicationId()));
-    hide(delivery);
     report(delivery);
-    queue->tell(notice(qtTrId("qtn_nfc_noanswer_tit"),
-                       qtTrId("qtn_nfc_noanswer_text").arg(nameOf(delivery->handler))));
+    // First, while the user may be looking at what is hidden then.
+    queue->tellBeside(notice(qtTrId("qtn_nfc_noanswer_tit"),
+                             qtTrId("qtn_nfc_noanswer_text").arg(nameOf(delivery->handler))));
+    hide(delivery);
 }
 
 void Deliveries::end(Place delivery)

@@ -28,6 +28,9 @@ public:
     /** Shows that something has touched the phone. */
     virtual void indicateTouch() = 0;
 
+    /** Returns whether the user looks at what this face shows, or has shown. */
+    virtual bool isInFront() const { return true; }
+
     /** Is called once, when there is time to make ready for the first question. */
     virtual void prepare() {}
 

@@ -101,6 +101,43 @@ void QuestionQueue::tell(const Question &notice, const Answered &answered)
     advance();
 }
 
+void QuestionQueue::tellBeside(const Question &notice, const Answered &answered,
+                               std::unique_ptr<DesktopNotification> replaced)
+{
+    if (paused || face->isInFront()) {
+        tell(notice, answered);
+        return;
+    }
+    // A device that sends a lot does not fill the desktop.
+    if (beside.size() >= capacity)
+        forget(beside.constFirst());
+    DesktopNotification *notification = replaced ? replaced.release() : new DesktopNotification;
+    notification->setParent(this);
+    beside.append(notification);
+    connect(
+        notification, &DesktopNotification::pressed, this,
+        [this, notification, notice, answered] {
+            forget(notification);
+            if (paused)
+                tell(notice, answered);
+            else if (answered)
+                answered({Answer::Yes, {}});
+        });
+    connect(notification, &DesktopNotification::closed, this, [this, notification] { forget(notification); });
+    connect(notification, &DesktopNotification::failed, this, [this, notification, notice, answered] {
+        forget(notification);
+        tell(notice, answered);
+    });
+    notification->show(notice);
+}
+
+void QuestionQueue::forget(DesktopNotification *notification)
+{
+    beside.removeOne(notification);
+    notification->disconnect(this);
+    notification->deleteLater();
+}
+
 int QuestionQueue::begin(const Question &notice, const Answered &answered)
 {
     const int number = append(ongoing, notice, answered);

@@ -11,6 +11,7 @@
 #include <QObject>
 #include <QTimer>
 
+#include "core/desktopnotification.h"
 #include "core/question.h"
 
 class Face;
@@ -46,6 +47,13 @@ public:
 
     /** Shows \a notice once; one that already waits or is visible is not shown again. */
     void tell(const Question &notice, const Answered &answered = {});
+
+    /**
+     * Shows \a notice in a notification of the desktop, in place of \a replaced, where no window of ours is
+     * in front and the desktop has notifications; otherwise as tell(). Its button is taken as Answer::Yes.
+     */
+    void tellBeside(const Question &notice, const Answered &answered = {},
+                    std::unique_ptr<DesktopNotification> replaced = {});
 
     /** Shows \a notice while there is nothing else to show, until it is answered or ended; returns its
      * number. */
@@ -87,6 +95,7 @@ private:
     bool isWaiting(const Entry &entry) const;
     void makeRoomFor(const Request &request);
     void ask(Entry *entry, const Question &question);
+    void forget(DesktopNotification *notification);
     void remove(Entries &entries, const Entry *entry);
     void release(Request *request);
     void answer(const Answer &answer);
@@ -102,6 +111,7 @@ private:
     QTimer staleness;
     int nextNumber = 0;
     bool paused = false;
+    QList<DesktopNotification *> beside; // the oldest first
 };
 
 #endif

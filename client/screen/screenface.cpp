@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include <QGuiApplication>
+
 #include <MDialog>
 #include <NfcFileReceiveSheet>
 
@@ -92,6 +94,11 @@ void ScreenFace::indicateTouch()
 {
     touch.show();
     giveTouchFeedback();
+}
+
+bool ScreenFace::isInFront() const
+{
+    return QGuiApplication::applicationState() == Qt::ApplicationActive;
 }
 
 void ScreenFace::prepare()

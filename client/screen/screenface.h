@@ -26,6 +26,7 @@ public:
     void setWaiting(qsizetype waiting) override;
     void setProgress(quint64 received, quint64 size) override;
     void indicateTouch() override;
+    bool isInFront() const override;
     void prepare() override;
 
 private:

@@ -6,9 +6,6 @@
 #include <limits>
 
 #include <QApplication>
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingReply>
 #include <QGraphicsScene>
 #include <QPropertyAnimation>
 #include <QSequentialAnimationGroup>
@@ -19,7 +16,6 @@
 #include <MWindow>
 
 #include "support/overlay.h"
-#include "support/whenanswered.h"
 
 using ConnUi::IndicationItem;
 using ConnUi::NfcOverlay;
@@ -30,8 +26,6 @@ namespace {
 constexpr int questionFollows = 500;
 constexpr int shownFor = 2000;
 constexpr int slideTime = 200;
-
-constexpr QLatin1String notifications("org.freedesktop.Notifications");
 
 // The one that the user looks at.
 MWindow *windowInFront(const QWidget *except = nullptr)
@@ -151,17 +145,7 @@ void TouchIndication::slideInto(MWindow *window)
 
 void TouchIndication::notify()
 {
-    QDBusMessage call =
-        QDBusMessage::createMethodCall(notifications, QStringLiteral("/org/freedesktop/Notifications"),
-                                       notifications, QStringLiteral("Notify"));
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("nfc-ui")},
-                            {QStringLiteral("transient"), true}};
-    call << QStringLiteral("nfc-ui") << notification << QStringLiteral("nfc-ui") << qtTrId("qtn_nfc_touched")
-         << QString() << QStringList() << hints << shownFor;
-    // A desktop without notifications goes on without them.
-    Support::whenAnswered(QDBusConnection::sessionBus().asyncCall(call), this,
-                          [this](const QDBusPendingReply<uint> &reply) {
-                              if (!reply.isError())
-                                  notification = reply.value();
-                          });
+    Question touched;
+    touched.title = qtTrId("qtn_nfc_touched");
+    notification.show(touched, shownFor);
 }

@@ -12,6 +12,8 @@
 #include <IndicationItem>
 #include <NfcOverlay>
 
+#include "core/desktopnotification.h"
+
 class MWindow;
 
 /**
@@ -51,7 +53,7 @@ private:
     std::optional<ConnUi::NfcOverlay> overlay;
     QPointer<ConnUi::IndicationItem> banner;
     QTimer awaitingQuestion;
-    quint32 notification = 0;
+    DesktopNotification notification;
 };
 
 #endif

@@ -26,6 +26,7 @@ public:
     void setWaiting(qsizetype now) override { waiting = now; }
     void setProgress(quint64 now, quint64) override { received = now; }
     void indicateTouch() override { ++touches; }
+    bool isInFront() const override { return inFront; }
 
     void answer(Answer::Choice choice, const QString &application = {})
     {
@@ -41,6 +42,7 @@ public:
     qsizetype waiting = 0;
     quint64 received = 0;
     int touches = 0;
+    bool inFront = true;
 };
 
 #endif

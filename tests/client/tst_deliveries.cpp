@@ -10,6 +10,7 @@
 #include "fakeface.h"
 #include "fakehandler.h"
 #include "fakeohm.h"
+#include "fakeservice.h"
 
 using ConnUi::NdefMessageHandler;
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void handlerThatTakesItsTimeIsShown();
     void userCanCloseWhatIsShown();
     void handlerThatHangsIsNamed();
+    void handlerThatHangsIsNamedByTheDesktopBehindOtherWindows();
     void secondMessageWaitsForTheFirst();
     void otherHandlerDoesNotWait();
 
@@ -141,6 +143,26 @@ void TestDeliveries::handlerThatHangsIsNamed()
              QStringList{QStringLiteral("viewer has not accepted the content of the tag.")});
     // The daemon does not wait any longer than the user.
     QCOMPARE(handedOver.size(), 1);
+    fake->release(QStringLiteral("NDEFData"));
+    deliver(viewer(), "two");
+    QTRY_COMPARE(handedOver, (QList<QByteArray>{"one", "two"}));
+}
+
+void TestDeliveries::handlerThatHangsIsNamedByTheDesktopBehindOtherWindows()
+{
+    FakeService desktop(QDBusConnection::SessionBus, QStringLiteral("org.freedesktop.Notifications"));
+    desktop.reply(QStringLiteral("Notify"), {7U});
+    desktop.start();
+    face->inFront = false;
+    fake->hold(QStringLiteral("NDEFData"));
+    deliver(viewer(), "one");
+    QTest::ignoreMessage(QtWarningMsg, "viewer does not answer");
+    QTRY_COMPARE_WITH_TIMEOUT(desktop.calls(QStringLiteral("Notify")).size(), 1, longEnough);
+    const QVariantList shown = desktop.calls(QStringLiteral("Notify")).constFirst().arguments;
+    QCOMPARE(shown.at(3).toString(), QStringLiteral("No answer"));
+    QCOMPARE(shown.at(4).toString(), QStringLiteral("viewer has not accepted the content of the tag."));
+    QVERIFY(!face->shown);
+    QVERIFY(!face->history.contains(QStringLiteral("No answer")));
     fake->release(QStringLiteral("NDEFData"));
     deliver(viewer(), "two");
     QTRY_COMPARE(handedOver, (QList<QByteArray>{"one", "two"}));

@@ -50,6 +50,7 @@ private Q_SLOTS:
     void everyQuestionTakesInputAfterADelay();
     void userMayHaveMoreTime_data();
     void userMayHaveMoreTime();
+    void onlyAWindowInUseIsInFront();
 };
 
 void TestScreenFace::everyQuestionTakesInputAfterADelay_data()
@@ -104,6 +105,16 @@ void TestScreenFace::userMayHaveMoreTime()
     question.kind = Question::EmptyTag;
     face.show(question);
     QCOMPARE(shownDialog()->inputDelay(), delay);
+}
+
+void TestScreenFace::onlyAWindowInUseIsInFront()
+{
+    ScreenFace face;
+    QTRY_VERIFY(!face.isInFront());
+    Question question;
+    question.title = QStringLiteral("A title");
+    face.show(question);
+    QTRY_VERIFY(face.isInFront());
 }
 
 QTEST_MAIN(TestScreenFace)
