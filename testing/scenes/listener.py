@@ -76,7 +76,6 @@ class Listener(Screen):
         self.hears("Choose another application")
         self.asks("Choose application")
         self.hears(application)
-        self.hears("OK")
 
     def cannot_choose(self, application):
         self.hears("Choose another application")

@@ -262,7 +262,7 @@ def number_left_to_right(stage, step):
     """A number runs left to right in any language"""
     tap = stage.tap("uri", "tel:+15550100")
     asks(stage, step, "the number stands between marks",
-         "Contact on tag | Phone number | \ufffd+15550100\ufffd | [Call] | [Discard] | [View]")
+         "Contact on tag | Phone number | \ufffd+15550100\ufffd | [Call] | [View] | [Discard]")
     goes_back(stage, step)
     decided(tap, step, "rejected", 1)
 

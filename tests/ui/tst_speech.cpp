@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <algorithm>
 #include <functional>
 #include <memory>
+#include <utility>
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -161,12 +163,12 @@ void TestSpeech::everyQuestionIsHeardAndAnswered_data()
     QTest::newRow("phone number") << Spoken{uri("tel:+358501234567", QString()),
                                             text("qtn_nfc_tags_contact_tit"),
                                             {QStringLiteral("+358501234567")},
-                                            {text("qtn_comm_call"), discard, view}};
+                                            {text("qtn_comm_call"), view, discard}};
     QTest::newRow("text message") << Spoken{
         uri("sms:+358501234567?body=Zone%20A", QString()),
         text("qtn_nfc_tags_sms_tit"),
         {text("qtn_nfc_tags_sms_receiver").arg(QStringLiteral("+358501234567")), QStringLiteral("Zone A")},
-        {text("qtn_comm_send"), discard, view}};
+        {text("qtn_comm_send"), view, discard}};
     QTest::newRow("store link") << Spoken{
         [] { return new NfcTagReadPermissionDialog(QStringLiteral("ruvostore:link"), QString()); },
         text("qtn_nfc_tags_store_tit"),
@@ -181,7 +183,7 @@ void TestSpeech::everyQuestionIsHeardAndAnswered_data()
         },
         text("qtn_nfc_tags_gen_tit"),
         {text("qtn_nfc_tags_app_txt").arg(QStringLiteral("Tag viewer"))},
-        {text("qtn_nfc_tags_open"), discard, longest("qtn_nfc_tags_change_app_open")}};
+        {text("qtn_nfc_tags_open"), longest("qtn_nfc_tags_change_app_open"), discard}};
     QTest::newRow("pairing") << Spoken{[] { return new NfcPairingDialog(headset); },
                                        text("qtn_nfc_connect_tit"),
                                        {text("qtn_nfc_connect_text")},
@@ -239,9 +241,13 @@ void TestSpeech::everyQuestionIsHeardAndAnswered()
     QVERIFY(heard->is("modal"));
 
     const QList<MButtonModel *> models = dialog->buttons();
-    for (qsizetype i = 0; i < spoken.buttons.size(); ++i) {
-        QSignalSpy pressed(models.at(i), &MButtonModel::clicked);
-        QVERIFY2(reader->press(spoken.buttons.at(i)), qPrintable(spoken.buttons.at(i)));
+    for (const QString &button : std::as_const(spoken.buttons)) {
+        const auto model = std::find_if(models.cbegin(), models.cend(), [&button](const MButtonModel *model) {
+            return model->text().startsWith(button); // its first variant
+        });
+        QVERIFY2(model != models.cend(), qPrintable(button));
+        QSignalSpy pressed(*model, &MButtonModel::clicked);
+        QVERIFY2(reader->press(button), qPrintable(button));
         QTRY_COMPARE(pressed.count(), 1);
         // The choice of another application stands above the question.
         if (dialog->sceneManager()) {
@@ -262,10 +268,8 @@ void TestSpeech::applicationIsChosen()
              QStringList({QStringLiteral("Tag viewer"), QStringLiteral("Notes")}));
     QVERIFY(tree.find("list item", QStringLiteral("Tag viewer"))->is("selected"));
     QVERIFY(reader->press(QStringLiteral("Notes")));
-    QVERIFY(reader->hears(QStringLiteral("object:state-changed:selected"), QStringLiteral("Notes")));
-    if (dialog.sceneManager())
-        QVERIFY(reader->press(QStringLiteral("OK")));
-    QTRY_COMPARE(dialog.selectedApplication(), QStringLiteral("notes"));
+    QTRY_VERIFY(!dialog.sceneManager());
+    QCOMPARE(dialog.selectedApplication(), QStringLiteral("notes"));
 }
 
 void TestSpeech::settingsRowsAreSwitched()
