@@ -1,9 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
-#include <algorithm>
 #include <functional>
 #include <memory>
-#include <utility>
 
 #include <QApplication>
 #include <QRegularExpression>
@@ -241,12 +239,11 @@ void TestSpeech::everyQuestionIsHeardAndAnswered()
     QVERIFY(heard->is("modal"));
 
     const QList<MButtonModel *> models = dialog->buttons();
-    for (const QString &button : std::as_const(spoken.buttons)) {
-        const auto model = std::find_if(models.cbegin(), models.cend(), [&button](const MButtonModel *model) {
-            return model->text().startsWith(button); // its first variant
-        });
-        QVERIFY2(model != models.cend(), qPrintable(button));
-        QSignalSpy pressed(*model, &MButtonModel::clicked);
+    QCOMPARE(models.size(), spoken.buttons.size());
+    for (const MButtonModel *model : models) {
+        // Its shorter variants follow.
+        const QString button = model->text().section(M::lengthVariantSeparator, 0, 0);
+        QSignalSpy pressed(model, &MButtonModel::clicked);
         QVERIFY2(reader->press(button), qPrintable(button));
         QTRY_COMPARE(pressed.count(), 1);
         // The choice of another application stands above the question.
