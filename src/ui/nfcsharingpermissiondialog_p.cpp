@@ -42,7 +42,8 @@ QString NfcSharingPermissionDialogPrivate::fileText(NfcSharingPermissionDialog *
     if (mimeType.startsWith(QLatin1String("image"), Qt::CaseInsensitive) ||
         mimeType.startsWith(QLatin1String("video"), Qt::CaseInsensitive))
         requestThumbnail(dialog, file, mimeType);
-    return qtTrId("qtn_nfc_share_img").arg(QFileInfo(file).fileName());
+    const QString name = QFileInfo(file).fileName();
+    return qtTrId("qtn_nfc_share_img").arg(name.isEmpty() ? qtTrId("qtn_nfc_unnamed_file") : name);
 }
 
 QString NfcSharingPermissionDialogPrivate::listText() const

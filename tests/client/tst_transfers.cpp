@@ -245,7 +245,7 @@ void TestTransfers::endIsANoticeWithoutADesktop()
 
 void TestTransfers::desktopIsNotStarted()
 {
-    desktop->stop();
+    desktop->kill();
     desktop->makeActivatable();
     putAway();
     end(completed);
@@ -305,6 +305,7 @@ void TestTransfers::failureIsANotificationBehindOtherWindows()
 
 void TestTransfers::cancelingIsNoFailure()
 {
+    face->inFront = true;
     start();
     face->answer(Answer::No);
     QTRY_COMPARE(daemon->calls(QStringLiteral("CancelTransfer")).size(), 1);
