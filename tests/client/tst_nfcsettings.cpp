@@ -99,12 +99,18 @@ public:
         return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
     }
 
-    QString errors() { return QString::fromUtf8(process.readAllStandardError()); }
+    // All that it has written there so far.
+    QString errors()
+    {
+        written += QString::fromUtf8(process.readAllStandardError());
+        return written;
+    }
 
     QProcess process;
 
 private:
     QString screen;
+    QString written;
 };
 
 } // namespace
