@@ -8,6 +8,7 @@ import os
 import pathlib
 import subprocess
 import tempfile
+import time
 
 from faces import Phone
 from stage import Stage
@@ -16,6 +17,9 @@ from stage import Stage
 CONVERT = "/usr/bin/convert"
 PHONE = "Phone"
 PANEL = "Hold something against the phone"
+# In seconds: a question takes no taps at first, and the banner goes after two seconds.
+TAKES_TAPS = 1
+BANNER_GONE = 3
 
 
 def xdotool(*arguments):
@@ -31,11 +35,12 @@ def grab(path):
     return subprocess.run(["identify", "-format", "%#", path], check=True, capture_output=True).stdout
 
 
-def settled(path):
-    """Takes a picture of the screen once nothing moves on it any more."""
-    before = grab(path)
-    while (now := grab(path)) != before:
-        before = now
+def settled(path, still):
+    """Takes a picture of the screen once nothing has moved on it for so many seconds."""
+    before, since = grab(path), time.monotonic()
+    while time.monotonic() - since < still:
+        if (now := grab(path)) != before:
+            before, since = now, time.monotonic()
     return path
 
 
@@ -50,14 +55,14 @@ def main():
         stage.start("panel", "nfc-panel")
         place(PHONE, 0)
         place(PANEL, 490)
-        settled(frames[0])
+        settled(frames[0], TAKES_TAPS)
         # The second button is the phone number, about which the user is always asked.
         xdotool("search", "--name", PANEL, "windowfocus", "--sync", "key", "Tab", "key", "space")
         stage.client.says("+15550100")
-        settled(frames[1])
+        settled(frames[1], TAKES_TAPS)
         stage.client.hears("press Call")
         stage.dials("tel:+15550100")
-        settled(frames[2])
+        settled(frames[2], BANNER_GONE)
         # Every frame stays for as long as it takes to read it, in hundredths of a second.
         subprocess.run([CONVERT, "-loop", "0", "-delay", "150", frames[0], "-delay", "300", *frames[1:],
                         "-layers", "Optimize", arguments.picture], check=True)
