@@ -148,7 +148,7 @@ bool FakeService::isOnBus() const
 
 void FakeService::makeActivatable(const QString &command)
 {
-    const QString fake = QStringLiteral(FAKE_SERVICE " %1 %2 own").arg(busWord(busType), serviceName);
+    const QString fake = QStringLiteral("\"" FAKE_SERVICE "\" %1 %2 own").arg(busWord(busType), serviceName);
     const QString exec = command.isEmpty() ? fake : command;
     serviceFile = QDir(serviceFolder(busType)).filePath(serviceName + QLatin1String(".service"));
     QFile file(serviceFile);

@@ -47,9 +47,9 @@ def install(source, command):
         shutil.copy(source / name, data / place)
     # The output of a program that the bus starts is lost: here it goes into a file.
     start = folder / "start.sh"
-    start.write_text(f"echo $$ >{folder}/pid; exec {command} >{folder}/output\n")
+    start.write_text(f'echo $$ >"{folder}/pid"; exec {command} >"{folder}/output"\n')
     service = (source / "org.example.Shopping.service").read_text()
-    service = re.sub("Exec=.*", f"Exec=/bin/sh {start}", service)
+    service = re.sub("Exec=.*", f'Exec=/bin/sh "{start}"', service)
     (data / "dbus-1/services/org.example.Shopping.service").write_text(service)
     session.call_blocking("org.freedesktop.DBus", "/", "org.freedesktop.DBus", "ReloadConfig", "", ())
 
@@ -113,7 +113,7 @@ subprocess.run(["cmake", "-S", source, "-B", folder / "build", "-G", "Ninja", *c
 subprocess.run(["cmake", "--build", folder / "build"], check=True, stdout=subprocess.DEVNULL)
 daemon = Actor("daemon", [programs / "nfcd-sim"])
 daemon.says("ready")
-for command in (folder / "build/shopping", f"{PYTHON} {source}/shopping.py"):
+for command in (f'"{folder}/build/shopping"', f'{PYTHON} "{source}/shopping.py"'):
     expect(deliver(source, command).splitlines()[0], f"taken: {message.hex()}")
 daemon.is_dismissed()
 try_as_printed()

@@ -33,7 +33,7 @@ class Newcomer:
         """Lets the bus start the installed daemon, as a machine's own bus does."""
         service = self._prefix / "share/dbus-1/system-services/com.tavix.nfc.service"
         lines = service.read_text().splitlines()
-        daemon = f"Exec={self._prefix}/bin/nfcd-sim"
+        daemon = f'Exec="{self._prefix}/bin/nfcd-sim"'
         text = "\n".join(daemon if line.startswith("Exec=") else line for line in lines)
         pathlib.Path(os.environ["CONNUI_SYSTEM_SERVICES"], service.name).write_text(text + "\n")
         self.run("dbus-send", "--system", "--print-reply", "--dest=com.tavix.nfc", "/",
