@@ -16,14 +16,15 @@
 namespace {
 
 constexpr QLatin1String notifications("org.freedesktop.Notifications");
-constexpr QLatin1String objectPath("/org/freedesktop/Notifications");
+constexpr QLatin1String notificationsPath("/org/freedesktop/Notifications");
 // The keys of the two actions: a tap on the notification itself, and its button.
 constexpr QLatin1String tap("default");
 constexpr QLatin1String button("grant");
 
 QDBusMessage callOf(const QString &method)
 {
-    QDBusMessage call = QDBusMessage::createMethodCall(notifications, objectPath, notifications, method);
+    QDBusMessage call =
+        QDBusMessage::createMethodCall(notifications, notificationsPath, notifications, method);
     call.setAutoStartService(false);
     return call;
 }
@@ -87,9 +88,9 @@ void DesktopNotification::listen()
     if (notice.yes.isEmpty() || std::exchange(isListening, true))
         return;
     QDBusConnection bus = QDBusConnection::sessionBus();
-    bus.connect(notifications, objectPath, notifications, QStringLiteral("ActionInvoked"), this,
+    bus.connect(notifications, notificationsPath, notifications, QStringLiteral("ActionInvoked"), this,
                 SLOT(takeAction(uint)));
-    bus.connect(notifications, objectPath, notifications, QStringLiteral("NotificationClosed"), this,
+    bus.connect(notifications, notificationsPath, notifications, QStringLiteral("NotificationClosed"), this,
                 SLOT(takeEnd(uint)));
 }
 
