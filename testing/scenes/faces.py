@@ -32,7 +32,7 @@ class Terminal:
     def cannot_choose(self, application):
         self.chooses(application)
 
-    def has_been_read(self):
+    def has_been_read(self, _button):
         """What is only told needs no answer here."""
 
     def counts(self, number):
@@ -88,8 +88,8 @@ class Screen:
         self._client.says(f"failed: select {application}")
         self._client.hears("escape")
 
-    def has_been_read(self):
-        self._client.hears("press OK")
+    def has_been_read(self, button):
+        self._client.hears(f"press {button}")
 
     def counts(self, number):
         self._client.says(f"{number} more")

@@ -83,8 +83,8 @@ class Listener(Screen):
         assert self._ask(do="press", name=application) is not True
         self.goes_back()
 
-    def has_been_read(self):
-        self.hears("OK")
+    def has_been_read(self, button):
+        self.hears(button)
 
     def counts(self, number):
         self.asks(f"{number} more")

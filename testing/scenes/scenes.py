@@ -77,8 +77,8 @@ def goes_back(stage, step):
     step("the user goes back", stage.face.goes_back)
 
 
-def has_been_read(stage, step):
-    step("the user has read it", stage.face.has_been_read)
+def has_been_read(stage, step, button="OK"):
+    step("the user has read it", lambda: stage.face.has_been_read(button))
 
 
 def is_clear(stage, step):

@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: LGPL-2.1-or-later
 """Files that arrive."""
 
-from scenes import HEADSET, answers, asks, decided, is_clear, is_dialed, scene, screen_scene
+from scenes import HEADSET, answers, asks, decided, has_been_read, is_clear, is_dialed, scene, screen_scene
 
 FIVE_MEGABYTES = "5000000"
 
@@ -67,6 +67,8 @@ def abandoned_file(stage, step):
     tap = stage.tap("receive", "film.mkv", FIVE_MEGABYTES, "2500000", "--cancel-after", "4000000")
     asks(stage, step, "the client tells what comes, and from whom", "Receiving file", "From Ada's phone")
     decided(tap, step, "canceled", 2)
+    asks(stage, step, "the client tells that it did not come", "File not received", "film.mkv")
+    has_been_read(stage, step, "Close")
     is_clear(stage, step)
 
 
