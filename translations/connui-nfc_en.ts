@@ -513,11 +513,6 @@
         <extracomment>In place of the name of a device that has none</extracomment>
         <translation>unnamed device</translation>
     </message>
-    <message id="qtn_nfc_unnamed_file">
-        <source>a file without a name</source>
-        <extracomment>In place of the name of a file that has none, in the question whether to send it</extracomment>
-        <translation>a file without a name</translation>
-    </message>
     <message id="qtn_nfc_viewer_address">
         <source>Address</source>
         <extracomment>Label of a postal address on a contact card</extracomment>

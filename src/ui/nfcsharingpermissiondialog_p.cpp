@@ -42,8 +42,7 @@ QString NfcSharingPermissionDialogPrivate::fileText(NfcSharingPermissionDialog *
     if (mimeType.startsWith(QLatin1String("image"), Qt::CaseInsensitive) ||
         mimeType.startsWith(QLatin1String("video"), Qt::CaseInsensitive))
         requestThumbnail(dialog, file, mimeType);
-    const QString name = QFileInfo(file).fileName();
-    return qtTrId("qtn_nfc_share_img").arg(name.isEmpty() ? qtTrId("qtn_nfc_unnamed_file") : name);
+    return qtTrId("qtn_nfc_share_img").arg(QFileInfo(file).fileName());
 }
 
 QString NfcSharingPermissionDialogPrivate::listText() const

@@ -115,8 +115,8 @@ private Q_SLOTS:
     void init();
     void severalThingsShowTheirNumber_data();
     void severalThingsShowTheirNumber();
-    void fileWithoutANameIsCalledThat_data();
-    void fileWithoutANameIsCalledThat();
+    void emptyListShowsAnEmptyName_data();
+    void emptyListShowsAnEmptyName();
     void contactShowsBothNamesAndTheAvatar();
     void contactWithoutAvatarIsLogged();
     void contactWithoutCardHasNoName();
@@ -203,20 +203,19 @@ void TestNfcSharingPermissionDialog::severalThingsShowTheirNumber()
     QCOMPARE(shownWidgets<MImageWidget>(shown.dialog.data()).size(), 1);
 }
 
-void TestNfcSharingPermissionDialog::fileWithoutANameIsCalledThat_data()
+void TestNfcSharingPermissionDialog::emptyListShowsAnEmptyName_data()
 {
     QTest::addColumn<QStringList>("resources");
     QTest::newRow("no resources") << QStringList();
     QTest::newRow("an empty resource") << QStringList(QString());
-    QTest::newRow("a folder") << QStringList(text("/home/user/"));
 }
 
-void TestNfcSharingPermissionDialog::fileWithoutANameIsCalledThat()
+void TestNfcSharingPermissionDialog::emptyListShowsAnEmptyName()
 {
     QFETCH(QStringList, resources);
     const Shown shown(resources);
     QVERIFY(shown.ready);
-    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(text("a file without a name"))}));
+    QCOMPARE(shown.labels(), QStringList({title, sentence.arg(QString())}));
     QVERIFY(!shown.hasPicture());
 }
 
@@ -314,6 +313,7 @@ void TestNfcSharingPermissionDialog::fileShowsItsName_data()
     QTest::newRow("URL") << text("file:///home/user/notes.txt") << text("notes.txt");
     QTest::newRow("relative path") << text("notes.txt") << text("notes.txt");
     QTest::newRow("blanks") << text("/home/user/two words.txt") << text("two words.txt");
+    QTest::newRow("folder") << text("/home/user/") << QString();
     QTest::newRow("other letters") << QStringLiteral(u"/home/\u00e4\u4e2d.txt")
                                    << QStringLiteral(u"\u00e4\u4e2d.txt");
     QTest::newRow("long") << QString(QLatin1Char('/') + QString(3000, QLatin1Char('x')))
