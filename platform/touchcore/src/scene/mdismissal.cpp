@@ -28,16 +28,15 @@ constexpr qreal flickSpeed = 0.6; // pixels a millisecond
 
 bool MDismissal::takes(const QEvent *event)
 {
-    const auto *mouse = static_cast<const QGraphicsSceneMouseEvent *>(event);
     switch (event->type()) {
     case QEvent::GraphicsSceneMousePress:
     case QEvent::GraphicsSceneMouseDoubleClick:
-        press(mouse);
+        press(static_cast<const QGraphicsSceneMouseEvent *>(event));
         return dragging;
     case QEvent::GraphicsSceneMouseMove:
-        return touched && move(mouse);
+        return touched && move(static_cast<const QGraphicsSceneMouseEvent *>(event));
     case QEvent::GraphicsSceneMouseRelease:
-        return touched && release(mouse);
+        return touched && release(static_cast<const QGraphicsSceneMouseEvent *>(event));
     default:
         return false;
     }
