@@ -70,9 +70,11 @@ void Transfers::showAgain(uint number)
 
 void Transfers::start(uint number, const QString &sender, const QString &name, qulonglong size)
 {
+    // A daemon that uses the number again has lost the file before, and its sheet would answer for this one.
+    end(number, QString(), QString());
     Transfer transfer;
     transfer.file = {deviceName(sender), ConnUi::foreignName(name, QStringLiteral("?")), 0, size};
-    transfers.insert_or_assign(number, std::move(transfer));
+    transfers.emplace(number, std::move(transfer));
     show(number);
 }
 

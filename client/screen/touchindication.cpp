@@ -65,6 +65,8 @@ TouchIndication::TouchIndication(const MWindow *phone) : phone(phone)
     awaitingQuestion.setSingleShot(true);
     awaitingQuestion.setInterval(questionFollows);
     connect(&awaitingQuestion, &QTimer::timeout, this, &TouchIndication::notify);
+    // The first time it waits for the compositor, which no question should.
+    Support::hasOverlays();
 }
 
 TouchIndication::~TouchIndication()

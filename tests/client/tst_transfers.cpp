@@ -55,6 +55,7 @@ private Q_SLOTS:
     void failureIsANoticeInFront();
     void failureIsANotificationBehindOtherWindows();
     void cancelingIsNoFailure();
+    void numberThatIsUsedAgainEndsTheFileBefore();
     void failuresDoNotFillTheDesktop();
 
 private:
@@ -314,6 +315,22 @@ void TestTransfers::cancelingIsNoFailure()
     start(QStringLiteral("other.mkv"));
     QCOMPARE(desktop->calls(notify).size(), 0);
     QVERIFY(!face->history.contains(QStringLiteral("File not received")));
+}
+
+void TestTransfers::numberThatIsUsedAgainEndsTheFileBefore()
+{
+    face->inFront = true;
+    start();
+    start(QStringLiteral("other.mkv"));
+    QTRY_COMPARE(face->title(), QStringLiteral("File not received"));
+    QCOMPARE(face->shown->data, QStringLiteral("film.mkv"));
+    face->answer(Answer::No);
+    QCOMPARE(face->shown->data, QStringLiteral("other.mkv"));
+    end(canceled);
+    QTRY_COMPARE(face->title(), QStringLiteral("File not received"));
+    face->answer(Answer::No);
+    // The sheet of the one before is not left.
+    QVERIFY(!face->shown);
 }
 
 void TestTransfers::failuresDoNotFillTheDesktop()

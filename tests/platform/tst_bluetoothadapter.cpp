@@ -30,6 +30,13 @@ BluetoothDevice device(const QString &address)
     return BluetoothDevice({{QStringLiteral("Address"), address}});
 }
 
+bool refuseDiscovery(BlueZMock *bluez)
+{
+    return bluez->addAdapterMethod(QStringLiteral("StartDiscovery"), QString(), QString(),
+                                   QStringLiteral("raise dbus.exceptions.DBusException('Resource Not Ready', "
+                                                  "name='org.bluez.Error.NotReady')"));
+}
+
 // BlueZ whose list of objects is what the test says.
 struct OddBlueZ : DBusMock
 {
@@ -428,10 +435,7 @@ void TestBluetoothAdapter::otherDevicesAreIgnored()
 void TestBluetoothAdapter::refusedDiscoveryFails()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready &&
-            bluez.addAdapterMethod(QStringLiteral("StartDiscovery"), QString(), QString(),
-                                   QStringLiteral("raise dbus.exceptions.DBusException('Resource Not Ready', "
-                                                  "name='org.bluez.Error.NotReady')")));
+    QVERIFY(bluez.ready && refuseDiscovery(&bluez));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     adapter->startCreatingDevice(device(peerAddress));
@@ -456,10 +460,7 @@ void TestBluetoothAdapter::refusedListOfDevicesFails()
 void TestBluetoothAdapter::deviceThatComesAfterAFailureIsNotReported()
 {
     BlueZMock bluez;
-    QVERIFY(bluez.ready &&
-            bluez.addAdapterMethod(QStringLiteral("StartDiscovery"), QString(), QString(),
-                                   QStringLiteral("raise dbus.exceptions.DBusException('Resource Not Ready', "
-                                                  "name='org.bluez.Error.NotReady')")));
+    QVERIFY(bluez.ready && refuseDiscovery(&bluez));
     const std::unique_ptr<BluetoothAdapter> adapter(BluetoothAdapter::defaultAdapter());
     Outcome outcome(adapter.get());
     // The failure's slot keeps the one that failed from being deleted while a second attempt finds the

@@ -287,6 +287,9 @@ void TestContactExporter::nameIsRead_data()
     QTest::newRow("no charset and no UTF-8")
         << card("3.0", "N:M\xe4kel\xe4;\x80uro\r\n") << QStringLiteral(u"\u20acuro")
         << QStringLiteral(u"M\u00e4kel\u00e4");
+    QTest::newRow("quoted-printable, no charset and UTF-8 with the character for unknown ones")
+        << card("2.1", "N;ENCODING=QUOTED-PRINTABLE:M=C3=A4kel=EF=BF=BD;=C3=A4uro\r\n")
+        << QStringLiteral(u"\u00e4uro") << QStringLiteral(u"M\u00e4kel\ufffd");
     QTest::newRow("quoted-printable, no charset and no UTF-8")
         << card("2.1", "N;ENCODING=QUOTED-PRINTABLE:M=E4kel=E4;=80uro\r\n") << QStringLiteral(u"\u20acuro")
         << QStringLiteral(u"M\u00e4kel\u00e4");

@@ -158,8 +158,8 @@ QByteArray CardText::charsetOf(const QByteArray &charset, const QByteArray &quot
 {
     if (CardCharset::isKnown(charset))
         return ";CHARSET=" + charset;
-    const QByteArray text = QByteArray::fromPercentEncoding(quotedPrintable, '=');
-    return QString::fromUtf8(text).contains(QChar::ReplacementCharacter) ? ";CHARSET=WINDOWS-1252" : "";
+    const bool isUtf8 = QByteArray::fromPercentEncoding(quotedPrintable, '=').isValidUtf8();
+    return isUtf8 ? "" : ";CHARSET=WINDOWS-1252";
 }
 
 void CardText::write(const Property &property)
