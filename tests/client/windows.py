@@ -39,12 +39,26 @@ def running(*command, log=None, **environment):
     try:
         yield process
     finally:
-        process.terminate()
-        process.wait()
+        end(process)
+
+
+def end(process):
+    process.terminate()
+    try:
+        process.wait(PATIENCE)
+    except subprocess.TimeoutExpired:
+        sys.exit(f"windows: {process.args[0]} does not end: {threads_of(process)}")
+
+
+def threads_of(process):
+    """Of each thread its name, and which part of the kernel it waits in."""
+    return [[(task / name).read_text().strip() for name in ("comm", "wchan")]
+            for task in pathlib.Path(f"/proc/{process.pid}/task").iterdir()]
 
 
 def output_of(*command):
-    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False).stdout
+    return subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, check=False,
+                          timeout=PATIENCE).stdout
 
 
 def is_on_bus(bus, name):
@@ -72,8 +86,7 @@ def question():
         yield
     finally:
         if tap:
-            tap.terminate()
-            tap.wait()
+            end(tap)
 
 
 def windows_of(process):

@@ -16,7 +16,10 @@ class Newcomer:
         self.folder = pathlib.Path(folder)
         shutil.rmtree(self.folder, ignore_errors=True)
         self.folder.mkdir(parents=True)
-        libraries = next(self._prefix.glob("lib*/**/libconnui-nfc.so")).parent
+        # A shell takes what pkg-config prints apart at every blank.
+        link = pathlib.Path(os.environ["HOME"], "prefix")
+        link.symlink_to(self._prefix)
+        libraries = next(link.glob("lib*/**/libconnui-nfc.so")).parent
         # Building must know the prefix; what is in it, and what is built, runs without.
         self._environment = dict(
             os.environ,
