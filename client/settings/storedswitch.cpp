@@ -2,13 +2,23 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "settings/storedswitch.h"
 
+#include <QFileInfo>
 #include <QSignalBlocker>
+#include <QStandardPaths>
 
 #include <MMessageBox>
 
 namespace {
 
-constexpr int interval = 1000; // milliseconds: the store does not announce what others store
+// The folder of the settings; while there is none, the nearest one above it.
+QString watchableFolder()
+{
+    QString folder =
+        QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/connui");
+    while (!QFileInfo::exists(folder))
+        folder = QFileInfo(folder).path();
+    return folder;
+}
 
 } // namespace
 
@@ -18,13 +28,27 @@ StoredSwitch::StoredSwitch(MButton *button, const std::function<bool()> &isStore
     , isStored(isStored)
 {
     connect(button, &MButton::toggled, this, &StoredSwitch::check);
-    connect(&timer, &QTimer::timeout, this, &StoredSwitch::follow);
+    connect(&watcher, &QFileSystemWatcher::directoryChanged, this, &StoredSwitch::follow);
     follow();
-    timer.start(interval);
+}
+
+// Asking time and again would keep a phone awake.
+void StoredSwitch::watch()
+{
+    // A folder that comes between the look and the watch is found by the next look.
+    QString folder = watchableFolder();
+    while (!watcher.directories().contains(folder)) {
+        if (!watcher.directories().isEmpty())
+            watcher.removePaths(watcher.directories());
+        if (!watcher.addPath(folder))
+            return;
+        folder = watchableFolder();
+    }
 }
 
 void StoredSwitch::follow()
 {
+    watch();
     // Not stored once more: somebody else may be about to change it.
     const QSignalBlocker blocker(button);
     button->setChecked(isStored());

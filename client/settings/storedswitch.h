@@ -5,8 +5,8 @@
 
 #include <functional>
 
+#include <QFileSystemWatcher>
 #include <QObject>
-#include <QTimer>
 
 #include <MButton>
 
@@ -23,12 +23,13 @@ public:
     StoredSwitch(MButton *button, const std::function<bool()> &isStored, QObject *parent);
 
 private:
+    void watch();
     void follow();
     void check(bool wanted);
 
     MButton *const button;
     const std::function<bool()> isStored;
-    QTimer timer;
+    QFileSystemWatcher watcher;
 };
 
 #endif

@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QImage>
 #include <QProcess>
 #include <QtTest>
@@ -142,6 +143,7 @@ private Q_SLOTS:
     void settingThatCannotBeStoredGoesBack_data();
     void settingThatCannotBeStoredGoesBack();
     void settingStoredElsewhereAppears();
+    void settingStoredElsewhereAppearsWhereNothingWasStored();
     void questionsMayTakeLonger();
     void settingsSayWhatNfcDoes();
     void clientThatIsNotAskedIsTold();
@@ -377,6 +379,28 @@ void TestNfcSettings::settingStoredElsewhereAppears()
     QVERIFY(settings.shows(QStringLiteral("[Ask before opening what is on a tag: on]")));
     adapter.setConfirmationEnabled(false);
     QVERIFY(settings.shows(asksNever));
+}
+
+void TestNfcSettings::settingStoredElsewhereAppearsWhereNothingWasStored()
+{
+    const QString folder = QFileInfo(lockFile()).path();
+    QVERIFY(QDir(folder).removeRecursively());
+    const auto isOff = QStringLiteral("[%1: off]").arg(moreTime);
+    const auto isOn = QStringLiteral("[%1: on]").arg(moreTime);
+    ConnectivitySettings stored(1);
+    Settings settings;
+    QVERIFY(settings.shows(isOff));
+    stored.set(questionDelay, 3000);
+    QVERIFY(settings.shows(isOn));
+    stored.set(questionDelay, QVariant());
+    QVERIFY(settings.shows(isOff));
+    stored.set(questionDelay, 3000);
+    QVERIFY(settings.shows(isOn));
+    // As when the user's settings are taken away, and begun anew.
+    QVERIFY(QDir(folder).removeRecursively());
+    QVERIFY(settings.shows(isOff));
+    stored.set(questionDelay, 3000);
+    QVERIFY(settings.shows(isOn));
 }
 
 void TestNfcSettings::questionsMayTakeLonger()
