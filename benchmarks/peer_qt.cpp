@@ -7,8 +7,9 @@
 //   peer_qt binding    the daemon is bound
 //   peer_qt dialog     a message box with a text from a tag is on the screen
 //   peer_qt window     a window is on the screen
-//   peer_qt agent      nothing; registers an agent with the daemon
-//   peer_qt nothing    nothing; ends at once
+//   peer_qt handler    the same, of an application that the session bus has started; it prints that alone,
+//   and ends peer_qt agent      nothing; registers an agent with the daemon peer_qt nothing    nothing; ends
+//   at once
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -111,6 +112,30 @@ private:
     FirstFrame *frame;
 };
 
+/** Takes whatever is called for a tag, and shows its window when it is launched. */
+class Handler : public QDBusVirtualObject
+{
+    Q_OBJECT
+
+public:
+    QString introspect(const QString &) const override { return {}; }
+
+    bool handleMessage(const QDBusMessage &message, const QDBusConnection &bus) override
+    {
+        if (message.member() == QLatin1String("launch")) {
+            frame.then(&QCoreApplication::quit);
+            window.show();
+        }
+        if (message.isReplyRequired())
+            bus.send(message.createReply());
+        return true;
+    }
+
+private:
+    FirstFrame frame;
+    QLabel window{QStringLiteral("A window")};
+};
+
 namespace {
 
 int bind(int argc, char **argv)
@@ -148,6 +173,16 @@ int registerAgent(int argc, char **argv)
     return QApplication::exec();
 }
 
+int handleTags(int argc, char **argv)
+{
+    QApplication application(argc, argv);
+    Handler handler;
+    QDBusConnection bus = QDBusConnection::sessionBus();
+    bus.registerVirtualObject(QStringLiteral("/"), &handler, QDBusConnection::SubPath);
+    bus.registerService(QStringLiteral("org.connui.MeasuredHandler"));
+    return QApplication::exec();
+}
+
 int showWindow(int argc, char **argv)
 {
     QApplication application(argc, argv);
@@ -170,6 +205,8 @@ int main(int argc, char **argv)
         return bind(argc, argv);
     if (std::strcmp(what, "agent") == 0)
         return registerAgent(argc, argv);
+    if (std::strcmp(what, "handler") == 0)
+        return handleTags(argc, argv);
     return std::strcmp(what, "window") == 0 ? showWindow(argc, argv) : ask(argc, argv);
 }
 

@@ -1,13 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
-// Holds virtual tags against nfcd-pcsc under with-reader, as its agent as well, and prints the lines of what
-// it takes for that.
+// Holds virtual tags against nfcd-pcsc under with-reader, first with all that nfc-ui has on the other side,
+// then as its agent as well, and prints the lines of what they take for that.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include <QCoreApplication>
@@ -42,6 +44,7 @@ const Measurement::Goal withinLimit{0, 1};
 const Measurement::Goal none{0, 0};
 const Measurement::Goal exactly{1, 1};
 constexpr double millisecond = 1e6;
+constexpr double twoFrames = 2e9 / 60;
 
 /** Ten seconds, less in a quick run. */
 milliseconds awhile()
@@ -212,7 +215,83 @@ private:
     QProcess process;
 };
 
-/** The whole of it. */
+// A tag that nobody has seen before.
+VirtualType2 newTag()
+{
+    static int tags = 0;
+    VirtualType2 tag = VirtualType2::sticker(QByteArray::fromHex("d1010455036f7267"));
+    ++tags;
+    tag.setUid(QByteArray::fromHex("0401020304") + char(tags >> 8) + char(tags));
+    return tag;
+}
+
+// No hand is as quick as a program, nor does pcscd expect one to be.
+void letGo()
+{
+    need(waitFor([] { return Readers::connectionsToPcscd() <= 1; }), "the daemon does not let go");
+}
+
+/** All that nfc-ui has, as seen from outside. It takes every question back as soon as that is on the screen.
+ */
+class Client
+{
+public:
+    Client()
+    {
+        process.start(QCoreApplication::applicationDirPath() + QStringLiteral("/peer_nfc"),
+                      {QStringLiteral("whole")});
+        // It prints its name when it has prepared its first question.
+        nextLine();
+    }
+
+    ~Client()
+    {
+        process.kill();
+        process.waitForFinished();
+    }
+
+    /** The time of its next frame. */
+    double nextFrame() { return nextLine().toDouble(); }
+
+private:
+    QByteArray nextLine()
+    {
+        need(waitFor([this] { return process.canReadLine(); }), "the client shows nothing");
+        return process.readLine();
+    }
+
+    QProcess process;
+};
+
+// From the last exchange with a tag on a reader to the client's frame.
+double timeToFrame(Client *client)
+{
+    VirtualType2 tag = newTag();
+    TimedTag timed(tag);
+    const HeldTag held(timed);
+    const double time = client->nextFrame() - timed.answeredAt;
+    letGo();
+    return time;
+}
+
+void firstFrames()
+{
+    const Daemon daemon;
+    std::vector<double> first;
+    std::vector<double> further;
+    for (int process = 0; process < Measurement::rounds(20); ++process) {
+        Client client;
+        first.push_back(timeToFrame(&client));
+        for (int i = 0; i < 5; ++i)
+            further.push_back(timeToFrame(&client));
+    }
+    for (const auto &[what, times] : {std::pair{"first", first}, std::pair{"further ones", further}})
+        Measurement::print(std::string("Last exchange with a tag to first frame, ") + what, "ns",
+                           "two frames at 60 Hz", twoFrames, "nfcd-pcsc and nfc-ui",
+                           Measurement::quantile(times, 0.5), withinLimit);
+}
+
+/** All that needs no client. */
 class Bench
 {
 public:
@@ -248,23 +327,8 @@ private:
         return waitFor([&] { return agent.questions >= question; }, time);
     }
 
-    // No hand is as quick as a program, nor does pcscd expect one to be.
-    static void letGo()
-    {
-        need(waitFor([] { return Readers::connectionsToPcscd() <= 1; }), "the daemon does not let go");
-    }
-
-    VirtualType2 newTag()
-    {
-        VirtualType2 tag = VirtualType2::sticker(QByteArray::fromHex("d1010455036f7267"));
-        ++tags;
-        tag.setUid(QByteArray::fromHex("0401020304") + char(tags >> 8) + char(tags));
-        return tag;
-    }
-
     Agent agent;
     Daemon daemon;
-    int tags = 0;
 };
 
 void Bench::idle()
@@ -413,6 +477,7 @@ int main(int argc, char **argv)
     // Has QtDBus know its own types before a message carries them.
     qRegisterMetaType<QDBusObjectPath>();
     qRegisterMetaType<QDBusVariant>();
+    firstFrames();
     Bench().run();
     return 0;
 }
