@@ -61,9 +61,8 @@ TerminationSignals::~TerminationSignals()
 void TerminationSignals::watch()
 {
     notifier = std::make_unique<QSocketNotifier>(descriptor, QSocketNotifier::Read);
-    QObject::connect(notifier.get(), &QSocketNotifier::activated, qApp, [this] {
-        notifier->setEnabled(false);
-        // Not quit(): it closes the windows first, which is a user's way to refuse.
-        QCoreApplication::exit();
-    });
+    // Not quit(): it closes the windows first, which is a user's way to refuse. Nobody reads the descriptor,
+    // so that a loop which begins later ends as well: while the program starts, it waits in other loops than
+    // that of the application.
+    QObject::connect(notifier.get(), &QSocketNotifier::activated, qApp, [] { QCoreApplication::exit(); });
 }
