@@ -15,17 +15,11 @@
 #include "remote/remotecontrol.h"
 #include "settings/settingswindow.h"
 #include "support/commandline.h"
-#include "support/displaycheck.h"
+#include "support/windowapplication.h"
 
 namespace {
 
 constexpr QLatin1String remoteControl("remote-control");
-
-std::unique_ptr<QApplication> newApplication(int &argc, char *argv[])
-{
-    const Support::DisplayCheck check;
-    return std::make_unique<QApplication>(argc, argv);
-}
 
 // Lets another program see and touch the window until the input ends.
 struct Remote
@@ -52,7 +46,7 @@ int main(int argc, char *argv[])
     arguments.answer(argc, argv);
 
     TerminationSignals termination;
-    const std::unique_ptr<QApplication> application = newApplication(argc, argv);
+    const Support::ApplicationPointer application = Support::newApplication(argc, argv);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-settings"));
     QGuiApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-settings")));
     ConnUi::installTranslations();

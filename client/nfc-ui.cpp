@@ -26,7 +26,7 @@
 #include "remote/remotecontrol.h"
 #include "screen/screenface.h"
 #include "support/commandline.h"
-#include "support/displaycheck.h"
+#include "support/windowapplication.h"
 
 namespace {
 
@@ -41,10 +41,9 @@ bool wantsTerminal(int argc, char *argv[])
         argv, argv + argc, [](const char *argument) { return qstrcmp(argument, "--console") == 0; });
 }
 
-std::unique_ptr<QApplication> newApplication(int &argc, char *argv[])
+Support::ApplicationPointer newApplication(int &argc, char *argv[])
 {
-    const Support::DisplayCheck check;
-    auto application = std::make_unique<QApplication>(argc, argv);
+    auto application = Support::newApplication(argc, argv);
     // It stays when the last dialog goes.
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-ui")));
@@ -160,7 +159,7 @@ int main(int argc, char *argv[])
         return askOnTerminal(argc, argv, arguments);
 
     TerminationSignals termination;
-    const std::unique_ptr<QApplication> application = newApplication(argc, argv);
+    const Support::ApplicationPointer application = newApplication(argc, argv);
     ConnUi::installTranslations();
     if (const std::optional<QString> fault = faultOf(arguments))
         return Support::fail(Support::BadArguments, *fault);

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <optional>
-#include <utility>
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -14,7 +13,7 @@
 #include "application.h"
 #include "ndefhandler.h"
 #include "support/commandline.h"
-#include "support/displaycheck.h"
+#include "support/windowapplication.h"
 #include "tagviewer.h"
 
 int main(int argc, char *argv[])
@@ -26,9 +25,7 @@ int main(int argc, char *argv[])
             "3 no display, 64 invalid arguments."),
         QString());
     arguments.answer(argc, argv);
-    std::optional<Support::DisplayCheck> display(std::in_place);
-    QApplication program(argc, argv);
-    display.reset();
+    const Support::ApplicationPointer program = Support::newApplication(argc, argv);
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-viewer"));
@@ -45,7 +42,7 @@ int main(int argc, char *argv[])
 
     QDBusConnection bus = QDBusConnection::sessionBus();
     bus.connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
-                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), &program,
+                QStringLiteral("org.freedesktop.DBus.Local"), QStringLiteral("Disconnected"), program.get(),
                 SLOT(quit()));
     // The objects first, then the name: whoever waits for the name may call them at once.
     const bool isReady = bus.registerObject(QStringLiteral("/org/connui/NfcViewer"), &handlerObject) &&

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <optional>
-#include <utility>
 
 #include <QApplication>
 #include <QDBusConnection>
@@ -10,7 +9,7 @@
 
 #include "panel/touchpanel.h"
 #include "support/commandline.h"
-#include "support/displaycheck.h"
+#include "support/windowapplication.h"
 
 int main(int argc, char *argv[])
 {
@@ -21,18 +20,16 @@ int main(int argc, char *argv[])
             "arguments."),
         QString());
     arguments.answer(argc, argv);
-    std::optional<Support::DisplayCheck> display(std::in_place);
-    QApplication application(argc, argv);
+    const Support::ApplicationPointer application = Support::newApplication(argc, argv);
     QApplication::setWindowIcon(QIcon::fromTheme(QStringLiteral("nfc-panel")));
     QGuiApplication::setDesktopFileName(QStringLiteral("nfc-panel"));
-    display.reset();
     if (const std::optional<QString> fault = arguments.read())
         return Support::fail(Support::BadArguments, *fault);
     if (!QDBusConnection::systemBus().isConnected())
         return Support::fail(Support::NoBus, QDBusConnection::systemBus().lastError().message());
     QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                                          QStringLiteral("org.freedesktop.DBus.Local"),
-                                         QStringLiteral("Disconnected"), &application, SLOT(quit()));
+                                         QStringLiteral("Disconnected"), application.get(), SLOT(quit()));
     TouchPanel panel;
     panel.show();
     return QApplication::exec();
