@@ -303,6 +303,41 @@
         <extracomment>Explains NFC below the switches in the settings</extracomment>
         <translation>ضع ظهر هذا الهاتف على علامة NFC لفتح الروابط وإضافة جهات الاتصال والاتصال بالأرقام، أو على جهاز آخر للاقتران به أو لمشاركة الملفات.</translation>
     </message>
+    <message id="qtn_nfc_sett_apps">
+        <source>Default applications</source>
+        <extracomment>Heading in the settings: the applications that open the content of tags</extracomment>
+        <translation>التطبيقات الافتراضية</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_contact">
+        <source>Contacts</source>
+        <extracomment>In the settings, above the application that opens contact cards</extracomment>
+        <translation>جهات الاتصال</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_mail">
+        <source>Email addresses</source>
+        <extracomment>In the settings, above the application that opens email addresses</extracomment>
+        <translation>عناوين البريد الإلكتروني</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_message">
+        <source>Text messages</source>
+        <extracomment>In the settings, above the application that sends text messages</extracomment>
+        <translation>الرسائل النصية</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_number">
+        <source>Phone numbers</source>
+        <extracomment>In the settings, above the application that calls numbers</extracomment>
+        <translation>أرقام الهاتف</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_place">
+        <source>Places</source>
+        <extracomment>In the settings, above the application that shows places on a map</extracomment>
+        <translation>الأماكن</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_web">
+        <source>Web links</source>
+        <extracomment>In the settings, above the application that opens web links</extracomment>
+        <translation>روابط الويب</translation>
+    </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>

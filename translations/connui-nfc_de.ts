@@ -287,6 +287,41 @@
         <extracomment>Explains NFC below the switches in the settings</extracomment>
         <translation>Halten Sie die Rückseite des Telefons an ein NFC-Tag, um Links zu öffnen, Kontakte hinzuzufügen und Nummern anzurufen, oder an ein anderes Gerät, um es zu koppeln oder Dateien zu teilen.</translation>
     </message>
+    <message id="qtn_nfc_sett_apps">
+        <source>Default applications</source>
+        <extracomment>Heading in the settings: the applications that open the content of tags</extracomment>
+        <translation>Standardanwendungen</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_contact">
+        <source>Contacts</source>
+        <extracomment>In the settings, above the application that opens contact cards</extracomment>
+        <translation>Kontakte</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_mail">
+        <source>Email addresses</source>
+        <extracomment>In the settings, above the application that opens email addresses</extracomment>
+        <translation>E-Mail-Adressen</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_message">
+        <source>Text messages</source>
+        <extracomment>In the settings, above the application that sends text messages</extracomment>
+        <translation>Textnachrichten</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_number">
+        <source>Phone numbers</source>
+        <extracomment>In the settings, above the application that calls numbers</extracomment>
+        <translation>Telefonnummern</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_place">
+        <source>Places</source>
+        <extracomment>In the settings, above the application that shows places on a map</extracomment>
+        <translation>Orte</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_web">
+        <source>Web links</source>
+        <extracomment>In the settings, above the application that opens web links</extracomment>
+        <translation>Weblinks</translation>
+    </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>

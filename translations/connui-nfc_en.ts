@@ -287,6 +287,41 @@
         <extracomment>Explains NFC below the switches in the settings</extracomment>
         <translation>Hold the back of this phone against an NFC tag to open links, add contacts and call numbers, or against another device to pair it or to share files.</translation>
     </message>
+    <message id="qtn_nfc_sett_apps">
+        <source>Default applications</source>
+        <extracomment>Heading in the settings: the applications that open the content of tags</extracomment>
+        <translation>Default applications</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_contact">
+        <source>Contacts</source>
+        <extracomment>In the settings, above the application that opens contact cards</extracomment>
+        <translation>Contacts</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_mail">
+        <source>Email addresses</source>
+        <extracomment>In the settings, above the application that opens email addresses</extracomment>
+        <translation>Email addresses</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_message">
+        <source>Text messages</source>
+        <extracomment>In the settings, above the application that sends text messages</extracomment>
+        <translation>Text messages</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_number">
+        <source>Phone numbers</source>
+        <extracomment>In the settings, above the application that calls numbers</extracomment>
+        <translation>Phone numbers</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_place">
+        <source>Places</source>
+        <extracomment>In the settings, above the application that shows places on a map</extracomment>
+        <translation>Places</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_web">
+        <source>Web links</source>
+        <extracomment>In the settings, above the application that opens web links</extracomment>
+        <translation>Web links</translation>
+    </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>

@@ -287,6 +287,41 @@
         <extracomment>Explains NFC below the switches in the settings</extracomment>
         <translation>Pidä puhelimen takaosaa NFC-tunnistetta vasten, kun haluat avata linkkejä, lisätä yhteystietoja ja soittaa numeroihin, tai toista laitetta vasten, kun haluat muodostaa laiteparin tai jakaa tiedostoja.</translation>
     </message>
+    <message id="qtn_nfc_sett_apps">
+        <source>Default applications</source>
+        <extracomment>Heading in the settings: the applications that open the content of tags</extracomment>
+        <translation>Oletussovellukset</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_contact">
+        <source>Contacts</source>
+        <extracomment>In the settings, above the application that opens contact cards</extracomment>
+        <translation>Yhteystiedot</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_mail">
+        <source>Email addresses</source>
+        <extracomment>In the settings, above the application that opens email addresses</extracomment>
+        <translation>Sähköpostiosoitteet</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_message">
+        <source>Text messages</source>
+        <extracomment>In the settings, above the application that sends text messages</extracomment>
+        <translation>Tekstiviestit</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_number">
+        <source>Phone numbers</source>
+        <extracomment>In the settings, above the application that calls numbers</extracomment>
+        <translation>Puhelinnumerot</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_place">
+        <source>Places</source>
+        <extracomment>In the settings, above the application that shows places on a map</extracomment>
+        <translation>Paikat</translation>
+    </message>
+    <message id="qtn_nfc_sett_apps_web">
+        <source>Web links</source>
+        <extracomment>In the settings, above the application that opens web links</extracomment>
+        <translation>Verkkolinkit</translation>
+    </message>
     <message id="qtn_nfc_sett_confs">
         <source>Ask before opening what is on a tag</source>
         <extracomment>Label of the switch in the settings</extracomment>

@@ -72,6 +72,7 @@ void ClientStatus::forget()
 {
     unregistered->hide();
     transfers->hide();
+    hide();
 }
 
 void ClientStatus::update(const QString &interface, const QVariantMap &changed)
@@ -88,6 +89,8 @@ void ClientStatus::take(const QVariantMap &now)
     const QVariant hidden = now.value(QStringLiteral("HiddenTransfers"));
     if (hidden.isValid())
         transfers->setVisible(hidden.toUInt() > 0);
+    // Without a row there is no gap either.
+    setVisible(unregistered->isVisibleTo(this) || transfers->isVisibleTo(this));
 }
 
 void ClientStatus::showTransfers()

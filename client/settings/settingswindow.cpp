@@ -18,7 +18,9 @@
 #include <SimpleCheckBoxLabel>
 
 #include "core/inputdelay.h"
+#include "settings/applicationspanel.h"
 #include "settings/clientstatus.h"
+#include "settings/defaultapplications.h"
 #include "settings/storedswitch.h"
 
 using ConnUi::DialogHelperWidget;
@@ -71,6 +73,14 @@ MWidgetController *newExplanation()
     return panel;
 }
 
+ApplicationsPanel *newApplications()
+{
+    auto *panel = new ApplicationsPanel;
+    const auto *applications = new DefaultApplications(panel);
+    QObject::connect(applications, &DefaultApplications::changed, panel, &ApplicationsPanel::list);
+    return panel;
+}
+
 } // namespace
 
 SettingsWindow::SettingsWindow()
@@ -117,5 +127,6 @@ void SettingsWindow::showSettings()
     policy->addItem(newDelayRow());
     policy->addItem(newExplanation());
     policy->addItem(new ClientStatus);
+    policy->addItem(newApplications());
     page.setCentralWidget(new DialogHelperWidget(content));
 }

@@ -1,12 +1,15 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <csignal>
+#include <sys/stat.h>
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QImage>
 #include <QProcess>
+#include <QSaveFile>
+#include <QTemporaryDir>
 #include <QtTest>
 
 #include <ConnectivitySettings>
@@ -35,6 +38,62 @@ QString lockFile()
 {
     return qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/connui/settings.lock");
 }
+
+void write(const QString &path, const QByteArray &content)
+{
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QSaveFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+    QVERIFY(file.commit());
+}
+
+// Applications of the user's own; those of the machine count as not installed.
+class Applications
+{
+public:
+    Applications() { qputenv("XDG_DATA_DIRS", folder.path().toLocal8Bit()); }
+
+    ~Applications()
+    {
+        if (before.isNull())
+            qunsetenv("XDG_DATA_DIRS");
+        else
+            qputenv("XDG_DATA_DIRS", before);
+        QDir(desktopFolder()).removeRecursively();
+        QFile::remove(defaultsFile());
+    }
+
+    static void install(const QString &id, const QByteArray &name, const QByteArray &more = {})
+    {
+        write(QStringLiteral("%1/%2.desktop").arg(desktopFolder(), id),
+              "[Desktop Entry]\nType=Application\nExec=true %u\nName=" + name + '\n' + more);
+    }
+
+    static void remove(const QString &id)
+    {
+        QVERIFY(QFile::remove(QStringLiteral("%1/%2.desktop").arg(desktopFolder(), id)));
+    }
+
+    static void setDefaults(const QByteArray &lines)
+    {
+        write(defaultsFile(), "[Default Applications]\n" + lines);
+    }
+
+private:
+    static QString desktopFolder()
+    {
+        return qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/applications");
+    }
+
+    static QString defaultsFile()
+    {
+        return qEnvironmentVariable("XDG_CONFIG_HOME") + QStringLiteral("/mimeapps.list");
+    }
+
+    const QTemporaryDir folder;
+    const QByteArray before = qgetenv("XDG_DATA_DIRS");
+};
 
 // The program, under remote control.
 class Settings
@@ -146,6 +205,12 @@ private Q_SLOTS:
     void settingStoredElsewhereAppearsWhereNothingWasStored();
     void questionsMayTakeLonger();
     void settingsSayWhatNfcDoes();
+    void applicationsThatOpenContentAreListed();
+    void listWithoutApplicationsIsHidden();
+    void applicationsThatChangeAreFollowed();
+    void nameOfAnApplicationIsMadeSafe_data();
+    void nameOfAnApplicationIsMadeSafe();
+    void badIconDelaysNothing();
     void clientThatIsNotAskedIsTold();
     void filesThatArriveCanBeShown();
 
@@ -428,6 +493,92 @@ void TestNfcSettings::settingsSayWhatNfcDoes()
 {
     Settings settings;
     QVERIFY(settings.shows(QStringLiteral("against an NFC tag to open links")));
+}
+
+void TestNfcSettings::applicationsThatOpenContentAreListed()
+{
+    const Applications applications;
+    Applications::install(QStringLiteral("browser"), "Browser");
+    Applications::install(QStringLiteral("phone"), "Phone");
+    Applications::install(QStringLiteral("contacts"), "Address Book");
+    Applications::install(QStringLiteral("mail"), "Post");
+    Applications::install(QStringLiteral("map"), "Map");
+    Applications::setDefaults(
+        "x-scheme-handler/https=browser.desktop\nx-scheme-handler/tel=phone.desktop\n"
+        "x-scheme-handler/sms=phone.desktop\nx-scheme-handler/mailto=post.desktop;mail.desktop\n"
+        "text/vcard=contacts.desktop\nx-scheme-handler/geo=map.desktop\n");
+    Settings settings;
+    QVERIFY(settings.shows(QStringLiteral(
+        "Default applications | Web links | Browser | Phone numbers | Phone | Text messages | Phone | "
+        "Email addresses | Post | Contacts | Address Book | Places | Map")));
+    QCOMPARE(settings.errors(), QString());
+}
+
+void TestNfcSettings::listWithoutApplicationsIsHidden()
+{
+    const Applications applications;
+    Applications::install(QStringLiteral("browser"), "Browser");
+    Applications::setDefaults("x-scheme-handler/https=browser.desktop\n");
+    Settings settings;
+    QVERIFY(settings.shows(QStringLiteral("Default applications | Web links | Browser")));
+    Applications::remove(QStringLiteral("browser"));
+    QVERIFY(settings.showsNot(QStringLiteral("Default applications")));
+    QVERIFY(settings.shows(off));
+}
+
+void TestNfcSettings::applicationsThatChangeAreFollowed()
+{
+    const Applications applications;
+    Settings settings;
+    QVERIFY(settings.shows(off));
+    Applications::install(QStringLiteral("browser"), "Browser");
+    Applications::install(QStringLiteral("other"), "Other Browser");
+    Applications::setDefaults("x-scheme-handler/https=browser.desktop\n");
+    QVERIFY(settings.shows(QStringLiteral("Web links | Browser")));
+    Applications::setDefaults("x-scheme-handler/https=other.desktop\n");
+    QVERIFY(settings.shows(QStringLiteral("Web links | Other Browser")));
+    Applications::install(QStringLiteral("other"), "New Browser");
+    QVERIFY(settings.shows(QStringLiteral("Web links | New Browser")));
+}
+
+void TestNfcSettings::nameOfAnApplicationIsMadeSafe_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("long") << QByteArray(500, 'x')
+                          << QString(53, QLatin1Char('x')) + QChar(0x2026) + QString(10, QLatin1Char('x'));
+    QTest::newRow("steering") << QByteArray("evil\u202egpj") << QStringLiteral("evil\ufffdgpj");
+    QTest::newRow("markup") << QByteArray("<b>Bank</b>&amp;") << QStringLiteral("<b>Bank</b>&amp;");
+    QTest::newRow("lines") << QByteArray("Browser\\nis safe") << QStringLiteral("Browser is safe");
+    QTest::newRow("length variants") << QByteArray("Long name\u009cShort") << QStringLiteral("Long name");
+    QTest::newRow("blanks") << QByteArray("\\s\\s") << QStringLiteral("browser");
+}
+
+void TestNfcSettings::nameOfAnApplicationIsMadeSafe()
+{
+    QFETCH(QByteArray, name);
+    QFETCH(QString, shown);
+    const Applications applications;
+    Applications::install(QStringLiteral("browser"), name);
+    Applications::setDefaults("x-scheme-handler/https=browser.desktop\n");
+    Settings settings;
+    QVERIFY(settings.shows(QStringLiteral("Web links | %1 | [Done]").arg(shown)));
+}
+
+void TestNfcSettings::badIconDelaysNothing()
+{
+    const Applications applications;
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("icon.svg"));
+    QCOMPARE(::mkfifo(qPrintable(pipe), 0600), 0);
+    Applications::install(QStringLiteral("browser"), "Browser", "Icon=" + pipe.toUtf8() + '\n');
+    Applications::setDefaults("x-scheme-handler/https=browser.desktop\n");
+    Settings settings;
+    QVERIFY(settings.shows(QStringLiteral("Web links | Browser")));
+    // Nobody will ever write to the pipe.
+    settings.say(QStringLiteral("press Done"));
+    QCOMPARE(settings.exitCode(), 0);
+    QCOMPARE(settings.errors(), QString());
 }
 
 void TestNfcSettings::clientThatIsNotAskedIsTold()

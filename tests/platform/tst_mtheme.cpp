@@ -1,6 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
+#include <memory>
+#include <sys/stat.h>
+
 #include <QBuffer>
 #include <QDir>
 #include <QSignalSpy>
@@ -107,6 +110,8 @@ private Q_SLOTS:
     void installedIconIsFound();
     void foreignPictureIsReadFromItsFile_data();
     void foreignPictureIsReadFromItsFile();
+    void foreignPictureIsDrawnInTheMeantime();
+    void pipeInThePlaceOfAPictureEnds();
     void missingIconStartsNoProcess();
     void drawingThatTakesTooMuchIsNoPicture();
     void themeFileReplacesStyles();
@@ -263,6 +268,46 @@ void TestMTheme::foreignPictureIsReadFromItsFile()
     QCOMPARE(picture.size(), size);
     if (!size.isEmpty())
         QCOMPARE(picture.toImage().pixelColor(size.width() / 2, size.height() / 2), QColor(Qt::green));
+}
+
+void TestMTheme::foreignPictureIsDrawnInTheMeantime()
+{
+    QTemporaryFile file(QDir::temp().filePath(QStringLiteral("XXXXXX.svg")));
+    QVERIFY(file.open());
+    file.write("<svg xmlns='http://www.w3.org/2000/svg' width='8' height='8'>"
+               "<rect width='8' height='8' fill='#00ff00'/></svg>");
+    QVERIFY(file.flush());
+    QList<QImage> images;
+    const auto keep = [&images](const QImage &image) { images.append(image); };
+    auto context = std::make_unique<QObject>();
+    MTheme::drawForeignImage(file.fileName(), context.get(), keep);
+    QVERIFY(images.isEmpty());
+    QTRY_COMPARE(images.size(), 1);
+    QCOMPARE(images.constFirst().size(), QSize(256, 256));
+    QCOMPARE(images.constFirst().pixelColor(128, 128), QColor(Qt::green));
+    QTRY_VERIFY(context->children().isEmpty());
+
+    MTheme::drawForeignImage(QStringLiteral("no-such-icon"), context.get(), keep);
+    QTRY_COMPARE(images.size(), 2);
+    QVERIFY(images.constLast().isNull());
+
+    // Nobody wants it any more.
+    MTheme::drawForeignImage(file.fileName(), context.get(), keep);
+    context.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(images.size(), 2);
+}
+
+void TestMTheme::pipeInThePlaceOfAPictureEnds()
+{
+    const QTemporaryDir folder;
+    const QString pipe = folder.filePath(QStringLiteral("icon.svg"));
+    QCOMPARE(::mkfifo(qPrintable(pipe), 0600), 0);
+    QObject context;
+    QList<QImage> images;
+    MTheme::drawForeignImage(pipe, &context, [&images](const QImage &image) { images.append(image); });
+    QTRY_COMPARE_WITH_TIMEOUT(images.size(), 1, 60000);
+    QVERIFY(images.constFirst().isNull());
 }
 
 void TestMTheme::missingIconStartsNoProcess()

@@ -24,6 +24,7 @@
 
 #include "catalogue.h"
 #include "promptpictures.h"
+#include "settings/applicationspanel.h"
 #include "tagpage.h"
 #include "tagpictures.h"
 
@@ -192,6 +193,10 @@ SimpleSheet *newSettings()
     policy->addItem(new NfcSettingsView(nullptr));
     policy->addItem(
         new SimpleCheckBoxLabel(new MButton, qtTrId("qtn_nfc_sett_more_time"), MButton::switchType));
+    auto *applications = new ApplicationsPanel;
+    applications->list({{"qtn_nfc_sett_apps_web", QStringLiteral("Browser"), {}},
+                        {"qtn_nfc_sett_apps_number", QString(64, QLatin1Char('m')), {}}});
+    policy->addItem(applications);
     page->setCentralWidget(new DialogHelperWidget(content));
     return page;
 }

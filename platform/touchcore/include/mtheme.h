@@ -4,9 +4,11 @@
 #ifndef MTHEME_H
 #define MTHEME_H
 
+#include <functional>
 #include <memory>
 
 #include <QIcon>
+#include <QImage>
 #include <QObject>
 #include <QPixmap>
 #include <quenzotouchcore_export.h>
@@ -78,6 +80,14 @@ public:
      * whatever pixmap() or an MImageWidget shows that is not the toolkit's own.
      */
     static QPixmap foreignPixmap(const QString &path);
+
+    /**
+     * Draws the icon of somebody else with the theme id or absolute path \a id like foreignPixmap(), without
+     * waiting for it. Calls \a then with the picture from the event loop, with a null one when there is none,
+     * and not at all when \a context has been deleted by then.
+     */
+    static void drawForeignImage(const QString &id, QObject *context,
+                                 const std::function<void(const QImage &)> &then);
 
 Q_SIGNALS:
     /** Colors or the size of texts have changed. */

@@ -6,11 +6,14 @@
 #include <QImage>
 #include <QPainter>
 #include <QProcess>
+#include <QTimer>
 
 #include "theme/mbesidelibrary_p.h"
 #include "theme/mforeignicon_p.h"
 
 namespace {
+
+constexpr int patience = 5000; // milliseconds
 
 /** The output of quenzotouchcore-draw-icon. */
 struct Picture
@@ -45,31 +48,51 @@ private:
     const Picture picture;
 };
 
+// A drawing process, which ends with its object.
+class Drawing : public QProcess
+{
+public:
+    explicit Drawing(QObject *parent = nullptr) : QProcess(parent) {}
+
+    ~Drawing() override { end(); }
+
+    void begin(const QString &id)
+    {
+        setStandardInputFile(nullDevice());
+        setStandardErrorFile(nullDevice());
+        setProgram(pathBesideLibrary(QStringLiteral(PROGRAMS_FROM_LIBRARIES "/quenzotouchcore-draw-icon")));
+        setArguments({id, QIcon::themeName(), QIcon::fallbackThemeName(),
+                      QIcon::themeSearchPaths().join(QLatin1Char('\n')),
+                      QIcon::fallbackSearchPaths().join(QLatin1Char('\n'))});
+        start();
+    }
+
+    // Returns nothing when the process did not end as it should.
+    std::optional<Picture> picture()
+    {
+        if (error() == FailedToStart)
+            qWarning("MTheme: cannot start %s", qUtf8Printable(program()));
+        if (error() != UnknownError || exitStatus() != NormalExit || exitCode() != 0)
+            return std::nullopt;
+        Picture picture;
+        QDataStream stream(readAllStandardOutput());
+        stream >> picture.image >> picture.sizes;
+        return picture;
+    }
+
+    void end()
+    {
+        kill();
+        waitForFinished();
+    }
+};
+
 std::optional<Picture> draw(const QString &id)
 {
-    constexpr int patience = 5000;
-    const QString program =
-        pathBesideLibrary(QStringLiteral(PROGRAMS_FROM_LIBRARIES "/quenzotouchcore-draw-icon"));
-    QProcess process;
-    process.setStandardInputFile(QProcess::nullDevice());
-    process.setStandardErrorFile(QProcess::nullDevice());
-    process.start(program, {id, QIcon::themeName(), QIcon::fallbackThemeName(),
-                            QIcon::themeSearchPaths().join(QLatin1Char('\n')),
-                            QIcon::fallbackSearchPaths().join(QLatin1Char('\n'))});
-    if (!process.waitForFinished(patience)) {
-        if (process.error() == QProcess::FailedToStart)
-            qWarning("MTheme: cannot start %s", qUtf8Printable(program));
-        process.kill();
-        process.waitForFinished();
-        return std::nullopt;
-    }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0)
-        return std::nullopt;
-
-    Picture picture;
-    QDataStream stream(process.readAllStandardOutput());
-    stream >> picture.image >> picture.sizes;
-    return picture;
+    Drawing drawing;
+    drawing.begin(id);
+    drawing.waitForFinished(patience);
+    return drawing.picture();
 }
 
 } // namespace
@@ -82,4 +105,18 @@ std::optional<QIcon> foreignIcon(const QString &id)
     if (picture->image.isNull())
         return std::nullopt;
     return QIcon(new Engine(*picture));
+}
+
+void drawForeignImage(const QString &id, QObject *context, const std::function<void(const QImage &)> &then)
+{
+    auto *drawing = new Drawing(context);
+    QObject::connect(drawing, &QProcess::stateChanged, context, [=](QProcess::ProcessState state) {
+        if (state != QProcess::NotRunning)
+            return;
+        const std::optional<Picture> picture = drawing->picture();
+        drawing->deleteLater();
+        then(picture ? picture->image : QImage());
+    });
+    QTimer::singleShot(patience, drawing, &QProcess::kill);
+    drawing->begin(id);
 }

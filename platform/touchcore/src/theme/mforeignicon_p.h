@@ -4,9 +4,13 @@
 #ifndef MFOREIGNICON_P_H
 #define MFOREIGNICON_P_H
 
+#include <functional>
 #include <optional>
 
 #include <QIcon>
+
+class QImage;
+class QObject;
 
 /** The size that a drawing has in the end; bitmaps are not larger. */
 constexpr QSize foreignIconSize(256, 256);
@@ -20,5 +24,8 @@ constexpr QSize foreignIconSize(256, 256);
  * time or half a gigabyte of memory. Waits for it, five seconds at most.
  */
 std::optional<QIcon> foreignIcon(const QString &id);
+
+/** The same without waiting, see MTheme::drawForeignImage(). */
+void drawForeignImage(const QString &id, QObject *context, const std::function<void(const QImage &)> &then);
 
 #endif

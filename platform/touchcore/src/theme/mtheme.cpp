@@ -301,3 +301,11 @@ QPixmap MTheme::foreignPixmap(const QString &path)
 {
     return MThemePrivate::instance()->findForeignIcon(path).pixmap(foreignIconSize, 1);
 }
+
+void MTheme::drawForeignImage(const QString &id, QObject *context,
+                              const std::function<void(const QImage &)> &then)
+{
+    // The places to look in belong to the theme.
+    instance();
+    ::drawForeignImage(id, context, then);
+}
