@@ -107,6 +107,16 @@ public:
      */
     QString domain() const;
 
+    /**
+     * Returns the position in uri() at which domain() is written, for a question to set it apart from the
+     * rest of the link; the position of the whole host where it is written in an unusual way, and -1 where
+     * programs may disagree about what the host is, or where there is none.
+     */
+    qsizetype domainPosition() const;
+
+    /** Returns the number of UTF-16 units in uri() from domainPosition() to the end of the domain. */
+    qsizetype domainLength() const;
+
     /** Returns host() in about \a length characters, cut at its front. Its domain() is never cut. */
     Q_INVOKABLE QString shortHost(int length) const;
 

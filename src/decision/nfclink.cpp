@@ -85,6 +85,16 @@ QString NfcLink::domain() const
     return d->web.domain;
 }
 
+qsizetype NfcLink::domainPosition() const
+{
+    return d->web.domainPosition;
+}
+
+qsizetype NfcLink::domainLength() const
+{
+    return d->web.domainLength;
+}
+
 QString NfcLink::shortHost(int length) const
 {
     const qsizetype most = qMax<qsizetype>(length, domain().size() + 1);

@@ -78,20 +78,41 @@ QString domainOf(const QString &ascii)
     return QString::fromLatin1(registrableDomain(name));
 }
 
-// The text between the slashes and the path, as it is written.
-QString writtenAuthority(const QString &uri)
+// What is written between the slashes and the path.
+struct Authority
 {
-    static const QRegularExpression authority(QStringLiteral("^[^:]*://([^/?#]*)"));
-    return authority.match(uri).captured(1);
+    QString text;
+    qsizetype hostPosition = -1; // in the whole link
+    QString host;
+};
+
+Authority writtenAuthority(const QString &uri)
+{
+    static const QRegularExpression pattern(QStringLiteral("^[^:]*://([^/?#]*)"));
+    static const QRegularExpression port(QStringLiteral(":[0-9]*\\z"));
+    const QRegularExpressionMatch match = pattern.match(uri);
+    const QString text = match.captured(1);
+    const qsizetype host = text.lastIndexOf(QLatin1Char('@')) + 1;
+    return {text, match.capturedStart(1) + host, text.mid(host).remove(port)};
 }
 
-QString writtenHost(const QString &authority)
+bool isWrittenPlainly(const QString &writtenHost, const QString &ascii)
 {
-    static const QRegularExpression port(QStringLiteral(":[0-9]*\\z"));
-    QString host = authority.section(QLatin1Char('@'), -1).remove(port);
+    QString host = writtenHost.toLower();
     if (host.startsWith(QLatin1Char('[')) && host.endsWith(QLatin1Char(']')))
         host = host.mid(1, host.size() - 2);
-    return host.toLower();
+    return host == ascii || host == QUrl::fromAce(ascii.toLatin1(), QUrl::IgnoreIDNWhitelist);
+}
+
+// Returns the length of the end of the host that has as many labels as the domain.
+qsizetype lengthOfDomain(const QString &host, const QString &domain)
+{
+    qsizetype start = host.size();
+    while (start > 0 && host.at(start - 1) == QLatin1Char('.'))
+        --start;
+    for (qsizetype labels = domain.count(QLatin1Char('.')) + 1; labels > 0 && start > 0; --labels)
+        start = host.lastIndexOf(QLatin1Char('.'), start - 1);
+    return host.size() - start - 1;
 }
 
 bool hasOddCharacters(const QString &uri)
@@ -104,20 +125,16 @@ bool hasOddCharacters(const QString &uri)
         });
 }
 
-NfcLink::Suspicion suspicionOf(const QString &uri, const QUrl &url)
+NfcLink::Suspicion suspicionOf(const QString &uri, const QUrl &url, const Authority &authority)
 {
-    const QString authority = writtenAuthority(uri);
     if (!url.isValid() || url.host().isEmpty())
         return NfcLink::NoHost;
     if (hasOddCharacters(uri))
         return NfcLink::Disguised;
-    if (authority.contains(QLatin1Char('@')))
+    if (authority.text.contains(QLatin1Char('@')))
         return NfcLink::UserInfo;
-    const QString written = writtenHost(authority);
-    const QString ascii = url.host(QUrl::FullyEncoded);
-    const bool isPlain =
-        written == ascii || written == QUrl::fromAce(ascii.toLatin1(), QUrl::IgnoreIDNWhitelist);
-    return isPlain ? NfcLink::NotSuspicious : NfcLink::Disguised;
+    return isWrittenPlainly(authority.host, url.host(QUrl::FullyEncoded)) ? NfcLink::NotSuspicious
+                                                                          : NfcLink::Disguised;
 }
 
 } // namespace
@@ -127,12 +144,20 @@ WebLink readWebLink(const QString &uri)
     const QUrl url(uri);
     WebLink link;
     link.isEncrypted = url.scheme() == QLatin1String("https");
-    link.suspicion = suspicionOf(uri, url);
+    const Authority authority = writtenAuthority(uri);
+    link.suspicion = suspicionOf(uri, url, authority);
     if (link.suspicion == NfcLink::NoHost)
         return link;
     const QString ascii = url.host(QUrl::FullyEncoded);
     link.host = shownHost(ascii);
-    link.domain = shownHost(domainOf(ascii));
+    const QString domain = domainOf(ascii);
+    link.domain = shownHost(domain);
+    // Where programs may disagree, one place must not look more trustworthy than another.
+    if (hasOddCharacters(uri))
+        return link;
+    const bool isCut = domain != ascii && isWrittenPlainly(authority.host, ascii);
+    link.domainLength = isCut ? lengthOfDomain(authority.host, domain) : authority.host.size();
+    link.domainPosition = authority.hostPosition + authority.host.size() - link.domainLength;
     return link;
 }
 

@@ -14,6 +14,8 @@ struct WebLink
 {
     QString host;
     QString domain;
+    qsizetype domainPosition = -1;
+    qsizetype domainLength = 0;
     bool isEncrypted = false;
     NfcLink::Suspicion suspicion = NfcLink::NotSuspicious;
 };

@@ -146,6 +146,7 @@ void NfcTagReadPermissionDialog::createContent(const URINDEFRecord *record, cons
         uri.prepend(QLatin1String("http://"));
 
     if (uri.startsWith(QLatin1String("http"))) {
+        d->link = NfcLink(uri);
         d->createContent(QStringLiteral("icon-m-content-url-inverse"), qtTrId("qtn_nfc_tags_url_tit"),
                          description, uri);
     } else if (uri.startsWith(QLatin1String("tel:")) || uri.startsWith(QLatin1String("callto:"))) {

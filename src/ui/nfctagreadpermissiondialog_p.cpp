@@ -63,6 +63,8 @@ void NfcTagReadPermissionDialogPrivate::createContent(const QString &icon, const
             described ? QStringLiteral("CommonSubTitleInverted") : QStringLiteral("CommonQueryText");
         MLabel *label = newWrappedLabel(detail, style);
         label->setForeignText(true);
+        // Strangers write what stands in front of the domain, and behind it.
+        label->setEmphasis(link.domainPosition(), link.domainLength());
         policy->addItem(label, Qt::AlignCenter);
     }
     if (extraWidget)

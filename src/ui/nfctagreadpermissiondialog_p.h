@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include "nfclink.h"
+
 class MWidgetController;
 
 namespace ConnUi {
@@ -30,6 +32,7 @@ public:
     void openSelection();
 
     NfcTagReadPermissionDialog *q;
+    NfcLink link; // to the web
     MWidgetController *extraWidget = nullptr;
     QStringList applications;
     QString selectedApplication;

@@ -28,6 +28,8 @@ constexpr const char *buttons[] = {"MButton", "CommonSingleButton", "MDialogButt
                                    "SimpleSheetButton"};
 
 constexpr const char *texts[] = {"MLabel",
+                                 "MLabelEmphasis",
+                                 "MLabelBesideEmphasis",
                                  "CommonTitle",
                                  "CommonSubTitle",
                                  "CommonSubTitleInverted",

@@ -7,6 +7,7 @@
 
 #include <MLabel>
 
+#include "theme/mtheme_p.h"
 #include "touchtest.h"
 
 using namespace TouchTest;
@@ -45,6 +46,13 @@ private Q_SLOTS:
     void foreignTextKeepsOrdinaryText_data();
     void foreignTextKeepsOrdinaryText();
     void foreignTextIsOneVariant();
+    void emphasisIsDarkerThanWhatStandsBesideIt();
+    void emphasisMakesTextWider();
+    void emphasisFollowsTheTextThatIsDrawn_data();
+    void emphasisFollowsTheTextThatIsDrawn();
+    void emphasisIsDrawnWhereItsTextIs();
+    void newTextTakesEmphasisBack();
+    void emphasisOutsideOfTheTextIsCut();
     void foreignTextLimitsEmptyLines_data();
     void foreignTextLimitsEmptyLines();
     void numberInEmbeddingLooksTheSameAsForeignText();
@@ -238,6 +246,123 @@ void TestMLabel::longestAndShortestVariantGiveTheSizes()
     MLabel label(QStringLiteral("Msg\u009cMessages and calls"));
     QCOMPARE(label.preferredSize(), MLabel(QStringLiteral("Messages and calls")).preferredSize());
     QCOMPARE(label.minimumSize().width(), MLabel(QStringLiteral("Msg")).preferredSize().width());
+}
+
+namespace {
+
+// Pixels of each color.
+struct Share
+{
+    int emphasized = 0;
+    int beside = 0;
+};
+
+Share shareOf(const QImage &image)
+{
+    const QRgb emphasized = MThemePrivate::ownStyle("MLabelEmphasis").color.rgb();
+    const QRgb beside = MThemePrivate::ownStyle("MLabelBesideEmphasis").color.rgb();
+    Share share;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            share.emphasized += image.pixel(x, y) == emphasized;
+            share.beside += image.pixel(x, y) == beside;
+        }
+    }
+    return share;
+}
+
+} // namespace
+
+// Each line is a paragraph of its own, and the last one takes two layouts.
+void TestMLabel::emphasisIsDarkerThanWhatStandsBesideIt()
+{
+    const int height = int(MLabel(QStringLiteral("I")).preferredSize().height());
+    MLabel label(QStringLiteral("IIIIIIII\nIIIIIIII\n") + QString(3000, QLatin1Char('I')));
+    label.setWordWrap(true);
+    label.setAlignment(Qt::AlignTop);
+    const auto sharesOf = [&label, height] {
+        const QImage image = imageOf(&label, QSizeF(300, 1200));
+        return QList<Share>{shareOf(image.copy(0, 0, 300, height)),
+                            shareOf(image.copy(0, height, 300, height)),
+                            shareOf(image.copy(0, 2 * height, 300, 1200 - 2 * height))};
+    };
+    label.setEmphasis(9, 8);
+    for (int line = 0; line < 3; ++line) {
+        QCOMPARE(sharesOf().at(line).emphasized > 0, line == 1);
+        QCOMPARE(sharesOf().at(line).beside > 0, line != 1);
+    }
+    label.setEmphasis(18 + 2040, 20);
+    for (int line = 0; line < 3; ++line) {
+        QCOMPARE(sharesOf().at(line).emphasized > 0, line == 2);
+        QVERIFY(sharesOf().at(line).beside > 0);
+    }
+}
+
+void TestMLabel::emphasisMakesTextWider()
+{
+    MLabel label(QStringLiteral("www.example.org"));
+    const qreal before = label.preferredSize().width();
+    label.setEmphasis(4, 11);
+    QVERIFY(label.preferredSize().width() > before);
+    QCOMPARE(label.text(), QStringLiteral("www.example.org"));
+    QCOMPARE(label.drawnText(), QStringLiteral("www.example.org"));
+}
+
+void TestMLabel::emphasisFollowsTheTextThatIsDrawn_data()
+{
+    QTest::addColumn<QString>("before");
+    QTest::newRow("plain") << QStringLiteral("https://");
+    QTest::newRow("hidden characters") << QStringLiteral("https://\u202e\u200b@");
+    QTest::newRow("characters of two units") << QStringLiteral("https://\U000e0041\U0001f600@");
+    QTest::newRow("lines") << QStringLiteral("https://a\r\nb\n\n\n\nc@");
+    QTest::newRow("embedding") << QStringLiteral("https://\u202ab\u202c@");
+    QTest::newRow("markup") << QStringLiteral("https://<b>&amp;@");
+    QTest::newRow("stack of marks") << QStringLiteral("https://a") + QString(200, QChar(0x301)) +
+                                           QLatin1Char('@');
+}
+
+void TestMLabel::emphasisFollowsTheTextThatIsDrawn()
+{
+    QFETCH(QString, before);
+    MLabel label(before + QStringLiteral("evil.org/path"));
+    label.setForeignText(true);
+    label.setEmphasis(before.size(), 8);
+    QCOMPARE(label.emphasizedText(), QStringLiteral("evil.org"));
+}
+
+// Marks that nobody draws move nothing.
+void TestMLabel::emphasisIsDrawnWhereItsTextIs()
+{
+    const auto pictureWith = [](int marks) {
+        const QString before = QLatin1Char('a') + QString(marks, QChar(0x301)) + QLatin1Char('@');
+        MLabel label(before + QStringLiteral("evil.org/path"));
+        label.setForeignText(true);
+        label.setEmphasis(before.size(), 8);
+        return imageOf(&label, QSizeF(300, 60));
+    };
+    QCOMPARE(pictureWith(200), pictureWith(30));
+}
+
+void TestMLabel::newTextTakesEmphasisBack()
+{
+    MLabel label(QStringLiteral("www.example.org"));
+    label.setEmphasis(4, 11);
+    QCOMPARE(label.emphasizedText(), QStringLiteral("example.org"));
+    label.setText(QStringLiteral("www.example.com"));
+    QCOMPARE(label.emphasizedText(), QString());
+    QCOMPARE(shareOf(imageOf(&label, label.preferredSize())).beside, 0);
+}
+
+void TestMLabel::emphasisOutsideOfTheTextIsCut()
+{
+    MLabel label(QStringLiteral("abc"));
+    label.setEmphasis(1, 100);
+    QCOMPARE(label.emphasizedText(), QStringLiteral("bc"));
+    label.setEmphasis(100, 100);
+    QCOMPARE(label.emphasizedText(), QString());
+    label.setEmphasis(-1, 0);
+    QCOMPARE(label.emphasizedText(), QString());
+    imageOf(&label, QSizeF(100, 30));
 }
 
 void TestMLabel::bidiControlsStayInLabel()

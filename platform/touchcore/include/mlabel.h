@@ -52,6 +52,16 @@ public:
     void setForeignText(bool foreign);
 
     /**
+     * Sets \a length UTF-16 units of text() from \a from apart: they are drawn in the weight and the color of
+     * the style MLabelEmphasis, the others in the color of MLabelBesideEmphasis. For a text without length
+     * variants. A length of 0, the default, sets nothing apart; a new text takes this back. Assistive
+     * technology reads the text as it is.
+     */
+    void setEmphasis(qsizetype from, qsizetype length);
+    /** Returns the part of the text that is set apart, as it is drawn. */
+    QString emphasizedText() const;
+
+    /**
      * Returns the text that the label draws at its present size: the variant that fits, foreign text with
      * its marks, and elided text with its ellipsis.
      */

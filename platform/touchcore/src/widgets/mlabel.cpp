@@ -14,6 +14,7 @@
 
 #include "accessibility/maccessible_p.h"
 #include "support/foreigntext.h"
+#include "theme/mtheme_p.h"
 #include "widgets/mlabel_p.h"
 
 namespace {
@@ -26,10 +27,10 @@ constexpr int longestCentered = 3;
 MTextBlock::Shape MLabelPrivate::shape(qreal width, const MStyle &style) const
 {
     if (!wraps(style))
-        return {style.font, -1, QTextOption::NoWrap, style.lineHeight};
+        return {style.font, -1, QTextOption::NoWrap, style.lineHeight, drawnEmphasis()};
     const QTextOption::WrapMode mode =
         wrapMode == QTextOption::WordWrap ? QTextOption::WrapAtWordBoundaryOrAnywhere : wrapMode;
-    return {style.font, width, mode, style.lineHeight};
+    return {style.font, width, mode, style.lineHeight, drawnEmphasis()};
 }
 
 const MTextBlock &MLabelPrivate::block(int variant, qreal width, const MStyle &style)
@@ -62,10 +63,24 @@ int MLabelPrivate::fittingVariant(const QSizeF &size, const MStyle &style)
     return order.last();
 }
 
+QString MLabelPrivate::drawable(const QString &part) const
+{
+    return foreign ? Support::drawableForeignText(part) : part;
+}
+
+MTextBlock::Emphasis MLabelPrivate::drawnEmphasis() const
+{
+    if (emphasisLength <= 0)
+        return {};
+    const MStyle &style = MThemePrivate::ownStyle("MLabelEmphasis");
+    const qsizetype start = drawable(text.left(emphasisStart)).size();
+    const qsizetype end = drawable(text.left(emphasisStart + emphasisLength)).size();
+    return {start, end - start, style.font.weight(), style.color};
+}
+
 void MLabelPrivate::readText()
 {
-    variants =
-        foreign ? QStringList{Support::drawableForeignText(text)} : text.split(M::lengthVariantSeparator);
+    variants = foreign ? QStringList{drawable(text)} : text.split(M::lengthVariantSeparator);
     blocks.clear();
 }
 
@@ -112,6 +127,7 @@ QString MLabel::text() const
 void MLabel::setText(const QString &text)
 {
     d->text = text;
+    d->emphasisLength = 0;
     d->readText();
     updateGeometry();
     update();
@@ -136,6 +152,20 @@ void MLabel::setForeignText(bool foreign)
 QString MLabel::drawableForeignText(const QString &text)
 {
     return Support::drawableForeignText(text);
+}
+
+void MLabel::setEmphasis(qsizetype from, qsizetype length)
+{
+    d->emphasisStart = from;
+    d->emphasisLength = length;
+    updateGeometry();
+    update();
+}
+
+QString MLabel::emphasizedText() const
+{
+    const MTextBlock::Emphasis emphasis = d->drawnEmphasis();
+    return d->variants.first().mid(emphasis.start, emphasis.length);
 }
 
 QString MLabel::drawnText() const
@@ -201,7 +231,9 @@ void MLabel::paint(QPainter *painter, const QStyleOptionGraphicsItem *option, QW
     MWidgetController::paint(painter, option, widget);
     const MStyle &look = style();
     const QRectF area = contentsRect();
-    painter->setPen(isEnabled() ? look.color : look.disabledColor);
+    const QColor color =
+        d->emphasisLength > 0 ? MThemePrivate::ownStyle("MLabelBesideEmphasis").color : look.color;
+    painter->setPen(isEnabled() ? color : look.disabledColor);
     const MTextBlock &block = d->blockIn(area.size(), look);
     // Nobody would clean up what is drawn outside.
     if (!block.fits(area.size()))

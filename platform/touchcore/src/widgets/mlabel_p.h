@@ -18,6 +18,8 @@ public:
     QStringList variants{QString()};
     QString text;
     bool foreign = false;
+    qsizetype emphasisStart = 0;
+    qsizetype emphasisLength = 0;
     std::optional<bool> wordWrap;
     std::optional<bool> textElide;
     QTextOption::WrapMode wrapMode = QTextOption::WordWrap;
@@ -28,6 +30,10 @@ public:
 
     /** Reads the text anew: as variants of ours, or as the one text of somebody else. */
     void readText();
+    /** Returns \a part of the text as it is drawn. */
+    QString drawable(const QString &part) const;
+    /** Returns the part that is set apart, in the text as it is drawn. */
+    MTextBlock::Emphasis drawnEmphasis() const;
 
     /** Returns the text that is drawn into \a size. */
     QString textIn(const QSizeF &size, const MStyle &style);

@@ -68,6 +68,11 @@ qreal horizontalShare(Qt::Alignment alignment)
 
 MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
 {
+    const auto drawn = [&text](qsizetype length) { return withoutStacks(text.left(length)).size(); };
+    Emphasis &emphasis = this->shape.emphasis;
+    const qsizetype end = drawn(emphasis.start + emphasis.length);
+    emphasis.start = drawn(emphasis.start);
+    emphasis.length = end - emphasis.start;
     const QStringList parts = Support::paragraphs(withoutStacks(text));
     for (const QString &part : parts) {
         QString rest = part;
@@ -77,6 +82,7 @@ MTextBlock::MTextBlock(const QString &text, const Shape &shape) : shape(shape)
             rest.remove(0, end);
         }
         addParagraph(rest);
+        ++laidOut;
     }
 }
 
@@ -87,6 +93,8 @@ void MTextBlock::addParagraph(const QString &text)
     option.setWrapMode(shape.wrapMode);
     option.setTextDirection(Qt::LayoutDirectionAuto);
     layout.setTextOption(option);
+    emphasize(&layout, laidOut);
+    laidOut += text.size();
     layout.setCacheEnabled(true);
 
     const qreal advance = lineAdvance();
@@ -98,6 +106,20 @@ void MTextBlock::addParagraph(const QString &text)
             QSizeF(qMax(extent.width(), qreal(qCeil(line.naturalTextWidth()))), extent.height() + advance);
     }
     layout.endLayout();
+}
+
+// Marks the part of it in a layout whose text begins at the position.
+void MTextBlock::emphasize(QTextLayout *layout, qsizetype position) const
+{
+    const qsizetype start = qMax<qsizetype>(shape.emphasis.start - position, 0);
+    const qsizetype end =
+        qMin(shape.emphasis.start + shape.emphasis.length - position, layout->text().size());
+    if (start >= end)
+        return;
+    QTextCharFormat format;
+    format.setFontWeight(shape.emphasis.weight);
+    format.setForeground(shape.emphasis.color);
+    layout->setFormats({{int(start), int(end - start), format}});
 }
 
 qreal MTextBlock::lineAdvance() const

@@ -6,6 +6,7 @@
 
 #include <deque>
 
+#include <QColor>
 #include <QFont>
 #include <QSizeF>
 #include <QString>
@@ -13,7 +14,6 @@
 #include <QTextLayout>
 #include <QTextOption>
 
-class QColor;
 class QPainter;
 class QRectF;
 
@@ -24,6 +24,17 @@ class QRectF;
 class MTextBlock
 {
 public:
+    /** A part of the text that is set apart. */
+    struct Emphasis
+    {
+        qsizetype start = 0; ///< In UTF-16 units
+        qsizetype length = 0;
+        int weight = QFont::Normal;
+        QColor color;
+
+        bool operator==(const Emphasis &other) const = default;
+    };
+
     /** How text is broken into lines. */
     struct Shape
     {
@@ -31,6 +42,7 @@ public:
         qreal width = 0; ///< Of a line; unlimited when negative
         QTextOption::WrapMode wrapMode = QTextOption::NoWrap;
         qreal lineHeight = 1; ///< Factor on the font's own
+        Emphasis emphasis = {};
 
         bool operator==(const Shape &other) const = default;
     };
@@ -55,10 +67,12 @@ public:
 
 private:
     void addParagraph(const QString &text);
+    void emphasize(QTextLayout *layout, qsizetype position) const;
     qreal lineAdvance() const;
     QString elidedFrom(size_t layout, int line, qreal width) const;
 
     Shape shape;
+    qsizetype laidOut = 0; // UTF-16 units, with the line ends
     std::deque<QTextLayout> layouts;
     QSizeF extent{0, 0};
 };
