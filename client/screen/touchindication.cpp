@@ -13,6 +13,7 @@
 #include <MButton>
 #include <MLabel>
 #include <MSceneManager>
+#include <MSceneWindow>
 #include <MWindow>
 
 #include "support/overlay.h"
@@ -27,16 +28,12 @@ constexpr int questionFollows = 500;
 constexpr int shownFor = 2000;
 constexpr int slideTime = 200;
 
-// The one that the user looks at.
-MWindow *windowInFront(const QWidget *except = nullptr)
+bool showsQuestion(const MWindow &window)
 {
-    const QWidgetList widgets = QApplication::topLevelWidgets();
-    for (QWidget *widget : widgets) {
-        auto *window = qobject_cast<MWindow *>(widget);
-        if (window && window != except && window->isVisible())
-            return window;
-    }
-    return nullptr;
+    const QList<QGraphicsItem *> items = window.scene()->items();
+    return std::any_of(items.cbegin(), items.cend(), [](QGraphicsItem *item) {
+        return item->isVisible() && qobject_cast<const MSceneWindow *>(item->toGraphicsObject());
+    });
 }
 
 QPropertyAnimation *newSlide(IndicationItem *banner, float from, float to)
@@ -90,6 +87,18 @@ bool TouchIndication::canBeAbove() const
     return !onWayland || (Support::hasOverlays() && !phone);
 }
 
+// The one that the user looks at. A window whose question slides out is about to go.
+MWindow *TouchIndication::windowInFront() const
+{
+    const QWidgetList widgets = QApplication::topLevelWidgets();
+    for (QWidget *widget : widgets) {
+        auto *window = qobject_cast<MWindow *>(widget);
+        if (window && window->isVisible() && (window == phone || showsQuestion(*window)))
+            return window;
+    }
+    return nullptr;
+}
+
 void TouchIndication::show()
 {
     if (canBeAbove())
@@ -117,7 +126,7 @@ void TouchIndication::questionAppeared()
 void TouchIndication::showAbove()
 {
     prepare();
-    if (const MWindow *window = windowInFront(&*overlay))
+    if (const MWindow *window = windowInFront())
         overlay->sceneManager()->setOrientationAngle(window->sceneManager()->orientationAngle());
     if (phone)
         overlay->setGeometry(phone->geometry());

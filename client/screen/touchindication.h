@@ -44,6 +44,7 @@ public:
 
 private:
     bool canBeAbove() const;
+    MWindow *windowInFront() const;
     void showAbove();
     void slideInto(MWindow *window);
     void notify();

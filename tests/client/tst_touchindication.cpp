@@ -197,6 +197,7 @@ private Q_SLOTS:
     void newerNotificationReplacesTheOlder();
     void bannerIsWithinTheQuestion();
     void bannerIsWithinTheQuestionThatFollows();
+    void bannerIsNotInAWindowThatGoes();
     void bannerTakesNoTaps();
     void bannerHidesNoWords();
     void bannerIsAWindowWhereItCanBeAbove();
@@ -231,6 +232,8 @@ void TestTouchIndication::cleanup()
 {
     desktop.reset();
     catalogue.reset();
+    // The last question slides out.
+    QTRY_VERIFY_WITH_TIMEOUT(visibleWindows().isEmpty(), patience);
 }
 
 void TestTouchIndication::applicationStaysInSightWithoutAQuestion()
@@ -285,6 +288,19 @@ void TestTouchIndication::bannerIsWithinTheQuestionThatFollows()
     QVERIFY(bannerIn(visibleWindows().first()));
     QTRY_VERIFY_WITH_TIMEOUT(!bannerIn(visibleWindows().first()), patience);
     QCOMPARE(desktop->calls(QStringLiteral("Notify")).size(), 0);
+}
+
+void TestTouchIndication::bannerIsNotInAWindowThatGoes()
+{
+    ScreenFace face;
+    face.show(plainQuestion());
+    QVERIFY(QTest::qWaitForWindowExposed(visibleWindows().first(), patience));
+    face.withdraw();
+    face.indicateTouch();
+    const QList<QWidget *> leaving = visibleWindows();
+    for (const QWidget *window : leaving)
+        QVERIFY(!bannerIn(window));
+    QTRY_COMPARE_WITH_TIMEOUT(desktop->calls(QStringLiteral("Notify")).size(), 1, patience);
 }
 
 void TestTouchIndication::bannerTakesNoTaps()
