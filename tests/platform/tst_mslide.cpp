@@ -117,6 +117,9 @@ private Q_SLOTS:
     void pictureLooksLikeTheQuestion();
     void windowClosesWhenThePictureHasLeft();
     void nextQuestionComesIntoTheWindowOfTheLast();
+    void pictureKeepsItsColorsBehindTheNextQuestion_data();
+    void pictureKeepsItsColorsBehindTheNextQuestion();
+    void pictureOutlivesTheNextQuestion();
     void deletedQuestionLeavesNoPicture();
     void movingButtonsTakeNoInput();
     void gestureRefuses_data();
@@ -235,6 +238,52 @@ void TestMSlide::nextQuestionComesIntoTheWindowOfTheLast()
     QCOMPARE(second.scene()->views().first(), window);
     QTRY_VERIFY(!MSceneManagerPrivate::of(second.sceneManager())->slide.isLeaving());
     QVERIFY(window->isVisible());
+}
+
+void TestMSlide::pictureKeepsItsColorsBehindTheNextQuestion_data()
+{
+    QTest::addColumn<bool>("isAboveAnother");
+    QTest::newRow("alone") << false;
+    QTest::newRow("above another question") << true;
+}
+
+void TestMSlide::pictureKeepsItsColorsBehindTheNextQuestion()
+{
+    QFETCH(bool, isAboveAnother);
+    MMessageBox below(QStringLiteral("Pair?"), QStringLiteral("Phone"), M::YesButton);
+    MMessageBox next(QStringLiteral("Open?"), QStringLiteral("example.org"), M::YesButton);
+    Stage stage;
+    if (isAboveAnother) {
+        below.appear(&stage.window);
+        stage.question.disappear();
+        stage.ask();
+    }
+    QVERIFY(stage.settle());
+    QTRY_VERIFY(!stage.slide()->isLeaving());
+    const QRectF place = stage.card()->sceneBoundingRect();
+    const QRectF inside = place.adjusted(40, 8, -40, -8).toAlignedRect();
+    const QImage card = picture(stage.window.scene(), inside);
+    const QImage shade = picture(stage.window.scene(), QRectF(0, 0, 100, 100));
+    stage.question.reject();
+    next.appear(&stage.window);
+    // Its card waits below the screen for the first frame.
+    QCOMPARE(picture(stage.window.scene(), inside), card);
+    QCOMPARE(picture(stage.window.scene(), QRectF(0, 0, 100, 100)), shade);
+    QTRY_COMPARE(stage.pictures(), 0);
+}
+
+void TestMSlide::pictureOutlivesTheNextQuestion()
+{
+    Stage stage;
+    QVERIFY(stage.settle());
+    stage.question.reject();
+    auto next = std::make_unique<MMessageBox>(QString(), QStringLiteral("example.org"), M::YesButton);
+    next->appear(&stage.window);
+    QCOMPARE(stage.pictures(), 1);
+    next.reset();
+    QCOMPARE(stage.pictures(), 1);
+    QTRY_COMPARE(stage.pictures(), 0);
+    QVERIFY(!stage.slide()->isLeaving());
 }
 
 void TestMSlide::deletedQuestionLeavesNoPicture()

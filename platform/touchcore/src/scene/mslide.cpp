@@ -85,8 +85,28 @@ void MSlide::setDown(qreal down)
         card->setTransform(QTransform::fromTranslate(0, down));
 }
 
+void MSlide::putBehindAll(QGraphicsPixmapItem *picture)
+{
+    picture->setParentItem(manager->root);
+    picture->setZValue(-1);
+}
+
+// The shade of the next question lies on what it covers, not on the card that it replaces: that one would
+// turn dark at once. So the picture stands between the two.
+void MSlide::shadeLeavingOnce(MSceneWindow *next)
+{
+    const QGraphicsWidget *front = MSceneWindowPrivate::cardOf(next);
+    if (front == next)
+        return;
+    for (QGraphicsPixmapItem *picture : std::as_const(leaving)) {
+        picture->setParentItem(next);
+        picture->setZValue(front->zValue() - 1);
+    }
+}
+
 void MSlide::slideIn(MSceneWindow *sceneWindow)
 {
+    shadeLeavingOnce(sceneWindow);
     if (!moves(sceneWindow))
         return;
     follow(sceneWindow, manager->turnedSize().height() - MSceneWindowPrivate::cardOf(sceneWindow)->y());
@@ -123,6 +143,9 @@ void MSlide::drawn()
 
 void MSlide::forget(MSceneWindow *sceneWindow)
 {
+    for (QGraphicsPixmapItem *picture : std::as_const(leaving))
+        if (picture->parentItem() == sceneWindow)
+            putBehindAll(picture);
     if (!card || card != MSceneWindowPrivate::cardOf(sceneWindow))
         return;
     way.stop();
@@ -153,10 +176,11 @@ void MSlide::startLeaving(const QGraphicsWidget *what, qreal layer)
     connect(leave, &QVariantAnimation::valueChanged, this,
             [picture](const QVariant &value) { picture->setY(value.toReal()); });
     connect(leave, &QVariantAnimation::finished, this, [this, picture] {
+        leaving.removeOne(picture);
         delete picture;
-        if (--leaving == 0 && manager->host)
+        if (leaving.isEmpty() && manager->host)
             manager->host->sceneWindowLeft();
     });
-    ++leaving;
+    leaving.append(picture);
     leave->start(QAbstractAnimation::DeleteWhenStopped);
 }

@@ -4,12 +4,14 @@
 #ifndef MSLIDE_P_H
 #define MSLIDE_P_H
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 #include <QVariantAnimation>
 
 class MSceneManagerPrivate;
 class MSceneWindow;
+class QGraphicsPixmapItem;
 class QGraphicsWidget;
 
 /**
@@ -38,18 +40,20 @@ public:
     /** Returns whether something moves towards its place by itself, or is about to. */
     bool isMoving() const;
     /** Returns whether a picture is still seen. */
-    bool isLeaving() const { return leaving > 0; }
+    bool isLeaving() const { return !leaving.isEmpty(); }
 
 private:
     bool moves(const MSceneWindow *sceneWindow) const;
     void setDown(qreal down);
     void startLeaving(const QGraphicsWidget *what, qreal layer);
+    void shadeLeavingOnce(MSceneWindow *next);
+    void putBehindAll(QGraphicsPixmapItem *picture);
 
     MSceneManagerPrivate *const manager;
     QPointer<QGraphicsWidget> card;
     QVariantAnimation way;
     bool awaitsFrame = false;
-    int leaving = 0;
+    QList<QGraphicsPixmapItem *> leaving;
 };
 
 #endif
