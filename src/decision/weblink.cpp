@@ -78,7 +78,7 @@ QString domainOf(const QString &ascii)
     return QString::fromLatin1(registrableDomain(name));
 }
 
-// What is written between the slashes and the path.
+// The text between the slashes and the path, as it is written.
 struct Authority
 {
     QString text;

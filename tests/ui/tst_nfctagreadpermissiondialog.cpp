@@ -1059,7 +1059,7 @@ void TestNfcTagReadPermissionDialog::nothingElseStandsOut_data()
     QTest::newRow("address") << uriOf("mailto:me@example.com", described);
     QTest::newRow("no host") << uriOf("https:///example.org", described);
     QTest::newRow("another scheme") << uriOf("httpx://example.org", described);
-    // What is in doubt does not look trustworthy in any of its places.
+    // A link in doubt does not look trustworthy in any of its places.
     QTest::newRow("disguised") << uriOf("https://bank.example\\@evil.org/", described);
     QTest::newRow("steered") << uriOf("https://evil.org/\u202egro.knab", described);
 }
