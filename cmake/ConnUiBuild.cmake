@@ -63,6 +63,13 @@ endif()
 if(CONNUI_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link -fno-sanitize-recover=all)
 endif()
+# The calls that a library makes of its own functions are bound when it is built, not whenever a program starts.
+add_link_options(LINKER:-Bsymbolic-functions)
+# Code that nobody calls is not installed. Tools that look into programs expect all of it.
+if(NOT CMAKE_BUILD_TYPE STREQUAL "Debug" AND NOT CONNUI_FUZZ AND NOT ECM_ENABLE_SANITIZERS)
+    add_compile_options(-ffunction-sections -fdata-sections)
+    add_link_options(LINKER:--gc-sections)
+endif()
 if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # The files that are compiled as one count as its headers, whose classes must not use what is local to a file.
     add_compile_options(-Wno-subobject-linkage)
