@@ -28,15 +28,17 @@ constexpr int frames = 13;             // in 220 ms at 60 Hz
 constexpr double frameTime = 1e9 / 60; // ns
 constexpr int slideTime = 220;         // ms
 
-/** A screen, and what its lines are called. */
+/** A screen, what its lines are called, and the goal of a frame. */
 struct Screen
 {
     QRectF area;
     std::string name;
+    Goal goal;
 };
 
-const Screen plain{{0, 0, 480, 854}, ""};
-const Screen dense{{0, 0, 360, 800}, ", 1080 by 2400 pixels at scale 3"};
+const Screen plain{{0, 0, 480, 854}, "", {.atMost = 1.25}};
+// Qt blends the shade of the plain items on threads of its own, whose time is not counted.
+const Screen dense{{0, 0, 360, 800}, ", 1080 by 2400 pixels at scale 3", {.atMost = 2}};
 
 const auto title = QStringLiteral("Open web link?");
 const auto text = QStringLiteral("The tag leads to the timetable of the bus that stops here. "
@@ -176,7 +178,7 @@ void measure(const Screen &screen)
     waitFor(slideTime * 2);
     compare("A frame of a sliding question" + screen.name,
             {"QGraphicsView", [&] { return oneFrame(&bare.view, bare.card); }},
-            {"MDialog", [&] { return oneFrame(&card.window, card.card()); }}, {.atMost = 1.25}, 100);
+            {"MDialog", [&] { return oneFrame(&card.window, card.card()); }}, screen.goal, 100);
     if (countsInstructions())
         return;
     std::vector<double> longest;

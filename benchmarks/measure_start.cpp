@@ -144,10 +144,10 @@ int main(int argc, char **argv)
     const Command bare{QCoreApplication::applicationFilePath(), QStringLiteral("bare")};
     const Command withWidgets{programs.filePath(QStringLiteral("peer_qt")), QStringLiteral("agent")};
     const Command nfcUi{programs.filePath(QStringLiteral("nfc-ui"))};
-    compareStarts("From start to registered", &daemon, withWidgets, nfcUi, {.atMost = 1.15});
+    compareStarts("From start to registered", &daemon, withWidgets, nfcUi, {.atMost = 1.4});
     compareStarts("From start to registered, against QtDBus alone", &daemon, bare, nfcUi, {});
     compareStarts("From start to registered, without windows", &daemon, bare,
-                  {programs.filePath(QStringLiteral("nfc-agent"))}, {.atMost = 1.25});
+                  {programs.filePath(QStringLiteral("nfc-agent"))}, {.atMost = 1.5});
     compareStarts("From start to registered, nfc-ui --console", &daemon, bare,
                   nfcUi + Command{QStringLiteral("--console")}, {});
     // The work of a library while it is loaded is not counted here.
