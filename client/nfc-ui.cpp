@@ -8,13 +8,8 @@
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QGraphicsScene>
 #include <QIcon>
 
-#include <MImageWidget>
-#include <MLabel>
-#include <MLayout>
-#include <MLinearLayoutPolicy>
 #include <MWindow>
 #include <NfcTranslations>
 
@@ -24,6 +19,7 @@
 #include "core/terminal.h"
 #include "core/terminationsignals.h"
 #include "remote/remotecontrol.h"
+#include "screen/phonewindow.h"
 #include "screen/screenface.h"
 #include "support/commandline.h"
 #include "support/windowapplication.h"
@@ -74,35 +70,11 @@ std::optional<QString> faultOf(Support::CommandLine &arguments)
     return {};
 }
 
-// Users who see an empty screen do not know what to do.
-void addHint(MWindow *phone)
-{
-    auto *text = new MLabel(qtTrId("qtn_nfc_phone_hint"));
-    text->setStyleName(QStringLiteral("CommonQueryText"));
-    text->setWordWrap(true);
-    text->setAlignment(Qt::AlignCenter);
-    auto *hint = new MWidget;
-    auto *policy = new MLinearLayoutPolicy(new MLayout(hint), Qt::Vertical);
-    policy->addItem(new MImageWidget(QStringLiteral("icon-m-service-nfc")), Qt::AlignCenter);
-    policy->addItem(text);
-    phone->scene()->addItem(hint);
-    const auto place = [hint](const QRectF &screen) {
-        const QSizeF size = hint->effectiveSizeHint(Qt::PreferredSize, QSizeF(screen.width() * 2 / 3, -1));
-        QRectF middle(QPointF(), size);
-        middle.moveCenter(screen.center());
-        hint->setGeometry(middle);
-    };
-    place(phone->scene()->sceneRect());
-    QObject::connect(phone->scene(), &QGraphicsScene::sceneRectChanged, hint, place);
-}
-
 // The screen of a phone, on a desktop.
 std::unique_ptr<MWindow> newPhone()
 {
-    auto window = std::make_unique<MWindow>();
-    window->setWindowTitle(QStringLiteral("Phone"));
+    auto window = std::make_unique<PhoneWindow>();
     QApplication::setQuitOnLastWindowClosed(true);
-    addHint(window.get());
     window->show();
     return window;
 }

@@ -129,7 +129,7 @@ void TouchIndication::showAbove()
     if (const MWindow *window = windowInFront())
         overlay->sceneManager()->setOrientationAngle(window->sceneManager()->orientationAngle());
     if (phone)
-        overlay->setGeometry(phone->geometry());
+        overlay->setGeometry({phone->viewport()->mapToGlobal(QPoint()), phone->viewport()->size()});
     overlay->showIndication();
 }
 

@@ -5,40 +5,61 @@
 #include <csignal>
 #include <sys/prctl.h>
 
-#include <QRegularExpression>
+#include <QJsonArray>
+#include <QJsonDocument>
+
+#include "panel/busvalue.h"
 
 namespace {
 
 constexpr QLatin1String daemonRole("daemon");
 constexpr QLatin1String clientRole("client");
 constexpr QLatin1String worldRole("world");
-constexpr QLatin1String daemonName("com.tavix.nfc");
+constexpr QLatin1String daemonName("com.tavix.nfc.");
 
-QStringList rules()
+QStringList arguments()
 {
-    QStringList rules = {QStringLiteral("type='method_return'"), QStringLiteral("type='error'")};
+    QStringList arguments = {QStringLiteral("monitor"), QStringLiteral("--system"),
+                             QStringLiteral("--json=short"), QStringLiteral("--match=type='method_return'"),
+                             QStringLiteral("--match=type='error'")};
     for (const char *interface :
          {"Manager", "Adapter", "UIAgent", "HandoverRequestor", "Transfers", "TagWriter", "Simulator"})
-        rules.append(QStringLiteral("interface='com.tavix.nfc.%1'").arg(QLatin1String(interface)));
-    return rules;
+        arguments.append(
+            QStringLiteral("--match=interface='com.tavix.nfc.%1'").arg(QLatin1String(interface)));
+    return arguments;
 }
 
-// The fields of a message's first line: "sender=:1.4 -> destination=:1.2 serial=12 path=/; member=Release".
-QHash<QString, QString> fieldsOf(const QString &line)
+QString field(const QJsonObject &message, const char *name)
 {
-    static const QRegularExpression field(QStringLiteral("(\\w+)=([^ ;]+)"));
-    QHash<QString, QString> fields;
-    QRegularExpressionMatchIterator matches = field.globalMatch(line);
-    while (matches.hasNext()) {
-        const QRegularExpressionMatch match = matches.next();
-        fields.insert(match.captured(1), match.captured(2));
-    }
-    return fields;
+    return message[QLatin1String(name)].toString();
 }
 
-QString key(const QString &caller, const QString &serial)
+QString key(const QString &caller, const QJsonValue &serial)
 {
-    return caller + QLatin1Char(' ') + serial;
+    return QStringLiteral("%1 %2").arg(caller).arg(serial.toInteger());
+}
+
+QStringList valuesOf(const QJsonObject &message)
+{
+    QStringList values;
+    const QJsonArray data = message[QLatin1String("payload")][QLatin1String("data")].toArray();
+    for (const QJsonValue value : data)
+        values.append(BusValue::text(value));
+    return values;
+}
+
+Conversation::Message callOrSignal(const QJsonObject &message)
+{
+    const QString interface = field(message, "interface");
+    const QString member = field(message, "member");
+    const QStringList values = valuesOf(message);
+    if (field(message, "type") == QLatin1String("signal"))
+        return {daemonRole, QStringLiteral("all"), false, member, values};
+    if (interface.endsWith(QLatin1String(".UIAgent")) ||
+        interface.endsWith(QLatin1String(".HandoverRequestor")))
+        return {daemonRole, clientRole, false, member, values};
+    const QString caller = interface.endsWith(QLatin1String(".Simulator")) ? worldRole : clientRole;
+    return {caller, daemonRole, false, member, values};
 }
 
 } // namespace
@@ -46,9 +67,10 @@ QString key(const QString &caller, const QString &serial)
 Conversation::Conversation(QObject *parent) : QObject(parent)
 {
     connect(&monitor, &QProcess::readyReadStandardOutput, this, &Conversation::read);
+    connect(&monitor, &QProcess::errorOccurred, this, &Conversation::failed);
     // However the panel ends, its monitor does not stay behind.
     monitor.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-    monitor.start(QStringLiteral("dbus-monitor"), QStringList{QStringLiteral("--system")} + rules());
+    monitor.start(QStringLiteral("busctl"), arguments());
 }
 
 Conversation::~Conversation()
@@ -62,59 +84,31 @@ Conversation::~Conversation()
 void Conversation::read()
 {
     while (monitor.canReadLine()) {
-        QByteArray line = monitor.readLine();
-        line.chop(1);
-        readLine(QString::fromUtf8(line));
+        const QJsonObject message = QJsonDocument::fromJson(monitor.readLine()).object();
+        if (message.contains(QLatin1String("reply_cookie")))
+            readAnswer(message);
+        else if (field(message, "interface").startsWith(daemonName)) // not the bus's own news to the monitor
+            readCall(message);
     }
 }
 
-void Conversation::readLine(const QString &line)
+void Conversation::readCall(const QJsonObject &message)
 {
-    if (line.startsWith(QLatin1Char(' '))) {
-        if (relevant)
-            Q_EMIT detailed(line);
+    const Message call = callOrSignal(message);
+    if (field(message, "type") == QLatin1String("method_call"))
+        calls.insert(key(field(message, "sender"), message[QLatin1String("cookie")]), call);
+    Q_EMIT said(call);
+}
+
+void Conversation::readAnswer(const QJsonObject &message)
+{
+    Message answer = calls.take(key(field(message, "destination"), message[QLatin1String("reply_cookie")]));
+    if (answer.what.isEmpty())
         return;
-    }
-    const QHash<QString, QString> fields = fieldsOf(line);
-    const QString kind = line.section(QStringLiteral(" time="), 0, 0);
-    const bool answers = fields.contains(QStringLiteral("reply_serial"));
-    const QString sentence = answers ? answerSentence(fields, kind) : callSentence(fields, kind);
-    relevant = !sentence.isEmpty();
-    if (relevant)
-        Q_EMIT said(sentence);
-}
-
-QString Conversation::callSentence(const QHash<QString, QString> &fields, const QString &kind)
-{
-    const QString sender = fields.value(QStringLiteral("sender"));
-    const QString member = fields.value(QStringLiteral("member"));
-    const QString interface = fields.value(QStringLiteral("interface"));
-    // The bus's own news to the monitor.
-    if (!interface.startsWith(daemonName))
-        return {};
-    if (kind == QLatin1String("signal"))
-        return QStringLiteral("%1 announces: %2").arg(daemonRole, member);
-
-    const bool asksClient = interface.endsWith(QLatin1String(".UIAgent")) ||
-                            interface.endsWith(QLatin1String(".HandoverRequestor"));
-    const bool fromWorld = interface.endsWith(QLatin1String(".Simulator"));
-    const QString receiver = asksClient ? clientRole : daemonRole;
-    const QString caller = fromWorld ? worldRole : clientRole;
-    roles.insert(sender, asksClient ? daemonRole : caller);
-    roles.insert(fields.value(QStringLiteral("destination")), receiver);
-    calls.insert(key(sender, fields.value(QStringLiteral("serial"))), member);
-    return QStringLiteral("%1 calls %2: %3").arg(roles.value(sender), receiver, member);
-}
-
-QString Conversation::answerSentence(const QHash<QString, QString> &fields, const QString &kind)
-{
-    const QString asker = fields.value(QStringLiteral("destination"));
-    const QString member = calls.take(key(asker, fields.value(QStringLiteral("reply_serial"))));
-    if (member.isEmpty())
-        return {};
-    const QString who = roles.value(asker) == daemonRole ? clientRole : daemonRole;
-    const QString answer = kind == QLatin1String("error")
-                               ? QStringLiteral("error %1").arg(fields.value(QStringLiteral("error_name")))
-                               : QStringLiteral("done");
-    return QStringLiteral("%1 answers %2: %3").arg(who, member, answer);
+    const QString error = field(message, "error_name");
+    const QString outcome = error.isEmpty() ? QStringLiteral("done") : QStringLiteral("error %1").arg(error);
+    answer.isAnswer = true;
+    answer.what += QStringLiteral(": %1").arg(outcome);
+    answer.values = valuesOf(message);
+    Q_EMIT said(answer);
 }

@@ -5,38 +5,46 @@
 
 #include <QByteArray>
 #include <QHash>
+#include <QJsonObject>
 #include <QObject>
 #include <QProcess>
 #include <QString>
+#include <QStringList>
 
 /**
  * Listens to what the daemon, its client and the world around them say to each other on the system bus, by
- * dbus-monitor(1).
+ * busctl(1), whose JSON shows where each message and each value ends, whatever it holds.
  */
 class Conversation : public QObject
 {
     Q_OBJECT
 
 public:
+    /** A message. Its answer has the same caller and receiver. */
+    struct Message
+    {
+        QString caller;
+        QString receiver;
+        bool isAnswer;
+        QString what;
+        QStringList values; // a line for each
+    };
+
     explicit Conversation(QObject *parent = nullptr);
     ~Conversation() override;
 
 Q_SIGNALS:
-    /** Somebody has said something: a sentence for people. */
-    void said(const QString &sentence);
-    /** An argument of what was said last, as dbus-monitor writes it, indentation included. */
-    void detailed(const QString &argument);
+    void said(const Conversation::Message &message);
+    /** There is no program to listen with. */
+    void failed();
 
 private:
     void read();
-    void readLine(const QString &line);
-    QString callSentence(const QHash<QString, QString> &fields, const QString &kind);
-    QString answerSentence(const QHash<QString, QString> &fields, const QString &kind);
+    void readCall(const QJsonObject &message);
+    void readAnswer(const QJsonObject &message);
 
     QProcess monitor;
-    QHash<QString, QString> roles; // by unique bus name
-    QHash<QString, QString> calls; // that have no answer yet, by caller and serial number: what was called
-    bool relevant = false;         // the message that is being read
+    QHash<QString, Message> calls; // that have no answer yet, by caller's bus name and serial number
 };
 
 #endif

@@ -6,10 +6,25 @@
 #include <QDBusConnection>
 #include <QDBusError>
 #include <QIcon>
+#include <QPalette>
 
 #include "panel/touchpanel.h"
 #include "support/commandline.h"
 #include "support/windowapplication.h"
+
+namespace {
+
+// The blue of the phone beside the panel, as bright as the desktop's colors need.
+void setAccent()
+{
+    QPalette palette;
+    const bool isDark = palette.color(QPalette::Base).lightness() < palette.color(QPalette::Text).lightness();
+    palette.setColor(QPalette::Highlight, isDark ? QColor(0x8f, 0xa5, 0xff) : QColor(0x33, 0x55, 0xd4));
+    palette.setColor(QPalette::HighlightedText, isDark ? Qt::black : Qt::white);
+    QApplication::setPalette(palette);
+}
+
+} // namespace
 
 int main(int argc, char *argv[])
 {
@@ -30,6 +45,7 @@ int main(int argc, char *argv[])
     QDBusConnection::systemBus().connect(QString(), QStringLiteral("/org/freedesktop/DBus/Local"),
                                          QStringLiteral("org.freedesktop.DBus.Local"),
                                          QStringLiteral("Disconnected"), application.get(), SLOT(quit()));
+    setAccent();
     TouchPanel panel;
     panel.show();
     return QApplication::exec();

@@ -9,10 +9,17 @@
 #include "panel/touchbuttons.h"
 
 class QBoxLayout;
+class QGridLayout;
 class QLabel;
-class QPlainTextEdit;
+class QPushButton;
+class QTextCharFormat;
+class QTextCursor;
+class QTextEdit;
 
-/** The panel beside the phone: what can touch it on buttons, and what that makes the buses say. */
+/**
+ * The panel beside the phone: what can touch it on buttons, and what that makes the bus say. Where the window
+ * is narrow, one is above the other.
+ */
 class TouchPanel : public QWidget
 {
     Q_OBJECT
@@ -20,16 +27,25 @@ class TouchPanel : public QWidget
 public:
     TouchPanel();
 
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
-    QBoxLayout *newButtons();
+    QWidget *newButtons();
+    QPushButton *addButton(QGridLayout *group, const QString &label);
+    QBoxLayout *newTalk();
     void touch(const TouchButton &button);
     void bringDaemonBack();
-    void writeStep(const QString &sentence);
+    void write(const Conversation::Message &message);
+    QTextCursor newLine(int textIndent);
+    QTextCharFormat formatOf(const QString &role) const;
 
     Conversation conversation;
-    QPlainTextEdit *const transcript;
+    QTextEdit *const transcript;
     QLabel *const outcome;
+    QBoxLayout *const halves;
     int steps = 0;
+    bool followsEnd = true;
 };
 
 #endif

@@ -17,6 +17,9 @@ from stage import Stage
 CONVERT = "/usr/bin/convert"
 PHONE = "Phone"
 PANEL = "Hold something against the phone"
+# In pixels, of a screen of WIDTHx800.
+WIDTH = 1340
+PHONE_WIDTH = 454
 # In seconds: a question takes no taps at first, and the banner goes after two seconds.
 TAKES_TAPS = 1
 BANNER_GONE = 3
@@ -26,8 +29,10 @@ def xdotool(*arguments):
     subprocess.run(["xdotool", *arguments], check=True)
 
 
-def place(title, left):
-    xdotool("search", "--sync", "--onlyvisible", "--name", title, "windowmove", "--sync", str(left), "0")
+def place(title, left, width):
+    """Gives a window a part of the screen, from top to bottom."""
+    xdotool("search", "--sync", "--onlyvisible", "--name", title, "windowmove", "--sync", str(left), "0",
+            "windowsize", "--sync", str(width), "100%")
 
 
 def grab(path):
@@ -53,8 +58,8 @@ def main():
     frames = [pathlib.Path(folder.name, f"{i}.png") for i in range(3)]
     with folder, Stage(arguments.programs, face=Phone) as stage:
         stage.start("panel", "nfc-panel")
-        place(PHONE, 0)
-        place(PANEL, 490)
+        place(PHONE, 0, PHONE_WIDTH)
+        place(PANEL, PHONE_WIDTH, WIDTH - PHONE_WIDTH)
         settled(frames[0], TAKES_TAPS)
         # The second button is the phone number, about which the user is always asked.
         xdotool("search", "--name", PANEL, "windowfocus", "--sync", "key", "Tab", "key", "space")

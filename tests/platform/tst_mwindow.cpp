@@ -36,6 +36,7 @@ private Q_SLOTS:
     void enterDisplayEventComesAtEachShowing();
     void backgroundColorComesFromTheTheme();
     void translucentWindowHasNoBackground();
+    void sceneLeavesTheMarginsOfItsWindow();
     void closedWindowCanBeShownAgain();
     void dialogOpenedWhileItsWindowClosesGetsAnotherWindow();
 };
@@ -101,6 +102,18 @@ void TestMWindow::translucentWindowHasNoBackground()
     MWindow window;
     window.setAttribute(Qt::WA_TranslucentBackground);
     QCOMPARE(window.grab().toImage().pixelColor(10, 10).alpha(), 0);
+}
+
+void TestMWindow::sceneLeavesTheMarginsOfItsWindow()
+{
+    struct Framed : MWindow
+    {
+        Framed() { setViewportMargins(10, 20, 30, 40); }
+    } window;
+    window.resize(400, 600);
+    window.show();
+    QCOMPARE(window.scene()->sceneRect(), QRectF(0, 0, 360, 540));
+    QCOMPARE(window.viewport()->geometry(), QRect(10, 20, 360, 540));
 }
 
 void TestMWindow::closedWindowCanBeShownAgain()

@@ -60,7 +60,7 @@ QByteArray TestNfcPanel::monitor() const
     const auto children =
         contents(QStringLiteral("/proc/%1/task/%1/children").arg(panel->processId())).split(' ');
     for (const QByteArray &child : children)
-        if (contents(QStringLiteral("/proc/%1/comm").arg(QLatin1String(child))) == "dbus-monitor\n")
+        if (contents(QStringLiteral("/proc/%1/comm").arg(QLatin1String(child))) == "busctl\n")
             return child;
     return QByteArray();
 }

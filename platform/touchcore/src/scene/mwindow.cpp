@@ -68,7 +68,7 @@ void MWindowPrivate::dismissAll()
 
 QSize MWindowPrivate::sceneSize() const
 {
-    return q->size();
+    return q->size().shrunkBy(q->viewportMargins());
 }
 
 qreal MWindowPrivate::pixelRatio() const
