@@ -131,9 +131,9 @@ void TestNfcLink::placeOfADomainEndsItsHost()
     QVERIFY2(QStringLiteral("/@.").contains(before), qPrintable(before));
     if (link.suspicion() != NfcLink::NotSuspicious)
         return;
-    place.remove(QRegularExpression(QStringLiteral("[][]|\\.$")));
-    QCOMPARE(NfcLink(QStringLiteral("https://") + place).domain(),
-             NfcLink(QStringLiteral("https://") + domain).domain());
+    while (place.endsWith(QLatin1Char('.')))
+        place.chop(1);
+    QCOMPARE(NfcLink(QStringLiteral("https://") + place).host(), domain);
 }
 
 void TestNfcLink::domainIsNeverCut_data()

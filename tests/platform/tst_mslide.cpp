@@ -269,7 +269,12 @@ void TestMSlide::pictureKeepsItsColorsBehindTheNextQuestion()
     // Its card waits below the screen for the first frame.
     QCOMPARE(picture(stage.window.scene(), inside), card);
     QCOMPARE(picture(stage.window.scene(), QRectF(0, 0, 100, 100)), shade);
+    stage.slide()->follow(&next, 0);
+    const QRectF over =
+        MDialogPrivate::of(&next)->card->sceneBoundingRect().adjusted(40, 8, -40, -8).toAlignedRect();
+    const QImage inFront = picture(stage.window.scene(), over);
     QTRY_COMPARE(stage.pictures(), 0);
+    QCOMPARE(picture(stage.window.scene(), over), inFront);
 }
 
 void TestMSlide::pictureOutlivesTheNextQuestion()
