@@ -119,6 +119,8 @@ private Q_SLOTS:
     void nextQuestionComesIntoTheWindowOfTheLast();
     void pictureKeepsItsColorsBehindTheNextQuestion_data();
     void pictureKeepsItsColorsBehindTheNextQuestion();
+    void answeredQuestionLeavesBehindTheOneThatItBrings();
+    void questionThatIsCoveredLeavesNoPicture();
     void pictureOutlivesTheNextQuestion();
     void deletedQuestionLeavesNoPicture();
     void movingButtonsTakeNoInput();
@@ -275,6 +277,34 @@ void TestMSlide::pictureKeepsItsColorsBehindTheNextQuestion()
     const QImage inFront = picture(stage.window.scene(), over);
     QTRY_COMPARE(stage.pictures(), 0);
     QCOMPARE(picture(stage.window.scene(), over), inFront);
+}
+
+void TestMSlide::answeredQuestionLeavesBehindTheOneThatItBrings()
+{
+    MMessageBox next(QStringLiteral("Open?"), QStringLiteral("example.org"), M::YesButton);
+    Stage stage;
+    QVERIFY(stage.settle());
+    const QRectF inside = stage.card()->sceneBoundingRect().adjusted(40, 8, -40, -8).toAlignedRect();
+    const QImage card = picture(stage.window.scene(), inside);
+    connect(&stage.question, &MDialog::finished, &next, [&] { next.appear(&stage.window); });
+    stage.question.reject();
+    QCOMPARE(stage.pictures(), 1);
+    QCOMPARE(picture(stage.window.scene(), inside), card);
+    QTRY_COMPARE(stage.pictures(), 0);
+}
+
+void TestMSlide::questionThatIsCoveredLeavesNoPicture()
+{
+    MMessageBox next(QStringLiteral("Open?"), QStringLiteral("example.org"), M::YesButton);
+    Stage stage;
+    QVERIFY(stage.settle());
+    next.appear(&stage.window);
+    QVERIFY(QTest::qWaitFor([&stage] {
+        stage.draw();
+        return !stage.slide()->isMoving();
+    }));
+    stage.question.reject();
+    QCOMPARE(stage.pictures(), 0);
 }
 
 void TestMSlide::pictureOutlivesTheNextQuestion()

@@ -156,8 +156,13 @@ void MSlide::forget(MSceneWindow *sceneWindow)
 
 void MSlide::takeOut(MSceneWindow *sceneWindow)
 {
-    if (moves(sceneWindow) && manager->front() == sceneWindow)
-        startLeaving(MSceneWindowPrivate::cardOf(sceneWindow), sceneWindow->zValue());
+    MSceneWindow *front = manager->front();
+    // One that nobody has seen yet covers nothing.
+    if (!moves(sceneWindow) || (front != sceneWindow && !awaitsFrame))
+        return;
+    startLeaving(MSceneWindowPrivate::cardOf(sceneWindow), sceneWindow->zValue());
+    if (front != sceneWindow)
+        shadeLeavingOnce(front);
 }
 
 void MSlide::startLeaving(const QGraphicsWidget *what, qreal layer)
