@@ -18,10 +18,10 @@ bool isSeen(QChar character)
     return character.isPrint() && category != QChar::Separator_Line && category != QChar::Separator_Paragraph;
 }
 
-QString quoted(const QString &string)
+QString quoted(const QString &words)
 {
     QString text;
-    for (const QChar character : string.left(longestString)) {
+    for (const QChar character : words.left(longestString)) {
         if (character == QLatin1Char('"') || character == QLatin1Char('\\'))
             text += QLatin1Char('\\');
         if (isSeen(character) || character.isSurrogate())
@@ -29,7 +29,7 @@ QString quoted(const QString &string)
         else
             text += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
     }
-    const QString rest = string.size() > longestString ? QStringLiteral("…") : QString();
+    const QString rest = words.size() > longestString ? QStringLiteral("…") : QString();
     return QStringLiteral("\"%1%2\"").arg(text, rest);
 }
 
