@@ -43,8 +43,10 @@ void TestPhoneWindow::caseIsAroundTheScreen()
                               screen.bottomLeft() + QPoint(4, -4), screen.bottomRight() + QPoint(-4, -4)})
         QVERIFY2(lightness(dark.x(), dark.y()) < half,
                  qPrintable(QStringLiteral("%1, %2").arg(dark.x()).arg(dark.y())));
-    for (const QPoint bright : {screen.topLeft(), screen.topRight(), QPoint(middle.x(), screen.bottom() - 1)})
-        QVERIFY(lightness(bright.x(), bright.y()) > half);
+    // Between its round corners at the bottom, the screen is left as it is.
+    phone.findChild<PhoneCase *>()->hide();
+    const QRect visible = screen.adjusted(0, 0, 0, -30);
+    QCOMPARE(picture.copy(visible), phone.grab(visible).toImage());
     // The desktop's window is around the case, and in its round corners.
     QCOMPARE(picture.pixelColor(0, 0), phone.palette().color(QPalette::Window));
     QCOMPARE(picture.pixelColor(14, 14), phone.palette().color(QPalette::Window));

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <QDBusConnection>
+#include <QDBusVariant>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -19,6 +20,7 @@ private Q_SLOTS:
     void simulatedDaemonConforms();
     void checkedDaemonIsAsItWas();
     void agreeableDaemonFails();
+    void stateThatIsOnlyAnnouncedFails();
     void uselessDaemonFailsEveryCheck();
     void missingInterfacesAreSkipped();
     void missingDaemonIsReported();
@@ -93,6 +95,28 @@ void TestConformance::agreeableDaemonFails()
                           QStringLiteral("refuses to cancel a handover that is not under way"),
                           QStringLiteral("refuses to write bytes that are not a message"),
                           QStringLiteral("keeps one message to write, until it is canceled")}));
+}
+
+void TestConformance::stateThatIsOnlyAnnouncedFails()
+{
+    FakeService announcing(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    announcing.reply(QStringLiteral("GetProperties"),
+                     {QVariantMap{{QStringLiteral("State"), QStringLiteral("on")}}});
+    announcing.start();
+    connect(&announcing, &FakeService::called, this, [&announcing](const QString &member) {
+        if (member == QLatin1String("SetProperty"))
+            announcing.emitSignal(
+                QStringLiteral("/com/tavix/nfc/adapter0"), QStringLiteral("com.tavix.nfc.Adapter"),
+                QStringLiteral("PropertyChanged"),
+                {QStringLiteral("State"), QVariant::fromValue(QDBusVariant(QStringLiteral("off")))});
+    });
+    Tap tap({QStringLiteral("conformance")});
+    QTRY_VERIFY_WITH_TIMEOUT(!tap.isRunning(), 60000);
+    QCOMPARE(tap.exitCode(), 1);
+    const QString output = tap.output();
+    QVERIFY2(output.contains(
+                 QStringLiteral("FAILED   switches, and announces it: State is 'on' after it was set\n")),
+             qUtf8Printable(output));
 }
 
 void TestConformance::uselessDaemonFailsEveryCheck()
