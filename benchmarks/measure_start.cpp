@@ -144,7 +144,7 @@ int main(int argc, char **argv)
     const Command bare{QCoreApplication::applicationFilePath(), QStringLiteral("bare")};
     const Command withWidgets{programs.filePath(QStringLiteral("peer_qt")), QStringLiteral("agent")};
     const Command nfcUi{programs.filePath(QStringLiteral("nfc-ui"))};
-    compareStarts("From start to registered", &daemon, withWidgets, nfcUi, {.atMost = 1.4});
+    compareStarts("From start to registered", &daemon, withWidgets, nfcUi, {.atMost = 1.45});
     compareStarts("From start to registered, against QtDBus alone", &daemon, bare, nfcUi, {});
     compareStarts("From start to registered, without windows", &daemon, bare,
                   {programs.filePath(QStringLiteral("nfc-agent"))}, {.atMost = 1.5});
