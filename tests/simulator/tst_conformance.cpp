@@ -21,6 +21,7 @@ private Q_SLOTS:
     void checkedDaemonIsAsItWas();
     void agreeableDaemonFails();
     void stateThatIsOnlyAnnouncedFails();
+    void agentThatCannotLeaveFails();
     void uselessDaemonFailsEveryCheck();
     void missingInterfacesAreSkipped();
     void missingDaemonIsReported();
@@ -117,6 +118,17 @@ void TestConformance::stateThatIsOnlyAnnouncedFails()
     QVERIFY2(output.contains(
                  QStringLiteral("FAILED   switches, and announces it: State is 'on' after it was set\n")),
              qUtf8Printable(output));
+}
+
+void TestConformance::agentThatCannotLeaveFails()
+{
+    FakeService keeping(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    keeping.fail(QStringLiteral("UnregisterUIAgent"), QStringLiteral("org.connui.test.Error"),
+                 QStringLiteral("no"));
+    keeping.start();
+    Tap tap({QStringLiteral("conformance")});
+    QCOMPARE(tap.exitCode(), 1);
+    QVERIFY(failures(&tap).contains(QStringLiteral("has room for another agent once one is unregistered")));
 }
 
 void TestConformance::uselessDaemonFailsEveryCheck()
