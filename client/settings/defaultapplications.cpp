@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "settings/defaultapplications.h"
 
+#include <gio/gio.h>
 #include <memory>
 
 #include <QPromise>
@@ -16,8 +17,6 @@
 using ContentAction::Action;
 
 namespace {
-
-constexpr int betweenLooks = 2000; // milliseconds: what others install is not announced
 
 struct Kind
 {
@@ -56,17 +55,24 @@ QList<DefaultApplication> readApplications()
 
 } // namespace
 
-DefaultApplications::DefaultApplications(QObject *parent) : QObject(parent)
+DefaultApplications::DefaultApplications(QObject *parent) : QObject(parent), monitor(g_app_info_monitor_get())
 {
     connect(&watcher, &QFutureWatcherBase::finished, this, &DefaultApplications::take);
-    connect(&timer, &QTimer::timeout, this, &DefaultApplications::look);
-    timer.start(betweenLooks);
+    g_signal_connect_swapped(monitor, "changed", G_CALLBACK(+[](DefaultApplications *self) { self->look(); }),
+                             this);
     look();
+}
+
+DefaultApplications::~DefaultApplications()
+{
+    g_signal_handlers_disconnect_by_data(monitor, this);
+    g_object_unref(monitor);
 }
 
 void DefaultApplications::look()
 {
-    if (watcher.isRunning())
+    isOutdated = watcher.isRunning();
+    if (isOutdated)
         return;
     const auto promise = std::make_shared<QPromise<QList<DefaultApplication>>>();
     promise->start();
@@ -80,6 +86,8 @@ void DefaultApplications::look()
 void DefaultApplications::take()
 {
     const QList<DefaultApplication> now = watcher.result();
+    if (isOutdated)
+        look();
     if (now == known)
         return;
     known = now;

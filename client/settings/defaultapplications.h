@@ -7,7 +7,8 @@
 #include <QList>
 #include <QObject>
 #include <QString>
-#include <QTimer>
+
+typedef struct _GAppInfoMonitor GAppInfoMonitor;
 
 /** The application that opens one kind of content. */
 struct DefaultApplication
@@ -30,6 +31,7 @@ class DefaultApplications : public QObject
 
 public:
     explicit DefaultApplications(QObject *parent = nullptr);
+    ~DefaultApplications() override;
 
 Q_SIGNALS:
     /** The applications are \a now these, one for each kind that has one. */
@@ -40,7 +42,8 @@ private:
     void take();
 
     QFutureWatcher<QList<DefaultApplication>> watcher;
-    QTimer timer;
+    GAppInfoMonitor *const monitor;
+    bool isOutdated = false; ///< by what came during the look that is under way
     QList<DefaultApplication> known;
 };
 
