@@ -20,8 +20,9 @@ bool isSeen(QChar character)
 
 QString quoted(const QString &words)
 {
+    const QString beginning = words.left(longestString);
     QString text;
-    for (const QChar character : words.left(longestString)) {
+    for (const QChar character : beginning) {
         if (character == QLatin1Char('"') || character == QLatin1Char('\\'))
             text += QLatin1Char('\\');
         if (isSeen(character) || character.isSurrogate())

@@ -43,7 +43,7 @@ QStringList valuesOf(const QJsonObject &message)
 {
     QStringList values;
     const QJsonArray data = message[QLatin1String("payload")][QLatin1String("data")].toArray();
-    for (const QJsonValue value : data)
+    for (const QJsonValueConstRef value : data)
         values.append(BusValue::text(value));
     return values;
 }
