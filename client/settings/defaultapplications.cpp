@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "settings/defaultapplications.h"
 
-#include <gio/gio.h>
 #include <memory>
 
 #include <QPromise>

@@ -3,12 +3,12 @@
 #ifndef CONNUI_CLIENT_DEFAULTAPPLICATIONS_H
 #define CONNUI_CLIENT_DEFAULTAPPLICATIONS_H
 
+#include <gio/gio.h>
+
 #include <QFutureWatcher>
 #include <QList>
 #include <QObject>
 #include <QString>
-
-typedef struct _GAppInfoMonitor GAppInfoMonitor;
 
 /** The application that opens one kind of content. */
 struct DefaultApplication
