@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 
 #include <memory>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QBuffer>
 #include <QDir>
+#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTemporaryFile>
@@ -112,6 +114,7 @@ private Q_SLOTS:
     void foreignPictureIsReadFromItsFile();
     void foreignPictureIsDrawnInTheMeantime();
     void pipeInThePlaceOfAPictureEnds();
+    void drawingThatCannotStartIsNoPicture();
     void missingIconStartsNoProcess();
     void drawingThatTakesTooMuchIsNoPicture();
     void themeFileReplacesStyles();
@@ -307,6 +310,29 @@ void TestMTheme::pipeInThePlaceOfAPictureEnds()
     QList<QImage> images;
     MTheme::drawForeignImage(pipe, &context, [&images](const QImage &image) { images.append(image); });
     QTRY_COMPARE_WITH_TIMEOUT(images.size(), 1, 60000);
+    QVERIFY(images.constFirst().isNull());
+}
+
+void TestMTheme::drawingThatCannotStartIsNoPicture()
+{
+    QTest::ignoreMessage(QtWarningMsg, QRegularExpression(QStringLiteral(
+                                           "^MTheme: cannot start .*quenzotouchcore-draw-icon$")));
+    QList<QImage> images;
+    auto context = std::make_unique<QObject>();
+    // A receiver may delete everything.
+    const auto keep = [&](const QImage &image) {
+        images.append(image);
+        context.reset();
+    };
+    rlimit before;
+    QCOMPARE(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    rlimit none = before;
+    none.rlim_cur = 0;
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    MTheme::drawForeignImage(QStringLiteral("/any.svg"), context.get(), keep);
+    QCOMPARE(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    QVERIFY(images.isEmpty());
+    QTRY_COMPARE(images.size(), 1);
     QVERIFY(images.constFirst().isNull());
 }
 

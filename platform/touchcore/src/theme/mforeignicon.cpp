@@ -110,13 +110,20 @@ std::optional<QIcon> foreignIcon(const QString &id)
 void drawForeignImage(const QString &id, QObject *context, const std::function<void(const QImage &)> &then)
 {
     auto *drawing = new Drawing(context);
-    QObject::connect(drawing, &QProcess::stateChanged, context, [=](QProcess::ProcessState state) {
-        if (state != QProcess::NotRunning)
-            return;
+    const auto end = [=] {
         const std::optional<Picture> picture = drawing->picture();
         drawing->deleteLater();
         then(picture ? picture->image : QImage());
-    });
+    };
+    // Later: it may fail before this function returns, and the receiver may delete it.
+    QObject::connect(drawing, &QProcess::finished, context, end, Qt::QueuedConnection);
+    QObject::connect(
+        drawing, &QProcess::errorOccurred, context,
+        [end](QProcess::ProcessError error) {
+            if (error == QProcess::FailedToStart)
+                end();
+        },
+        Qt::QueuedConnection);
     QTimer::singleShot(patience, drawing, &QProcess::kill);
     drawing->begin(id);
 }
