@@ -17,6 +17,7 @@
 
 #include "daemon/pcsc/mailbox.h"
 #include "daemon/pcsc/pcsccontext.h"
+#include "daemon/pcsc/watchedreader.h"
 
 using namespace std::chrono_literals;
 
@@ -26,27 +27,6 @@ namespace {
 constexpr char anyReader[] = "\\\\?PnP?\\Notification";
 /** As many as pcscd looks at in one call, without that one. */
 constexpr qsizetype mostReaders = PCSCLITE_MAX_READERS_CONTEXTS - 1;
-
-/** A reader, as pcscd reported it last. */
-struct WatchedReader
-{
-    QByteArray name;
-    DWORD state = SCARD_STATE_UNAWARE;
-    QByteArray atr;
-
-    bool isUsable() const
-    {
-        return state != SCARD_STATE_UNAWARE && !(state & (SCARD_STATE_UNKNOWN | SCARD_STATE_UNAVAILABLE));
-    }
-
-    bool hasCard() const
-    {
-        return isUsable() && (state & SCARD_STATE_PRESENT) && !(state & SCARD_STATE_MUTE) && !atr.isEmpty();
-    }
-
-    // The upper half is a counter: between two looks a card may have left and another one come.
-    DWORD events() const { return state >> 16; }
-};
 
 QList<QByteArray> listReaders(SCARDCONTEXT context, LONG *result)
 {
@@ -79,7 +59,6 @@ private:
     LONG watch();
     LONG listAgain(SCARDCONTEXT context);
     LONG wait(SCARDCONTEXT context, DWORD milliseconds);
-    static void look(WatchedReader &reader, const SCARD_READERSTATE &seen);
     void tellCard(const WatchedReader &before, const WatchedReader &reader);
     void tellReaders();
 
@@ -152,13 +131,14 @@ LONG ReaderWatcher::Watch::listAgain(SCARDCONTEXT context)
     const QList<QByteArray> names = listReaders(context, &result);
     QList<WatchedReader> listed;
     for (const QByteArray &name : names) {
-        const auto known = std::find_if(readers.cbegin(), readers.cend(),
-                                        [&name](const WatchedReader &reader) { return reader.name == name; });
-        listed.append(known == readers.cend() ? WatchedReader{name, SCARD_STATE_UNAWARE, {}} : *known);
+        const auto known =
+            std::find_if(readers.cbegin(), readers.cend(),
+                         [&name](const WatchedReader &reader) { return reader.name() == name; });
+        listed.append(known == readers.cend() ? WatchedReader(name) : *known);
     }
     for (const WatchedReader &reader : std::as_const(readers))
-        if (reader.hasCard() && !names.contains(reader.name))
-            tell(&ReaderWatcher::cardLeft, QString::fromUtf8(reader.name));
+        if (reader.hasCard() && !names.contains(reader.name()))
+            tell(&ReaderWatcher::cardLeft, QString::fromUtf8(reader.name()));
     readers = listed;
     tellReaders();
     return result;
@@ -168,16 +148,19 @@ LONG ReaderWatcher::Watch::wait(SCARDCONTEXT context, DWORD milliseconds)
 {
     std::vector<SCARD_READERSTATE> states(size_t(readers.size()) + 1);
     for (qsizetype i = 0; i < readers.size(); ++i) {
-        states[size_t(i)].szReader = readers[i].name.constData();
-        states[size_t(i)].dwCurrentState = readers[i].state;
+        states[size_t(i)].szReader = readers[i].name().constData();
+        states[size_t(i)].dwCurrentState = readers[i].state();
     }
     states.back().szReader = anyReader;
     const LONG result = SCardGetStatusChange(context, milliseconds, states.data(), DWORD(states.size()));
     if (result != SCARD_S_SUCCESS)
         return result;
     const QList<WatchedReader> before = readers;
-    for (qsizetype i = 0; i < readers.size(); ++i)
-        look(readers[i], states[size_t(i)]);
+    for (qsizetype i = 0; i < readers.size(); ++i) {
+        const SCARD_READERSTATE &seen = states[size_t(i)];
+        readers[i].look(seen.dwEventState,
+                        QByteArray(reinterpret_cast<const char *>(seen.rgbAtr), qsizetype(seen.cbAtr)));
+    }
     // A reader is known before its card is.
     tellReaders();
     for (qsizetype i = 0; i < readers.size(); ++i)
@@ -185,20 +168,13 @@ LONG ReaderWatcher::Watch::wait(SCARDCONTEXT context, DWORD milliseconds)
     return result;
 }
 
-void ReaderWatcher::Watch::look(WatchedReader &reader, const SCARD_READERSTATE &seen)
-{
-    reader.state = seen.dwEventState & ~DWORD(SCARD_STATE_CHANGED);
-    reader.atr = QByteArray(reinterpret_cast<const char *>(seen.rgbAtr), qsizetype(seen.cbAtr));
-}
-
 void ReaderWatcher::Watch::tellCard(const WatchedReader &before, const WatchedReader &reader)
 {
-    const bool isOther = reader.events() != before.events();
-    const QString name = QString::fromUtf8(reader.name);
-    if (before.hasCard() && (!reader.hasCard() || isOther))
+    const QString name = QString::fromUtf8(reader.name());
+    if (reader.hasLostCard(before))
         tell(&ReaderWatcher::cardLeft, name);
-    if (reader.hasCard() && (!before.hasCard() || isOther))
-        tell(&ReaderWatcher::cardCame, name, reader.atr);
+    if (reader.hasNewCard(before))
+        tell(&ReaderWatcher::cardCame, name, reader.atr());
 }
 
 void ReaderWatcher::Watch::tellReaders()
@@ -206,7 +182,7 @@ void ReaderWatcher::Watch::tellReaders()
     QStringList usable;
     for (const WatchedReader &reader : std::as_const(readers))
         if (reader.isUsable())
-            usable.append(QString::fromUtf8(reader.name));
+            usable.append(QString::fromUtf8(reader.name()));
     if (std::exchange(isListTold, true) && usable == told)
         return;
     told = usable;
