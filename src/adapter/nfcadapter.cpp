@@ -82,10 +82,7 @@ bool NfcAdapter::isValid() const
 
 bool NfcAdapter::isPowered() const
 {
-    if (!isValid())
-        return false;
-    d->getProperties();
-    return d->isPowered();
+    return isPowered(std::chrono::milliseconds(NfcAdapterPrivate::defaultTimeout));
 }
 
 bool NfcAdapter::isPowered(std::chrono::milliseconds timeout) const

@@ -50,7 +50,7 @@ public:
     void bindAsynchronously();
     bool isNfcServiceStarted() const;
     void startNfcService(int timeout = defaultTimeout);
-    void getProperties(int timeout = defaultTimeout);
+    void getProperties(int timeout);
     void setProperty(const QString &name, const QVariant &value, int timeout = defaultTimeout);
 
     // The siblings that do not wait; the outcome goes to the call.
