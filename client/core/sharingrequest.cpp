@@ -4,11 +4,14 @@
 
 #include <memory>
 
+#include <QDataStream>
 #include <QFileInfo>
+#include <QIODevice>
 #include <QTemporaryFile>
 #include <QUrl>
 
 #include <ContactExporter>
+#include <NfcBluetoothHandoverInfo>
 #include <NfcForeignText>
 
 #include "core/contactcard.h"
@@ -17,11 +20,28 @@
 
 using ConnUi::ContactExporter;
 using ConnUi::foreignName;
+using ConnUi::NfcBluetoothHandoverInfo;
 
 namespace {
 
 // There is one conversation about sharing at a time, whoever the peer is.
 constexpr QLatin1String conversation("sharing");
+
+// The question names one peer, so an answer sends nothing to another one. Peers without an address cannot be
+// told apart, so no two of their requests are the same.
+QByteArray contentOf(const QVariant &info, const QStringList &resources)
+{
+    static quint64 unnamed = 0;
+    QByteArray content;
+    QDataStream out(&content, QIODevice::WriteOnly);
+    out << resources;
+    const QString address = NfcBluetoothHandoverInfo(info).deviceAddress();
+    if (address.isEmpty())
+        out << ++unnamed;
+    else
+        out << address.toUpper();
+    return content;
+}
 
 bool isContact(const QString &resource)
 {
@@ -58,7 +78,7 @@ QString shownName(const QString &name)
 } // namespace
 
 SharingRequest::SharingRequest(const QVariant &info, const QStringList &resources, const PendingReply &reply)
-    : Request(Sharing, conversation, resources.join(QLatin1Char('\n')).toUtf8(), reply)
+    : Request(Sharing, conversation, contentOf(info, resources), reply)
     , info(info)
     , resources(resources)
 {}

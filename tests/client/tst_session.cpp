@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDBusArgument>
 #include <QDBusConnectionInterface>
+#include <QDBusVariant>
 #include <QFile>
 #include <QLoggingCategory>
 #include <QNdefMessage>
@@ -9,6 +11,7 @@
 #include <QScopeGuard>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTemporaryFile>
 #include <QTest>
 
 #include <NdefMessageHandler>
@@ -55,6 +58,16 @@ QByteArray linkTag()
     return QNdefMessage(record).toByteArray();
 }
 
+// The data of a handover to the peer.
+QVariant handover(const QString &peer)
+{
+    QDBusArgument argument;
+    argument.beginStructure();
+    argument << QDBusObjectPath(QStringLiteral("/carrier")) << peer;
+    argument.endStructure();
+    return QVariant::fromValue(QDBusVariant(QVariant::fromValue(argument)));
+}
+
 } // namespace
 
 class TestSession : public QObject
@@ -77,9 +90,13 @@ private Q_SLOTS:
     void choiceThatWasNotOfferedIsRejected();
     void requestsOfOneTargetGetTheirOwnAnswers_data();
     void requestsOfOneTargetGetTheirOwnAnswers();
+    void eachPeerThatGetsAFileIsAskedAbout_data();
+    void eachPeerThatGetsAFileIsAskedAbout();
+    void samePeerIsAskedAboutOnce();
 
 private:
     QString agentPath();
+    int share(const QString &peer, const QString &file);
     int ask(const QString &kind, int number);
 
     FakeDaemon daemon;
@@ -275,6 +292,12 @@ void TestSession::lockedSessionShowsAndForwardsNothing()
     QTRY_COMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
 }
 
+int TestSession::share(const QString &peer, const QString &file)
+{
+    return daemon.callAgent(agentPath(), QStringLiteral("RequestSharingPermission"),
+                            {QStringLiteral("bluetooth"), handover(peer), QStringList{file}});
+}
+
 int TestSession::ask(const QString &kind, int number)
 {
     const QVariant path = QVariant::fromValue(target);
@@ -385,6 +408,70 @@ void TestSession::requestsOfOneTargetGetTheirOwnAnswers()
     QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(),
              (first == QLatin1String("unasked") || first == QLatin1String("asked") ? 1 : 0) +
                  (second == QLatin1String("unasked") ? 1 : 0));
+}
+
+void TestSession::eachPeerThatGetsAFileIsAskedAbout_data()
+{
+    QTest::addColumn<QString>("first");
+    QTest::addColumn<QString>("second");
+    QTest::newRow("two addresses") << QStringLiteral("00:11:22:33:44:55")
+                                   << QStringLiteral("66:77:88:99:AA:BB");
+    QTest::newRow("without addresses") << QString() << QString();
+}
+
+void TestSession::eachPeerThatGetsAFileIsAskedAbout()
+{
+    QFETCH(QString, first);
+    QFETCH(QString, second);
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    FakeFace face;
+    FakeOhm ohm;
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    const QList<int> calls{share(first, file.fileName()), share(second, file.fileName())};
+    const auto note = [](const QString &peer) {
+        return QStringLiteral("To %1").arg(peer.isEmpty() ? QStringLiteral("unnamed device") : peer);
+    };
+
+    QTRY_COMPARE(face.waiting, 1);
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(face.shown->notes, QStringList{note(first)});
+    face.answer(Answer::Yes);
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(face.shown->notes, QStringList{note(second)});
+    QTRY_COMPARE(daemon.replies().size(), 1);
+    face.answer(Answer::No);
+    QTRY_COMPARE(daemon.replies().size(), 2);
+    QCOMPARE(daemon.replies()[0].id, calls[0]);
+    QCOMPARE(daemon.replies()[0].error, QString());
+    QCOMPARE(daemon.replies()[1].id, calls[1]);
+    QCOMPARE(daemon.replies()[1].error, QStringLiteral("com.tavix.nfc.UIAgent.Rejected"));
+}
+
+void TestSession::samePeerIsAskedAboutOnce()
+{
+    QTemporaryFile file;
+    QVERIFY(file.open());
+    FakeFace face;
+    FakeOhm ohm;
+    ohm.start();
+    const Session session(&face);
+    QTRY_VERIFY(session.isRegistered());
+    share(QStringLiteral("66:77:88:99:AA:BB"), file.fileName());
+    share(QStringLiteral("66:77:88:99:aa:bb"), file.fileName());
+    // The calls before this one have been dealt with when it has its reply.
+    daemon.callAgent(agentPath(), QStringLiteral("NotifyTouch"),
+                     {QVariant::fromValue(target), QStringLiteral("ok")});
+    QTRY_COMPARE(daemon.replies().size(), 1);
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(face.waiting, 0);
+    face.answer(Answer::Yes);
+    QTRY_COMPARE(daemon.replies().size(), 3);
+    QCOMPARE(daemon.replies()[1].error, QString());
+    QCOMPARE(daemon.replies()[2].error, QString());
+    QVERIFY(!face.shown);
 }
 
 QTEST_GUILESS_MAIN(TestSession)
