@@ -55,6 +55,8 @@ void DeliveryRequest::findHandlerInFront()
     for (int i = 0; i < handlers.size(); ++i) {
         const NfcPendingCall *call = handlers[i].isRunningOnForegroundAsync();
         connect(call, &NfcPendingCall::finished, this, [this, i](const NfcPendingCall *answered) {
+            if (isAbandoned())
+                return;
             const int inFront = decision.foregroundHandler();
             if (answered->value().toBool() && (inFront < 0 || i < inFront))
                 decision.setForegroundHandler(i);

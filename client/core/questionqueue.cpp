@@ -247,7 +247,8 @@ void QuestionQueue::release(Request *request)
 {
     if (!request)
         return;
-    // It may be the one that calls.
+    // It may be the one that calls, so it lives on for a moment.
+    request->abandon();
     request->disconnect(this);
     request->deleteLater();
 }

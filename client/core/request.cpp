@@ -51,6 +51,16 @@ void Request::join(const Request &other)
     replies += other.replies;
 }
 
+void Request::abandon()
+{
+    abandoned = true;
+}
+
+bool Request::isAbandoned() const
+{
+    return abandoned;
+}
+
 QList<PendingReply> Request::takeReplies()
 {
     return std::exchange(replies, {});

@@ -70,6 +70,9 @@ public:
     /** Replies that the user does not want it. */
     void reject();
 
+    /** Has it decide nothing any more: what it still waits for comes too late. */
+    void abandon();
+
 Q_SIGNALS:
     /** The user is to be asked. */
     void asks(const Question &question);
@@ -79,6 +82,9 @@ Q_SIGNALS:
     void done();
 
 protected:
+    /** Returns whether an answer that has been waited for comes too late. */
+    bool isAbandoned() const;
+
     /** Replies that the user wants it. */
     void grant();
 
@@ -91,6 +97,7 @@ protected:
 private:
     const QByteArray content;
     QList<PendingReply> replies;
+    bool abandoned = false;
 };
 
 #endif

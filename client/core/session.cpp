@@ -89,9 +89,9 @@ void Session::dropAgent()
     const bool wasRegistered = isRegistered();
     registration.reset();
     transfers.reset();
-    requests.reset();
-    // Questions of a daemon that has left are not worth an answer.
+    // Questions of a daemon that has left are not worth an answer. They go before the objects that they use.
     queue.clear();
+    requests.reset();
     agent.reset();
     if (!wasRegistered)
         return;

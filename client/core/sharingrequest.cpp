@@ -92,7 +92,10 @@ void SharingRequest::begin()
 {
     const QString reason = kind == Sharing ? problem() : QString();
     if (reason.isEmpty()) {
-        findPeerName(info, this, [this](const QString &peer) { askFor(peer); });
+        findPeerName(info, this, [this](const QString &peer) {
+            if (!isAbandoned())
+                askFor(peer);
+        });
         return;
     }
     reject();

@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
+// SPDX-License-Identifier: LGPL-2.1-or-later
+#include <memory>
+
+#include <QCoreApplication>
+#include <QNdefMessage>
+#include <QNdefNfcTextRecord>
+#include <QTest>
+
+#include <NfcAdapter>
+#include <NfcReplyOrder>
+
+#include "core/deliveries.h"
+#include "core/deliveryrequest.h"
+#include "core/questionqueue.h"
+#include "fakedaemon.h"
+#include "fakeface.h"
+#include "fakehandler.h"
+#include "fakeohm.h"
+
+using ConnUi::NdefMessageHandler;
+using ConnUi::NdefMessageHandlerList;
+using ConnUi::NfcAdapter;
+using ConnUi::NfcReplyOrder;
+
+namespace {
+
+const QDBusObjectPath tag(QStringLiteral("/tag"));
+
+QByteArray textTag(const QString &text)
+{
+    QNdefNfcTextRecord record;
+    record.setText(text);
+    return QNdefMessage(record).toByteArray();
+}
+
+} // namespace
+
+class TestDeliveryRequest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+    void onlyHandlerGetsTextUnasked();
+    void releasedRequestForwardsNothing_data();
+    void releasedRequestForwardsNothing();
+
+private:
+    void add(const QString &text);
+
+    FakeDaemon daemon;
+    FakeOhm ohm;
+    FakeHandler viewer;
+    std::unique_ptr<NfcAdapter> adapter;
+    FakeFace face;
+    std::unique_ptr<QuestionQueue> queue;
+    std::unique_ptr<Deliveries> deliveries;
+    std::shared_ptr<NfcReplyOrder> order;
+    QStringList replies;
+    qint64 time = 0;
+};
+
+void TestDeliveryRequest::initTestCase()
+{
+    daemon.start();
+    ohm.start();
+    viewer.start();
+}
+
+void TestDeliveryRequest::init()
+{
+    QTest::failOnWarning(QRegularExpression(QStringLiteral(".*")));
+    adapter.reset(NfcAdapter::defaultAdapterAsync());
+    queue = std::make_unique<QuestionQueue>(&face, [this] { return time; });
+    deliveries = std::make_unique<Deliveries>(queue.get());
+    order = std::make_shared<NfcReplyOrder>();
+    replies.clear();
+    viewer.clearCalls();
+}
+
+void TestDeliveryRequest::cleanup()
+{
+    deliveries.reset();
+    queue.reset();
+    adapter.reset();
+}
+
+void TestDeliveryRequest::add(const QString &text)
+{
+    const NdefMessageHandler handler(QStringLiteral("viewer"), QStringLiteral("session"), viewer.service(),
+                                     QDBusObjectPath(QStringLiteral("/viewer")));
+    const PendingReply reply(
+        order, tag.path(), [this, text] { replies.append(QStringLiteral("granted ") + text); },
+        [this, text] { replies.append(QStringLiteral("rejected ") + text); });
+    queue->add(std::make_unique<DeliveryRequest>(
+        DeliveryRequest::Surroundings{adapter.get(), deliveries.get(), false},
+        NdefMessageHandlerList{handler}, tag, textTag(text), reply));
+}
+
+void TestDeliveryRequest::onlyHandlerGetsTextUnasked()
+{
+    add(QStringLiteral("text"));
+    QTRY_COMPARE(replies, QStringList{QStringLiteral("granted text")});
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+}
+
+void TestDeliveryRequest::releasedRequestForwardsNothing_data()
+{
+    QTest::addColumn<bool>("isReplaced");
+    QTest::newRow("dropped") << false;
+    QTest::newRow("replaced") << true;
+}
+
+void TestDeliveryRequest::releasedRequestForwardsNothing()
+{
+    QFETCH(bool, isReplaced);
+    add(QStringLiteral("released"));
+    // Now it is known whether the handler is in front, but the request has not heard so.
+    viewer.calls();
+    if (isReplaced) {
+        queue->setPaused(true);
+    } else {
+        queue->clear();
+        order = std::make_shared<NfcReplyOrder>();
+    }
+    add(QStringLiteral("later"));
+    QCoreApplication::processEvents();
+    queue->setPaused(false);
+    // The handler gets one message at a time, so an earlier one would be there by then.
+    QTRY_VERIFY(replies.contains(QStringLiteral("granted later")));
+    QCOMPARE(replies.contains(QStringLiteral("rejected released")), isReplaced);
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+}
+
+QTEST_GUILESS_MAIN(TestDeliveryRequest)
+#include "tst_deliveryrequest.moc"
