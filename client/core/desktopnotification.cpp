@@ -51,12 +51,16 @@ DesktopNotification::DesktopNotification(QObject *parent) : QObject(parent) {}
 DesktopNotification::~DesktopNotification()
 {
     if (sending) {
-        // The desktop has yet to say which one it is.
-        Support::whenAnswered(*sending, QCoreApplication::instance(),
-                              [](const QDBusPendingReply<uint> &reply) {
-                                  if (!reply.isError())
-                                      close(reply.value());
-                              });
+        // The desktop has yet to say which one it is. The watcher goes on: another one would never be told of
+        // a reply that is here already and was only not handed on.
+        sending->disconnect(this);
+        sending->setParent(QCoreApplication::instance());
+        connect(sending, &QDBusPendingCallWatcher::finished, sending, [](QDBusPendingCallWatcher *answered) {
+            answered->deleteLater();
+            const QDBusPendingReply<uint> reply = *answered;
+            if (!reply.isError())
+                close(reply.value());
+        });
     } else if (number != 0) {
         close(number);
     }

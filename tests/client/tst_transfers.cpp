@@ -44,6 +44,7 @@ private Q_SLOTS:
     void otherNotificationsAreNobodysBusiness();
     void notificationGoesWithTheDaemon();
     void notificationGoesAlthoughTheDesktopIsSlow();
+    void notificationGoesWhoseNumberHasJustCome();
     void endReplacesTheNotification_data();
     void endReplacesTheNotification();
     void endThatOutrunsTheDesktopReplacesTheNotification();
@@ -191,6 +192,18 @@ void TestTransfers::notificationGoesAlthoughTheDesktopIsSlow()
     QVERIFY(!shown().isEmpty());
     transfers->showHidden();
     desktop->release(notify);
+    QTRY_COMPARE(desktop->calls(closeNotification).size(), 1);
+    QCOMPARE(desktop->calls(closeNotification).constFirst().arguments, QVariantList{shownAs});
+}
+
+void TestTransfers::notificationGoesWhoseNumberHasJustCome()
+{
+    desktop->hold(notify);
+    putAway();
+    QVERIFY(!shown().isEmpty());
+    // The reply is here, but no event was processed since.
+    desktop->release(notify);
+    transfers.reset();
     QTRY_COMPARE(desktop->calls(closeNotification).size(), 1);
     QCOMPARE(desktop->calls(closeNotification).constFirst().arguments, QVariantList{shownAs});
 }
