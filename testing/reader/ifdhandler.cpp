@@ -11,6 +11,7 @@
 // empty, the reader is pulled out.
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <cstring>
 #include <map>
@@ -21,6 +22,7 @@
 #include <sys/eventfd.h>
 #include <sys/socket.h>
 #include <sys/un.h>
+#include <thread>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -43,8 +45,12 @@ struct Reader
     int listener = -1;
     int stopped = -1; // an event that ends the waiting for news
     int tag = -1;
-    int leftTag = -1;          // which is closed by the thread that waits for its news
-    bool isAbsenceTold = true; // to the thread that waits for news
+    int leftTag = -1; // which is closed by the thread that waits for its news
+    // Of the thread that waits for news, which counts the tags. It asks several times between two waits, and
+    // counts once.
+    std::atomic<std::thread::id> counts;
+    std::atomic<bool> wasTagTold = false; // since it waited last
+    std::atomic<bool> isAbsenceTold = true;
     Frame answerToReset;
 };
 
@@ -118,14 +124,17 @@ void dropTag(Reader &reader)
 RESPONSECODE waitForNews(DWORD lun, int milliseconds)
 {
     Reader &reader = readerOf(lun);
-    reader.isAbsenceTold = true;
+    reader.counts = std::this_thread::get_id();
+    if (!reader.wasTagTold.exchange(false))
+        reader.isAbsenceTold = true;
     if (reader.leftTag >= 0)
         close(std::exchange(reader.leftTag, -1));
     const int tag = reader.tag;
     std::array<pollfd, 2> descriptors = {{{reader.stopped, POLLIN, 0}, {reader.listener, POLLIN, 0}}};
     if (tag >= 0)
         descriptors[1] = {tag, POLLRDHUP, 0};
-    poll(descriptors.data(), descriptors.size(), milliseconds);
+    // A tag may have left since this thread asked last.
+    poll(descriptors.data(), descriptors.size(), reader.isAbsenceTold ? milliseconds : 0);
     eventfd_t stops = 0;
     eventfd_read(reader.stopped, &stops);
     return IFD_SUCCESS;
@@ -261,11 +270,13 @@ RESPONSECODE IFDHICCPresence(DWORD lun)
     Reader &reader = readerOf(lun);
     if (reader.tag >= 0 && has(reader.tag, POLLRDHUP))
         dropTag(reader);
-    // pcscd asks at other times, too: another tag that waits comes when nobody overlooks that this one has
-    // left.
+    // Threads that talk to the tag ask, too. The next tag comes when the thread that counts them knows that
+    // this one has left: else it would take both for one.
     if (reader.tag < 0 && reader.isAbsenceTold && has(reader.listener, POLLIN))
         takeTag(reader);
     if (reader.tag < 0)
         return IFD_ICC_NOT_PRESENT;
+    if (reader.counts.load() == std::this_thread::get_id())
+        reader.wasTagTold = true;
     return reader.answerToReset.empty() ? IFD_NO_SUCH_DEVICE : IFD_ICC_PRESENT;
 }
