@@ -51,7 +51,7 @@ DesktopNotification::DesktopNotification(QObject *parent) : QObject(parent) {}
 DesktopNotification::~DesktopNotification()
 {
     if (sending) {
-        // The desktop has yet to say which one it is. The watcher goes on: another one would never be told of
+        // The desktop has yet to say which one it is. The watcher goes on: another one would wait in vain for
         // a reply that is here already and was only not handed on.
         sending->disconnect(this);
         sending->setParent(QCoreApplication::instance());
