@@ -48,11 +48,6 @@ void NfcAdapterType::setConfirmationEnabled(bool enabled)
     Q_EMIT confirmationEnabledChanged();
 }
 
-NfcAdapter *NfcAdapterType::adapter() const
-{
-    return d.get();
-}
-
 void NfcAdapterType::follow()
 {
     findPower();

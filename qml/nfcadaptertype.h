@@ -41,9 +41,6 @@ public:
     bool isConfirmationEnabled() const;
     void setConfirmationEnabled(bool enabled);
 
-    /** Returns the adapter that this one stands for, which lives as long. */
-    ConnUi::NfcAdapter *adapter() const;
-
 Q_SIGNALS:
     void availableChanged();
     void poweredChanged();

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include <QDBusError>
 #include <QQmlEngine>
 
 #include <ApplicationTracker>
@@ -74,18 +75,16 @@ void NfcAgentType::setAdapter(NfcAdapterType *adapter)
 {
     if (adapter == source)
         return;
-    if (source) {
+    if (source)
         source->disconnect(this);
-        source->adapter()->disconnect(this);
-    }
-    unregister();
-    dropAgent();
+    leaveDaemon();
     source = adapter;
     if (source) {
         connect(source, &QObject::destroyed, this, &NfcAgentType::loseAdapter);
-        connect(source->adapter(), &NfcAdapter::adapterValid, this, &NfcAgentType::createAgent);
-        connect(source->adapter(), &NfcAdapter::adapterInvalid, this, &NfcAgentType::dropAgent);
-        if (source->isAvailable())
+        daemon.reset(NfcAdapter::defaultAdapterAsync());
+        connect(daemon.get(), &NfcAdapter::adapterValid, this, &NfcAgentType::createAgent);
+        connect(daemon.get(), &NfcAdapter::adapterInvalid, this, &NfcAgentType::dropAgent);
+        if (daemon->isValid())
             createAgent();
     }
     Q_EMIT adapterChanged();
@@ -94,7 +93,7 @@ void NfcAgentType::setAdapter(NfcAdapterType *adapter)
 void NfcAgentType::loseAdapter()
 {
     const QPointer<NfcAgentType> guard(this);
-    dropAgent();
+    leaveDaemon();
     if (guard)
         Q_EMIT adapterChanged();
 }
@@ -156,23 +155,34 @@ void NfcAgentType::dropAgent()
 
 void NfcAgentType::registerAgent()
 {
-    if (!source || !agent)
-        return;
-    const NfcPendingCall *call = source->adapter()->registerAgentAsync(agent.get());
+    isRefused = false;
+    const NfcPendingCall *call = daemon->registerAgentAsync(agent.get());
     connect(call, &NfcPendingCall::finished, agent.get(), [this](const NfcPendingCall *answered) {
         if (!answered->isError()) {
             setRegistered(true);
             return;
         }
+        // A daemon that takes too long may still register the agent.
+        isRefused = answered->error().type() != QDBusError::NoReply;
         retry.start();
         retry.setInterval(qMin(2 * retry.interval(), longestPause));
     });
 }
 
+// The daemon carries out the calls of a program in their order: a registration that it has not answered yet
+// is taken back as well.
 void NfcAgentType::unregister()
 {
-    if (registered && source)
-        source->adapter()->unregisterAgentAsync(agent.get());
+    if (agent && !isRefused)
+        daemon->unregisterAgentAsync(agent.get());
+}
+
+// The daemon's adapter goes before the agent is dropped: a slot may set another.
+void NfcAgentType::leaveDaemon()
+{
+    unregister();
+    daemon.reset();
+    dropAgent();
 }
 
 void NfcAgentType::setRegistered(bool isKnown)

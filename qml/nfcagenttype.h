@@ -19,6 +19,7 @@
 #include "sharingrequest.h"
 
 namespace ConnUi {
+class NfcAdapter;
 class NfcAgent;
 class NfcReplyOrder;
 } // namespace ConnUi
@@ -56,7 +57,7 @@ public:
 
     explicit NfcAgentType(QObject *parent = nullptr);
 
-    /** Cancels the requests that wait. */
+    /** Cancels the requests that wait, and unregisters. */
     ~NfcAgentType() override;
 
     NfcAdapterType *adapter() const;
@@ -81,6 +82,7 @@ private:
     void dropAgent();
     void registerAgent();
     void unregister();
+    void leaveDaemon();
     void setRegistered(bool isKnown);
     NfcRequest::Place placeOf(const QDBusObjectPath &target) const;
     NfcRequest::Replies repliesTo(const QDBusObjectPath &target, Grant grant) const;
@@ -91,10 +93,13 @@ private:
                     const QStringList &resources);
 
     QPointer<NfcAdapterType> source;
+    // The agent's own, while there is a source: it is still there when the source has gone.
+    std::unique_ptr<ConnUi::NfcAdapter> daemon;
     const std::unique_ptr<RequestModel> pending;
     std::shared_ptr<ConnUi::NfcReplyOrder> order;
     std::unique_ptr<ConnUi::NfcAgent> agent; // while there is a daemon, one for each
     bool registered = false;
+    bool isRefused = false; // by the daemon, the last time
     bool sessionLocked = false;
     bool isFollowing = false; // the application in front
     QTimer retry;

@@ -35,9 +35,21 @@ void FakeDaemonItem::kill()
     daemon.kill();
 }
 
-void FakeDaemonItem::fail(const QString &member)
+void FakeDaemonItem::fail(const QString &member, const QString &error)
 {
-    daemon.fail(member, QStringLiteral("com.tavix.nfc.Error.AlreadyExists"), QStringLiteral("no"));
+    const QString refused = QStringLiteral("com.tavix.nfc.Error.AlreadyExists");
+    daemon.fail(member, error.isEmpty() ? refused : error, QStringLiteral("no"));
+}
+
+void FakeDaemonItem::hold(const QString &member)
+{
+    daemon.hold(member);
+}
+
+void FakeDaemonItem::answerHeld(const QString &member)
+{
+    daemon.release(member);
+    daemon.hold(member);
 }
 
 void FakeDaemonItem::recover(const QString &member)

@@ -21,8 +21,12 @@ class FakeDaemonItem : public QObject
 public:
     Q_INVOKABLE void start();
     Q_INVOKABLE void kill();
-    /** Says that \a member fails from now on. */
-    Q_INVOKABLE void fail(const QString &member);
+    /** Says that \a member fails from now on: with \a error, or because there is another agent. */
+    Q_INVOKABLE void fail(const QString &member, const QString &error = {});
+    /** Says that \a member stays unanswered from now on. */
+    Q_INVOKABLE void hold(const QString &member);
+    /** Answers the calls of \a member that are held; further ones stay unanswered. */
+    Q_INVOKABLE void answerHeld(const QString &member);
     Q_INVOKABLE void recover(const QString &member);
     Q_INVOKABLE void setState(const QString &state);
 

@@ -33,6 +33,21 @@ TestCase {
         tryCompare(agent, "registered", true)
     }
 
+    // Has the daemon answer the agent with an error, and another attempt not at all.
+    function refused(error) {
+        daemon.fail("RegisterUIAgent", error)
+        daemon.hold("RegisterUIAgent")
+        ignoreWarning(/RegisterUIAgent/)
+        daemon.start()
+        tryCompare(nfc, "powered", true)
+        agent.adapter = nfc
+        tryVerify(() => daemon.calls("RegisterUIAgent") === 1)
+        daemon.answerHeld("RegisterUIAgent")
+        // Comes behind the answer.
+        daemon.setState("off")
+        tryCompare(nfc, "powered", false)
+    }
+
     function test_adapterFollowsTheDaemon() {
         compare(nfc.available, false)
         compare(nfc.powered, false)
@@ -124,6 +139,40 @@ TestCase {
         tryCompare(agent, "adapter", null)
         compare(agent.registered, false)
         tryCompare(agent.requests, "count", 0)
+        tryVerify(() => daemon.calls("UnregisterUIAgent") === 1)
+    }
+
+    function test_unansweredRegistrationIsTakenBack_data() {
+        return [
+            {tag: "no adapter", leave: () => agent.adapter = null},
+            {tag: "dead adapter", leave: () => nfc.destroy()},
+            {tag: "dead agent", leave: () => agent.destroy()},
+        ]
+    }
+
+    function test_unansweredRegistrationIsTakenBack(data) {
+        daemon.hold("RegisterUIAgent")
+        daemon.start()
+        agent.adapter = nfc
+        tryVerify(() => daemon.calls("RegisterUIAgent") === 1)
+        data.leave()
+        tryVerify(() => daemon.calls("UnregisterUIAgent") === 1)
+    }
+
+    function test_lateRegistrationIsTakenBack() {
+        refused("org.freedesktop.DBus.Error.NoReply")
+        agent.adapter = null
+        tryVerify(() => daemon.calls("UnregisterUIAgent") === 1)
+    }
+
+    function test_refusedRegistrationIsNotTakenBack() {
+        refused()
+        agent.adapter = null
+        // Comes behind all other calls.
+        nfc.powered = false
+        tryVerify(() => daemon.calls("SetProperty") === 1)
+        // On a slow machine there may have been another attempt.
+        verify(daemon.calls("UnregisterUIAgent") < daemon.calls("RegisterUIAgent"))
     }
 
     function test_droppedAgentUnregisters() {

@@ -85,6 +85,16 @@ TestCase {
         tryCompare(simulation, "outcome", "granted")
     }
 
+    function test_agentRegistersWithTheNextAdapter() {
+        const page = adapterType.createObject(test)
+        agent.adapter = page
+        tryCompare(agent, "registered", true)
+        page.destroy()
+        tryCompare(agent, "registered", false)
+        agent.adapter = nfc
+        tryCompare(agent, "registered", true)
+    }
+
     function test_droppedRequestEndsTheTap() {
         simulation.tap(["text", "hello"])
         tryCompare(agent.requests, "count", 1)
@@ -97,6 +107,7 @@ TestCase {
     Simulation { id: simulation }
     // Sees all daemons come and go.
     NfcAdapter { id: nfc }
+    Component { id: adapterType; NfcAdapter {} }
     Component { id: agentType; NfcAgent { adapter: nfc } }
     Component { id: spyType; SignalSpy {} }
 }
