@@ -77,8 +77,11 @@ void NfcAgentType::setAdapter(NfcAdapterType *adapter)
         return;
     if (source)
         source->disconnect(this);
-    leaveDaemon();
     source = adapter;
+    leaveDaemon();
+    // A slot has set another.
+    if (source != adapter)
+        return;
     if (source) {
         connect(source, &QObject::destroyed, this, &NfcAgentType::loseAdapter);
         daemon.reset(NfcAdapter::defaultAdapterAsync());

@@ -131,6 +131,21 @@ TestCase {
         tryCompare(agent, "registered", true)
     }
 
+    function test_adapterThatASlotSetsStays() {
+        registered()
+        const next = createTemporaryObject(adapterType, test)
+        const takeNext = () => agent.adapter = next
+        agent.registeredChanged.connect(takeNext)
+        agent.adapter = null
+        agent.registeredChanged.disconnect(takeNext)
+        compare(agent.adapter, next)
+        tryCompare(agent, "registered", true)
+        compare(daemon.calls("UnregisterUIAgent"), 1)
+        next.destroy()
+        tryCompare(agent, "adapter", null)
+        tryVerify(() => daemon.calls("UnregisterUIAgent") === 2)
+    }
+
     function test_agentOutlivesItsAdapter() {
         registered()
         daemon.pair("/device", "Headset", "")
