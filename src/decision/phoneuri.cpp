@@ -51,6 +51,10 @@ qsizetype receivers(const QString &uri)
 bool isShownWhole(const QString &uri)
 {
     static const QRegularExpression cutting(QStringLiteral("[&=#]"));
+    // The question decodes a link before it takes it apart: such a receiver would end there, or be a host.
+    static const QRegularExpression cuttingReceiver(QStringLiteral("\\A//|[?#]"));
+    if (decoded(uri.section(QLatin1Char('?'), 0, 0)).contains(cuttingReceiver))
+        return false;
     if (uri.contains(QLatin1Char('#')))
         return false;
     const QList<std::pair<QString, QString>> items =

@@ -189,6 +189,10 @@ constexpr MessageRow messages[] = {
     {"sms:1?body=Hi&body=more", 1, false},
     {"sms:1?body=Hi&subject=more", 1, false},
     {"sms:1?body=Hi#more", 1, false},
+    {"sms:1;x=%23?body=Hi", 1, false},
+    {"sms:1%23?body=Hi", 1, false},
+    {"sms:1%3Fbody%3DHi%26x?body=more", 0, false},
+    {"sms://1?body=Hi", 1, false},
     {"sms:", 0, true},
 };
 
