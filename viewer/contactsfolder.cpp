@@ -14,7 +14,8 @@ QString baseName(const QString &name)
 {
     constexpr int longest = 60;
     static const QRegularExpression others(QStringLiteral("[^\\p{L}\\p{M}\\p{N}]+"));
-    QString base = name.left(longest);
+    // An expression finds nothing in a text that ends in the middle of a character.
+    QString base = QString::fromUtf8(name.left(longest).toUtf8());
     base.replace(others, QStringLiteral("-"));
     while (base.startsWith(QLatin1Char('-')))
         base.remove(0, 1);

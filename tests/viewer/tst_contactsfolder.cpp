@@ -80,6 +80,9 @@ void TestContactsFolder::nameBecomesAFileName_data()
     QTest::newRow("hidden file") << QStringLiteral(".profile") << QStringLiteral("profile");
     QTest::newRow("signs alone") << QStringLiteral("/\\\n:*") << QStringLiteral("contact");
     QTest::newRow("long") << QString(300, QLatin1Char('a')) << QString(60, QLatin1Char('a'));
+    QTest::newRow("cut in a character")
+        << QStringLiteral("../../b") + QString(52, QLatin1Char('a')) + QStringLiteral("😀")
+        << QLatin1Char('b') + QString(52, QLatin1Char('a'));
 }
 
 void TestContactsFolder::nameBecomesAFileName()
