@@ -3,8 +3,10 @@
 #include "core/registration.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusPendingReply>
+#include <QVariant>
 
 #include "core/clientlog.h"
 #include "nfcadapterproxy.h"
@@ -32,9 +34,15 @@ Registration::Registration(const QString &agent, int pause, QObject *parent)
 
 Registration::~Registration()
 {
-    if (isComplete())
-        NfcAdapterProxy(service, adapter, QDBusConnection::systemBus())
-            .UnregisterUIAgent(QDBusObjectPath(agent));
+    if (!isComplete())
+        return;
+    QDBusMessage farewell = QDBusMessage::createMethodCall(
+        service, adapter, QLatin1String(NfcAdapterProxy::staticInterfaceName()),
+        QStringLiteral("UnregisterUIAgent"));
+    farewell << QVariant::fromValue(QDBusObjectPath(agent));
+    // A daemon that has left knows no agent, and whoever stopped it does not want it back.
+    farewell.setAutoStartService(false);
+    QDBusConnection::systemBus().send(farewell);
 }
 
 bool Registration::isComplete() const

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <QDBusConnection>
+#include <QDBusConnectionInterface>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -23,6 +25,7 @@ private Q_SLOTS:
     void registersWithTheDefaultAdapter();
     void takesTheRegistrationBack();
     void refusedRegistrationIsNotTakenBack();
+    void daemonThatHasLeftIsNotStarted();
     void refusalIsSaidAndTriedAgain();
     void pausesGrow();
     void daemonWithoutAdapterIsAskedAgain();
@@ -66,6 +69,25 @@ void TestRegistration::refusedRegistrationIsNotTakenBack()
     QVERIFY(QSignalSpy(registration.get(), &Registration::failed).wait());
     registration.reset();
     daemon.reply(QStringLiteral("RegisterUIAgent"));
+    QVERIFY(daemon.calls(QStringLiteral("UnregisterUIAgent")).isEmpty());
+}
+
+void TestRegistration::daemonThatHasLeftIsNotStarted()
+{
+    FakeDaemon daemon;
+    // The bus keeps a message that starts a daemon until there is one: this command is none.
+    daemon.makeActivatable(QStringLiteral("/bin/sleep 60"));
+    daemon.start();
+    auto registration = std::make_unique<Registration>(agent);
+    QVERIFY(QSignalSpy(registration.get(), &Registration::succeeded).wait());
+    daemon.kill();
+    registration.reset();
+    // The bus has taken the message when it has answered.
+    QVERIFY(!QDBusConnection::systemBus().interface()->isServiceRegistered(daemon.service()));
+    daemon.start();
+    // Comes behind all messages that the bus has kept.
+    Registration next(agent);
+    QVERIFY(QSignalSpy(&next, &Registration::succeeded).wait());
     QVERIFY(daemon.calls(QStringLiteral("UnregisterUIAgent")).isEmpty());
 }
 
