@@ -52,6 +52,7 @@ ConsoleFace::ConsoleFace(Terminal *terminal) : terminal(terminal)
 void ConsoleFace::show(const Question &shown)
 {
     question = shown;
+    linesAhead = terminal->linesAhead();
     printQuestion();
     // A notice needs no answer: printing it was enough.
     if (shown.yes.isEmpty() && shown.kind != Question::Invitation && shown.kind != Question::Waiting) {
@@ -102,12 +103,16 @@ void ConsoleFace::indicateTouch()
 
 void ConsoleFace::take(const QString &line)
 {
+    const bool isAhead = linesAhead > 0;
+    if (isAhead)
+        --linesAhead;
     if (!question) {
         terminal->print(QStringLiteral("there is nothing to answer"));
         return;
     }
     const std::optional<Answer> answer = understood(line);
-    if (!answer) {
+    // Nobody can have meant a question that was not there yet.
+    if (!answer || isAhead) {
         printQuestion();
         return;
     }

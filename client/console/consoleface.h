@@ -14,6 +14,7 @@ class Terminal;
  *
  * Our own words stand at the beginning of a line, those of others behind "> ", and the answers in brackets.
  * An answer is the text of a button, its number or name where there is an application to choose, or y or n.
+ * A line that was entered before the question appeared does not answer it.
  */
 class ConsoleFace : public Face
 {
@@ -36,6 +37,7 @@ private:
     Terminal *const terminal;
     std::optional<Question> question;
     qsizetype waiting = 0;
+    qsizetype linesAhead = 0; // entered before the question appeared
 };
 
 #endif

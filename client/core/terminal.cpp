@@ -4,9 +4,11 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <sys/ioctl.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QMetaObject>
 #include <QString>
 
 namespace {
@@ -20,7 +22,12 @@ bool isHarmless(QChar character)
 
 Terminal::Terminal(QObject *parent) : QObject(parent), input(STDIN_FILENO, QSocketNotifier::Read)
 {
-    connect(&input, &QSocketNotifier::activated, this, &Terminal::readInput);
+    connect(
+        &input, &QSocketNotifier::activated, this,
+        [this] {
+            if (readInput())
+                reportLines();
+        });
 }
 
 void Terminal::print(const QString &line)
@@ -33,20 +40,39 @@ void Terminal::print(const QString &line)
     std::fflush(stdout);
 }
 
-void Terminal::readInput()
+qsizetype Terminal::linesAhead()
+{
+    int size = 0;
+    if (::ioctl(STDIN_FILENO, FIONREAD, &size) == 0) {
+        // A terminal hands over one line at a time.
+        const qsizetype all = unreported.size() + size;
+        while (unreported.size() < all && readInput()) {}
+    }
+    QMetaObject::invokeMethod(this, &Terminal::reportLines, Qt::QueuedConnection);
+    return unreported.count('\n');
+}
+
+// Returns whether there was something.
+bool Terminal::readInput()
 {
     char buffer[4096];
     const ssize_t size = ::read(STDIN_FILENO, buffer, sizeof buffer);
     if (size < 0 && (errno == EINTR || errno == EAGAIN))
-        return;
+        return false;
     if (size <= 0) {
         input.setEnabled(false);
         QCoreApplication::exit();
-        return;
+        return false;
     }
-    unfinishedLine.append(buffer, size);
-    QList<QByteArray> lines = unfinishedLine.split('\n');
-    unfinishedLine = lines.takeLast();
-    for (const QByteArray &line : std::as_const(lines))
+    unreported.append(buffer, size);
+    return true;
+}
+
+void Terminal::reportLines()
+{
+    for (qsizetype end = unreported.indexOf('\n'); end >= 0; end = unreported.indexOf('\n')) {
+        const QByteArray line = unreported.first(end);
+        unreported.remove(0, end + 1);
         Q_EMIT lineEntered(QString::fromLocal8Bit(line).trimmed());
+    }
 }

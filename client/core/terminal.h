@@ -23,15 +23,22 @@ public:
      */
     void print(const QString &line);
 
+    /**
+     * Returns how many lines the user has entered by now that lineEntered() still has to report. Does not
+     * wait.
+     */
+    qsizetype linesAhead();
+
 Q_SIGNALS:
     /** The user has entered \a line, here without blanks around it. */
     void lineEntered(const QString &line);
 
 private:
-    void readInput();
+    bool readInput();
+    void reportLines();
 
     QSocketNotifier input;
-    QByteArray unfinishedLine;
+    QByteArray unreported;
 };
 
 #endif
