@@ -322,7 +322,6 @@ void NfcAdapterPrivate::bind(const QDBusPendingReply<QDBusObjectPath> &reply)
     adapterProxy = new NfcAdapterProxy(NfcService::name(), path, QDBusConnection::systemBus());
     if (!adapterProxy->isValid()) {
         qWarning("Unable to get adapter proxy for %s", qUtf8Printable(path));
-        disconnectAdapterSignals(path);
         return;
     }
     announce([](NfcAdapter *adapter) { Q_EMIT adapter->adapterValid(); });

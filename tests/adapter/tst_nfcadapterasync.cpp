@@ -5,7 +5,9 @@
 #include <memory>
 
 #include <QDBusObjectPath>
+#include <QFile>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <NfcAdapter>
@@ -60,6 +62,7 @@ private Q_SLOTS:
     void daemonThatCannotBeStartedIsLogged();
     void refusedBindingIsLogged();
     void daemonThatGoesWithoutAnAnswerIsForgotten();
+    void daemonThatGoesBeforeItIsAskedStaysAway();
     void daemonThatIsReplacedWithoutAnAnswerIsForgotten();
     void replacedDaemonIsBoundAnew();
     void brokenDaemonIsNotLookedFor();
@@ -262,6 +265,25 @@ void TestNfcAdapterAsync::daemonThatGoesWithoutAnAnswerIsForgotten()
     daemon->start();
     QTRY_COMPARE(valid.count(), 1);
     QVERIFY(adapter->isValid());
+}
+
+void TestNfcAdapterAsync::daemonThatGoesBeforeItIsAskedStaysAway()
+{
+    const QTemporaryDir folder;
+    const QString started = folder.filePath(QStringLiteral("started"));
+    adapter.reset(NfcAdapter::defaultAdapterAsync());
+    const QSignalSpy invalid(adapter.get(), &NfcAdapter::adapterInvalid);
+    daemon->makeActivatable(QStringLiteral("/usr/bin/touch ") + started);
+    daemon->start();
+    daemon->stop();
+    QTRY_COMPARE(invalid.count(), 1);
+    // The bus starts one after the other, and this one takes longer.
+    FakeService startedLater(QDBusConnection::SystemBus, QStringLiteral("org.connui.Later"));
+    startedLater.makeActivatable();
+    QDBusConnection::systemBus().call(QDBusMessage::createMethodCall(
+        startedLater.service(), QStringLiteral("/"), startedLater.service(), QStringLiteral("Start")));
+    QVERIFY(startedLater.isOnBus());
+    QVERIFY(!QFile::exists(started));
 }
 
 void TestNfcAdapterAsync::daemonThatIsReplacedWithoutAnAnswerIsForgotten()

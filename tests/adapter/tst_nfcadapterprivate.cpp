@@ -74,6 +74,7 @@ private Q_SLOTS:
     void replacedDaemonHasNotDied();
     void lastAdapterMayBeDeletedWhenTheDaemonIsReplaced();
     void signalsOfFormerAdapterPathAreNotHeard();
+    void signalsOfAPathWithoutProxyAreNotHeard();
     void deletedBindingLeavesItsProxy();
     void unboundAdapterIsOffWhateverIsCached();
     void takenRequestorPathIsLogged();
@@ -504,6 +505,24 @@ void TestNfcAdapterPrivate::signalsOfFormerAdapterPathAreNotHeard()
     daemon.emitSignal(newPath, QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("HandoverStarted"));
     QCoreApplication::processEvents();
     QCOMPARE(started.count(), 1);
+}
+
+void TestNfcAdapterPrivate::signalsOfAPathWithoutProxyAreNotHeard()
+{
+    FakeDaemon daemon;
+    daemon.leaveOn(QStringLiteral("DefaultAdapter"));
+    daemon.start();
+    QTest::ignoreMessage(QtWarningMsg, "Unable to get adapter proxy for /com/tavix/nfc/adapter0");
+    NfcAdapter adapter;
+    const QSignalSpy started(&adapter, &NfcAdapter::handoverStarted);
+    daemon.kill();
+    const QDBusObjectPath newPath(QStringLiteral("/com/tavix/nfc/adapter1"));
+    daemon.reply(QStringLiteral("DefaultAdapter"), {QVariant::fromValue(newPath)});
+    daemon.start();
+    QTRY_VERIFY(adapter.isValid());
+    daemon.emitAdapterSignal(QStringLiteral("HandoverStarted"));
+    QCoreApplication::processEvents();
+    QCOMPARE(started.count(), 0);
 }
 
 void TestNfcAdapterPrivate::deletedBindingLeavesItsProxy()

@@ -22,7 +22,12 @@ public:
         history.append(question.title);
     }
 
-    void withdraw() override { shown.reset(); }
+    void withdraw() override
+    {
+        if (!std::exchange(shown, std::nullopt))
+            qFatal("There is nothing to withdraw");
+    }
+
     void setWaiting(qsizetype now) override { waiting = now; }
     void setProgress(quint64 now, quint64) override { received = now; }
     void indicateTouch() override { ++touches; }

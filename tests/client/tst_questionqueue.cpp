@@ -89,6 +89,7 @@ private Q_SLOTS:
     void endedTransferIsNotShown();
     void progressIsShownWhereItIsSeen();
     void clearLeavesNothing();
+    void lateAnswerIsHarmless();
     void nothingIsShownWhilePaused();
     void nothingCoversARequestThatIsNotReady();
     void floodTakesNoMemory();
@@ -327,6 +328,19 @@ void TestQuestionQueue::clearLeavesNothing()
     QCOMPARE(face->waiting, 0);
     QCOMPARE(replies, QStringList());
     QCOMPARE(face->history, QStringList{QStringLiteral("shown")});
+}
+
+// A face may answer what was withdrawn while the user's press was under way.
+void TestQuestionQueue::lateAnswerIsHarmless()
+{
+    add(QStringLiteral("a"));
+    queue->clear();
+    queue->clear();
+    Q_EMIT face->answered({Answer::Yes, {}});
+    QCOMPARE(replies, QStringList());
+    add(QStringLiteral("b"));
+    face->answer(Answer::Yes);
+    QCOMPARE(replies, QStringList(QStringLiteral("granted b")));
 }
 
 void TestQuestionQueue::nothingIsShownWhilePaused()
