@@ -13,6 +13,7 @@
 #include "core/clientlog.h"
 #include "core/deliveries.h"
 #include "core/notices.h"
+#include "core/questionqueue.h"
 #include "core/tagquestion.h"
 
 using ConnUi::NdefMessageHandler;
@@ -38,7 +39,6 @@ void DeliveryRequest::begin()
 {
     const NfcTagContent content(data);
     decision = NfcDeliveryDecision(content);
-    decision.setSessionLocked(surroundings.isLocked);
     QStringList ids;
     for (const NdefMessageHandler &handler : handlers)
         ids.append(handler.applicationId());
@@ -73,6 +73,8 @@ void DeliveryRequest::decideWithout()
     if (!records.isEmpty() && records.constFirst().kind() == NfcTagRecord::Uri)
         decision.setDefaultApplication(NfcApplication::defaultForUri(records.constFirst().text()).id());
     decision.setConfirmationEnabled(surroundings.adapter->isConfirmationEnabled());
+    // It may have been locked since.
+    decision.setSessionLocked(surroundings.isLocked || surroundings.queue->isPaused());
     switch (decision.outcome()) {
     case NfcDeliveryDecision::Ask:
         Q_EMIT asks(tagQuestion(decision));

@@ -15,6 +15,7 @@ class NfcAdapter;
 }
 
 class Deliveries;
+class QuestionQueue;
 
 /** Decides about the content of a tag, and hands it over. */
 class DeliveryRequest : public Request
@@ -27,7 +28,8 @@ public:
     {
         const ConnUi::NfcAdapter *adapter;
         Deliveries *deliveries;
-        bool isLocked; ///< The session was locked when it came
+        const QuestionQueue *queue; ///< Which is paused while the session is locked
+        bool isLocked;              ///< The session was locked when it came
     };
 
     DeliveryRequest(const Surroundings &surroundings, const ConnUi::NdefMessageHandlerList &handlers,

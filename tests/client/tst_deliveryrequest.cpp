@@ -46,6 +46,7 @@ private Q_SLOTS:
     void cleanup();
 
     void onlyHandlerGetsTextUnasked();
+    void sessionThatIsLockedMeanwhileHasTheUserAsked();
     void releasedRequestForwardsNothing_data();
     void releasedRequestForwardsNothing();
 
@@ -97,7 +98,7 @@ void TestDeliveryRequest::add(const QString &text)
         order, tag.path(), [this, text] { replies.append(QStringLiteral("granted ") + text); },
         [this, text] { replies.append(QStringLiteral("rejected ") + text); });
     queue->add(std::make_unique<DeliveryRequest>(
-        DeliveryRequest::Surroundings{adapter.get(), deliveries.get(), false},
+        DeliveryRequest::Surroundings{adapter.get(), deliveries.get(), queue.get(), false},
         NdefMessageHandlerList{handler}, tag, textTag(text), reply));
 }
 
@@ -106,6 +107,20 @@ void TestDeliveryRequest::onlyHandlerGetsTextUnasked()
     add(QStringLiteral("text"));
     QTRY_COMPARE(replies, QStringList{QStringLiteral("granted text")});
     QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+}
+
+void TestDeliveryRequest::sessionThatIsLockedMeanwhileHasTheUserAsked()
+{
+    add(QStringLiteral("text"));
+    // Now it is known whether the handler is in front, but the request has not heard so.
+    viewer.calls();
+    queue->setPaused(true);
+    QCoreApplication::processEvents();
+    queue->setPaused(false);
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 0);
+    face.answer(Answer::No);
+    QCOMPARE(replies, QStringList{QStringLiteral("rejected text")});
 }
 
 void TestDeliveryRequest::releasedRequestForwardsNothing_data()
