@@ -65,6 +65,8 @@ Q_SIGNALS:
     // For the daemon itself.
     void poweredChanged(bool on);
     void handoverAccepted(Handover *handover);
+    /** The message that was taken for a tag: see TagWriter::take(). */
+    void messageGivenUp();
 
 private:
     void carryOut(const Authority::Action &action);

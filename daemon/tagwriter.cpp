@@ -127,7 +127,10 @@ void TagWriter::giveUp()
     if (!job)
         return;
     job->isGivenUp = true;
-    if (job->isTaken)
+    if (job->isTaken) {
+        // The signals of an adaptor go to the bus.
+        Q_EMIT adapter->messageGivenUp();
         return;
+    }
     reject(endJob().call, "Canceled", QStringLiteral("The message was given up"));
 }

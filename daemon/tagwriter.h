@@ -30,7 +30,8 @@ public:
     /**
      * Hands over the message that waits, for the tag that is here; nothing when none waits.
      *
-     * It can be given up no more, and finish() or putBack() is to follow.
+     * finish() or putBack() is to follow. A message that is given up meanwhile has its end then;
+     * Adapter::messageGivenUp() reports it, for those that can still put it back.
      */
     std::optional<QByteArray> take();
 

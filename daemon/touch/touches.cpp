@@ -81,6 +81,7 @@ Touches::Touches(Adapter *adapter, TagWriter *writer, CardReaders *readers, cons
     connect(readers, &CardReaders::cardCame, this, &Touches::takeCard);
     connect(readers, &CardReaders::cardLeft, this, &Touches::loseCard);
     connect(readers, &CardReaders::gaveUp, this, &Touches::giveUp);
+    connect(adapter, &Adapter::messageGivenUp, this, &Touches::recallWriting);
     showReaders();
     follow(adapter->isPowered());
 }
@@ -177,6 +178,14 @@ void Touches::abandonWriting(const VisitPointer &visit)
         return;
     writing.reset();
     writer->putBack();
+}
+
+// The worker has not begun as long as another program has the card. Later, nobody expects the message any
+// more.
+void Touches::recallWriting()
+{
+    if (writing)
+        abandonWriting(VisitPointer(writing->visit));
 }
 
 void Touches::finishWriting(const WritingPointer &finished, const TagReading &reading)

@@ -63,6 +63,7 @@ private:
     void read(const QString &reader, const VisitPointer &visit, CardKind kind);
     void write(const QString &reader, const VisitPointer &visit, CardKind kind, const QByteArray &message);
     void abandonWriting(const VisitPointer &visit);
+    void recallWriting();
     void finishWriting(const WritingPointer &finished, const TagReading &reading);
     void meetTag(const VisitPointer &visit, const TagReading &reading);
     bool remember(const VisitPointer &visit, const TagReading &reading);

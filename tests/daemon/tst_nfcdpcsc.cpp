@@ -105,6 +105,8 @@ private Q_SLOTS:
     void tornTagIsEmptyAndTold();
     void messageWaitsWhenTheTagLeavesUntouched();
     void messageWaitsWhenAnotherProgramHasTheTag();
+    void canceledMessageIsNotWrittenWhenAnotherProgramLetsGo_data();
+    void canceledMessageIsNotWrittenWhenAnotherProgramLetsGo();
     void tagThatLeavesAtAnyExchangeIsWrittenNextTime_data();
     void tagThatLeavesAtAnyExchangeIsWrittenNextTime();
     void foreignCardDoesNotEndTheWriting();
@@ -680,8 +682,9 @@ void TestNfcdPcsc::messageWaitsWhenAnotherProgramHasTheTag()
     const int call = write(text);
     {
         // The other program is first.
+        unhurried(tag);
         daemon.setStopped(true);
-        const HeldTag held(tag);
+        HeldTag held(tag);
         Readers::waitForCard(0);
         const OtherProgram other(OtherProgram::InTransaction);
         daemon.setStopped(false);
@@ -689,10 +692,55 @@ void TestNfcdPcsc::messageWaitsWhenAnotherProgramHasTheTag()
         // minute.
         QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 3, 2 * Readers::patience);
         QCOMPARE(held.commands(), 0);
+        // Before the other program lets go.
+        held.leave();
     }
     const HeldTag held(unhurried(tag));
     QCOMPARE(answerOf(call).error, QString());
     QVERIFY(tag.memory.contains(text));
+}
+
+void TestNfcdPcsc::canceledMessageIsNotWrittenWhenAnotherProgramLetsGo_data()
+{
+    QTest::addColumn<bool>("callerLeaves");
+    QTest::newRow("Cancel") << false;
+    QTest::newRow("the caller leaves") << true;
+}
+
+void TestNfcdPcsc::canceledMessageIsNotWrittenWhenAnotherProgramLetsGo()
+{
+    QFETCH(bool, callerLeaves);
+    startWithAgent();
+    VirtualType2 tag = VirtualType2::sticker(webLink);
+    const int call = write(text);
+    unhurried(tag);
+    // The other program is first.
+    daemon.setStopped(true);
+    HeldTag held(tag);
+    Readers::waitForCard(0);
+    // Until pcscd has closed ours, it is counted too.
+    QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 1, Readers::patience);
+    {
+        const OtherProgram other(OtherProgram::InTransaction);
+        daemon.setStopped(false);
+        QTRY_COMPARE_WITH_TIMEOUT(Readers::connectionsToPcscd(), 3, 2 * Readers::patience);
+        if (callerLeaves) {
+            agent = std::make_unique<AgentProcess>(QStringLiteral("org.connui.test.NextClient"));
+            QTRY_COMPARE_WITH_TIMEOUT(agent->registerAgent().error, QString(), Readers::patience);
+        } else {
+            agent->call(QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+                        QStringLiteral("com.tavix.nfc.TagWriter"), QStringLiteral("Cancel"));
+            QCOMPARE(answerOf(call).error, QStringLiteral("com.tavix.nfc.Error.Canceled"));
+        }
+    }
+    // Time for a command: a tag that comes later is written.
+    VirtualType2 other = VirtualType2::sticker(webLink);
+    const int next = write(text);
+    const HeldTag later(other, 1);
+    QCOMPARE(answerOf(next).error, QString());
+    QCOMPARE(held.commands(), 0);
+    held.leave();
+    QVERIFY(tag.memory.contains(webLink));
 }
 
 void TestNfcdPcsc::tagThatLeavesAtAnyExchangeIsWrittenNextTime_data()

@@ -61,6 +61,7 @@ private Q_SLOTS:
     void messageOfALeavingProcessIsGivenUp();
     void switchedOffAdapterWritesNothing();
     void messageThatWasTakenIsFinished();
+    void messageThatIsPutBackInTimeIsNotWritten();
 
 private:
     bool takesMessage() const;
@@ -214,6 +215,18 @@ void TestTagWriter::switchedOffAdapterWritesNothing()
                                                  QStringLiteral("com.tavix.nfc.Error.Canceled")}));
     program.write();
     QTRY_COMPARE(program.answers().value(2), QStringLiteral("com.tavix.nfc.Error.Off"));
+    QVERIFY(!tagWriter->take());
+}
+
+// Nothing of it is on the tag yet.
+void TestTagWriter::messageThatIsPutBackInTimeIsNotWritten()
+{
+    Writer program(QStringLiteral("org.connui.test.Writer"));
+    program.write();
+    QVERIFY(takesMessage());
+    connect(adapter.get(), &Adapter::messageGivenUp, tagWriter, &TagWriter::putBack);
+    program.cancel();
+    QTRY_COMPARE(program.answers(), (QStringList{QStringLiteral("com.tavix.nfc.Error.Canceled"), QString()}));
     QVERIFY(!tagWriter->take());
 }
 
