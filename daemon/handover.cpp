@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "daemon/handover.h"
 
+#include <utility>
+
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QVariant>
@@ -38,6 +40,8 @@ void Handover::selectCarrier()
 
 void Handover::complete(const BluetoothPeer &peer)
 {
+    if (std::exchange(isOver, true))
+        return;
     const QDBusVariant data(QVariant::fromValue(peer));
     reportToRequestor(QStringLiteral("HandoverCompleted"), {carrierName, QVariant::fromValue(data)});
     Q_EMIT completed(carrierName, data);
@@ -45,6 +49,9 @@ void Handover::complete(const BluetoothPeer &peer)
 
 void Handover::fail(const QString &reason)
 {
+    // The requestor may leave at any time.
+    if (std::exchange(isOver, true))
+        return;
     reportToRequestor(QStringLiteral("HandoverFailed"), {reason});
     Q_EMIT failed(reason);
 }

@@ -15,7 +15,8 @@
  * One handover on its way to a carrier.
  *
  * It begins, selects the carrier and completes; each step is a signal, and a call to the requestor if there
- * is one. It ends in completed() or failed(), exactly once; no step is to be taken after that.
+ * is one. It ends in completed() or failed(), exactly once: an end after that is ignored, and no other step
+ * is to be taken.
  */
 class Handover : public QObject
 {
@@ -50,6 +51,7 @@ private:
 
     const QString carrierName;
     const Requestor requestor;
+    bool isOver = false;
 };
 
 #endif
