@@ -6,7 +6,6 @@
 
 #include <QDBusConnection>
 #include <QDBusMessage>
-#include <QPointer>
 
 #include "daemon/uiagent.h"
 
@@ -74,19 +73,6 @@ void Adapter::dropAgent()
     qInfo("agent %s is gone", qUtf8Printable(uiAgent->name()));
     uiAgent->disconnect(this);
     std::exchange(uiAgent, nullptr)->deleteLater();
-}
-
-void Adapter::reviewAgent()
-{
-    if (!uiAgent)
-        return;
-    judge.review(uiAgent->busName(), uiAgent->user(), [this, reviewed = QPointer(uiAgent)] {
-        if (!reviewed || reviewed != uiAgent)
-            return;
-        qInfo("agent %s is not allowed any more", qUtf8Printable(uiAgent->name()));
-        uiAgent->call(QStringLiteral("Release"));
-        dropAgent();
-    });
 }
 
 Handover *Adapter::acceptHandover(const QString &carrier, const Handover::Requestor &requestor,

@@ -37,9 +37,6 @@ public:
     /** Drops the agent; its open calls may still be answered. */
     void dropAgent();
 
-    /** Releases the agent if it may not manage NFC any more: another user may have taken the seat. */
-    void reviewAgent();
-
     /**
      * Accepts a handover to \a carrier, whose steps \a requestor hears of, and returns it; null, with a
      * \a reason, when that is not possible.

@@ -3,7 +3,6 @@
 #include "daemon/authority.h"
 
 #include <limits>
-#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -49,22 +48,10 @@ QVariant noDetails()
     return QVariant::fromValue(details);
 }
 
-// Whether the program with that name may manage NFC.
-QDBusMessage questionAbout(const QString &busName, bool mayAskUser)
-{
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
-        QStringLiteral("org.freedesktop.PolicyKit1.Authority"), QStringLiteral("CheckAuthorization"));
-    question.setArguments(
-        {subject(busName), QStringLiteral("com.tavix.nfc.manage"), noDetails(), uint(mayAskUser), QString()});
-    return question;
-}
-
-// Polkit's decision, or nothing when it has made none.
-std::optional<bool> decision(const QDBusMessage &reply)
+bool isAuthorized(const QDBusMessage &reply)
 {
     if (reply.signature() != QLatin1String("(bba{ss})"))
-        return std::nullopt;
+        return false;
     const auto result = reply.arguments().constFirst().value<QDBusArgument>();
     bool authorized = false;
     bool isChallenge = false;
@@ -115,18 +102,13 @@ void Authority::askPolkit(const CasePointer &opened)
     // Only a caller who says so waits until somebody has typed a password.
     const bool mayAskUser = opened->call.isInteractiveAuthorizationAllowed();
     const int timeLimit = mayAskUser ? std::numeric_limits<int>::max() : -1;
-    ask(this, questionAbout(opened->call.service(), mayAskUser), timeLimit,
-        [this, opened](const QDBusMessage &reply) { close(opened, decision(reply).value_or(false)); });
-}
-
-void Authority::review(const QString &busName, uint user, const std::function<void()> &refused)
-{
-    if (trusted.contains(user))
-        return;
-    ask(this, questionAbout(busName, false), -1, [refused](const QDBusMessage &reply) {
-        if (!decision(reply).value_or(true))
-            refused();
-    });
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
+        QStringLiteral("org.freedesktop.PolicyKit1.Authority"), QStringLiteral("CheckAuthorization"));
+    question.setArguments({subject(opened->call.service()), QStringLiteral("com.tavix.nfc.manage"),
+                           noDetails(), uint(mayAskUser), QString()});
+    ask(this, question, timeLimit,
+        [this, opened](const QDBusMessage &reply) { close(opened, isAuthorized(reply)); });
 }
 
 void Authority::close(const CasePointer &opened, bool allowed)

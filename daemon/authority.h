@@ -41,12 +41,6 @@ public:
      */
     void decide(const QDBusMessage &call, const Action &action);
 
-    /**
-     * Calls \a refused when polkit does not let the program with \a busName, which belongs to \a user, manage
-     * NFC any more. Without an answer of polkit's it stays as it was decided.
-     */
-    void review(const QString &busName, uint user, const std::function<void()> &refused);
-
 private:
     struct Case
     {

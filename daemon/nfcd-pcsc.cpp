@@ -53,7 +53,6 @@ int main(int argc, char *argv[])
     // pcscd may ask polkit whether to let the daemon in.
     const PolkitWatch polkit;
     QObject::connect(&polkit, &PolkitWatch::changed, &readers, &CardReaders::tryAgain);
-    QObject::connect(&polkit, &PolkitWatch::changed, &adapter, &Adapter::reviewAgent);
     QString reason;
     if (!service.start(&adapter, reason))
         return Support::fail(Support::NoBus, reason);

@@ -22,7 +22,6 @@ public:
 
     bool is(const QString &service, const QDBusObjectPath &path) const;
     QString name() const;
-    QString busName() const;
     uint user() const;
 
     /** Calls a method of the agent, without a time limit: users take their time. */

@@ -77,8 +77,6 @@ private Q_SLOTS:
     void trustedUserPassesUnasked();
     void polkitDecidesAboutOthers_data();
     void polkitDecidesAboutOthers();
-    void polkitMayChangeItsMind_data();
-    void polkitMayChangeItsMind();
     void nobodyElsePassesWithoutPolkit();
     void slowPolkitHoldsNobodyElseUp();
     void callsOfOneCallerKeepTheirOrder();
@@ -168,40 +166,6 @@ void TestAuthority::polkitDecidesAboutOthers()
     QTRY_VERIFY(call.isFinished());
     QCOMPARE(call.error().isValid() ? call.error().name() : QString(), error);
     QCOMPARE(guarded->carriedOut, error.isEmpty() ? QStringList{QStringLiteral("Manage")} : QStringList());
-}
-
-void TestAuthority::polkitMayChangeItsMind_data()
-{
-    QTest::addColumn<QStringList>("allowed");
-    QTest::addColumn<bool>("isTrusted");
-    QTest::addColumn<int>("refusals");
-    const QStringList manage{QStringLiteral("com.tavix.nfc.manage")};
-    const QStringList other{QStringLiteral("com.tavix.nfc.other")};
-    QTest::newRow("allowed") << manage << false << 0;
-    QTest::newRow("refused") << other << false << 1;
-    QTest::newRow("refused, of a trusted user") << other << true << 0;
-    QTest::newRow("no polkit") << QStringList() << false << 0;
-}
-
-void TestAuthority::polkitMayChangeItsMind()
-{
-    QFETCH(QStringList, allowed);
-    QFETCH(bool, isTrusted);
-    QFETCH(int, refusals);
-    constexpr uint trusted = 4711;
-    constexpr uint other = 4712;
-    guard({trusted});
-    if (!allowed.isEmpty()) {
-        startPolkit();
-        tellPolkit(QStringLiteral("SetAllowed"), {allowed});
-    }
-    const Caller caller(QStringLiteral("caller"));
-    int refused = 0;
-    guarded->authority.review(QStringLiteral(":1.1"), isTrusted ? trusted : other, [&refused] { ++refused; });
-    // Polkit is asked about it later.
-    const QDBusPendingCall later = caller.call(QStringLiteral("Manage"));
-    QTRY_VERIFY(later.isFinished());
-    QCOMPARE(refused, refusals);
 }
 
 void TestAuthority::nobodyElsePassesWithoutPolkit()
