@@ -98,6 +98,8 @@ void TestTransfers::cleanup()
 {
     transfers.reset();
     queue.reset();
+    // A reply that is here closes its notification, and not one of the next test's desktop.
+    QCoreApplication::processEvents();
     face.reset();
     daemon.reset();
     desktop.reset();
