@@ -128,7 +128,7 @@ void TagWriter::giveUp()
         return;
     job->isGivenUp = true;
     if (job->isTaken) {
-        // The signals of an adaptor go to the bus.
+        // In the adapter's name: the signals of this object go to the bus.
         Q_EMIT adapter->messageGivenUp();
         return;
     }

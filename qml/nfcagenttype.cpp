@@ -78,9 +78,10 @@ void NfcAgentType::setAdapter(NfcAdapterType *adapter)
     if (source)
         source->disconnect(this);
     source = adapter;
+    const QPointer<NfcAgentType> guard(this);
     leaveDaemon();
-    // A slot has set another.
-    if (source != adapter)
+    // A slot has deleted this agent, or set another adapter.
+    if (!guard || source != adapter)
         return;
     if (source) {
         connect(source, &QObject::destroyed, this, &NfcAgentType::loseAdapter);

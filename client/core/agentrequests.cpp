@@ -81,7 +81,7 @@ void AgentRequests::connectDeliveries()
     connect(
         agent, &NfcAgent::dataDeliveryRequested, this,
         [this](const NdefMessageHandlerList &handlers, const QDBusObjectPath &tag, const QByteArray &data) {
-            const DeliveryRequest::Surroundings surroundings{adapter, &deliveries, queue, queue->isPaused()};
+            const DeliveryRequest::Surroundings surroundings{adapter, &deliveries, queue};
             queue->add(std::make_unique<DeliveryRequest>(surroundings, handlers, tag, data,
                                                          replyTo(tag, &NfcAgent::dataDeliveryGranted)));
         });

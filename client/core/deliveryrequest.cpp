@@ -30,6 +30,7 @@ DeliveryRequest::DeliveryRequest(const Surroundings &surroundings, const NdefMes
                                  const PendingReply &reply)
     : Request(Delivery, tag.path(), data, reply)
     , surroundings(surroundings)
+    , cameLocked(surroundings.queue->isPaused())
     , handlers(handlers)
     , tag(tag)
     , data(data)
@@ -74,7 +75,7 @@ void DeliveryRequest::decideWithout()
         decision.setDefaultApplication(NfcApplication::defaultForUri(records.constFirst().text()).id());
     decision.setConfirmationEnabled(surroundings.adapter->isConfirmationEnabled());
     // It may have been locked since.
-    decision.setSessionLocked(surroundings.isLocked || surroundings.queue->isPaused());
+    decision.setSessionLocked(cameLocked || surroundings.queue->isPaused());
     switch (decision.outcome()) {
     case NfcDeliveryDecision::Ask:
         Q_EMIT asks(tagQuestion(decision));

@@ -23,13 +23,12 @@ class DeliveryRequest : public Request
     Q_OBJECT
 
 public:
-    /** The objects that a delivery uses, and the state when it came. */
+    /** The objects that a delivery uses. */
     struct Surroundings
     {
         const ConnUi::NfcAdapter *adapter;
         Deliveries *deliveries;
         const QuestionQueue *queue; ///< Which is paused while the session is locked
-        bool isLocked;              ///< The session was locked when it came
     };
 
     DeliveryRequest(const Surroundings &surroundings, const ConnUi::NdefMessageHandlerList &handlers,
@@ -46,6 +45,7 @@ private:
     void forward(const QString &application);
 
     const Surroundings surroundings;
+    const bool cameLocked; // while the session was
     const ConnUi::NdefMessageHandlerList handlers;
     const QDBusObjectPath tag;
     const QByteArray data;

@@ -51,8 +51,8 @@ DesktopNotification::DesktopNotification(QObject *parent) : QObject(parent) {}
 DesktopNotification::~DesktopNotification()
 {
     if (sending) {
-        // The desktop has yet to say which one it is. The watcher goes on: another one would wait in vain for
-        // a reply that is here already and was only not handed on.
+        // The desktop has yet to say which one it is. The watcher goes on: if the reply is here already, and
+        // only waits for the event loop, another watcher would never hear of it.
         sending->disconnect(this);
         sending->setParent(QCoreApplication::instance());
         connect(sending, &QDBusPendingCallWatcher::finished, sending, [](QDBusPendingCallWatcher *answered) {

@@ -180,8 +180,7 @@ void Touches::abandonWriting(const VisitPointer &visit)
     writer->putBack();
 }
 
-// The worker has not begun as long as another program has the card. Later, nobody expects the message any
-// more.
+// While another program has the card the worker has not begun, and the message can still be put back.
 void Touches::recallWriting()
 {
     if (writing)

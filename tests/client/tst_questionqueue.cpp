@@ -386,8 +386,8 @@ void TestQuestionQueue::floodTakesNoMemory()
     for (int i = 0; i < deliveries; ++i) {
         const QString target = QStringLiteral("/tag%1").arg(i);
         queue->add(std::make_unique<DeliveryRequest>(
-            DeliveryRequest::Surroundings{}, NdefMessageHandlerList(), QDBusObjectPath(target),
-            QByteArray(size, char(i)) + QByteArray::number(i),
+            DeliveryRequest::Surroundings{nullptr, nullptr, queue.get()}, NdefMessageHandlerList(),
+            QDBusObjectPath(target), QByteArray(size, char(i)) + QByteArray::number(i),
             PendingReply(
                 order, target, [] {}, [this] { replies.append(QStringLiteral("rejected")); })));
     }

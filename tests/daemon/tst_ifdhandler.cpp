@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include <functional>
+#include <memory>
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -79,8 +80,12 @@ private Q_SLOTS:
     void leavingThatIsOnlySeenInPassingIsNoAbsence();
 
 private:
+    void exchangeTags();
+
     QTemporaryDir folder;
     VirtualType2 tag = VirtualType2::sticker("");
+    OtherThread counting;
+    std::unique_ptr<HeldTag> held;
 };
 
 void TestIfdHandler::init()
@@ -92,12 +97,22 @@ void TestIfdHandler::init()
 
 void TestIfdHandler::cleanup()
 {
+    held.reset();
     QCOMPARE(IFDHCloseChannel(lun), IFD_SUCCESS);
+}
+
+// A tag that was counted leaves, and another one is there at once.
+void TestIfdHandler::exchangeTags()
+{
+    held = std::make_unique<HeldTag>(tag);
+    QCOMPARE(counting.call(news), IFD_SUCCESS);
+    QCOMPARE(counting.call(presence), IFD_ICC_PRESENT);
+    held->leave();
+    held = std::make_unique<HeldTag>(tag);
 }
 
 void TestIfdHandler::tagComesAndLeaves()
 {
-    OtherThread counting;
     QCOMPARE(counting.call(presence), IFD_ICC_NOT_PRESENT);
     {
         const HeldTag held(tag);
@@ -111,12 +126,7 @@ void TestIfdHandler::tagComesAndLeaves()
 // Else the two would be one tag that stays.
 void TestIfdHandler::leavingOfATagIsNeverOverlooked()
 {
-    OtherThread counting;
-    HeldTag first(tag);
-    QCOMPARE(counting.call(news), IFD_SUCCESS);
-    QCOMPARE(counting.call(presence), IFD_ICC_PRESENT);
-    first.leave();
-    const HeldTag second(tag);
+    exchangeTags();
     // A program that talks to the first one finds out before.
     QCOMPARE(presence(), IFD_ICC_NOT_PRESENT);
     QCOMPARE(presence(), IFD_ICC_NOT_PRESENT);
@@ -129,12 +139,7 @@ void TestIfdHandler::leavingOfATagIsNeverOverlooked()
 // pcscd asks again before it switches a tag off or on, and does not count then.
 void TestIfdHandler::leavingThatIsOnlySeenInPassingIsNoAbsence()
 {
-    OtherThread counting;
-    HeldTag first(tag);
-    QCOMPARE(counting.call(news), IFD_SUCCESS);
-    QCOMPARE(counting.call(presence), IFD_ICC_PRESENT);
-    first.leave();
-    const HeldTag second(tag);
+    exchangeTags();
     QCOMPARE(counting.call(news), IFD_SUCCESS);
     QCOMPARE(counting.call(presence), IFD_ICC_NOT_PRESENT);
     QCOMPARE(counting.call(presence), IFD_ICC_NOT_PRESENT);

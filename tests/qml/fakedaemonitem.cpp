@@ -108,6 +108,11 @@ void FakeDaemonItem::release()
     ask(QStringLiteral("Release"), {});
 }
 
+void FakeDaemonItem::destroyNow(QObject *object)
+{
+    delete object;
+}
+
 QStringList FakeDaemonItem::replies()
 {
     QStringList all;

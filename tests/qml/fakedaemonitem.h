@@ -42,6 +42,9 @@ public:
     Q_INVOKABLE void touch(const QString &status);
     Q_INVOKABLE void release();
 
+    /** Deletes \a object at once, as a slot in C++ may. */
+    Q_INVOKABLE void destroyNow(QObject *object);
+
     /** Returns the replies in the order of their arrival: the number of the question, counted from 0 since
      * the start, and "granted" or the last part of the error's name. */
     Q_INVOKABLE QStringList replies();

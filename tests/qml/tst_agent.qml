@@ -131,6 +131,15 @@ TestCase {
         tryCompare(agent, "registered", true)
     }
 
+    function test_slotMayDeleteTheAgentThatLosesItsAdapter() {
+        registered()
+        const doomed = agent
+        agent.registeredChanged.connect(() => daemon.destroyNow(doomed))
+        agent.adapter = null
+        tryVerify(() => daemon.calls("UnregisterUIAgent") === 1)
+        compare(nfc.available, true)
+    }
+
     function test_adapterThatASlotSetsStays() {
         registered()
         const next = createTemporaryObject(adapterType, test)
