@@ -410,6 +410,10 @@ void TestMTheme::faultyFileLeavesBuiltInTheme_data()
                               << QStringLiteral("[CommonTitle] font-size is not understood");
     QTest::newRow("too large") << QByteArray("[CommonTitle]\nwidth=1e300\n")
                                << QStringLiteral("[CommonTitle] width is not understood");
+    QTest::newRow("lines without height") << QByteArray("[CommonTitle]\nelide=true\nline-height=0\n")
+                                          << QStringLiteral("[CommonTitle] line-height is not understood");
+    QTest::newRow("lines that go up") << QByteArray("[CommonTitle]\nline-height=-1\n")
+                                      << QStringLiteral("[CommonTitle] line-height is not understood");
     QTest::newRow("unknown color") << QByteArray("[CommonTitle]\ncolor=puce\n")
                                    << QStringLiteral("[CommonTitle] color is not understood");
     QTest::newRow("no color") << QByteArray("[Light]\ntext=#12\n")

@@ -138,7 +138,9 @@ bool readStyle(const KeyFile &file, const QString &group, const Palette &palette
         if (name == inherits)
             continue;
         const auto field = fields().constFind(name);
-        if (field == fields().cend() || !setField(style, *field, file.value(group, name), palette)) {
+        // Lines that do not advance would stand on one another.
+        if (field == fields().cend() || !setField(style, *field, file.value(group, name), palette) ||
+            style->lineHeight <= 0) {
             *error = QStringLiteral("[%1] %2 is not understood").arg(group, name);
             return false;
         }
