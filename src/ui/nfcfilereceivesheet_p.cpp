@@ -139,7 +139,6 @@ MWidgetController *NfcFileReceiveSheetPrivate::newProgressPanel()
     thumbnail->setStyleName(QStringLiteral("CommonThumbnail"));
     progress = new MProgressIndicator;
     progress->setAccessibleName(qtTrId("qtn_nfc_receive_tit"));
-    progress->setViewType(MProgressIndicator::barType);
     progress->setStyleName(QStringLiteral("CommonProgressBarInverted"));
 
     auto *row = newLayout(Qt::Horizontal);

@@ -185,6 +185,7 @@ void TestNfcApplicationSelectionDialog::rowShowsIconAndName()
     QVERIFY(layout);
     QCOMPARE(layout->orientation(), Qt::Horizontal);
     QCOMPARE(layout->spacing(), 0.0);
+    QCOMPARE(layout->contentsRect().size(), layout->geometry().size());
     QCOMPARE(layout->alignment(icons.first()), Qt::AlignCenter);
     QCOMPARE(layout->alignment(labels.first()), Qt::AlignLeft | Qt::AlignVCenter);
     QCOMPARE(icons.first()->geometry().right(), labels.first()->geometry().left());
