@@ -176,8 +176,6 @@ void QuestionQueue::setProgress(int number, quint64 received)
 
 void QuestionQueue::clear()
 {
-    if (std::exchange(shown, nullptr))
-        face->withdraw();
     notices.clear();
     ongoing.clear();
     for (const auto &entry : std::exchange(requests, {}))
