@@ -165,9 +165,8 @@ QByteArray CardText::charsetOf(const QByteArray &charset, const QByteArray &quot
 void CardText::write(const Property &property)
 {
     if (property.name == "PHOTO") {
-        const QByteArray base64 = photo(property);
-        if (!base64.isEmpty())
-            card += "PHOTO;ENCODING=b:" + base64 + "\r\n";
+        // An empty one is left out by those who read the card.
+        card += "PHOTO;ENCODING=b:" + photo(property) + "\r\n";
         return;
     }
     QByteArray value = property.value;
