@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "nfcreplyorder.h"
 
-#include <algorithm>
 #include <utility>
 
 #include <QHash>
@@ -38,13 +37,9 @@ void NfcReplyOrder::reply(const QString &target, quint64 place, const Reply &rep
     const auto line = d->lines.find(target);
     if (line == d->lines.end())
         return;
-    const auto found =
-        std::find_if(line->begin(), line->end(), [place](const NfcReplyOrderPrivate::Place &candidate) {
-            return candidate.number == place;
-        });
-    if (found == line->end())
-        return;
-    found->reply = reply;
+    for (NfcReplyOrderPrivate::Place &candidate : *line)
+        if (candidate.number == place)
+            candidate.reply = reply;
     QList<Reply> due;
     while (!line->isEmpty() && line->constFirst().reply)
         due.append(line->takeFirst().reply);

@@ -68,9 +68,12 @@ void TestNfcReplyOrder::placeHasOneReply()
 {
     NfcReplyOrder order;
     const quint64 place = order.takePlace(QStringLiteral("/tag"));
+    const quint64 later = order.takePlace(QStringLiteral("/tag"));
     order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("yes")));
     order.reply(QStringLiteral("/tag"), place, note(QStringLiteral("no")));
     QCOMPARE(given, QStringList{QStringLiteral("yes")});
+    order.reply(QStringLiteral("/tag"), later, note(QStringLiteral("later")));
+    QCOMPARE(given, (QStringList{QStringLiteral("yes"), QStringLiteral("later")}));
 }
 
 void TestNfcReplyOrder::unknownPlaceHasNone()
