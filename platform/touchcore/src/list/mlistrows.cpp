@@ -24,8 +24,6 @@ void MListRows::setModel(QAbstractItemModel *model)
 {
     if (itemModel)
         itemModel->disconnect(this);
-    if (itemSelection)
-        itemSelection->disconnect(this);
     itemModel = model;
     itemSelection = model ? std::make_shared<QItemSelectionModel>(model, nullptr) : nullptr;
     pressed = QModelIndex();
