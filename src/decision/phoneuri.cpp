@@ -27,7 +27,7 @@ bool isPlainNumber(const QString &uri)
 {
     // The number, written as people write it, then parameters such as an extension.
     static const QRegularExpression number(
-        QStringLiteral("\\A\\+?[0-9().\\- ]*[0-9][0-9().\\- ]*(;[A-Za-z0-9-]+(=[A-Za-z0-9.+-]*)?)*\\z"));
+        QStringLiteral("\\A\\+?[().\\- ]*[0-9][0-9().\\- ]*(;[A-Za-z0-9-]+(=[A-Za-z0-9.+-]*)?)*\\z"));
     return number.match(decoded(uri)).hasMatch();
 }
 
