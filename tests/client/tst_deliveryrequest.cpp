@@ -3,9 +3,14 @@
 #include <memory>
 
 #include <QCoreApplication>
+#include <QDir>
+#include <QFile>
 #include <QNdefMessage>
 #include <QNdefNfcTextRecord>
+#include <QNdefNfcUriRecord>
+#include <QTemporaryDir>
 #include <QTest>
+#include <QUrl>
 
 #include <NfcAdapter>
 #include <NfcReplyOrder>
@@ -34,6 +39,13 @@ QByteArray textTag(const QString &text)
     return QNdefMessage(record).toByteArray();
 }
 
+QByteArray uriTag(const QString &uri)
+{
+    QNdefNfcUriRecord record;
+    record.setUri(QUrl(uri));
+    return QNdefMessage(record).toByteArray();
+}
+
 } // namespace
 
 class TestDeliveryRequest : public QObject
@@ -49,10 +61,15 @@ private Q_SLOTS:
     void sessionThatIsLockedMeanwhileHasTheUserAsked();
     void releasedRequestForwardsNothing_data();
     void releasedRequestForwardsNothing();
+    void numberMayBeCalledWhereTheDesktopCan_data();
+    void numberMayBeCalledWhereTheDesktopCan();
 
 private:
-    void add(const QString &text);
+    void add(const QString &text) { add(text, textTag(text)); }
+    void add(const QString &name, const QByteArray &message);
+    void write(const QString &file, const QByteArray &content) const;
 
+    const QTemporaryDir folder;
     FakeDaemon daemon;
     FakeOhm ohm;
     FakeHandler viewer;
@@ -65,8 +82,22 @@ private:
     qint64 time = 0;
 };
 
+void TestDeliveryRequest::write(const QString &file, const QByteArray &content) const
+{
+    QFile written(folder.filePath(file));
+    QVERIFY(written.open(QIODevice::WriteOnly));
+    QCOMPARE(written.write(content), content.size());
+}
+
 void TestDeliveryRequest::initTestCase()
 {
+    // GIO looks there once.
+    qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
+    qputenv("XDG_CONFIG_HOME", QFile::encodeName(folder.path()));
+    QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("applications")));
+    write(QStringLiteral("applications/dialer.desktop"),
+          "[Desktop Entry]\nType=Application\nName=Dialer\nExec=true %u\n");
+    write(QStringLiteral("mimeapps.list"), "[Default Applications]\nx-scheme-handler/tel=dialer.desktop\n");
     daemon.start();
     ohm.start();
     viewer.start();
@@ -90,16 +121,16 @@ void TestDeliveryRequest::cleanup()
     adapter.reset();
 }
 
-void TestDeliveryRequest::add(const QString &text)
+void TestDeliveryRequest::add(const QString &name, const QByteArray &message)
 {
     const NdefMessageHandler handler(QStringLiteral("viewer"), QStringLiteral("session"), viewer.service(),
                                      QDBusObjectPath(QStringLiteral("/viewer")));
     const PendingReply reply(
-        order, tag.path(), [this, text] { replies.append(QStringLiteral("granted ") + text); },
-        [this, text] { replies.append(QStringLiteral("rejected ") + text); });
+        order, tag.path(), [this, name] { replies.append(QStringLiteral("granted ") + name); },
+        [this, name] { replies.append(QStringLiteral("rejected ") + name); });
     queue->add(std::make_unique<DeliveryRequest>(
         DeliveryRequest::Surroundings{adapter.get(), deliveries.get(), queue.get()},
-        NdefMessageHandlerList{handler}, tag, textTag(text), reply));
+        NdefMessageHandlerList{handler}, tag, message, reply));
 }
 
 void TestDeliveryRequest::onlyHandlerGetsTextUnasked()
@@ -154,6 +185,24 @@ void TestDeliveryRequest::releasedRequestForwardsNothing()
     QTRY_VERIFY(replies.contains(QStringLiteral("granted later")));
     QCOMPARE(replies.contains(QStringLiteral("rejected released")), isReplaced);
     QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+}
+
+void TestDeliveryRequest::numberMayBeCalledWhereTheDesktopCan_data()
+{
+    QTest::addColumn<QString>("uri");
+    QTest::addColumn<bool>("mayBeCalled");
+    QTest::newRow("application for it") << QStringLiteral("tel:+491711234567") << true;
+    QTest::newRow("application for none") << QStringLiteral("callto:+491711234567") << false;
+}
+
+void TestDeliveryRequest::numberMayBeCalledWhereTheDesktopCan()
+{
+    QFETCH(QString, uri);
+    QFETCH(bool, mayBeCalled);
+    add(uri, uriTag(uri));
+    QTRY_VERIFY(face.shown);
+    QCOMPARE(!face.shown->direct.isEmpty(), mayBeCalled);
+    face.answer(Answer::No);
 }
 
 QTEST_GUILESS_MAIN(TestDeliveryRequest)

@@ -141,6 +141,9 @@ private Q_SLOTS:
     void textOfATagIsForeign();
     void publishedMessageIsSetApartFromOurWords_data();
     void publishedMessageIsSetApartFromOurWords();
+    void questionNamesTheButtonsOfItsDialog_data();
+    void questionNamesTheButtonsOfItsDialog();
+    void otherContentIsOpened();
 
 private:
     const Catalogue catalogue;
@@ -331,6 +334,38 @@ void TestDialogs::publishedMessageIsSetApartFromOurWords()
     ourWords.append(question.buttons());
     QCOMPARE(ourWords.join(QLatin1Char('|')), ours);
     QCOMPARE(theirWords.join(QLatin1Char('|')), theirs);
+}
+
+void TestDialogs::questionNamesTheButtonsOfItsDialog_data()
+{
+    QTest::addColumn<Question>("question");
+    QTest::newRow("link") << questionAboutUri(QStringLiteral("https://example.org/"));
+    QTest::newRow("number") << questionAboutUri(QStringLiteral("tel:+491711234567"));
+    QTest::newRow("message") << questionAboutUri(QStringLiteral("sms:+491711234567?body=hello"));
+    QTest::newRow("text") << questionAbout(record(QNdefRecord::NfcRtd, "T", "\2entext"));
+    QTest::newRow("card") << questionAbout(
+        record(QNdefRecord::Mime, "text/vcard", "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:A\r\nEND:VCARD\r\n"));
+}
+
+// A terminal offers them as words.
+void TestDialogs::questionNamesTheButtonsOfItsDialog()
+{
+    QFETCH(Question, question);
+    QStringList named{question.yes, question.direct, question.no};
+    named.removeAll(QString());
+    QStringList buttons = OnScreen(question).buttons();
+    named.sort();
+    buttons.sort();
+    QCOMPARE(named, buttons);
+}
+
+// Where the application is known, the dialog says so as well.
+void TestDialogs::otherContentIsOpened()
+{
+    const Question question = questionAbout(record(QNdefRecord::Mime, "image/png", "image"));
+    QCOMPARE(question.yes, QStringLiteral("Open"));
+    QCOMPARE(question.direct, QString());
+    QCOMPARE(question.no, QStringLiteral("Discard"));
 }
 
 QTEST_MAIN(TestDialogs)
