@@ -290,6 +290,9 @@ void TestSession::lockedSessionShowsAndForwardsNothing()
     QCOMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 0);
     face.answer(Answer::Yes);
     QTRY_COMPARE(viewer.calls(QStringLiteral("NDEFData")).size(), 1);
+    daemon.callAgent(agentPath(), QStringLiteral("NotifyTouch"),
+                     {QVariant::fromValue(target), QStringLiteral("ok")});
+    QTRY_COMPARE(face.touches, 1);
 }
 
 int TestSession::share(const QString &peer, const QString &file)
