@@ -4,11 +4,9 @@
 
 #include <QCoreApplication>
 #include <QDBusConnection>
-#include <QDBusConnectionInterface>
 #include <QDBusError>
 #include <QDBusMessage>
 #include <QDBusPendingReply>
-#include <QDBusReply>
 #include <QPointer>
 #include <QVariant>
 
@@ -108,10 +106,8 @@ QString NdefMessageHandler::applicationId() const
 
 bool NdefMessageHandler::isRunningOnForeground() const
 {
-    QDBusConnectionInterface *bus = d->bus().interface();
-    if (!bus)
-        return false;
-    const QDBusReply<uint> pid = bus->servicePid(d->service);
+    QDBusPendingReply<uint> pid = BusDaemon::processId(d->bus(), d->service);
+    pid.waitForFinished();
     return pid.isValid() && NdefMessageHandlerPrivate::isInFront(pid.value());
 }
 
