@@ -141,8 +141,8 @@ private Q_SLOTS:
     void textOfATagIsForeign();
     void publishedMessageIsSetApartFromOurWords_data();
     void publishedMessageIsSetApartFromOurWords();
-    void questionNamesTheButtonsOfItsDialog_data();
-    void questionNamesTheButtonsOfItsDialog();
+    void questionHasTheWordsOfItsDialog_data();
+    void questionHasTheWordsOfItsDialog();
     void otherContentIsOpened();
 
 private:
@@ -336,7 +336,7 @@ void TestDialogs::publishedMessageIsSetApartFromOurWords()
     QCOMPARE(theirWords.join(QLatin1Char('|')), theirs);
 }
 
-void TestDialogs::questionNamesTheButtonsOfItsDialog_data()
+void TestDialogs::questionHasTheWordsOfItsDialog_data()
 {
     QTest::addColumn<Question>("question");
     QTest::newRow("link") << questionAboutUri(QStringLiteral("https://example.org/"));
@@ -347,13 +347,15 @@ void TestDialogs::questionNamesTheButtonsOfItsDialog_data()
         record(QNdefRecord::Mime, "text/vcard", "BEGIN:VCARD\r\nVERSION:3.0\r\nFN:A\r\nEND:VCARD\r\n"));
 }
 
-// A terminal offers them as words.
-void TestDialogs::questionNamesTheButtonsOfItsDialog()
+// A terminal shows them as text.
+void TestDialogs::questionHasTheWordsOfItsDialog()
 {
     QFETCH(Question, question);
+    const OnScreen shown(question);
+    QVERIFY(shown.readable().contains(question.title));
     QStringList named{question.yes, question.direct, question.no};
     named.removeAll(QString());
-    QStringList buttons = OnScreen(question).buttons();
+    QStringList buttons = shown.buttons();
     named.sort();
     buttons.sort();
     QCOMPARE(named, buttons);
@@ -363,6 +365,7 @@ void TestDialogs::questionNamesTheButtonsOfItsDialog()
 void TestDialogs::otherContentIsOpened()
 {
     const Question question = questionAbout(record(QNdefRecord::Mime, "image/png", "image"));
+    QCOMPARE(question.title, QStringLiteral("Tag content"));
     QCOMPARE(question.yes, QStringLiteral("Open"));
     QCOMPARE(question.direct, QString());
     QCOMPARE(question.no, QStringLiteral("Discard"));
