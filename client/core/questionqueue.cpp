@@ -63,7 +63,6 @@ void QuestionQueue::add(std::unique_ptr<Request> request)
 
     auto added = std::make_unique<Entry>();
     Entry *entry = added.get();
-    entry->number = nextNumber++;
     entry->arrival = now();
     entry->request = request.release();
     entry->request->setParent(this);

@@ -78,7 +78,7 @@ public:
 private:
     struct Entry
     {
-        int number;
+        int number = 0; // of notices
         Question question;
         Answered answered;
         Request *request = nullptr; // of those that the daemon waits for

@@ -353,6 +353,7 @@ void TestDialogs::questionHasTheWordsOfItsDialog()
     QFETCH(Question, question);
     const OnScreen shown(question);
     QVERIFY(shown.readable().contains(question.title));
+    QCOMPARE(question.applications, QStringList());
     QStringList named{question.yes, question.direct, question.no};
     named.removeAll(QString());
     QStringList buttons = shown.buttons();
@@ -366,6 +367,7 @@ void TestDialogs::otherContentIsOpened()
 {
     const Question question = questionAbout(record(QNdefRecord::Mime, "image/png", "image"));
     QCOMPARE(question.title, QStringLiteral("Tag content"));
+    QCOMPARE(question.applications, QStringList(QStringLiteral("viewer")));
     QCOMPARE(question.yes, QStringLiteral("Open"));
     QCOMPARE(question.direct, QString());
     QCOMPARE(question.no, QStringLiteral("Discard"));
