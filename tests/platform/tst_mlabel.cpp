@@ -46,6 +46,7 @@ private Q_SLOTS:
     void foreignTextKeepsOrdinaryText_data();
     void foreignTextKeepsOrdinaryText();
     void foreignTextIsOneVariant();
+    void wordInALongParagraphStaysTogether();
     void emphasisIsDarkerThanWhatStandsBesideIt();
     void emphasisMakesTextWider();
     void emphasisFollowsTheTextThatIsDrawn_data();
@@ -272,6 +273,18 @@ Share shareOf(const QImage &image)
 }
 
 } // namespace
+
+// So long a paragraph takes two layouts; the first could only take the beginning of a word at its end.
+void TestMLabel::wordInALongParagraphStaysTogether()
+{
+    constexpr int words = 200;
+    const QString word(10, QLatin1Char('I'));
+    const QSizeF oneWord = MLabel(word).preferredSize();
+    MLabel label((word + QLatin1Char(' ')).repeated(words).trimmed());
+    label.setWordWrap(true);
+    QCOMPARE(label.effectiveSizeHint(Qt::PreferredSize, QSizeF(oneWord.width(), -1)).height(),
+             words * oneWord.height());
+}
 
 // Each line is a paragraph of its own, and the last one takes two layouts.
 void TestMLabel::emphasisIsDarkerThanWhatStandsBesideIt()

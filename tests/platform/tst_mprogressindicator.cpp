@@ -48,6 +48,7 @@ private Q_SLOTS:
     void barFillsFromItsStart();
     void extremeRangesAreDrawn();
     void visibleSpinnerTurns();
+    void spinnerStaysInItsArea();
     void spinnerThatNobodySeesSleeps_data();
     void spinnerThatNobodySeesSleeps();
     void barWithoutAWayStaysEmpty();
@@ -128,6 +129,21 @@ void TestMProgressIndicator::visibleSpinnerTurns()
     spinner->setGeometry(QRectF(QPointF(), spinner->preferredSize()));
     const QImage before = picture(window.scene(), spinner->rect());
     QTRY_VERIFY(picture(window.scene(), spinner->rect()) != before);
+}
+
+void TestMProgressIndicator::spinnerStaysInItsArea()
+{
+    MWindow window;
+    const QRect area(8, 8, 32, 32);
+    const QRect around = area.adjusted(-8, -8, 8, 8);
+    const QImage before = picture(window.scene(), around);
+    auto *spinner = new MProgressIndicator(nullptr, MProgressIndicator::spinnerType);
+    window.scene()->addItem(spinner);
+    spinner->setGeometry(area);
+    QImage image = picture(window.scene(), around);
+    QVERIFY(image != before);
+    QPainter(&image).drawImage(area.topLeft(), before, area);
+    QCOMPARE(image, before);
 }
 
 void TestMProgressIndicator::spinnerThatNobodySeesSleeps_data()
