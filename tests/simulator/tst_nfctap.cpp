@@ -30,6 +30,7 @@ private Q_SLOTS:
     void helpListsEveryCommand();
     void lostOutputIsAFailure();
     void missingDaemonIsReported();
+    void missingAgentIsReported_data();
     void missingAgentIsReported();
     void switchedOffAdapterNoticesNothing();
 
@@ -50,6 +51,8 @@ private Q_SLOTS:
     void tagThatTakesNoMessageFailsTheWriting();
     void writingEndsWithNfctap();
     void writingNeedsNoSimulator();
+    void writerThatRefusesIsReported_data();
+    void writerThatRefusesIsReported();
     void outcomeOfAHandoverIsPrinted_data();
     void outcomeOfAHandoverIsPrinted();
     void outcomeOfATransferIsPrinted_data();
@@ -256,12 +259,26 @@ void TestNfcTap::missingDaemonIsReported()
     QVERIFY2(!daemon.isOnBus(), "a tag has started the daemon");
 }
 
+void TestNfcTap::missingAgentIsReported_data()
+{
+    QTest::addColumn<QStringList>("touch");
+    QTest::addColumn<QString>("what");
+    QTest::newRow("tag") << QStringList{QStringLiteral("empty")} << QStringLiteral("empty tag");
+    QTest::newRow("phone") << QStringList{QStringLiteral("share-selection")}
+                           << QStringLiteral("selection of what to share");
+    QTest::newRow("file") << QStringList{QStringLiteral("receive"), QStringLiteral("a"), QStringLiteral("1"),
+                                         QStringLiteral("1000")}
+                          << QStringLiteral("file a of 1 bytes");
+}
+
 void TestNfcTap::missingAgentIsReported()
 {
+    QFETCH(QStringList, touch);
+    QFETCH(QString, what);
     daemon.start();
-    Tap tap({QStringLiteral("empty")});
+    Tap tap(touch);
     QCOMPARE(tap.exitCode(), 3);
-    QCOMPARE(tap.errors(), QStringLiteral("nfctap: empty tag: no agent is registered with the daemon\n"));
+    QCOMPARE(tap.errors(), QStringLiteral("nfctap: %1: no agent is registered with the daemon\n").arg(what));
 }
 
 void TestNfcTap::switchedOffAdapterNoticesNothing()
@@ -535,11 +552,38 @@ void TestNfcTap::writingNeedsNoSimulator()
     QCOMPARE(writing.exitCode(), 0);
     QCOMPARE(other.calls(QStringLiteral("WriteNdef")).constFirst().interface,
              QStringLiteral("com.tavix.nfc.TagWriter"));
-    other.fail(QStringLiteral("WriteNdef"), QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod"),
-               QString());
-    Tap unable({QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("tel:1")});
-    QCOMPARE(unable.exitCode(), 3);
-    QCOMPARE(unable.errors(), QStringLiteral("nfctap: tag with tel:1: the daemon writes no tags\n"));
+}
+
+void TestNfcTap::writerThatRefusesIsReported_data()
+{
+    QTest::addColumn<QString>("error");
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("output");
+    QTest::addColumn<QString>("errors");
+    const QString none;
+    QTest::newRow("canceled") << QStringLiteral("com.tavix.nfc.Error.Canceled") << 2
+                              << QStringLiteral("canceled: tag with tel:1\n") << none;
+    QTest::newRow("off") << QStringLiteral("com.tavix.nfc.Error.Off") << 3 << none
+                         << QStringLiteral("nfctap: tag with tel:1: the adapter is switched off\n");
+    const QString noWriter = QStringLiteral("nfctap: tag with tel:1: the daemon writes no tags\n");
+    QTest::newRow("no method") << QStringLiteral("org.freedesktop.DBus.Error.UnknownMethod") << 3 << none
+                               << noWriter;
+    QTest::newRow("no interface") << QStringLiteral("org.freedesktop.DBus.Error.UnknownInterface") << 3
+                                  << none << noWriter;
+    QTest::newRow("anything else") << QStringLiteral("org.example.Error") << 1
+                                   << QStringLiteral("org.example.Error: tag with tel:1\n") << none;
+}
+
+void TestNfcTap::writerThatRefusesIsReported()
+{
+    QFETCH(QString, error);
+    FakeService other(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    other.fail(QStringLiteral("WriteNdef"), error, QString());
+    other.start();
+    Tap writing({QStringLiteral("write"), QStringLiteral("uri"), QStringLiteral("tel:1")});
+    QTEST(writing.exitCode(), "code");
+    QTEST(writing.output(), "output");
+    QTEST(writing.errors(), "errors");
 }
 
 void TestNfcTap::outcomeOfAHandoverIsPrinted_data()

@@ -6,6 +6,7 @@
 #include <QMetaEnum>
 #include <QScopedPointer>
 #include <QSignalSpy>
+#include <QTranslator>
 #include <QtTest>
 
 #include <MButton>
@@ -67,6 +68,18 @@ QString text(const char *text)
     return QString::fromLatin1(text);
 }
 
+// A catalogue with a word for canceling that Qt's own one does not have.
+class OwnWord : public QTranslator
+{
+public:
+    QString translate(const char *, const char *id, const char *, int) const override
+    {
+        return QLatin1String(id) == QLatin1String("qtn_comm_cancel") ? QStringLiteral("Stop it") : QString();
+    }
+
+    bool isEmpty() const override { return false; }
+};
+
 // A dialog on the screen of a phone.
 class Shown
 {
@@ -102,6 +115,8 @@ private Q_SLOTS:
     void init();
     void promptShowsItsTexts_data();
     void promptShowsItsTexts();
+    void cancelIsWordedByTheCatalogue_data();
+    void cancelIsWordedByTheCatalogue();
     void pressIsTheResult_data() { promptShowsItsTexts_data(); }
     void pressIsTheResult();
     void escapeIsCancel_data() { promptShowsItsTexts_data(); }
@@ -214,6 +229,22 @@ void TestPrompts::promptShowsItsTexts()
         QCOMPARE(models[i]->text(), buttons[i].text);
         QVERIFY2(texts.removeOne(buttons[i].text), qPrintable(buttons[i].text));
     }
+}
+
+void TestPrompts::cancelIsWordedByTheCatalogue_data()
+{
+    QTest::addColumn<Make>("make");
+    QTest::newRow("sending") << make<NfcFileSendDialog>();
+    QTest::newRow("waiting") << make<NfcFileSendPendingDialog>();
+}
+
+void TestPrompts::cancelIsWordedByTheCatalogue()
+{
+    QFETCH(Make, make);
+    OwnWord word;
+    QVERIFY(QCoreApplication::installTranslator(&word));
+    const QScopedPointer<MMessageBox> dialog(make());
+    QCOMPARE(dialog->button(M::CancelButton)->text(), QStringLiteral("Stop it"));
 }
 
 void TestPrompts::pressIsTheResult()
