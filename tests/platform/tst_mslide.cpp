@@ -115,6 +115,7 @@ private Q_SLOTS:
     void pageDoesNotSlide();
     void pictureLeavesWhenTheQuestionHasGone();
     void pictureLooksLikeTheQuestion();
+    void pictureLeavesFromWhereTheFingerHasTheQuestion();
     void windowClosesWhenThePictureHasLeft();
     void nextQuestionComesIntoTheWindowOfTheLast();
     void pictureKeepsItsColorsBehindTheNextQuestion_data();
@@ -217,6 +218,23 @@ void TestMSlide::pictureLooksLikeTheQuestion()
     stage.question.reject();
     QCOMPARE(stage.pictures(), 1);
     QCOMPARE(picture(stage.window.scene(), inside), before);
+}
+
+void TestMSlide::pictureLeavesFromWhereTheFingerHasTheQuestion()
+{
+    Stage stage;
+    QVERIFY(stage.settle());
+    stage.ripen();
+    stage.finger.wait(1000).press(stage.top()).move(stage.top() + QPointF(0, 40), 1000);
+    QVERIFY(stage.down() > 0);
+    const QRect shown = stage.card()->sceneBoundingRect().toRect();
+    stage.question.reject();
+    const QList<QGraphicsItem *> items = stage.window.scene()->items();
+    const auto picture = std::find_if(items.cbegin(), items.cend(), [](QGraphicsItem *item) {
+        return dynamic_cast<QGraphicsPixmapItem *>(item);
+    });
+    QVERIFY(picture != items.cend());
+    QCOMPARE((*picture)->sceneBoundingRect().toRect().top(), shown.top());
 }
 
 void TestMSlide::windowClosesWhenThePictureHasLeft()

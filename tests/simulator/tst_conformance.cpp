@@ -64,6 +64,9 @@ void TestConformance::simulatedDaemonConforms()
     QCOMPARE(tap.exitCode(), 0);
     const QString output = tap.output();
     QVERIFY2(output.endsWith(QStringLiteral("14 passed, 0 failed, 0 skipped\n")), qUtf8Printable(output));
+    QCOMPARE(output.count(
+                 QRegularExpression(QStringLiteral("^passed   [a-z]"), QRegularExpression::MultilineOption)),
+             14);
 }
 
 void TestConformance::checkedDaemonIsAsItWas()
