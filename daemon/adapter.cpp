@@ -29,7 +29,8 @@ void refuse(const QDBusMessage &call, const char *error, const QString &reason)
 
 } // namespace
 
-Adapter::Adapter(QObject *parent) : QObject(parent) {}
+Adapter::Adapter(const QSet<uint> &trusted, QObject *parent) : QObject(parent), judge(trusted), agents(&judge)
+{}
 
 bool Adapter::isPowered() const
 {
@@ -63,16 +64,13 @@ Authority &Adapter::authority()
 
 UiAgent *Adapter::agent() const
 {
-    return uiAgent;
+    return agents.inUse();
 }
 
 void Adapter::dropAgent()
 {
-    if (!uiAgent)
-        return;
-    qInfo("agent %s is gone", qUtf8Printable(uiAgent->name()));
-    uiAgent->disconnect(this);
-    std::exchange(uiAgent, nullptr)->deleteLater();
+    if (agents.inUse())
+        agents.remove(agents.inUse());
 }
 
 Handover *Adapter::acceptHandover(const QString &carrier, const Handover::Requestor &requestor,
@@ -131,31 +129,38 @@ void Adapter::SetProperty(const QString &name, const QDBusVariant &value)
 
 void Adapter::RegisterUIAgent(const QDBusObjectPath &path)
 {
-    carryOut([this, path](const QDBusMessage &call, uint user) { registerAgent(path, call, user); });
+    carryOut([this, path](const QDBusMessage &call, uint user) {
+        // The user of the agent in use may have left the seat to the one of this.
+        agents.reviewBefore(
+            call, [this, path, call, user] { registerAgent(path, call, user); });
+    });
 }
 
 void Adapter::registerAgent(const QDBusObjectPath &path, const QDBusMessage &call, uint user)
 {
-    const bool isSame = uiAgent && uiAgent->is(call.service(), path);
-    if (uiAgent && !isSame) {
-        refuse(call, "AlreadyExists", QStringLiteral("Agent %1 is registered").arg(uiAgent->name()));
+    const UiAgent *other = agents.inUse();
+    if (other && !other->is(call.service(), path)) {
+        refuse(call, "AlreadyExists", QStringLiteral("Agent %1 is registered").arg(other->name()));
         return;
     }
-    if (!uiAgent) {
-        uiAgent = new UiAgent(call.service(), path, user, this);
-        connect(uiAgent, &UiAgent::left, this, &Adapter::dropAgent);
-        qInfo("agent %s is registered", qUtf8Printable(uiAgent->name()));
-    }
+    agents.use(call.service(), path, user);
     answer(call);
 }
 
 void Adapter::UnregisterUIAgent(const QDBusObjectPath &path)
 {
-    carryOut([this, path](const QDBusMessage &call, uint) {
-        if (uiAgent && uiAgent->is(call.service(), path))
-            dropAgent();
+    const Authority::Action unregister = [this, path](const QDBusMessage &call, uint) {
+        if (UiAgent *agent = agents.find(call.service(), path))
+            agents.remove(agent);
         answer(call);
-    });
+    };
+    // A user who has left the seat may still end the agent.
+    if (!agents.find(message().service(), path)) {
+        carryOut(unregister);
+        return;
+    }
+    setDelayedReply(true);
+    judge.permit(message(), unregister);
 }
 
 void Adapter::RequestHandover(const QDBusObjectPath &requestor, const QString &carrier, const QString &type)

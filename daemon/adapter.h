@@ -7,20 +7,23 @@
 #include <QDBusObjectPath>
 #include <QDBusVariant>
 #include <QObject>
+#include <QSet>
 #include <QVariantMap>
 
 #include "daemon/authority.h"
 #include "daemon/handover.h"
+#include "daemon/uiagents.h"
 
 class UiAgent;
 
-/** The NFC adapter: its properties, the one agent, and the handover on its way. */
+/** The NFC adapter: its properties, its agents, and the handover on its way. */
 class Adapter : public QObject, protected QDBusContext
 {
     Q_OBJECT
 
 public:
-    explicit Adapter(QObject *parent = nullptr);
+    /** One that lets \a trusted users pass unasked. */
+    explicit Adapter(const QSet<uint> &trusted = Authority::usersOfTheSystem(), QObject *parent = nullptr);
 
     bool isPowered() const;
     void setPowered(bool on);
@@ -31,10 +34,10 @@ public:
     /** The one who decides about calls; for interfaces beside the adapter's own. */
     Authority &authority();
 
-    /** The registered agent, or null. */
+    /** The agent in use, or null. */
     UiAgent *agent() const;
 
-    /** Drops the agent; its open calls may still be answered. */
+    /** Drops the agent in use; its open calls may still be answered. */
     void dropAgent();
 
     /**
@@ -74,9 +77,9 @@ private:
     void endHandover();
 
     Authority judge;
+    UiAgents agents;
     bool powered = true;
     QVariantMap shownProperties;
-    UiAgent *uiAgent = nullptr;
     Handover *handover = nullptr;
 };
 

@@ -3,6 +3,7 @@
 #include "daemon/authority.h"
 
 #include <limits>
+#include <optional>
 #include <unistd.h>
 #include <utility>
 
@@ -48,10 +49,22 @@ QVariant noDetails()
     return QVariant::fromValue(details);
 }
 
-bool isAuthorized(const QDBusMessage &reply)
+// Asks whether the program with that name may manage NFC.
+QDBusMessage questionAbout(const QString &busName, bool mayAskUser)
+{
+    QDBusMessage question = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
+        QStringLiteral("org.freedesktop.PolicyKit1.Authority"), QStringLiteral("CheckAuthorization"));
+    question.setArguments(
+        {subject(busName), QStringLiteral("com.tavix.nfc.manage"), noDetails(), uint(mayAskUser), QString()});
+    return question;
+}
+
+// Polkit's decision, or nothing when it has made none.
+std::optional<bool> decision(const QDBusMessage &reply)
 {
     if (reply.signature() != QLatin1String("(bba{ss})"))
-        return false;
+        return std::nullopt;
     const auto result = reply.arguments().constFirst().value<QDBusArgument>();
     bool authorized = false;
     bool isChallenge = false;
@@ -75,8 +88,40 @@ Authority::Authority(const QSet<uint> &trusted, QObject *parent) : QObject(paren
 
 void Authority::decide(const QDBusMessage &call, const Action &action)
 {
-    const auto opened = std::make_shared<Case>(Case{call, action, 0, std::nullopt});
-    cases[call.service()].enqueue(opened);
+    open(std::make_shared<Case>(Case{call, action, false, 0, std::nullopt}));
+}
+
+void Authority::permit(const QDBusMessage &call, const Action &action)
+{
+    open(std::make_shared<Case>(Case{call, action, true, 0, std::nullopt}));
+}
+
+void Authority::review(const QString &busName, uint user, const Review &reviewed)
+{
+    if (trusted.contains(user)) {
+        reviewed(true);
+        return;
+    }
+    ask(this, questionAbout(busName, false), -1,
+        [reviewed](const QDBusMessage &reply) { reviewed(decision(reply)); });
+}
+
+void Authority::reviewBefore(const QDBusMessage &call, const QString &busName, uint user,
+                             const Review &reviewed)
+{
+    // An open case before those that wait.
+    const auto opened =
+        std::make_shared<Case>(Case{call, [](const QDBusMessage &, uint) {}, true, 0, std::nullopt});
+    cases[call.service()].prepend(opened);
+    review(busName, user, [this, opened, reviewed](std::optional<bool> allowed) {
+        reviewed(allowed);
+        close(opened, true);
+    });
+}
+
+void Authority::open(const CasePointer &opened)
+{
+    cases[opened->call.service()].enqueue(opened);
     askForUser(opened);
 }
 
@@ -90,7 +135,7 @@ void Authority::askForUser(const CasePointer &opened)
         const bool isKnown = reply.signature() == QLatin1String("u");
         if (isKnown)
             opened->user = reply.arguments().constFirst().toUInt();
-        if (!isKnown || trusted.contains(opened->user))
+        if (!isKnown || opened->isPermitted || trusted.contains(opened->user))
             close(opened, isKnown);
         else
             askPolkit(opened);
@@ -102,13 +147,8 @@ void Authority::askPolkit(const CasePointer &opened)
     // Only a caller who says so waits until somebody has typed a password.
     const bool mayAskUser = opened->call.isInteractiveAuthorizationAllowed();
     const int timeLimit = mayAskUser ? std::numeric_limits<int>::max() : -1;
-    QDBusMessage question = QDBusMessage::createMethodCall(
-        QStringLiteral("org.freedesktop.PolicyKit1"), QStringLiteral("/org/freedesktop/PolicyKit1/Authority"),
-        QStringLiteral("org.freedesktop.PolicyKit1.Authority"), QStringLiteral("CheckAuthorization"));
-    question.setArguments({subject(opened->call.service()), QStringLiteral("com.tavix.nfc.manage"),
-                           noDetails(), uint(mayAskUser), QString()});
-    ask(this, question, timeLimit,
-        [this, opened](const QDBusMessage &reply) { close(opened, isAuthorized(reply)); });
+    ask(this, questionAbout(opened->call.service(), mayAskUser), timeLimit,
+        [this, opened](const QDBusMessage &reply) { close(opened, decision(reply).value_or(false)); });
 }
 
 void Authority::close(const CasePointer &opened, bool allowed)

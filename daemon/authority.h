@@ -29,6 +29,9 @@ public:
     /** Carries out and answers a call of \a user. */
     using Action = std::function<void(const QDBusMessage &call, uint user)>;
 
+    /** Acts on a decision of polkit; it is missing when polkit has not answered. */
+    using Review = std::function<void(std::optional<bool> allowed)>;
+
     /** Root and the daemon's own user. */
     static QSet<uint> usersOfTheSystem();
 
@@ -41,16 +44,30 @@ public:
      */
     void decide(const QDBusMessage &call, const Action &action);
 
+    /** As decide(), for a \a call that its caller may make in any case. */
+    void permit(const QDBusMessage &call, const Action &action);
+
+    /**
+     * Asks polkit about a program that was allowed to manage NFC once more, by its \a busName, and calls
+     * \a reviewed. A program of a trusted \a user is allowed at once.
+     */
+    void review(const QString &busName, uint user, const Review &reviewed);
+
+    /** As review(), for \a call, which is being carried out: the caller's next calls wait until then. */
+    void reviewBefore(const QDBusMessage &call, const QString &busName, uint user, const Review &reviewed);
+
 private:
     struct Case
     {
         const QDBusMessage call;
         const Action action;
+        const bool isPermitted;
         uint user = 0;
         std::optional<bool> allowed;
     };
     using CasePointer = std::shared_ptr<Case>;
 
+    void open(const CasePointer &opened);
     void askForUser(const CasePointer &opened);
     void askPolkit(const CasePointer &opened);
     void close(const CasePointer &opened, bool allowed);

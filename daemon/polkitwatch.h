@@ -15,7 +15,7 @@ public:
     explicit PolkitWatch(QObject *parent = nullptr);
 
 Q_SIGNALS:
-    /** Its rules have changed, or it has come. */
+    /** Its rules or the sessions of the users have changed, or it has come. */
     void changed();
 
 private:

@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: LGPL-2.1-or-later
 #include "daemon/question.h"
 
+#include <utility>
+
 #include <QDBusError>
 #include <QHash>
+
+#include "daemon/uiagent.h"
 
 namespace {
 
@@ -23,15 +27,24 @@ QString errorOutcome(const QString &error)
 
 } // namespace
 
-Question::Question(const QDBusPendingCall &call, const QString &success, QObject *parent)
-    : QDBusPendingCallWatcher(call, parent)
+Question::Question(const UiAgent *agent, const QString &method, const QVariantList &arguments,
+                   const QString &success, QObject *parent)
+    : QDBusPendingCallWatcher(agent->call(method, arguments), parent)
     , success(success)
 {
     connect(this, &QDBusPendingCallWatcher::finished, this, &Question::report);
+    connect(agent, &UiAgent::putAside, this, [this] { end(QStringLiteral("canceled")); });
 }
 
 void Question::report()
 {
+    end(isError() ? errorOutcome(error().name()) : success);
+}
+
+void Question::end(const QString &outcome)
+{
+    if (std::exchange(isOver, true))
+        return;
     deleteLater();
-    Q_EMIT decided(isError() ? errorOutcome(error().name()) : success);
+    Q_EMIT decided(outcome);
 }

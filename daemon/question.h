@@ -5,6 +5,9 @@
 
 #include <QDBusPendingCallWatcher>
 #include <QString>
+#include <QVariantList>
+
+class UiAgent;
 
 /** A call to the agent that the user has not decided yet. It ends in decided(), exactly once. */
 class Question : public QDBusPendingCallWatcher
@@ -13,21 +16,24 @@ class Question : public QDBusPendingCallWatcher
 
 public:
     /**
-     * Waits for \a call to the agent, reports the outcome and deletes itself.
+     * Calls \a method of \a agent, reports the outcome and deletes itself.
      *
      * The outcome is \a success for an empty reply, "rejected" or "canceled" for the agent's own errors,
-     * "canceled" when the agent's process has left, "no-agent" when the process has no such agent, and
-     * otherwise the name of the error.
+     * "canceled" when the agent is put aside or its process has left, "no-agent" when the process has no such
+     * agent, and otherwise the name of the error.
      */
-    Question(const QDBusPendingCall &call, const QString &success, QObject *parent = nullptr);
+    Question(const UiAgent *agent, const QString &method, const QVariantList &arguments,
+             const QString &success, QObject *parent = nullptr);
 
 Q_SIGNALS:
     void decided(const QString &outcome);
 
 private:
     void report();
+    void end(const QString &outcome);
 
     const QString success;
+    bool isOver = false;
 };
 
 #endif

@@ -26,6 +26,11 @@ QString UiAgent::name() const
     return QStringLiteral("%1 of %2").arg(path.path(), process.name());
 }
 
+QString UiAgent::busName() const
+{
+    return process.name();
+}
+
 uint UiAgent::user() const
 {
     return owner;

@@ -22,6 +22,7 @@ public:
 
     bool is(const QString &service, const QDBusObjectPath &path) const;
     QString name() const;
+    QString busName() const;
     uint user() const;
 
     /** Calls a method of the agent, without a time limit: users take their time. */
@@ -30,6 +31,9 @@ public:
 Q_SIGNALS:
     /** The agent's process has left the bus. */
     void left();
+
+    /** It is out of use until its user may manage NFC again: nobody waits for its answers any more. */
+    void putAside();
 
 private:
     const BusPeer process;

@@ -195,7 +195,7 @@ QString Simulator::ask(const QString &method, const QVariantList &arguments, con
     if (!unasked.isEmpty())
         return unasked;
     setDelayedReply(true);
-    const auto *question = new Question(adapter->agent()->call(method, arguments), success, this);
+    const auto *question = new Question(adapter->agent(), method, arguments, success, this);
     connect(question, &Question::decided, this, [tap = message()](const QString &outcome) {
         QDBusConnection::systemBus().send(tap.createReply(outcome));
     });

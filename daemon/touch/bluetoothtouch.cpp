@@ -49,8 +49,7 @@ void BluetoothTouch::ask(const Bluez::Device &known)
                               known.classOfDevice ? known.classOfDevice : carrier.classOfDevice};
     if (!known.isPaired)
         arguments.append(QString()); // no PIN
-    auto *question =
-        new Question(adapter->agent()->call(request, arguments), QStringLiteral("granted"), this);
+    auto *question = new Question(adapter->agent(), request, arguments, QStringLiteral("granted"), this);
     connect(question, &Question::decided, this, [this, known](const QString &outcome) {
         if (outcome == QLatin1String("granted"))
             act(known);

@@ -281,9 +281,8 @@ void Touches::deliver(int touch, const QDBusObjectPath &target, const QByteArray
     memory.open(touch);
     const QVariantList arguments = {QVariant::fromValue(handlers(ndefKind(message))),
                                     QVariant::fromValue(target), message};
-    auto *question =
-        new Question(adapter->agent()->call(QStringLiteral("RequestNDEFDataDelivery"), arguments),
-                     QStringLiteral("granted"), this);
+    auto *question = new Question(adapter->agent(), QStringLiteral("RequestNDEFDataDelivery"), arguments,
+                                  QStringLiteral("granted"), this);
     connect(question, &Question::decided, this, [this, touch](const QString &outcome) {
         if (outcome == QLatin1String("granted") || outcome == QLatin1String("rejected"))
             memory.close(touch);

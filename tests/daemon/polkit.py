@@ -1,11 +1,12 @@
 # SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 # SPDX-License-Identifier: LGPL-2.1-or-later
-"""polkit.py SOURCE NFCD-PCSC CALLAS
+"""polkit.py SOURCE NFCD-PCSC CALLAS HOLD-TAG
 
 Runs nfcd-pcsc as the user of its package, with the machine's own polkitd and the installed policies, and has two users
-register an agent: one whom a rule of polkit allows to, and one whom none does.
+register an agent: one whom a rule of polkit allows to, and one whom none does. Then the rule is changed, as if the other
+one had taken the seat, and changed back: each tag goes to the user whom polkit allows.
 
-It mounts over the machine's files, and runs in a mount namespace of its own: with-reader's.
+It mounts over the machine's files, and runs in a mount namespace of its own, with a reader: with-reader's.
 """
 
 import contextlib
@@ -21,7 +22,7 @@ import xml.etree.ElementTree
 
 import dbus.bus
 
-SOURCE, DAEMON, CALL_AS = pathlib.Path(sys.argv[1]), *sys.argv[2:]
+SOURCE, DAEMON, CALL_AS, HOLD_TAG = pathlib.Path(sys.argv[1]), *sys.argv[2:]
 sys.path.insert(0, str(SOURCE / "testing/support"))
 from wrapping import Wrapper  # noqa: E402
 
@@ -34,6 +35,8 @@ RULE = """polkit.addRule(function (action, subject) {
         return polkit.Result.YES;
 });
 """
+# Links to ".org", ".net" and ".com".
+TAGS = ("d1010455036f7267", "d1010455036e6574", "d101045503636f6d")
 
 
 def user_of_the_daemon():
@@ -64,7 +67,12 @@ def furnish(folder, user):
         for name in ("actions", "rules.d"):
             pathlib.Path(place, name).mkdir()
     pathlib.Path("/usr/share/polkit-1/actions", POLICY.name).write_bytes(POLICY.read_bytes())
-    pathlib.Path("/usr/share/polkit-1/rules.d/nfc.rules").write_text(RULE % ALLOWED, encoding="utf-8")
+    allow(ALLOWED)
+
+
+def allow(user):
+    """Has polkit allow that user, and no other."""
+    pathlib.Path("/usr/share/polkit-1/rules.d/nfc.rules").write_text(RULE % user, encoding="utf-8")
 
 
 def start_bus(wrapper, folder):
@@ -84,11 +92,12 @@ def start_bus(wrapper, folder):
 
 def start(wrapper, bus, name, command, **options):
     """Starts a service, and returns when it has its name on the bus."""
-    server = wrapper.serve(command, **options)
+    server = wrapper.serve(command, text=True, **options)
     while not bus.name_has_owner(name):
         if server.poll() is not None:
             sys.exit(f"polkit.py: {command[0]} does not start")
         time.sleep(0.02)
+    return server
 
 
 def register_agent(user, address):
@@ -97,6 +106,44 @@ def register_agent(user, address):
         [CALL_AS, str(pwd.getpwnam(user).pw_uid), address, "call", "com.tavix.nfc", "/com/tavix/nfc/adapter0",
          "com.tavix.nfc.Adapter", "RegisterUIAgent", "o:/agent"],
         check=True, stdout=subprocess.PIPE, text=True).stdout.strip()
+
+
+def wait_for(stream, text):
+    """Reads lines up to the first with that text."""
+    for line in stream:
+        print(line, end="", flush=True)
+        if text in line:
+            return
+    sys.exit(f"polkit.py: it ends without {text}")
+
+
+def start_agent(wrapper, user, address):
+    """Starts an agent that stays, of that user, and returns its output once it is registered."""
+    agent = wrapper.serve([sys.executable, "-B", SOURCE / "tests/daemon/stayingagent.py", address], user=user,
+                          extra_groups=[], stdout=subprocess.PIPE, text=True)
+    wait_for(agent.stdout, "registered")
+    return agent.stdout
+
+
+def touch(message, agent):
+    """Holds a tag against the reader until the agent is asked about it."""
+    with subprocess.Popen([HOLD_TAG, "type2", message], stdout=subprocess.DEVNULL) as tag:
+        wait_for(agent, message)
+        tag.terminate()
+
+
+def change_seats(wrapper, address, log):
+    """Has the users take the seat in turn, and a tag touched each time."""
+    first = start_agent(wrapper, ALLOWED, address)
+    touch(TAGS[0], first)
+    allow(OTHER)
+    wait_for(log, "is put aside")
+    second = start_agent(wrapper, OTHER, address)
+    touch(TAGS[1], second)
+    allow(ALLOWED)
+    wait_for(log, "is put aside")
+    wait_for(log, "is in use again")
+    touch(TAGS[2], first)
 
 
 def main():
@@ -113,9 +160,10 @@ def main():
         os.environ["DBUS_SYSTEM_BUS_ADDRESS"] = address
         bus = dbus.bus.BusConnection(address)
         start(wrapper, bus, "org.freedesktop.PolicyKit1", [str(POLKIT), "--no-debug"])
-        start(wrapper, bus, "com.tavix.nfc", [DAEMON], user=user, extra_groups=[])
+        daemon = start(wrapper, bus, "com.tavix.nfc", [DAEMON], user=user, extra_groups=[], stderr=subprocess.PIPE)
         outcomes = {name: register_agent(name, address) for name in (ALLOWED, OTHER)}
-    print(outcomes)
+        print(outcomes)
+        change_seats(wrapper, address, daemon.stderr)
     return outcomes != {ALLOWED: "done", OTHER: "org.freedesktop.DBus.Error.AccessDenied"}
 
 

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The ConnUi NFC authors
 // SPDX-License-Identifier: LGPL-2.1-or-later
+#include <optional>
 #include <unistd.h>
 
 #include <QDBusConnection>
@@ -16,7 +17,11 @@ namespace {
 const QString authorityPath = QStringLiteral("/org/freedesktop/PolicyKit1/Authority");
 const QString mockInterface = QStringLiteral("org.freedesktop.DBus.Mock");
 
-// A service whose every call is for the authority to decide, and is then written down and answered.
+constexpr uint trustedUser = 4711;
+constexpr uint otherUser = 4712;
+
+// A service whose calls, but for "Permitted", are for the authority to decide, and are then written down and
+// answered.
 class Guarded : public QDBusVirtualObject
 {
 public:
@@ -26,11 +31,15 @@ public:
 
     bool handleMessage(const QDBusMessage &message, const QDBusConnection &connection) override
     {
-        authority.decide(message, [this, connection](const QDBusMessage &call, uint user) {
+        const Authority::Action carryOut = [this, connection](const QDBusMessage &call, uint user) {
             carriedOut.append(call.member());
             users.append(user);
             connection.send(call.createReply());
-        });
+        };
+        if (message.member() == QLatin1String("Permitted"))
+            authority.permit(message, carryOut);
+        else
+            authority.decide(message, carryOut);
         return true;
     }
 
@@ -77,6 +86,9 @@ private Q_SLOTS:
     void trustedUserPassesUnasked();
     void polkitDecidesAboutOthers_data();
     void polkitDecidesAboutOthers();
+    void polkitMayChangeItsMind_data();
+    void polkitMayChangeItsMind();
+    void permittedCallIsCarriedOutInItsOrder();
     void nobodyElsePassesWithoutPolkit();
     void slowPolkitHoldsNobodyElseUp();
     void callsOfOneCallerKeepTheirOrder();
@@ -166,6 +178,56 @@ void TestAuthority::polkitDecidesAboutOthers()
     QTRY_VERIFY(call.isFinished());
     QCOMPARE(call.error().isValid() ? call.error().name() : QString(), error);
     QCOMPARE(guarded->carriedOut, error.isEmpty() ? QStringList{QStringLiteral("Manage")} : QStringList());
+}
+
+void TestAuthority::polkitMayChangeItsMind_data()
+{
+    QTest::addColumn<QStringList>("allowed");
+    QTest::addColumn<uint>("user");
+    QTest::addColumn<std::optional<bool>>("decision");
+    const QStringList manage{QStringLiteral("com.tavix.nfc.manage")};
+    const QStringList other{QStringLiteral("com.tavix.nfc.other")};
+    QTest::newRow("allowed") << manage << otherUser << std::optional(true);
+    QTest::newRow("refused") << other << otherUser << std::optional(false);
+    QTest::newRow("refused, of a trusted user") << other << trustedUser << std::optional(true);
+    QTest::newRow("no polkit") << QStringList() << otherUser << std::optional<bool>();
+}
+
+void TestAuthority::polkitMayChangeItsMind()
+{
+    QFETCH(QStringList, allowed);
+    QFETCH(uint, user);
+    QFETCH(std::optional<bool>, decision);
+    guard({trustedUser});
+    if (!allowed.isEmpty()) {
+        startPolkit();
+        tellPolkit(QStringLiteral("SetAllowed"), {allowed});
+    }
+    QList<std::optional<bool>> decisions;
+    guarded->authority.review(QStringLiteral(":1.1"), user,
+                              [&decisions](std::optional<bool> decided) { decisions.append(decided); });
+    QTRY_COMPARE(decisions.size(), 1);
+    QCOMPARE(decisions.constFirst(), decision);
+}
+
+void TestAuthority::permittedCallIsCarriedOutInItsOrder()
+{
+    startPolkit();
+    tellPolkit(QStringLiteral("SetAllowed"), {QStringList{QStringLiteral("com.tavix.nfc.manage")}});
+    tellPolkit(QStringLiteral("SimulateHang"), {true});
+    const Caller caller(QStringLiteral("caller"));
+    const QDBusPendingCall first = caller.call(QStringLiteral("Manage"));
+    QTRY_VERIFY(isPolkitHolding(1));
+    const QDBusPendingCall second = caller.call(QStringLiteral("Permitted"));
+    const Caller other(QStringLiteral("other"));
+    const QDBusPendingCall third = other.call(QStringLiteral("Permitted"));
+    QTRY_VERIFY(third.isFinished());
+    QVERIFY(third.isValid());
+    QVERIFY(!second.isFinished());
+    tellPolkit(QStringLiteral("ReleaseHangingCalls"));
+    QTRY_VERIFY(second.isFinished());
+    QCOMPARE(guarded->carriedOut, (QStringList{QStringLiteral("Permitted"), QStringLiteral("Manage"),
+                                               QStringLiteral("Permitted")}));
 }
 
 void TestAuthority::nobodyElsePassesWithoutPolkit()
