@@ -73,6 +73,9 @@ std::optional<bool> decision(const QDBusMessage &reply)
     result.beginStructure();
     result >> authorized >> isChallenge >> details;
     result.endStructure();
+    // Nothing is decided until somebody has typed a password.
+    if (isChallenge)
+        return std::nullopt;
     return authorized;
 }
 

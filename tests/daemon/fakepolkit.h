@@ -41,6 +41,9 @@ public:
         bus.send(QDBusMessage::createSignal(path(), interface(), QStringLiteral("Changed")));
     }
 
+    /** Wants a password for the programs that are not allowed. */
+    void challenge() { isChallenging = true; }
+
     /** Answers further questions with an error. */
     void fail() { isFailing = true; }
 
@@ -91,7 +94,8 @@ private:
     {
         QDBusArgument result;
         result.beginStructure();
-        result << allowed.contains(busName) << false;
+        const bool isAllowed = allowed.contains(busName);
+        result << isAllowed << (isChallenging && !isAllowed);
         result.beginMap(QMetaType::fromType<QString>(), QMetaType::fromType<QString>());
         result.endMap();
         result.endStructure();
@@ -101,6 +105,7 @@ private:
     QDBusConnection bus;
     QSet<QString> allowed;
     QList<QDBusMessage> held;
+    bool isChallenging = false;
     bool isFailing = false;
     bool isHolding = false;
     int asked = 0;

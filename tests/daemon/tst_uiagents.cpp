@@ -222,19 +222,25 @@ void TestUiAgents::onlyOneAgentIsInUse()
 void TestUiAgents::agentStaysInUse_data()
 {
     QTest::addColumn<bool>("isAllowed");
+    QTest::addColumn<bool>("isChallenging");
     QTest::addColumn<bool>("isFailing");
     QTest::addColumn<uint>("user");
-    QTest::newRow("allowed") << true << false << firstUser;
-    QTest::newRow("no answer") << false << true << firstUser;
-    QTest::newRow("trusted") << false << false << daemonUser;
+    QTest::newRow("allowed") << true << false << false << firstUser;
+    // The user has typed it when the agent was registered.
+    QTest::newRow("password wanted") << false << true << false << firstUser;
+    QTest::newRow("no answer") << false << false << true << firstUser;
+    QTest::newRow("trusted") << false << false << false << daemonUser;
 }
 
 void TestUiAgents::agentStaysInUse()
 {
     QFETCH(bool, isAllowed);
+    QFETCH(bool, isChallenging);
     QFETCH(bool, isFailing);
     QFETCH(uint, user);
     use(*first, user);
+    if (isChallenging)
+        polkit->challenge();
     if (isAllowed)
         polkit->allow({first->busName});
     if (isFailing)
