@@ -3,6 +3,7 @@
 
 #include <memory>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QGraphicsLinearLayout>
 #include <QItemSelectionModel>
@@ -99,6 +100,7 @@ private Q_SLOTS:
     void longestVariantIsSpoken();
     void foreignTextIsSpokenAsItIsDrawn();
     void deletedWhilePressed();
+    void windowWithoutAManagerHasNoContents();
 
 private:
     std::unique_ptr<ScreenReader> reader;
@@ -470,6 +472,16 @@ void TestMAccessible::deletedWhilePressed()
     QVERIFY(reader->press(QStringLiteral("OK")));
     QTRY_VERIFY(!alive);
     QVERIFY(reader->tree().find("panel"));
+}
+
+void TestMAccessible::windowWithoutAManagerHasNoContents()
+{
+    auto manager = std::make_unique<MSceneManager>();
+    MWindow other(manager.get());
+    const QAccessibleInterface *accessible = QAccessible::queryAccessibleInterface(&other);
+    QVERIFY(accessible);
+    manager.reset();
+    QCOMPARE(accessible->childCount(), 0);
 }
 
 QTEST_MAIN(TestMAccessible)

@@ -9,6 +9,7 @@
 
 #include "theme/mtheme_p.h"
 #include "touchtest.h"
+#include "widgets/mtextblock_p.h"
 
 using namespace TouchTest;
 
@@ -47,6 +48,7 @@ private Q_SLOTS:
     void foreignTextKeepsOrdinaryText();
     void foreignTextIsOneVariant();
     void wordInALongParagraphStaysTogether();
+    void lineStandsInTheMiddleOfItsHeight();
     void emphasisIsDarkerThanWhatStandsBesideIt();
     void emphasisMakesTextWider();
     void emphasisFollowsTheTextThatIsDrawn_data();
@@ -284,6 +286,23 @@ void TestMLabel::wordInALongParagraphStaysTogether()
     label.setWordWrap(true);
     QCOMPARE(label.effectiveSizeHint(Qt::PreferredSize, QSizeF(oneWord.width(), -1)).height(),
              words * oneWord.height());
+}
+
+void TestMLabel::lineStandsInTheMiddleOfItsHeight()
+{
+    const MTextBlock plain(QStringLiteral("I"), {QFont(), -1});
+    const MTextBlock high(QStringLiteral("I"), {QFont(), -1, QTextOption::NoWrap, 3});
+    const qreal free = high.size().height() - plain.size().height();
+    QVERIFY(free > 0);
+    const auto drawn = [&high](const MTextBlock &block, qreal top) {
+        QImage image(high.size().toSize(), QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        block.draw(&painter, QRectF(QPointF(0, top), block.size()), Qt::AlignTop, Qt::LeftToRight,
+                   image.rect());
+        return image;
+    };
+    QCOMPARE(drawn(high, 0), drawn(plain, free / 2));
 }
 
 // Each line is a paragraph of its own, and the last one takes two layouts.

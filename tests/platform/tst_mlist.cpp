@@ -223,6 +223,8 @@ private Q_SLOTS:
     void slotMayCloseOrDeleteTheDialog();
     void sameCreatorAgainIsKept();
     void cellsOfAnotherClassAreNotTaken();
+    void chosenRowIsTicked_data();
+    void chosenRowIsTicked();
 };
 
 void TestMList::setPropertiesAreReturned()
@@ -755,6 +757,40 @@ void TestMList::cellsOfAnotherClassAreNotTaken()
     shown.list->setCellCreator(new PlainCreator(&allPlain));
     QVERIFY(allPlain);
     QVERIFY(visibleBelow<PlainCell>(shown.list).size() >= 10);
+}
+
+void TestMList::chosenRowIsTicked_data()
+{
+    QTest::addColumn<Qt::LayoutDirection>("direction");
+    QTest::newRow("left to right") << Qt::LeftToRight;
+    QTest::newRow("right to left") << Qt::RightToLeft;
+}
+
+void TestMList::chosenRowIsTicked()
+{
+    QFETCH(Qt::LayoutDirection, direction);
+    LongModel model(3);
+    ShownList shown(&model);
+    shown.list->setLayoutDirection(direction);
+    const qreal height = shown.list->cellCreator()->cellSize().height();
+    const QRect row(0, int(height), 480, int(height));
+    const QImage before = picture(shown.window.scene(), row);
+    shown.list->selectItem(model.index(1, 0));
+    const QImage after = picture(shown.window.scene(), row);
+    // The rest of the row has one color behind the text.
+    const bool isLeft = direction == Qt::RightToLeft;
+    const QRect end(isLeft ? 0 : row.width() - row.height(), 0, row.height(), row.height());
+    const QColor background = after.pixelColor(240, 6);
+    QVERIFY(background != before.pixelColor(240, 6));
+    QRect tick;
+    for (int y = end.top() + 6; y <= end.bottom() - 6; ++y)
+        for (int x = end.left() + 6; x <= end.right() - 6; ++x)
+            if (after.pixelColor(x, y) != background)
+                tick |= QRect(x, y, 1, 1);
+    QVERIFY(tick.width() > 16 && tick.width() < 26);
+    QVERIFY(tick.height() > 12 && tick.height() < 20);
+    QVERIFY(qAbs(tick.center().x() - end.center().x()) <= 1);
+    QVERIFY(qAbs(tick.center().y() - end.center().y()) <= 2);
 }
 
 QTEST_MAIN(TestMList)

@@ -20,6 +20,21 @@ namespace {
 
 constexpr int delay = 500; // ms
 
+/** One that may not want to go. */
+class Question : public MMessageBox
+{
+public:
+    using MMessageBox::MMessageBox;
+
+    void dismiss() override
+    {
+        if (!stays)
+            MMessageBox::dismiss();
+    }
+
+    bool stays = false;
+};
+
 /** A question in a window that is drawn when the test says so. */
 class Stage
 {
@@ -69,7 +84,7 @@ public:
     bool isRefused() const { return question.result() == M::CancelButton && !question.clickedButton(); }
 
     MWindow window;
-    MMessageBox question{QStringLiteral("Call?"), QStringLiteral("112"), M::YesButton | M::NoButton};
+    Question question{QStringLiteral("Call?"), QStringLiteral("112"), M::YesButton | M::NoButton};
     TouchDriver finger{&window};
 };
 
@@ -131,6 +146,7 @@ private Q_SLOTS:
     void dragGoesTheWayThatTheUserSees_data();
     void dragGoesTheWayThatTheUserSees();
     void shortDragGoesBack();
+    void questionThatStaysGoesBack();
     void otherDragsMoveNothing_data();
     void otherDragsMoveNothing();
     void dragFromAButtonPressesNothing();
@@ -423,6 +439,18 @@ void TestMSlide::shortDragGoesBack()
     QVERIFY(!stage.isAnswered());
     QVERIFY(stage.slide()->isMoving());
     QVERIFY(stage.settle());
+}
+
+void TestMSlide::questionThatStaysGoesBack()
+{
+    Stage stage;
+    QVERIFY(stage.settle());
+    stage.ripen();
+    stage.question.stays = true;
+    dragFar(&stage);
+    QVERIFY(!stage.isAnswered());
+    QVERIFY(stage.down() > 0);
+    QTRY_COMPARE(stage.down(), 0.0);
 }
 
 void TestMSlide::otherDragsMoveNothing_data()

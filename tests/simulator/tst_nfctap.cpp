@@ -336,24 +336,31 @@ void TestNfcTap::everyTouchAsksTheAgent_data()
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("member");
     QTest::addColumn<QString>("signature");
+    QTest::addColumn<QString>("output");
     const QStringList headset = {QStringLiteral("00:11:22:33:44:55"), QStringLiteral("Headset"),
                                  QStringLiteral("0x240404")};
     const QString delivery = QStringLiteral("RequestNDEFDataDelivery");
     QTest::newRow("uri") << QStringList{QStringLiteral("uri"), QStringLiteral("a:b")} << delivery
-                         << QStringLiteral("a(ssos)oay");
-    QTest::newRow("empty") << QStringList{QStringLiteral("empty")} << delivery
-                           << QStringLiteral("a(ssos)oay");
+                         << QStringLiteral("a(ssos)oay") << QStringLiteral("granted: tag with a:b\n");
+    QTest::newRow("empty") << QStringList{QStringLiteral("empty")} << delivery << QStringLiteral("a(ssos)oay")
+                           << QStringLiteral("granted: empty tag\n");
     QTest::newRow("pair") << QStringList{QStringLiteral("pair")} + headset
-                          << QStringLiteral("RequestBTPairing") << QStringLiteral("ossus");
+                          << QStringLiteral("RequestBTPairing") << QStringLiteral("ossus")
+                          << QStringLiteral("granted: pairing with Headset (00:11:22:33:44:55)\n");
     QTest::newRow("connect") << QStringList{QStringLiteral("connect")} + headset
-                             << QStringLiteral("RequestBTConnection") << QStringLiteral("ossu");
+                             << QStringLiteral("RequestBTConnection") << QStringLiteral("ossu")
+                             << QStringLiteral("granted: connection to Headset (00:11:22:33:44:55)\n");
     QTest::newRow("disconnect") << QStringList{QStringLiteral("disconnect")} + headset
-                                << QStringLiteral("RequestBTDisconnection") << QStringLiteral("ossu");
+                                << QStringLiteral("RequestBTDisconnection") << QStringLiteral("ossu")
+                                << QStringLiteral(
+                                       "granted: disconnection from Headset (00:11:22:33:44:55)\n");
     QTest::newRow("share-permission")
         << QStringList{QStringLiteral("share-permission"), QStringLiteral("contact:7")}
-        << QStringLiteral("RequestSharingPermission") << QStringLiteral("svas");
+        << QStringLiteral("RequestSharingPermission") << QStringLiteral("svas")
+        << QStringLiteral("granted: sharing contact:7\n");
     QTest::newRow("share-selection") << QStringList{QStringLiteral("share-selection")}
-                                     << QStringLiteral("RequestSharingSelection") << QStringLiteral("sv");
+                                     << QStringLiteral("RequestSharingSelection") << QStringLiteral("sv")
+                                     << QStringLiteral("granted: selection of what to share\n");
 }
 
 void TestNfcTap::everyTouchAsksTheAgent()
@@ -364,7 +371,9 @@ void TestNfcTap::everyTouchAsksTheAgent()
     daemon.start();
     AgentProcess client;
     QCOMPARE(client.registerAgent().error, QString());
-    QCOMPARE(Tap(arguments).exitCode(), 0);
+    Tap tap(arguments);
+    QCOMPARE(tap.exitCode(), 0);
+    QTEST(tap.output(), "output");
     QCOMPARE(client.members(), (QStringList{QStringLiteral("NotifyTouch"), member}));
     QCOMPARE(client.calls(member).constFirst().signature, signature);
     QCOMPARE(client.calls(member).constFirst().path, AgentProcess::path());
@@ -552,6 +561,9 @@ void TestNfcTap::writingNeedsNoSimulator()
     QCOMPARE(writing.exitCode(), 0);
     QCOMPARE(other.calls(QStringLiteral("WriteNdef")).constFirst().interface,
              QStringLiteral("com.tavix.nfc.TagWriter"));
+    Tap empty({QStringLiteral("write"), QStringLiteral("empty")});
+    QCOMPARE(empty.exitCode(), 0);
+    QCOMPARE(empty.output(), QStringLiteral("written: empty tag\n"));
 }
 
 void TestNfcTap::writerThatRefusesIsReported_data()

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void transcriptFollowsTheEndUntilScrolledAway();
     void narrowPanelIsStacked();
     void labelsAreWhole();
+    void panelSaysWhatItIsFor();
 
 private:
     QPushButton *button(const QString &label) const;
@@ -337,6 +338,11 @@ void TestTouchPanel::labelsAreWhole()
         if (one->text() != QLatin1String("Clear"))
             QVERIFY2(std::abs(one->width() - width) <= 1, qPrintable(one->text()));
     }
+}
+
+void TestTouchPanel::panelSaysWhatItIsFor()
+{
+    QCOMPARE(panel->windowTitle(), QStringLiteral("Hold something against the phone"));
 }
 
 QTEST_MAIN(TestTouchPanel)
