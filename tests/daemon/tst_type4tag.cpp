@@ -19,6 +19,7 @@ private Q_SLOTS:
     void filesAreSelectedAndReadInTurn();
     void lengthOfNothingIsEmpty();
     void fileThatTheContainerNamesIsRead();
+    void containerWithAWrongLengthIsMalformed();
     void messageBehindTheReachOfOffsetsIsUnsupported();
 
     void writtenMessageIsRead_data();
@@ -96,6 +97,14 @@ void TestType4Tag::fileThatTheContainerNamesIsRead()
     tag.files.insert(0x0042, QByteArray::fromHex("0003616263").leftJustified(2048, '\0'));
     tag.files[VirtualType4::containerFile].replace(9, 2, QByteArray::fromHex("0042"));
     QCOMPARE(read(tag).message, "abc");
+}
+
+void TestType4Tag::containerWithAWrongLengthIsMalformed()
+{
+    VirtualType4 tag = VirtualType4::holding("text");
+    // The kind of the longer control value with the length of the shorter one.
+    tag.files[VirtualType4::containerFile][7] = '\x06';
+    QCOMPARE(read(tag).status, TagStatus::Malformed);
 }
 
 void TestType4Tag::messageBehindTheReachOfOffsetsIsUnsupported()

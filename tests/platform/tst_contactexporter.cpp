@@ -361,6 +361,8 @@ void TestContactExporter::exportedCardIsRead_data()
                               "TEL;TYPE=VOICE,MSG,WORK:+1-415-937-3419", "TEL;TYPE=FAX,WORK:+1-415-528-4164",
                               "EMAIL;TYPE=INTERNET:howes@netscape.com"}))
         << QStringLiteral("Tim Howes") << QString() << false;
+    QTest::newRow("3.0, nickname that is empty")
+        << card("3.0", "NICKNAME:,Robbie\r\nTEL:1\r\n") << QStringLiteral("1") << QString() << false;
     QTest::newRow("3.0, nickname") << card("3.0", "NICKNAME:Robbie\r\n") << QStringLiteral("Robbie")
                                    << QString() << false;
     QTest::newRow("3.0, organization with its units")

@@ -19,6 +19,10 @@ public:
     explicit DrawIcon(const QString &icon)
     {
         setStandardErrorFile(QProcess::nullDevice());
+        // It needs no display, whatever the program that asks for the icon has.
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("missing"));
+        setProcessEnvironment(environment);
         const QString theme = QStringLiteral("hicolor");
         const QString folders = QStringLiteral("/usr/share/icons");
         start(QStringLiteral(DRAW_ICON), {icon, theme, theme, folders, folders});
@@ -37,6 +41,7 @@ private Q_SLOTS:
     void drawingWithoutEndEndsAfterOneSecondOfWork();
     void limitsHoldBeforeTheFileIsOpened();
     void argumentsAreCounted();
+    void iconIsDrawn();
 
 private:
     QTemporaryDir folder;
@@ -90,6 +95,21 @@ void TestDrawIcon::argumentsAreCounted()
     program.start(QStringLiteral(DRAW_ICON), {QStringLiteral("icon")});
     QVERIFY(program.waitForFinished(-1));
     QCOMPARE(program.exitCode(), 64);
+}
+
+void TestDrawIcon::iconIsDrawn()
+{
+    QFile file(folder.filePath(QStringLiteral("red.svg")));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("<svg xmlns='http://www.w3.org/2000/svg' width='64' height='64'><path fill='#ff0000' "
+               "d='M0 0H64V64H0Z'/></svg>");
+    file.close();
+    DrawIcon program(file.fileName());
+    QVERIFY(program.waitForFinished(-1));
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    // QImage writes the picture as a PNG file.
+    QVERIFY(program.readAllStandardOutput().contains("\x89PNG"));
 }
 
 QTEST_GUILESS_MAIN(TestDrawIcon)

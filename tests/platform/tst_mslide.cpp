@@ -230,10 +230,11 @@ void TestMSlide::pictureLooksLikeTheQuestion()
     const QRectF place = stage.card()->sceneBoundingRect();
     // The corners are round, and what is behind them differs.
     const QRectF inside = place.adjusted(40, 8, -40, -8).toAlignedRect();
-    const QImage before = picture(stage.window.scene(), inside);
+    const qreal ratio = stage.window.devicePixelRatioF();
+    const QImage before = picture(stage.window.scene(), inside, ratio);
     stage.question.reject();
     QCOMPARE(stage.pictures(), 1);
-    QCOMPARE(picture(stage.window.scene(), inside), before);
+    QCOMPARE(picture(stage.window.scene(), inside, ratio), before);
 }
 
 void TestMSlide::pictureLeavesFromWhereTheFingerHasTheQuestion()

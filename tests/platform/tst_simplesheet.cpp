@@ -216,6 +216,7 @@ void TestSimpleSheet::contentLiesBelowTheHeader()
     QVERIFY(page.contains(content));
     QVERIFY(button.height() >= 48);
     QVERIFY(content.top() >= button.bottom());
+    QCOMPARE(content.top(), geometry(rejectButton(sheet)->parentWidget()).bottom());
     QCOMPARE(content.width(), page.width());
     QCOMPARE(button.center().x() > page.center().x(), direction == Qt::LeftToRight);
     // The content stands at the top, not in the middle of what is left.

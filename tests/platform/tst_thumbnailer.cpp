@@ -100,6 +100,7 @@ private Q_SLOTS:
     void missingServiceGivesOneWarning();
     void slowServiceDoesNotBlock();
     void canceledRequestIsForgotten();
+    void slotMayCancelWhatIsBeingAnswered();
     void requestAfterACanceledOneIsAnswered();
     void eachSizeIsAnswered();
     void errorOfOneSizeLeavesTheOther();
@@ -316,6 +317,28 @@ void TestThumbnailer::canceledRequestIsForgotten()
     QVERIFY(service.emitReady({first, second}));
     QTRY_COMPARE(spy.size(), 1);
     QCOMPARE(spy[0][0].toUrl(), QUrl(second));
+}
+
+void TestThumbnailer::slotMayCancelWhatIsBeingAnswered()
+{
+    OddService service(QStringLiteral("u"), countingBody);
+    QVERIFY(service.ready);
+    const QStringList files{QStringLiteral("file:///a.png"), QStringLiteral("file:///b.png")};
+    Thumbnailer thumbnailer(defaultThumbnail, QPixmap());
+    QSignalSpy spy(&thumbnailer, &Thumbnailer::thumbnail);
+    connect(&thumbnailer, &Thumbnailer::thumbnail, this, [&thumbnailer] {
+        QList<QUrl> none;
+        QStringList noTypes;
+        thumbnailer.request(none, noTypes, false, QString(), QString(), true, false);
+    });
+    QList<QUrl> uris{QUrl(files[0]), QUrl(files[1])};
+    QStringList types{QStringLiteral("image/png"), QStringLiteral("image/png")};
+    thumbnailer.request(uris, types, false, QString(), QString(), false, true);
+    QVERIFY(service.waitForQueued(1));
+    QVERIFY(service.emitError(1, files));
+    QTRY_COMPARE(spy.size(), 1);
+    QCoreApplication::processEvents();
+    QCOMPARE(spy.size(), 1);
 }
 
 void TestThumbnailer::requestAfterACanceledOneIsAnswered()

@@ -18,6 +18,8 @@ private Q_SLOTS:
     void cleanup();
 
     void panelEndsWithItsBus();
+    void unknownOptionIsRefused();
+    void helpIsPrinted();
     void monitorEndsWithThePanel_data();
     void monitorEndsWithThePanel();
 
@@ -78,6 +80,29 @@ void TestNfcPanel::panelEndsWithItsBus()
     QVERIFY(panel->waitForFinished());
     QCOMPARE(panel->exitStatus(), QProcess::NormalExit);
     QCOMPARE(panel->exitCode(), 0);
+}
+
+void TestNfcPanel::unknownOptionIsRefused()
+{
+    QProcess other;
+    other.setProcessEnvironment(panel->processEnvironment());
+    other.start(QStringLiteral(NFC_PANEL), {QStringLiteral("--unknown")});
+    QVERIFY(other.waitForFinished());
+    QCOMPARE(other.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(other.exitCode(), 64);
+    QVERIFY(other.readAllStandardError().startsWith("nfc-panel: "));
+}
+
+void TestNfcPanel::helpIsPrinted()
+{
+    QProcess other;
+    other.start(QStringLiteral(NFC_PANEL), {QStringLiteral("--help")});
+    QVERIFY(other.waitForFinished());
+    QCOMPARE(other.exitCode(), 0);
+    const QByteArray help = other.readAllStandardOutput().simplified();
+    QVERIFY(help.contains("Holds tags, devices and phones against the simulated NFC daemon. Exit codes: 0 "
+                          "closed, or the bus disconnected, 1 no system bus, 3 no display, 64 invalid "
+                          "arguments. Options:"));
 }
 
 void TestNfcPanel::monitorEndsWithThePanel_data()

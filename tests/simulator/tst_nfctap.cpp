@@ -131,6 +131,10 @@ void TestNfcTap::badArgumentsAreRefused_data()
     QTest::newRow("folder") << QStringList{QStringLiteral("message"), folder.path()};
     QTest::newRow("missing message") << QStringList{QStringLiteral("message"),
                                                     QStringLiteral("/missing.ndef")};
+    QTest::newRow("argument to select")
+        << QStringList{QStringLiteral("share-selection"), QStringLiteral("x")};
+    QTest::newRow("two messages") << QStringList{QStringLiteral("message"), QStringLiteral("/proc/self/comm"),
+                                                 QStringLiteral("/proc/self/comm")};
     QTest::newRow("nothing to write") << QStringList{QStringLiteral("write")};
     QTest::newRow("device to write") << QStringList{QStringLiteral("write"), QStringLiteral("hang"),
                                                     QStringLiteral("1")};
@@ -604,9 +608,13 @@ void TestNfcTap::outcomeOfAHandoverIsPrinted_data()
     QTest::addColumn<QString>("step");
     QTest::addColumn<bool>("canceled");
     QTest::addColumn<int>("code");
-    QTest::newRow("completed") << QStringLiteral("bluetooth") << QStringLiteral("1") << false << 0;
-    QTest::newRow("impossible") << QStringLiteral("pigeon") << QStringLiteral("1") << false << 1;
-    QTest::newRow("canceled") << QStringLiteral("bluetooth") << QStringLiteral("3600000") << true << 2;
+    QTest::addColumn<QString>("output");
+    QTest::newRow("completed") << QStringLiteral("bluetooth") << QStringLiteral("1") << false << 0
+                               << QStringLiteral("completed: handover to bluetooth\n");
+    QTest::newRow("impossible") << QStringLiteral("pigeon") << QStringLiteral("1") << false << 1
+                                << QStringLiteral("failed: handover to pigeon\n");
+    QTest::newRow("canceled") << QStringLiteral("bluetooth") << QStringLiteral("3600000") << true << 2
+                              << QStringLiteral("canceled: handover to bluetooth\n");
 }
 
 void TestNfcTap::outcomeOfAHandoverIsPrinted()
@@ -624,6 +632,7 @@ void TestNfcTap::outcomeOfAHandoverIsPrinted()
     };
     QVERIFY(!canceled || QTest::qWaitFor(cancel, 30000));
     QCOMPARE(tap.exitCode(), code);
+    QTEST(tap.output(), "output");
 }
 
 void TestNfcTap::outcomeOfATransferIsPrinted_data()
