@@ -5,6 +5,9 @@
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
 #include <QDBusObjectPath>
+#include <QDBusPendingCall>
+#include <QScopeGuard>
+#include <QSignalSpy>
 #include <QTest>
 
 #include "agentprocess.h"
@@ -42,8 +45,10 @@ private Q_SLOTS:
     void agentMayUnregisterInAnyCase();
     void strangerMayNotUnregister();
     void callsBehindARegistrationWaitForIt();
+    void handoverIsCanceledByItsCarrier();
 
 private:
+    static QString errorOfCanceling(const QDBusConnection &caller, const QString &carrier);
     bool isInUse(const AgentProcess &client) const;
     void putFirstAside();
 
@@ -179,6 +184,38 @@ void TestAdapter::callsBehindARegistrationWaitForIt()
     QCOMPARE(replies.at(1).id, end);
     QCOMPARE(replies.at(1).error, QString());
     QVERIFY(!isInUse(*second));
+}
+
+QString TestAdapter::errorOfCanceling(const QDBusConnection &caller, const QString &carrier)
+{
+    QDBusMessage cancel = QDBusMessage::createMethodCall(
+        QStringLiteral("com.tavix.nfc"), QStringLiteral("/com/tavix/nfc/adapter0"),
+        QStringLiteral("com.tavix.nfc.Adapter"), QStringLiteral("CancelHandoverRequest"));
+    cancel.setArguments({carrier});
+    const QDBusPendingCall call = caller.asyncCall(cancel);
+    return QTest::qWaitFor([&call] { return call.isFinished(); }) ? call.error().name()
+                                                                  : QStringLiteral("no answer");
+}
+
+void TestAdapter::handoverIsCanceledByItsCarrier()
+{
+    const auto callerName = QStringLiteral("caller");
+    const QDBusConnection caller = QDBusConnection::connectToBus(QDBusConnection::SystemBus, callerName);
+    const auto leave = qScopeGuard([&] { QDBusConnection::disconnectFromBus(callerName); });
+    polkit->allow({caller.baseService()});
+    QSignalSpy accepted(adapter.get(), &Adapter::handoverAccepted);
+    QString reason;
+    Handover *handover = adapter->acceptHandover(QStringLiteral("bluetooth"), {}, reason);
+    QVERIFY(handover);
+    QCOMPARE(accepted.size(), 1);
+    QCOMPARE(accepted.constFirst().constFirst().value<Handover *>(), handover);
+    QCOMPARE(errorOfCanceling(caller, QStringLiteral("other")),
+             QStringLiteral("com.tavix.nfc.Error.NoHandover"));
+    QCOMPARE(adapter->currentHandover(), handover);
+    QCOMPARE(errorOfCanceling(caller, QStringLiteral("bluetooth")), QString());
+    QVERIFY(!adapter->currentHandover());
+    QCOMPARE(errorOfCanceling(caller, QStringLiteral("bluetooth")),
+             QStringLiteral("com.tavix.nfc.Error.NoHandover"));
 }
 
 QTEST_GUILESS_MAIN(TestAdapter)
