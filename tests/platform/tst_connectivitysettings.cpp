@@ -126,6 +126,7 @@ private Q_SLOTS:
     void withoutHomeNothingIsStored_data();
     void withoutHomeNothingIsStored();
     void folderIsSyncedAfterTheNewFileIsInPlace();
+    void writingLeavesNothingOpen();
     void leftoversOfKilledWritersAreRemoved();
     void contentOfTheLockFileStays();
     void lockFileIsNoLink();
@@ -331,6 +332,20 @@ void TestConnectivitySettings::folderIsSyncedAfterTheNewFileIsInPlace()
     const auto deaf = qScopeGuard([] { synced = [](int) {}; });
     ConnectivitySettings(1).set(settingKey, QStringLiteral("new"));
     QCOMPARE(seen, QVariantList{QStringLiteral("new")});
+}
+
+void TestConnectivitySettings::writingLeavesNothingOpen()
+{
+    const auto open = [] {
+        return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::AllEntries | QDir::System);
+    };
+    ConnectivitySettings settings(1);
+    settings.set(settingKey, 0);
+    const QStringList before = open();
+    QVERIFY(!before.isEmpty());
+    for (int value = 1; value < 5; ++value)
+        settings.set(settingKey, value);
+    QCOMPARE(open(), before);
 }
 
 void TestConnectivitySettings::leftoversOfKilledWritersAreRemoved()
