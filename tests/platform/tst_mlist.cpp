@@ -42,6 +42,24 @@ private:
     int *const updates;
 };
 
+/** One that changes the size of its list while it fills the first cell. */
+class ResizingCreator : public Creator
+{
+public:
+    explicit ResizingCreator(MList *list) : list(list) {}
+
+    void updateCell(const QModelIndex &index, MWidget *cell) const override
+    {
+        if (index.row() == 0 && !std::exchange(hasResized, true))
+            list->resize(480, 400);
+        Creator::updateCell(index, cell);
+    }
+
+private:
+    MList *const list;
+    mutable bool hasResized = false;
+};
+
 /** A model of any length that holds nothing. */
 class LongModel : public QAbstractListModel
 {
@@ -223,6 +241,7 @@ private Q_SLOTS:
     void slotMayCloseOrDeleteTheDialog();
     void sameCreatorAgainIsKept();
     void cellsOfAnotherClassAreNotTaken();
+    void cellMayResizeTheListWhileItIsFilled();
     void chosenRowIsTicked_data();
     void chosenRowIsTicked();
 };
@@ -757,6 +776,17 @@ void TestMList::cellsOfAnotherClassAreNotTaken()
     shown.list->setCellCreator(new PlainCreator(&allPlain));
     QVERIFY(allPlain);
     QVERIFY(visibleBelow<PlainCell>(shown.list).size() >= 10);
+}
+
+void TestMList::cellMayResizeTheListWhileItIsFilled()
+{
+    LongModel model(3);
+    ShownList shown(&model);
+    shown.list->setCellCreator(new ResizingCreator(shown.list));
+    processAll();
+    QCOMPARE(shown.list->size().height(), 400.0);
+    QCOMPARE(shown.texts(), (QStringList{QStringLiteral("0"), QStringLiteral("1"), QStringLiteral("2")}));
+    QCOMPARE(visibleBelow<MListItem>(shown.list).size(), 3);
 }
 
 void TestMList::chosenRowIsTicked_data()
