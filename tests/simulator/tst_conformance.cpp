@@ -20,6 +20,7 @@ private Q_SLOTS:
     void simulatedDaemonConforms();
     void checkedDaemonIsAsItWas();
     void agreeableDaemonFails();
+    void daemonThatDiesIsNotStartedAgain();
     void stateThatIsOnlyAnnouncedFails();
     void agentThatCannotLeaveFails();
     void uselessDaemonFailsEveryCheck();
@@ -99,6 +100,18 @@ void TestConformance::agreeableDaemonFails()
                           QStringLiteral("refuses to cancel a handover that is not under way"),
                           QStringLiteral("refuses to write bytes that are not a message"),
                           QStringLiteral("keeps one message to write, until it is canceled")}));
+}
+
+void TestConformance::daemonThatDiesIsNotStartedAgain()
+{
+    FakeService dying(QDBusConnection::SystemBus, QStringLiteral("com.tavix.nfc"));
+    dying.makeActivatable();
+    dying.start();
+    dying.dieOn(QStringLiteral("GetProperties"));
+    Tap tap({QStringLiteral("conformance")});
+    QTRY_VERIFY_WITH_TIMEOUT(!tap.isRunning(), 60000);
+    QCOMPARE(tap.exitCode(), 1);
+    QVERIFY(!dying.isOnBus());
 }
 
 void TestConformance::stateThatIsOnlyAnnouncedFails()
