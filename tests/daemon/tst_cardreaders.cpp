@@ -353,6 +353,10 @@ void TestCardReaders::pulledReaderIsNoReader()
     held.reset();
     QTRY_COMPARE_WITH_TIMEOUT(readers->names(), QStringList{secondReader}, Readers::patience);
     QCOMPARE(left.size(), 1);
+    auto other = std::make_unique<PulledReader>(1);
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names(), QStringList(), Readers::patience);
+    other.reset();
+    QTRY_COMPARE_WITH_TIMEOUT(readers->names(), QStringList{secondReader}, Readers::patience);
     pulled.reset();
     QTRY_COMPARE_WITH_TIMEOUT(readers->names(), (QStringList{firstReader, secondReader}), Readers::patience);
     held = std::make_unique<HeldTag>(tag);
