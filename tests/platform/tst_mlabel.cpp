@@ -469,7 +469,8 @@ void TestMLabel::veryLongTextIsDrawnInParts()
 void TestMLabel::stackedMarksAreLimited()
 {
     const QString mark(QChar(0x301));
-    const QSizeF size(100, 400);
+    // Thirty of them are high.
+    const QSizeF size(100, 1600);
     const auto stack = [&](int marks) {
         MLabel label(QLatin1Char('a') + mark.repeated(marks) + QLatin1Char('b'));
         return imageOf(&label, size);
