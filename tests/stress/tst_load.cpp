@@ -184,6 +184,7 @@ private Q_SLOTS:
     void init();
     void memoryStaysFlat();
     void manyPendingRequestsAreAnsweredInAnyOrder();
+    void everyRequestIsAnsweredExactlyOnce_data();
     void everyRequestIsAnsweredExactlyOnce();
     void endOfAgentAnswersAllThatIsPending();
     void manyAdaptersAndAgentsShareOneProcess();
@@ -264,12 +265,22 @@ void TestLoad::manyPendingRequestsAreAnsweredInAnyOrder()
         QCOMPARE(asker.outcomes.value(i), i % 2 == 0 ? QStringLiteral("granted") : rejected);
 }
 
+void TestLoad::everyRequestIsAnsweredExactlyOnce_data()
+{
+    QTest::addColumn<bool>("isDaemonOnly");
+    QTest::newRow("granted") << false;
+    // The caller is not the daemon.
+    QTest::newRow("refused") << true;
+}
+
 void TestLoad::everyRequestIsAnsweredExactlyOnce()
 {
+    QFETCH(bool, isDaemonOnly);
     const int count = amount(1000, 10000);
     FakeOhm ohm;
     ohm.start();
     NfcAgent agent;
+    agent.setDaemonOnly(isDaemonOnly);
     answerAtOnce(&agent);
     Asker asker;
     ReplyCounter counter(QDBusConnection::systemBus());
