@@ -84,11 +84,11 @@ void DeviceCreation::discover()
 {
     // Without a filter BlueZ looks for all that there is, too.
     adapter.SetDiscoveryFilter({{QStringLiteral("Transport"), QStringLiteral("auto")}});
-    discovering = true;
-    await(adapter.StartDiscovery(), [this](const QDBusPendingCall &call) {
+    discovery = adapter.StartDiscovery();
+    await(*discovery, [this](const QDBusPendingCall &call) {
         if (!call.isError())
             return;
-        discovering = false;
+        discovery.reset();
         // Somebody else in this process discovers; whatever is found is announced to us as well.
         if (call.error().name() != QLatin1String("org.bluez.Error.InProgress"))
             fail(call.error().message());
@@ -97,7 +97,9 @@ void DeviceCreation::discover()
 
 void DeviceCreation::stopDiscovery()
 {
-    if (std::exchange(discovering, false))
+    // A refusal may be here before it is handed on, and somebody else's discovery is not ours to end.
+    const std::optional<QDBusPendingCall> begun = std::exchange(discovery, std::nullopt);
+    if (begun && !begun->isError())
         adapter.call(QDBus::NoBlock, QStringLiteral("StopDiscovery"));
 }
 

@@ -5,7 +5,9 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 
+#include <QDBusPendingCall>
 #include <QTimer>
 
 #include "bluetoothdevice.h"
@@ -54,7 +56,7 @@ private:
     QTimer limit;
     // While BlueZ connects, the device appears before it is known whether the connection works out.
     bool connecting = false;
-    bool discovering = false;
+    std::optional<QDBusPendingCall> discovery; // while it is ours
     bool finished = false;
 };
 
