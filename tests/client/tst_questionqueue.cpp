@@ -80,6 +80,7 @@ private Q_SLOTS:
     void tooManyAreRejectedAtOnce();
     void staleRequestIsRejectedUnseen();
     void shownRequestDoesNotGetStale();
+    void questionThatALockHidesWaitsFromThen();
     void rejectedRequestOfATargetWaitsForTheOlder();
     void noticeWaitsForQuestions();
     void noticeMakesWayForAQuestion();
@@ -223,6 +224,18 @@ void TestQuestionQueue::shownRequestDoesNotGetStale()
     time = 10 * QuestionQueue::patience;
     QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long and is rejected");
     QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
+    QCOMPARE(face->title(), QStringLiteral("shown"));
+}
+
+void TestQuestionQueue::questionThatALockHidesWaitsFromThen()
+{
+    add(QStringLiteral("shown"));
+    add(QStringLiteral("old"));
+    time = QuestionQueue::patience;
+    queue->setPaused(true);
+    QTest::ignoreMessage(QtWarningMsg, "A request has waited for too long and is rejected");
+    QTRY_COMPARE(replies, QStringList{QStringLiteral("rejected old")});
+    queue->setPaused(false);
     QCOMPARE(face->title(), QStringLiteral("shown"));
 }
 
