@@ -29,7 +29,7 @@ public:
     /** Carries out and answers a call of \a user. */
     using Action = std::function<void(const QDBusMessage &call, uint user)>;
 
-    /** Acts on a decision of polkit; it is missing when polkit has not answered. */
+    /** Acts on a decision of polkit; it is missing when polkit has not answered, or wants a password. */
     using Review = std::function<void(std::optional<bool> allowed)>;
 
     /** Root and the daemon's own user. */

@@ -30,7 +30,7 @@ class UiAgents : public QObject
     Q_OBJECT
 
 public:
-    /** Asks \a judge, which must live longer. */
+    /** Asks \a judge, which must live longer, and hand on no answer after that. */
     explicit UiAgents(Authority *judge, QObject *parent = nullptr);
 
     /** The agent in use, or null. */

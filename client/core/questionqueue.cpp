@@ -175,6 +175,9 @@ void QuestionQueue::setProgress(int number, quint64 received)
 
 void QuestionQueue::clear()
 {
+    // Before it is gone: nothing points to it afterwards, even if the face should answer.
+    if (std::exchange(shown, nullptr))
+        face->withdraw();
     notices.clear();
     ongoing.clear();
     for (const auto &entry : std::exchange(requests, {}))
